@@ -1,0 +1,14 @@
+/*
+ * zelCC: image colour-conversion primitives with results defined to the last bit.
+ *
+ * Every conversion takes buffers by pointer, the distance between rows in bytes (the step) and a size in pixels, and
+ * returns a status. There is no state: any number of threads may convert at once into disjoint destinations.
+ */
+#ifndef ZELCC_H
+#define ZELCC_H
+
+#include "zelcc/lumachroma.h"
+#include "zelcc/types.h"
+#include "zelcc/version.h"
+
+#endif

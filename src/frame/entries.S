@@ -1,0 +1,118 @@
+// The exported entries and the constant dispatch table. An entry reads the dispatch index and jumps through its row: it
+// touches no argument, adds no frame and checks nothing.
+//
+//   zeliX  ->  row of zelDispatchTable [dispatch index]
+//   column 0: the level stub, which jumps through the table of the kernel level chosen at load
+//   column 1: the implementation tuned for small in-order cores, or the level stub again where there is none
+
+#if defined(__x86_64__)
+#define WORD .quad
+#define WORD_SIZE 8
+#else
+#define WORD .long
+#define WORD_SIZE 4
+#endif
+
+        .altmacro
+
+#define ZEL_GROUP(group) .set rows_##group, 0; .set rowsS8_##group, 0; .hidden zel_ssse3_##group; .hidden zel_avx2_##group; \
+        .hidden zel_avx512_##group; .hidden zel_s8_##group;
+ZEL_GROUP(version)
+#include "frame/groups.def"
+#undef ZEL_GROUP
+        .hidden zelDispatchIndex
+        .hidden zelKernelLevel
+
+// The tables of a group at each level. The version query does not depend on the level.
+        .section .data.rel.ro, "aw", @progbits
+        .balign 16
+#define ZEL_GROUP(group) levels_##group: WORD zel_ssse3_##group, zel_avx2_##group, zel_avx512_##group;
+#include "frame/groups.def"
+#undef ZEL_GROUP
+levels_version:
+        WORD zel_ssse3_version, zel_ssse3_version, zel_ssse3_version
+
+// jumpIndexed index, table: continues at the entry of the table that the 32-bit variable names.
+// levelJump group, offset: continues at the entry of the group's table for the level.
+// tableJump table, offset: continues at the entry of a table.
+#if defined(__x86_64__)
+        .macro jumpIndexed index table
+        mov     index(%rip), %eax
+        lea     table(%rip), %r11
+        jmp     *(%r11, %rax, 8)
+        .endm
+        .macro levelJump group offset
+        mov     zelKernelLevel(%rip), %eax
+        lea     levels_&group(%rip), %r11
+        mov     (%r11, %rax, 8), %r11
+        jmp     *offset(%r11)
+        .endm
+        .macro tableJump table offset
+        jmp     *table+offset(%rip)
+        .endm
+#else
+// All arguments are on the stack, so the three scratch registers are free.
+        .macro jumpIndexed index table
+        call    programCounter
+        mov     index-.(%ecx), %eax
+        jmp     *table-.+6(%ecx, %eax, 4)
+        .endm
+        .macro levelJump group offset
+        call    programCounter
+        mov     zelKernelLevel-.(%ecx), %eax
+        mov     levels_&group-.+6(%ecx, %eax, 4), %eax
+        jmp     *offset(%eax)
+        .endm
+        .macro tableJump table offset
+        call    programCounter
+        jmp     *table+offset-.(%ecx)
+        .endm
+        .text
+        .balign 16
+programCounter:
+        mov     (%esp), %ecx
+        ret
+#endif
+
+        .macro define name group columns offset offsetS8
+        .text
+        .balign 16
+level_&name:
+        levelJump group, offset
+        .if columns - 1
+        .balign 16
+s8_&name:
+        tableJump zel_s8_&group, offsetS8
+        .endif
+        .balign 16
+        .globl  name
+        .type   name, @function
+name:
+        jumpIndexed zelDispatchIndex, row_&name
+        .size   name, . - name
+        .section .data.rel.ro
+row_&name:
+        WORD    level_&name
+        .if columns - 1
+        WORD    s8_&name
+        .set    rowsS8_&group, rowsS8_&group + 1
+        .else
+        WORD    level_&name
+        .endif
+        .set    rows_&group, rows_&group + 1
+        .endm
+
+        .macro export name group columns
+        define name, group, columns, %(rows_&group * WORD_SIZE), %(rowsS8_&group * WORD_SIZE)
+        .endm
+
+        .section .data.rel.ro
+        .balign 16
+        .globl  zelDispatchTable
+        .hidden zelDispatchTable
+zelDispatchTable:
+
+#define ZEL_EXPORT(name, group, columns) export name, group, columns
+#include "frame/exports.def"
+
+        .section .note.GNU-stack, "", @progbits
