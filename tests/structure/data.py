@@ -1,0 +1,32 @@
+"""data.py OBJECTS: the object files of the library hold no data that is written after loading, but for the two integers of the
+dispatch, and run no code at load but the dispatch constructor."""
+
+import os
+import sys
+
+from binaries import sections, symbols
+from verdict import conclude
+
+DISPATCH_SIZE = 8
+DISPATCH = {"zelDispatchIndex", "zelKernelLevel"}
+
+
+def faults(path):
+    name = os.path.basename(path)
+    writable = [s for s in sections(path) if "W" in s.flags and s.size and not s.name.startswith(".data.rel.ro")]
+    if not name.startswith("dispatch.cpp"):
+        yield from (f"{name}: {s.size} bytes in {s.name}" for s in writable)
+        return
+    data = sum(s.size for s in writable if s.name != ".init_array")
+    if data != DISPATCH_SIZE or not DISPATCH <= {s.name for s in symbols(path) if s.kind in "BD"}:
+        yield f"{name}: {data} writable bytes, where the dispatch has {DISPATCH_SIZE}"
+    constructors = sum(s.size for s in writable if s.name == ".init_array")
+    word = 8 if any(s.name.startswith(".rela") for s in sections(path)) else 4
+    if constructors != word:
+        yield f"{name}: {constructors // word} constructors, where the dispatch has 1"
+
+
+objects = sys.argv[1:]
+if not any(os.path.basename(path).startswith("dispatch.cpp") for path in objects):
+    sys.exit("no object file of the dispatch among the arguments")
+conclude([fault for path in objects for fault in faults(path)], f"{len(objects)} object files")

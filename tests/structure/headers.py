@@ -1,0 +1,37 @@
+"""headers.py EXPORTS.DEF DIRECTORIES: each public header in the directories compiles alone, as strict C99 and as C++, and together
+they declare exactly the listed exports. CC, CXX and CFLAGS come from the environment."""
+
+import os
+import pathlib
+import re
+import subprocess
+import sys
+
+from binaries import output
+from export_list import exports
+from verdict import conclude
+
+LANGUAGES = [(os.environ["CC"], "c", "-std=c99", "-Wstrict-prototypes"), (os.environ["CXX"], "c++", "-std=c++11")]
+
+
+def compile_faults(header, include_options):
+    for compiler, language, *options in LANGUAGES:
+        result = subprocess.run([compiler, "-x", language, *options, "-pedantic", "-Wall", "-Wextra", "-Werror", "-fsyntax-only",
+                                 *os.environ["CFLAGS"].split(), *include_options, "-"],
+                                input=f'#include "{header}"\n', capture_output=True, text=True)
+        if result.returncode:
+            yield f"{header} as {language}:\n{result.stderr}"
+
+
+def declaration_faults(names, include_options):
+    text = output(os.environ["CC"], "-E", "-P", *include_options, "-x", "c", "-", input='#include "zelcc.h"\n')
+    declared = re.findall(r"\b(zelcc\w+|zeli\w+) *\(", text)
+    yield from (f"{name} is declared {declared.count(name)} times" for name in names if declared.count(name) != 1)
+    yield from (f"{name} is declared, but not listed" for name in sorted(set(declared) - set(names)))
+
+
+directories = [pathlib.Path(d) for d in sys.argv[2:]]
+includes = [f"-I{d}" for d in directories]
+headers = [h.relative_to(d) for d in directories for h in sorted(d.rglob("*.h"))]
+faults = [fault for h in headers for fault in compile_faults(h, includes)]
+conclude([*faults, *declaration_faults(exports(sys.argv[1]), includes)], f"{len(headers)} headers")
