@@ -1,0 +1,33 @@
+// A picture's way from RGB to a luma-chroma layout and back, measured.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "frame420.h"
+#include "picture.h"
+
+// Differences of all samples from the original's.
+struct SampleError {
+    double mean = 0;
+    int largest = 0;
+};
+
+struct Conversion {
+    std::string name;
+    ZelStatus status = zelStsNoErr;
+    double megapixelsPerSecond = 0;
+    std::optional<SampleError> error;  // only where the result is a picture again
+};
+
+struct RoundTrip {
+    std::string layout;
+    std::vector<Conversion> conversions;  // there, and unless that failed, back
+    Picture decoded;                      // empty when a conversion failed
+    std::optional<Frame420> frame;
+};
+
+RoundTrip planar420(const Picture& original);
+RoundTrip semiPlanar420(const Picture& original);
+RoundTrip packed422(const Picture& original);
