@@ -1,4 +1,4 @@
-// Takes pictures from RGB to 4:2:0 planar, 4:2:0 semi-planar and packed 4:2:2 and back, writes what came back as PNG and the
+// Takes a picture from RGB to 4:2:0 planar, 4:2:0 semi-planar and packed 4:2:2 and back, writes what came back as PNG and the
 // 4:2:0 planes as a video of one frame, and tells how far the colours moved and how fast it went.
 #include <cstdio>
 #include <exception>
@@ -14,49 +14,32 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* usage =
-    "usage: zelcc_roundtrip [-o FOLDER] PICTURE...\n"
-    "PICTURE is a PNG or JPEG file; there is no default. The results go to FOLDER, or to the current folder.\n";
-
-struct Arguments {
-    fs::path folder = ".";
-    std::vector<std::string> pictures;
-};
-
-bool parse(int count, char** words, Arguments& arguments) {
-    for (int i = 1; i < count; ++i) {
-        const std::string word = words[i];
-        if (word == "-o" && i + 1 < count)
-            arguments.folder = words[++i];
-        else if (word.starts_with('-'))
-            return false;
-        else
-            arguments.pictures.push_back(word);
-    }
-    return !arguments.pictures.empty();
-}
-
 // False when a conversion failed.
-bool convert(const std::string& path, const fs::path& folder) {
+bool convert(const fs::path& path, const fs::path& folder) {
     const Picture original = readPicture(path);
-    std::printf("%s: %d x %d\n", path.c_str(), original.size.width, original.size.height);
+    std::printf("%s: %d x %d\n\n", path.c_str(), original.size.width, original.size.height);
     const std::vector<RoundTrip> trips{planar420(original), semiPlanar420(original), packed422(original)};
     printTable(trips);
+    std::printf("\n");
 
-    const std::string stem = (folder / fs::path(path).stem()).string();
+    fs::create_directories(folder);
     bool complete = true;
+    const auto target = [&](const std::string& ending) { return (folder / path.stem()).string() + "-" + ending; };
+    const auto announce = [](const std::string& name, ZelSize size) {
+        std::printf("%s: %d x %d\n", name.c_str(), size.width, size.height);
+    };
     for (const RoundTrip& trip : trips) {
         if (trip.decoded.pixels.empty()) {
             complete = false;
             continue;
         }
-        const std::string picture = stem + "-" + trip.layout + ".png";
+        const std::string picture = target(trip.layout + ".png");
         writePng(picture, trip.decoded);
-        std::printf("%s: %d x %d\n", picture.c_str(), trip.decoded.size.width, trip.decoded.size.height);
+        announce(picture, trip.decoded.size);
         if (trip.frame) {
-            const std::string video = stem + "-420.y4m";
+            const std::string video = target(trip.layout + ".y4m");
             writeY4m(video, *trip.frame);
-            std::printf("%s: %d x %d\n", video.c_str(), trip.frame->size.width, trip.frame->size.height);
+            announce(video, trip.frame->size);
         }
     }
     return complete;
@@ -64,21 +47,16 @@ bool convert(const std::string& path, const fs::path& folder) {
 
 }  // namespace
 
-int main(int count, char** words) {
-    Arguments arguments;
-    if (!parse(count, words, arguments)) {
-        std::fputs(usage, stderr);
+int main(int count, char** words) try {
+    if (count < 2 || count > 3) {
+        std::fputs(
+            "usage: roundtrip PICTURE [FOLDER]\n"
+            "PICTURE is a PNG or JPEG file; there is no default. The results go to FOLDER, or to the current one.\n",
+            stderr);
         return 2;
     }
-    bool complete = true;
-    for (const std::string& picture : arguments.pictures) {
-        try {
-            fs::create_directories(arguments.folder);
-            complete &= convert(picture, arguments.folder);
-        } catch (const std::exception& error) {
-            std::fprintf(stderr, "%s\n", error.what());
-            complete = false;
-        }
-    }
-    return complete ? 0 : 1;
+    return convert(words[1], count == 3 ? words[2] : ".") ? 0 : 1;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
 }
