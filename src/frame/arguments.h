@@ -1,0 +1,118 @@
+// From the argument list of an export to the images of the call. All exports have their arguments in one order: the source, the
+// destination, the size and then what the family adds, so the types of a public declaration say what each argument is.
+#pragma once
+
+#include <type_traits>
+
+#include "frame/conversion.h"
+#include "zelcc/types.h"
+
+namespace zel::ZEL_LEVEL {
+
+// An element of 2, 4 or 8 bytes gives the step its grain: the bits below are lost, of negative steps too.
+template <class Element>
+constexpr ptrdiff_t rowBytes(int32_t step) {
+    return step & -static_cast<int32_t>(sizeof(Element));
+}
+
+class Arguments {
+  public:
+    template <class... A>
+    ZEL_INLINE explicit Arguments(A... a) {
+        read(a...);
+    }
+
+    ZEL_INLINE bool hasNullPointer() const { return nullPointer_; }
+    ZEL_INLINE bool hasNullPlane() const { return nullPlane_; }
+    ZEL_INLINE const Images& images() const { return images_; }
+
+  private:
+    // A plane or an array of three planes, with a step for each or one for all. Two single planes on a side are luma and
+    // interleaved chroma.
+    template <class Pointer, class Steps, class... Rest>
+    ZEL_INLINE void read(Pointer pointer, Steps steps, Rest... rest) {
+        if constexpr (std::is_pointer_v<std::remove_pointer_t<Pointer>>) {
+            const bool present = pointer && isPresent(steps);
+            nullPointer_ |= !present;
+            for (int i = 0; present && i < 3; ++i) {
+                nullPlane_ |= !pointer[i];
+                add(pointer[i], stepOf(steps, i));
+            }
+        } else {
+            nullPointer_ |= !pointer;
+            add(pointer, steps);
+        }
+        read(rest...);
+    }
+    ZEL_INLINE void read(ZelSize size) { images_.size = size; }
+    ZEL_INLINE void read(ZelSize size, uint8_t alpha) {
+        images_.size = size;
+        images_.alpha = alpha;
+    }
+
+    ZEL_INLINE static bool isPresent(int32_t) { return true; }
+    ZEL_INLINE static bool isPresent(const int32_t* steps) { return steps; }
+    ZEL_INLINE static int32_t stepOf(int32_t step, int) { return step; }
+    ZEL_INLINE static int32_t stepOf(const int32_t* steps, int i) { return steps[i]; }
+
+    template <class Element>
+    ZEL_INLINE void add(const Element* plane, int32_t step) {
+        images_.source[sources_] = reinterpret_cast<const uint8_t*>(plane);
+        images_.sourceStep[sources_++] = rowBytes<Element>(step);
+    }
+    template <class Element>
+    ZEL_INLINE void add(Element* plane, int32_t step) {
+        images_.destination[destinations_] = reinterpret_cast<uint8_t*>(plane);
+        images_.destinationStep[destinations_++] = rowBytes<Element>(step);
+    }
+
+    Images images_{};
+    int sources_ = 0, destinations_ = 0;
+    bool nullPointer_ = false, nullPlane_ = false;
+};
+
+ZEL_INLINE bool isTooSmall(const Conversion& c, ZelSize size) {
+    return size.width < c.minimum.width || size.height < c.minimum.height;
+}
+
+ZEL_INLINE bool hasOddSize(const Conversion& c, ZelSize size) {
+    return size.width % c.site.width != 0 || size.height % c.site.height != 0;
+}
+
+// A pair of conversions of which the images' alignment picks one: all addresses and steps multiples of 16, or not.
+struct ByAlignment {
+    const Conversion& aligned;
+    const Conversion& other;
+};
+
+ZEL_INLINE const Conversion& choose(const Conversion& c, const Images&) { return c; }
+ZEL_INLINE const Conversion& choose(const ByAlignment& c, const Images& images) {
+    uintptr_t bits = 0;
+    for (int i = 0; i < 4; ++i) {
+        bits |= reinterpret_cast<uintptr_t>(images.source[i]) | reinterpret_cast<uintptr_t>(images.destination[i]);
+        bits |= uintptr_t(images.sourceStep[i]) | uintptr_t(images.destinationStep[i]);
+    }
+    return bits % 16 == 0 ? c.aligned : c.other;
+}
+
+// The public layer of a conversion: a function with the signature of its export.
+template <const auto& conversion, class Signature>
+struct Export;
+
+template <const auto& conversion, class... A>
+struct Export<conversion, ZelStatus(A...)> {
+    static ZelStatus call(A... a) {
+        const Arguments arguments(a...);
+        const Images& images = arguments.images();
+        const Conversion& c = choose(conversion, images);
+        const bool tooSmall = isTooSmall(c, images.size);
+        if (c.checks == Checks::sizeFirst && tooSmall) return zelStsSizeErr;
+        if (arguments.hasNullPointer()) return zelStsNullPtrErr;
+        if (tooSmall) return zelStsSizeErr;
+        if (arguments.hasNullPlane()) return zelStsNullPtrErr;
+        convert(c, images);
+        return c.oddSize == OddSize::warned && hasOddSize(c, images.size) ? zelStsOddSizeWarn : zelStsNoErr;
+    }
+};
+
+}  // namespace zel::ZEL_LEVEL

@@ -1,0 +1,45 @@
+// The end of a family's source file: its table of implementations at the level at hand, in the order of exports.def. Before
+// including it the file defines ZEL_CURRENT_<group> as `~, 1`, and for every export of the group its conversion in namespace
+// rows, under the export's name. The types come from the public declarations, so a row cannot disagree with them.
+#include "frame/arguments.h"
+
+#define ZEL_SECOND_(a, b, ...) b
+#define ZEL_SECOND(...) ZEL_SECOND_(__VA_ARGS__)
+#define ZEL_IS_CURRENT(group) ZEL_SECOND(ZEL_CURRENT_##group, 0, )
+
+#define ZEL_JOIN_(a, b) a##b
+#define ZEL_JOIN(a, b) ZEL_JOIN_(a, b)
+#define ZEL_TABLE_(level, group) zel_##level##_##group
+#define ZEL_TABLE(level, group) ZEL_TABLE_(level, group)
+
+namespace zel {
+using Implementation = void (*)();
+}
+
+#define ZEL_IMPLEMENTATION_0(name)
+#define ZEL_IMPLEMENTATION_1(name) \
+    reinterpret_cast<zel::Implementation>(&zel::ZEL_LEVEL::Export<zel::ZEL_LEVEL::rows::name, decltype(::name)>::call),
+
+// The column of the small in-order cores has only the exports with two implementations.
+#define ZEL_IN_COLUMN_avx512(columns) 1
+#define ZEL_IN_COLUMN_avx2(columns) 1
+#define ZEL_IN_COLUMN_ssse3(columns) 1
+#define ZEL_IN_COLUMN_s8(columns) ZEL_JOIN(ZEL_HAS_TWO_, columns)
+#define ZEL_HAS_TWO_1 0
+#define ZEL_HAS_TWO_2 1
+#define ZEL_AND_00 0
+#define ZEL_AND_01 0
+#define ZEL_AND_10 0
+#define ZEL_AND_11 1
+#define ZEL_AND_(a, b) ZEL_AND_##a##b
+#define ZEL_AND(a, b) ZEL_AND_(a, b)
+
+#define ZEL_EXPORT(name, group, columns) \
+    ZEL_JOIN(ZEL_IMPLEMENTATION_, ZEL_AND(ZEL_IS_CURRENT(group), ZEL_JOIN(ZEL_IN_COLUMN_, ZEL_LEVEL)(columns)))(name)
+
+extern "C" {
+extern const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[];
+const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[] = {
+#include "frame/exports.def"
+};
+}

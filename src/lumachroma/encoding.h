@@ -1,0 +1,187 @@
+// RGB to studio-range YCbCr (ITU-R BT.601): the arithmetic of one pixel and of one chroma site.
+//
+//   Y  =  0.257 R + 0.504 G + 0.098 B + 16
+//   Cb = -0.148 R - 0.291 G + 0.439 B + 128
+//   Cr =  0.439 R - 0.368 G - 0.071 B + 128
+//
+// Each output has several fixed-point rules, whose results differ by one on some colours on purpose: high multiplies of 16-bit
+// words, truncated or rounded, with each product floored by itself, and exact 32-bit sums. Channels are named a, b, c by their
+// place in the pixel: a and c are red and blue in the order of the layout, b is green.
+#pragma once
+
+#include "simd/pixels.h"
+
+namespace zel::ZEL_LEVEL {
+
+// The even or the odd pixels of a channel as words.
+enum class Parity { even, odd };
+
+template <Parity parity>
+ZEL_INLINE UWords times256(Bytes x) {
+    return parity == Parity::even ? (UWords)x << 8 : (UWords)x & 0xff00;
+}
+template <Parity parity>
+ZEL_INLINE Words times64(Bytes x) {
+    return mulAddPairs(x, (Bytes)splatWord(parity == Parity::even ? 64 : 64 << 8));
+}
+
+// A byte per pixel from a rule that gives words of 0..255 for one parity.
+template <class Rule>
+ZEL_INLINE Bytes perPixel(const Rule& rule, Triple t) {
+    return (Bytes)(rule.template at<Parity::even>(t) | rule.template at<Parity::odd>(t) << 8);
+}
+
+// Y = (floor(a ka / 256) + floor(b kb / 256) + floor(c kc / 256) + bias) >> shift
+struct TruncatedLumaConstants {
+    uint16_t a, b, c, bias;
+};
+
+template <int shift>
+class TruncatedLuma {
+  public:
+    using Constants = TruncatedLumaConstants;
+
+    ZEL_INLINE explicit TruncatedLuma(const Constants& k)
+        : a_((UWords)splatWord(k.a)), b_((UWords)splatWord(k.b)), c_((UWords)splatWord(k.c)), bias_((UWords)splatWord(k.bias)) {}
+
+    ZEL_INLINE Bytes operator()(Triple t) const { return perPixel(*this, t); }
+
+    template <Parity parity>
+    ZEL_INLINE UWords at(Triple t) const {
+        return (mulHigh(times256<parity>(t.a), a_) + mulHigh(times256<parity>(t.b), b_) + mulHigh(times256<parity>(t.c), c_) +
+                bias_) >>
+               shift;
+    }
+
+  private:
+    UWords a_, b_, c_, bias_;
+};
+
+// Y = (round(a ka / 256) + round(b kb / 256) + round(c kc / 256) + bias) >> 6
+struct RoundedLumaConstants {
+    int16_t a, b, c, bias;
+};
+
+class RoundedLuma {
+  public:
+    using Constants = RoundedLumaConstants;
+
+    ZEL_INLINE explicit RoundedLuma(const Constants& k)
+        : a_(splatWord(2 * k.a)), b_(splatWord(2 * k.b)), c_(splatWord(2 * k.c)), bias_(splatWord(k.bias)) {}
+
+    ZEL_INLINE Bytes operator()(Triple t) const { return perPixel(*this, t); }
+
+    template <Parity parity>
+    ZEL_INLINE UWords at(Triple t) const {
+        // The rounding multiply drops 15 bits: 64 x times 2 k leaves x k / 256.
+        return (UWords)(mulRound(times64<parity>(t.a), a_) + mulRound(times64<parity>(t.b), b_) +
+                        mulRound(times64<parity>(t.c), c_) + bias_) >>
+               6;
+    }
+
+  private:
+    Words a_, b_, c_, bias_;
+};
+
+// Chroma of single pixels: (floor(a ka / 512) + floor(b kb / 512) + floor(c kc / 512) + 128.5 * 128) >> 7, with signed
+// coefficients, so that a negative product is floored, not truncated.
+struct TruncatedChromaConstants {
+    int16_t a, b, c;
+};
+
+class TruncatedChroma {
+  public:
+    using Constants = TruncatedChromaConstants;
+
+    ZEL_INLINE explicit TruncatedChroma(const Constants& k) : a_(splatWord(k.a)), b_(splatWord(k.b)), c_(splatWord(k.c)) {}
+
+    ZEL_INLINE Bytes operator()(Triple t) const { return perPixel(*this, t); }
+
+    template <Parity parity>
+    ZEL_INLINE UWords at(Triple t) const {
+        const auto product = [](Bytes x, Words k) { return mulHigh((Words)(times256<parity>(x) >> 1), k); };
+        return (UWords)(product(t.a, a_) + product(t.b, b_) + product(t.c, c_) + splatWord(128 * 128 + 64)) >> 7;
+    }
+
+  private:
+    Words a_, b_, c_;
+};
+
+// Chroma as a difference from one of the two outer channels, with a floor or a rounding for each product:
+//   (bias + own * ko - (other * kt + green * kg)) >> shift
+// The constants are magnitudes: the negated product of a floor is not the floor of the negated product.
+struct DifferenceConstants {
+    int16_t own, other, green;
+};
+
+struct Floored {
+    ZEL_INLINE static Words product(Words x, Words k) { return mulHigh(x, k); }
+};
+struct Rounded {
+    ZEL_INLINE static Words product(Words x, Words k) { return mulRound(x, k); }
+};
+
+template <class Product, int shift>
+ZEL_INLINE Words difference(Words own, Words other, Words green, const DifferenceConstants& k, Words bias) {
+    const Words sum = bias + Product::product(own, splatWord(k.own)) -
+                      (Product::product(other, splatWord(k.other)) + Product::product(green, splatWord(k.green)));
+    return (Words)((UWords)sum >> shift);
+}
+
+// Exact sums in 32 bits: (a ka + b kb + c kc + bias) >> shift. A coefficient of b that does not fit 16 bits is given in two
+// parts.
+struct ExactConstants {
+    int16_t a, b, c, b2;
+    int32_t bias, oddBias;  // for the even and the odd of a pair of pixels; a site has the first alone
+};
+
+constexpr ExactConstants exact(int a, int b, int c, int32_t bias, int32_t oddBias) {
+    const int half = b / 2;
+    return {int16_t(a), int16_t(b - half), int16_t(c), int16_t(half), bias, oddBias};
+}
+constexpr ExactConstants exact(int a, int b, int c, int32_t bias) { return exact(a, b, c, bias, bias); }
+
+// Channels as pairs of words, ready for the multiply-add.
+struct ChannelPairs {
+    Words abLow, abHigh, cbLow, cbHigh;
+
+    ZEL_INLINE ChannelPairs(Words a, Words b, Words c)
+        : abLow(interleaveLow(a, b)), abHigh(interleaveHigh(a, b)), cbLow(interleaveLow(c, b)), cbHigh(interleaveHigh(c, b)) {}
+};
+
+class ExactSum {
+  public:
+    ZEL_INLINE explicit ExactSum(const ExactConstants& k)
+        : ab_(splatWords(k.a, k.b)), cb_(splatWords(k.c, k.b2)), bias_(splatDwords(k.bias, k.oddBias)) {}
+
+    template <int shift>
+    ZEL_INLINE Dwords at(Words ab, Words cb) const {
+        return (mulAddPairs(ab, ab_) + mulAddPairs(cb, cb_) + bias_) >> shift;
+    }
+    template <int shift>
+    ZEL_INLINE Words at(const ChannelPairs& p) const {
+        return packWords(at<shift>(p.abLow, p.cbLow), at<shift>(p.abHigh, p.cbHigh));
+    }
+
+  private:
+    Words ab_, cb_;
+    Dwords bias_;
+};
+
+// The exact sum of each pixel.
+class ExactPixels {
+  public:
+    using Constants = ExactConstants;
+
+    ZEL_INLINE explicit ExactPixels(const ExactConstants& k) : sum_(k) {}
+
+    ZEL_INLINE Bytes operator()(Triple t) const {
+        const ChannelPairs low(lowBytes(t.a), lowBytes(t.b), lowBytes(t.c)), high(highBytes(t.a), highBytes(t.b), highBytes(t.c));
+        return packBytes(sum_.at<16>(low), sum_.at<16>(high));
+    }
+
+  private:
+    ExactSum sum_;
+};
+
+}  // namespace zel::ZEL_LEVEL

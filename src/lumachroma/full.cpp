@@ -1,0 +1,237 @@
+// RGB to and from YCbCr at full resolution: every pixel has its own chroma. Block and tail of a row follow different rules where
+// the table says so: a colour may then convert differently at two places of one row, and that is meant.
+#include "frame/layouts.h"
+#include "lumachroma/decoding.h"
+#include "lumachroma/encoding.h"
+#include "zelcc/lumachroma.h"
+
+namespace zel::ZEL_LEVEL {
+namespace {
+
+// Encoder rules: a pixel's a, b, c to Y, Cb, Cr.
+template <class Luma, class Chroma>
+struct Encode {
+    struct Constants {
+        typename Luma::Constants luma;
+        typename Chroma::Constants cb, cr;
+    };
+    static constexpr Order order = Order::natural;
+
+    Luma luma;
+    Chroma cb, cr;
+
+    ZEL_INLINE explicit Encode(const Constants& k) : luma(k.luma), cb(k.cb), cr(k.cr) {}
+    ZEL_INLINE Triple operator()(Triple t) const { return {luma(t), cb(t), cr(t)}; }
+};
+
+using EncodeWord = Encode<TruncatedLuma<8>, TruncatedChroma>;
+using EncodeExact = Encode<ExactPixels, ExactPixels>;
+
+// RGB alone: Cb is a difference from channel c, Cr one from channel a. Only 2 of the 32 that would round are added before the
+// shift, so this rule is one below the exact one for nearly half of all colours. That is meant.
+struct EncodeRounded {
+    struct Constants {
+        RoundedLumaConstants luma;
+        DifferenceConstants cb, cr;
+        int16_t chromaBias;
+    };
+    static constexpr Order order = Order::natural;
+
+    const Constants& k;
+    RoundedLuma luma;
+
+    ZEL_INLINE explicit EncodeRounded(const Constants& constants) : k(constants), luma(constants.luma) {}
+
+    struct Chroma {
+        const Constants& k;
+        bool fromC;
+
+        template <Parity parity>
+        ZEL_INLINE UWords at(Triple t) const {
+            // The rounding multiply takes 128 x.
+            const Words a = times64<parity>(t.a) << 1, b = times64<parity>(t.b) << 1, c = times64<parity>(t.c) << 1;
+            const Words bias = splatWord(k.chromaBias);
+            return (UWords)(fromC ? difference<Rounded, 6>(c, a, b, k.cb, bias) : difference<Rounded, 6>(a, c, b, k.cr, bias));
+        }
+    };
+
+    ZEL_INLINE Triple operator()(Triple t) const {
+        return {perPixel(luma, t), perPixel(Chroma{k, true}, t), perPixel(Chroma{k, false}, t)};
+    }
+};
+
+// Decoder rules: Y, p, q of a pixel to a, b, c.
+template <class Rule>
+struct Decode {
+    using Constants = typename Rule::Constants;
+    static constexpr Order order = Rule::order;
+
+    Rule rule;
+
+    ZEL_INLINE explicit Decode(const Constants& k) : rule(k) {}
+    ZEL_INLINE Triple operator()(Triple t) const { return rule.pixels(t.a, t.b, t.c); }
+};
+
+// Interleaved YCbCr to RGB takes p from the third byte and q from the second.
+template <class Rule>
+struct DecodeCrossed : Decode<Rule> {
+    using Decode<Rule>::Decode;
+    ZEL_INLINE Triple operator()(Triple t) const { return this->rule.pixels(t.a, t.c, t.b); }
+};
+
+template <class From, class Rule, class To>
+struct PixelKernel {
+    using Constants = typename Rule::Constants;
+    static constexpr int sites = blockPixels;
+
+    static void blocks(const Constants& constants, Row row, size_t count) {
+        const Rule rule(constants);
+        for (size_t i = 0; i < count; ++i) To::template store<Rule::order>(row, 0, i, rule(From::load(row, i)));
+    }
+};
+
+// Four bytes a pixel to four bytes a pixel by the exact rules, without taking the channels apart. The fourth byte stays.
+ZEL_INLINE void storeColours(uint8_t* p, Bytes colours) {
+#if ZEL_LANES == 4
+    _mm512_mask_storeu_epi8(p, 0x7777777777777777u, (Register)colours);
+#else
+    const Dwords alpha = (Dwords)loadBytes(p) & splatDword(int32_t(0xff000000u));
+    storeVector(p, ((Dwords)colours & splatDword(0x00ffffff)) | alpha);
+#endif
+}
+
+struct EncodeExactAlpha {
+    using Constants = EncodeExact::Constants;
+    static constexpr int sites = vectorBytes / 4;
+
+    static void blocks(const Constants& k, Row row, size_t count) {
+        const Sum luma(k.luma), cb(k.cb), cr(k.cr);
+        for (size_t i = 0; i < count; ++i) {
+            const Bytes pixels = loadBytes(row.in[0] + i * vectorBytes);
+            const Words ac = evenBytes(pixels), b = oddBytes(pixels) & splatWords(0xff, 0),
+                        bb = (Words)((Dwords)b | (Dwords)b << 16);
+            // Each sum has its byte in bits 16 to 23.
+            const Dwords y = luma(ac, bb) >> 16, u = cb(ac, bb) >> 8 & splatDword(0xff00), v = cr(ac, bb) & splatDword(0xff0000);
+            storeColours(row.out[0] + i * vectorBytes, (Bytes)(y | u | v));
+        }
+    }
+
+  private:
+    struct Sum {
+        Words ac, bb;
+        Dwords bias;
+
+        ZEL_INLINE explicit Sum(const ExactConstants& k)
+            : ac(splatWords(k.a, k.c)), bb(splatWords(k.b, k.b2)), bias(splatDword(k.bias)) {}
+        ZEL_INLINE Dwords operator()(Words acPairs, Words bPairs) const {
+            return mulAddPairs(acPairs, ac) + mulAddPairs(bPairs, bb) + bias;
+        }
+    };
+};
+
+alignas(16) constexpr uint8_t lumaWithSecond[16] = {0, 128, 1, 128, 4, 128, 5, 128, 8, 128, 9, 128, 12, 128, 13, 128};
+alignas(16) constexpr uint8_t colourOrder[16] = {0, 8, 4, 128, 1, 9, 5, 128, 2, 10, 6, 128, 3, 11, 7, 128};
+
+// Y, q, p, alpha to a, b, c, alpha.
+struct DecodeExactAlpha {
+    using Constants = ExactDecodeConstants;
+    static constexpr int sites = vectorBytes / 4;
+
+    static void blocks(const Constants& k, Row row, size_t count) {
+        const auto low = [](int32_t even, int32_t odd) { return splatWords(lowWord(even), lowWord(odd)); };
+        const auto high = [](int32_t even, int32_t odd) { return splatWords(highWord(even), highWord(odd)); };
+        const Words aLow = low(k.ky, k.pa), aHigh = high(k.ky, k.pa), bLow = low(k.ky, k.pb), bHigh = high(k.ky, k.pb);
+        const Words qLow = low(0, k.qb), qHigh = high(0, k.qb), cLow = low(k.ky, k.qc), cHigh = high(k.ky, k.qc);
+        const Dwords biasA = splatDword(k.biasA), biasB = splatDword(k.biasB), biasC = splatDword(k.biasC);
+        const Bytes yqPattern = everyLane(lumaWithSecond), pattern = everyLane(colourOrder);
+        for (size_t i = 0; i < count; ++i) {
+            const Bytes pixels = loadBytes(row.in[0] + i * vectorBytes);
+            const Words yp = evenBytes(pixels), yq = (Words)shuffle(pixels, yqPattern);
+            const Dwords a = ((mulAddPairs(yp, aLow) + biasA) >> 16) + mulAddPairs(yp, aHigh);
+            const Dwords b =
+                ((mulAddPairs(yp, bLow) + mulAddPairs(yq, qLow) + biasB) >> 16) + mulAddPairs(yp, bHigh) + mulAddPairs(yq, qHigh);
+            const Dwords c = ((mulAddPairs(yq, cLow) + biasC) >> 16) + mulAddPairs(yq, cHigh);
+            storeColours(row.out[0] + i * vectorBytes, shuffle(packBytes(packWords(a, c), packWords(b, b)), pattern));
+        }
+    }
+};
+
+constexpr EncodeWord::Constants rgbWord{{16843, 33030, 6423, 128 + 16 * 256}, {-9699, -19071, 28770}, {28770, -24117, -4653}};
+constexpr EncodeRounded::Constants rgbRounded{{4211, 8258, 1606, 16 * 64 + 2},
+                                              {.own = 7193, .other = 2425, .green = 4768},
+                                              {.own = 7193, .other = 1163, .green = 6029},
+                                              128 * 64 + 2};
+constexpr EncodeExact::Constants rgbExact{exact(16843, 33030, 6423, 0x108000), exact(-9699, -19071, 28770, 0x808000),
+                                          exact(28770, -24117, -4653, 0x808000)};
+
+using bt601::Channels;
+constexpr WordDecodeConstants wordRgbA = bt601::word(bt601::wordA, Channels::rgb, Green::adds, 8);
+constexpr WordDecodeConstants wordRgbATruncated = bt601::word(bt601::wordA, Channels::rgb, Green::adds, 0);
+constexpr WordDecodeConstants wordRgbB = bt601::word(bt601::wordB, Channels::rgb, Green::adds, 8);
+constexpr WordDecodeConstants wordBgrB = bt601::word(bt601::wordB, Channels::bgr, Green::adds, 8);
+constexpr WordDecodeConstants wordRgbBSubtracted = bt601::word(bt601::wordB, Channels::rgb, Green::subtracts, 8);
+constexpr WordDecodeConstants wordBgrBSubtracted = bt601::word(bt601::wordB, Channels::bgr, Green::subtracts, 8);
+constexpr ExactDecodeConstants exactRgbA = bt601::exact(bt601::exactA, Channels::rgb, 0);
+constexpr ExactDecodeConstants exactRgbARounded = bt601::exact(bt601::exactA, Channels::rgb, 32768);
+constexpr ExactDecodeConstants exactRgbB = bt601::exact(bt601::exactB, Channels::rgb, 0);
+constexpr ExactDecodeConstants exactRgbBRounded = bt601::exact(bt601::exactB, Channels::rgb, 32768);
+
+constexpr Layout packed3{1, {{0, 3}}}, packed4{1, {{0, 4}}}, planes{3, {{0, 1}, {1, 1}, {2, 1}}};
+constexpr Layout planesCrossed{3, {{0, 1}, {2, 1}, {1, 1}}};  // the chroma that drives red before the one that drives blue
+
+constexpr Conversion conversion(Layout from, Layout to, Kernel block, Kernel tail = {}, int (*blockColumns)(int) = nullptr) {
+    return {.site = {1, 1}, .from = from, .to = to, .block = block, .tail = tail, .blockColumns = blockColumns};
+}
+
+constexpr Conversion keepingAlpha(Kernel rule) {
+    Conversion c = conversion(packed4, packed4, rule);
+    c.keepsAlpha = true;
+    return c;
+}
+
+template <class From, class To>
+constexpr Kernel encodeWord = kernel<PixelKernel<From, EncodeWord, To>>(rgbWord);
+template <class From, class To>
+constexpr Kernel encodeExact = kernel<PixelKernel<From, EncodeExact, To>>(rgbExact);
+template <class To, const WordDecodeConstants& constants>
+constexpr Kernel decodeWord = kernel<PixelKernel<FromPlanes, Decode<WordDecode>, To>>(constants);
+template <class To, const ExactDecodeConstants& constants>
+constexpr Kernel decodeExact = kernel<PixelKernel<FromPlanes, Decode<ExactDecode>, To>>(constants);
+
+using From3 = FromPacked<Interleaved3>;
+using From4 = FromPacked<Interleaved4>;
+
+}  // namespace
+
+namespace rows {
+
+constexpr Conversion zeliRGBToYCbCr_8u_C3R =
+    conversion(packed3, packed3, kernel<PixelKernel<From3, EncodeRounded, ToPacked3>>(rgbRounded), encodeExact<From3, ToPacked3>,
+               wholeBlocks<16>);
+constexpr Conversion zeliRGBToYCbCr_8u_AC4R = keepingAlpha(kernel<EncodeExactAlpha>(rgbExact));
+constexpr Conversion zeliRGBToYCbCr_8u_AC4P3R =
+    conversion(packed4, planes, encodeWord<From4, ToPlanes>, encodeExact<From4, ToPlanes>, wholeBlocks<8>);
+constexpr Conversion zeliRGBToYCbCr_8u_C3P3R =
+    conversion(packed3, planes, encodeWord<From3, ToPlanes>, encodeExact<From3, ToPlanes>, wholeBlocks<8>);
+constexpr Conversion zeliRGBToYCbCr_8u_P3R =
+    conversion(planes, planes, encodeWord<FromPlanes, ToPlanes>, encodeExact<FromPlanes, ToPlanes>, wholeBlocks<8>);
+
+constexpr Conversion zeliYCbCrToRGB_8u_C3R =
+    conversion(packed3, packed3, kernel<PixelKernel<From3, DecodeCrossed<WordDecode>, ToPacked3>>(wordRgbA),
+               kernel<PixelKernel<From3, DecodeCrossed<ExactDecode>, ToPacked3>>(exactRgbA), wholeBlocks<4>);
+constexpr Conversion zeliYCbCrToRGB_8u_AC4R = keepingAlpha(kernel<DecodeExactAlpha>(exactRgbA));
+constexpr Conversion zeliYCbCrToRGB_8u_P3R = conversion(planesCrossed, planes, decodeWord<ToPlanes, wordRgbATruncated>,
+                                                        decodeExact<ToPlanes, exactRgbARounded>, wholeBlocks<4>);
+constexpr Conversion zeliYCbCrToRGB_8u_P3C3R =
+    conversion(planesCrossed, packed3, decodeWord<ToPacked3, wordRgbB>, decodeExact<ToPacked3, exactRgbB>, wholeBlocks<8>);
+constexpr Conversion zeliYCbCrToRGB_8u_P3C4R = conversion(planesCrossed, packed4, decodeWord<ToPacked4, wordRgbBSubtracted>,
+                                                          decodeExact<ToPacked4, exactRgbBRounded>, wholeBlocks<8>);
+constexpr Conversion zeliYCbCrToBGR_8u_P3C3R = conversion(planes, packed3, decodeWord<ToPacked3, wordBgrB>);
+constexpr Conversion zeliYCbCrToBGR_8u_P3C4R = conversion(planes, packed4, decodeWord<ToPacked4, wordBgrBSubtracted>);
+
+}  // namespace rows
+}  // namespace zel::ZEL_LEVEL
+
+#define ZEL_CURRENT_full ~, 1
+#define ZEL_GROUP full
+#include "frame/table.h"

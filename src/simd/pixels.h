@@ -1,0 +1,225 @@
+// Pixel layouts in memory: how a block of pixels becomes one vector of bytes per channel, and back. A block has as many pixels as
+// a vector has bytes, lane l holding the pixels 16l to 16l+15.
+#pragma once
+
+#include "simd/vector.h"
+
+namespace zel::ZEL_LEVEL {
+
+constexpr int blockPixels = vectorBytes;
+
+// Channels are named by their place in the pixel, so one text serves RGB and BGR.
+struct Triple {
+    Bytes a, b, c;
+};
+
+// The order of the 16 pixels in a lane of a channel: natural, or split as a pack of even and odd pixels leaves them: 0 2 4 .. 1 3
+// 5 ..
+enum class Order { natural, split };
+
+constexpr int placeInLane(Order order, int pixel) { return order == Order::natural ? pixel : pixel / 2 + pixel % 2 * 8; }
+
+namespace triples {
+
+constexpr uint8_t none = 0x80;
+
+struct LanePatterns {
+    alignas(16) uint8_t place[3][3][16];  // [vector of the 48 bytes][channel]
+};
+
+// Where the bytes of each channel are in each of the three vectors that hold 16 pixels of a lane.
+constexpr LanePatterns gatherPatterns() {
+    LanePatterns p{};
+    for (int v = 0; v < 3; ++v)
+        for (int c = 0; c < 3; ++c)
+            for (int i = 0; i < 16; ++i) {
+                const int at = 3 * i + c;
+                p.place[v][c][i] = at / 16 == v ? static_cast<uint8_t>(at % 16) : none;
+            }
+    return p;
+}
+
+// Where the bytes of each of the three vectors are in each channel.
+constexpr LanePatterns scatterPatterns(Order order) {
+    LanePatterns p{};
+    for (int v = 0; v < 3; ++v)
+        for (int c = 0; c < 3; ++c)
+            for (int i = 0; i < 16; ++i) {
+                const int at = 16 * v + i;
+                p.place[v][c][i] = at % 3 == c ? static_cast<uint8_t>(placeInLane(order, at / 3)) : none;
+            }
+    return p;
+}
+
+// At the widest level: 3 and 64 have no common factor, so a channel's 64 bytes stand at 64 different places of the three vectors,
+// and two blends and one permute bring them together, or apart.
+struct WidePatterns {
+    alignas(64) uint8_t gather[3][64];
+    alignas(64) uint8_t scatter[3][64];
+};
+
+constexpr WidePatterns widePatterns(Order order) {
+    WidePatterns p{};
+    for (int c = 0; c < 3; ++c)
+        for (int i = 0; i < 64; ++i) {
+            p.gather[c][i] = static_cast<uint8_t>((3 * i + c) % 64);
+            const int vector = (c - i % 3 + 3) % 3;  // the one whose byte i belongs to channel c
+            const int pixel = (64 * vector + i) / 3;
+            p.scatter[c][i] = static_cast<uint8_t>(pixel / 16 * 16 + placeInLane(order, pixel % 16));
+        }
+    return p;
+}
+
+// The places i with i % 3 == remainder.
+constexpr uint64_t everyThird(int remainder) {
+    uint64_t mask = 0;
+    for (int i = remainder; i < 64; i += 3) mask |= uint64_t{1} << i;
+    return mask;
+}
+
+inline constexpr LanePatterns gather = gatherPatterns();
+template <Order order>
+inline constexpr LanePatterns scatter = scatterPatterns(order);
+template <Order order>
+inline constexpr WidePatterns wide = widePatterns(order);
+
+#if ZEL_LANES == 4
+// Bytes of v0 where i % 3 is 0, of v1 where it is 1, of v2 where it is 2.
+ZEL_INLINE Register blendThirds(Register v0, Register v1, Register v2) {
+    return _mm512_mask_mov_epi8(_mm512_mask_mov_epi8(v0, everyThird(1), v1), everyThird(2), v2);
+}
+ZEL_INLINE Bytes permute(Register v, const uint8_t (&pattern)[64]) {
+    return (Bytes)_mm512_permutexvar_epi8(_mm512_load_si512(pattern), v);
+}
+#endif
+
+}  // namespace triples
+
+// Three interleaved bytes a pixel.
+struct Interleaved3 {
+    static constexpr int bytes = 3;
+
+    ZEL_INLINE static Triple load(const uint8_t* p) {
+#if ZEL_LANES == 4
+        using namespace triples;
+        const Register v0 = (Register)loadBytes(p), v1 = (Register)loadBytes(p + 64), v2 = (Register)loadBytes(p + 128);
+        const auto& patterns = wide<Order::natural>;
+        return {permute(blendThirds(v0, v2, v1), patterns.gather[0]), permute(blendThirds(v1, v0, v2), patterns.gather[1]),
+                permute(blendThirds(v2, v1, v0), patterns.gather[2])};
+#else
+        const Bytes v[3] = {loadLanes(p, 48), loadLanes(p + 16, 48), loadLanes(p + 32, 48)};
+        const auto channel = [&](int c) {
+            const auto part = [&](int i) { return shuffle(v[i], everyLane(triples::gather.place[i][c])); };
+            return part(0) | part(1) | part(2);
+        };
+        return {channel(0), channel(1), channel(2)};
+#endif
+    }
+
+    template <Order order>
+    ZEL_INLINE static void store(uint8_t* p, Triple t) {
+#if ZEL_LANES == 4
+        using namespace triples;
+        const auto& patterns = wide<order>;
+        const Register a = (Register)permute((Register)t.a, patterns.scatter[0]);
+        const Register b = (Register)permute((Register)t.b, patterns.scatter[1]);
+        const Register c = (Register)permute((Register)t.c, patterns.scatter[2]);
+        storeVector(p, blendThirds(a, b, c));
+        storeVector(p + 64, blendThirds(b, c, a));
+        storeVector(p + 128, blendThirds(c, a, b));
+#else
+        const Bytes channels[3] = {t.a, t.b, t.c};
+        const auto vector = [&](int v) {
+            const auto part = [&](int c) { return shuffle(channels[c], everyLane(triples::scatter<order>.place[v][c])); };
+            return part(0) | part(1) | part(2);
+        };
+        storeLanes(p, 48, vector(0));
+        storeLanes(p + 16, 48, vector(1));
+        storeLanes(p + 32, 48, vector(2));
+#endif
+    }
+};
+
+namespace quads {
+
+alignas(16) inline constexpr uint8_t transpose[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
+alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
+
+#if ZEL_LANES == 4
+struct WidePatterns {
+    alignas(64) uint8_t gather[3][64];
+    alignas(64) uint8_t scatter[64];
+};
+
+// gather: pixel i lies in vector i / 16 at dword i % 16; vector v was rotated left by v bytes before the blend, so that channel c
+// of it stands at byte (c + v) % 4. scatter: 16-byte lane l takes the pixels 4l, 16 + 4l, 32 + 4l, 48 + 4l and their three
+// neighbours.
+constexpr WidePatterns widePatterns(Order order) {
+    WidePatterns p{};
+    for (int i = 0; i < 64; ++i) {
+        for (int c = 0; c < 3; ++c) p.gather[c][i] = static_cast<uint8_t>(i % 16 * 4 + (c + i / 16) % 4);
+        const int pixel = i / 16 * 4 + i % 16 / 4 * 16 + i % 4;
+        p.scatter[i] = static_cast<uint8_t>(pixel / 16 * 16 + placeInLane(order, pixel % 16));
+    }
+    return p;
+}
+
+template <Order order>
+inline constexpr WidePatterns wide = widePatterns(order);
+
+constexpr uint64_t everyFourth = 0x1111111111111111u;
+#endif
+
+}  // namespace quads
+
+// Four interleaved bytes a pixel, the fourth alpha or ignored.
+struct Interleaved4 {
+    static constexpr int bytes = 4;
+
+    ZEL_INLINE static Triple load(const uint8_t* p) {
+#if ZEL_LANES == 4
+        using namespace quads;
+        const Register v0 = (Register)loadBytes(p), v1 = _mm512_rol_epi32((Register)loadBytes(p + 64), 8);
+        const Register v2 = _mm512_rol_epi32((Register)loadBytes(p + 128), 16),
+                       v3 = _mm512_rol_epi32((Register)loadBytes(p + 192), 24);
+        const auto channel = [&](int c) {
+            const auto places = [&](int v) { return everyFourth << (c + v) % 4; };
+            Register x = _mm512_mask_mov_epi8(v0, places(1), v1);
+            x = _mm512_mask_mov_epi8(x, places(2), v2);
+            x = _mm512_mask_mov_epi8(x, places(3), v3);
+            return triples::permute(x, wide<Order::natural>.gather[c]);
+        };
+        return {channel(0), channel(1), channel(2)};
+#else
+        const Bytes pattern = everyLane(quads::transpose);
+        const auto part = [&](int i) { return (Dwords)shuffle(loadLanes(p + 16 * i, 64), pattern); };
+        const Dwords v0 = part(0), v1 = part(1), v2 = part(2), v3 = part(3);
+        const Bytes low01 = (Bytes)interleaveLow(v0, v1), low23 = (Bytes)interleaveLow(v2, v3);
+        const Bytes high01 = (Bytes)interleaveHigh(v0, v1), high23 = (Bytes)interleaveHigh(v2, v3);
+        return {interleaveLow64(low01, low23), interleaveHigh64(low01, low23), interleaveLow64(high01, high23)};
+#endif
+    }
+
+    template <Order order>
+    ZEL_INLINE static void store(uint8_t* p, Triple t, Bytes alpha) {
+#if ZEL_LANES == 4
+        const auto sorted = [](Bytes v) { return triples::permute((Register)v, quads::wide<order>.scatter); };
+#else
+        const auto sorted = [](Bytes v) { return order == Order::natural ? v : shuffle(v, everyLane(quads::natural)); };
+#endif
+        const Bytes a = sorted(t.a), b = sorted(t.b), c = sorted(t.c);
+        const Words abLow = (Words)interleaveLow(a, b), abHigh = (Words)interleaveHigh(a, b);
+        const Words cdLow = (Words)interleaveLow(c, alpha), cdHigh = (Words)interleaveHigh(c, alpha);
+        const Words quarters[4] = {interleaveLow(abLow, cdLow), interleaveHigh(abLow, cdLow), interleaveLow(abHigh, cdHigh),
+                                   interleaveHigh(abHigh, cdHigh)};
+        for (int i = 0; i < 4; ++i) {
+#if ZEL_LANES == 4
+            storeVector(p + 64 * i, quarters[i]);
+#else
+            storeLanes(p + 16 * i, 64, (Bytes)quarters[i]);
+#endif
+        }
+    }
+};
+
+}  // namespace zel::ZEL_LEVEL

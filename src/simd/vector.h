@@ -1,0 +1,203 @@
+// Vectors of 16-byte lanes: one lane at the level ssse3, two at avx2, four at avx512. Arithmetic, comparison, shifts by a
+// constant and logic come from the compiler's vector types; this header names what C++ has no word for. Every operation stays
+// inside its lane unless its comment says otherwise, so a wide vector is several narrow ones side by side and one source serves
+// all levels.
+#pragma once
+
+#include <immintrin.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "frame/level.h"
+
+namespace zel::ZEL_LEVEL {
+
+constexpr int lanes = ZEL_LANES;
+constexpr int laneBytes = 16;
+constexpr int vectorBytes = lanes * laneBytes;
+
+typedef uint8_t Bytes __attribute__((vector_size(vectorBytes)));
+typedef int16_t Words __attribute__((vector_size(vectorBytes)));
+typedef uint16_t UWords __attribute__((vector_size(vectorBytes)));
+typedef int32_t Dwords __attribute__((vector_size(vectorBytes)));
+typedef uint32_t UDwords __attribute__((vector_size(vectorBytes)));
+
+#if ZEL_LANES == 4
+using Register = __m512i;
+#define ZEL_MM(op) _mm512_##op
+#elif ZEL_LANES == 2
+using Register = __m256i;
+#define ZEL_MM(op) _mm256_##op
+#else
+using Register = __m128i;
+#define ZEL_MM(op) _mm_##op
+#endif
+
+ZEL_INLINE Bytes loadBytes(const void* p) {
+#if ZEL_LANES == 4
+    return (Bytes)_mm512_loadu_si512(p);
+#elif ZEL_LANES == 2
+    return (Bytes)_mm256_loadu_si256(static_cast<const __m256i*>(p));
+#else
+    return (Bytes)_mm_loadu_si128(static_cast<const __m128i*>(p));
+#endif
+}
+
+template <class V>
+ZEL_INLINE void storeVector(void* p, V v) {
+#if ZEL_LANES == 4
+    _mm512_storeu_si512(p, (Register)v);
+#elif ZEL_LANES == 2
+    _mm256_storeu_si256(static_cast<__m256i*>(p), (Register)v);
+#else
+    _mm_storeu_si128(static_cast<__m128i*>(p), (Register)v);
+#endif
+}
+
+// The same 16 bytes in every lane.
+ZEL_INLINE Bytes everyLane(const void* p) {
+    const __m128i lane = _mm_loadu_si128(static_cast<const __m128i*>(p));
+#if ZEL_LANES == 4
+    return (Bytes)_mm512_broadcast_i32x4(lane);
+#elif ZEL_LANES == 2
+    return (Bytes)_mm256_broadcastsi128_si256(lane);
+#else
+    return (Bytes)lane;
+#endif
+}
+
+ZEL_INLINE Bytes splatByte(uint8_t x) { return (Bytes)ZEL_MM(set1_epi8)(static_cast<char>(x)); }
+ZEL_INLINE Words splatWord(int x) { return (Words)ZEL_MM(set1_epi16)(static_cast<short>(x)); }
+ZEL_INLINE Dwords splatDword(int32_t x) { return (Dwords)ZEL_MM(set1_epi32)(x); }
+
+// Two words or dwords in turn.
+ZEL_INLINE Words splatWords(int even, int odd) {
+    return (Words)splatDword(int32_t(uint32_t(uint16_t(even)) | uint32_t(odd) << 16));
+}
+ZEL_INLINE Dwords splatDwords(int32_t even, int32_t odd) {
+    const auto pair = static_cast<int64_t>(uint64_t(uint32_t(even)) | uint64_t(uint32_t(odd)) << 32);
+#if ZEL_LANES == 4
+    return (Dwords)_mm512_set1_epi64(pair);
+#else
+    return (Dwords)ZEL_MM(set1_epi64x)(pair);
+#endif
+}
+
+// Lane l from the 16 bytes at p + l*stride.
+ZEL_INLINE Bytes loadLanes(const uint8_t* p, [[maybe_unused]] ptrdiff_t stride) {
+    const __m128i first = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+#if ZEL_LANES == 1
+    return (Bytes)first;
+#else
+    const auto lane = [&](int l) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + l * stride)); };
+    const __m256i pair = _mm256_inserti128_si256(_mm256_castsi128_si256(first), lane(1), 1);
+#if ZEL_LANES == 2
+    return (Bytes)pair;
+#else
+    const __m256i upper = _mm256_inserti128_si256(_mm256_castsi128_si256(lane(2)), lane(3), 1);
+    return (Bytes)_mm512_inserti64x4(_mm512_castsi256_si512(pair), upper, 1);
+#endif
+#endif
+}
+
+// Lane l to the 16 bytes at p + l*stride.
+ZEL_INLINE void storeLanes(uint8_t* p, [[maybe_unused]] ptrdiff_t stride, Bytes v) {
+    const auto put = [&](int l, __m128i x) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p + l * stride), x); };
+#if ZEL_LANES == 1
+    put(0, (__m128i)v);
+#elif ZEL_LANES == 2
+    put(0, _mm256_castsi256_si128((Register)v));
+    put(1, _mm256_extracti128_si256((Register)v, 1));
+#else
+    put(0, _mm512_castsi512_si128((Register)v));
+    put(1, _mm512_extracti32x4_epi32((Register)v, 1));
+    put(2, _mm512_extracti32x4_epi32((Register)v, 2));
+    put(3, _mm512_extracti32x4_epi32((Register)v, 3));
+#endif
+}
+
+// Half a vector of consecutive bytes as words, in order over the whole vector.
+ZEL_INLINE Words loadWidened(const uint8_t* p) {
+#if ZEL_LANES == 4
+    return (Words)_mm512_cvtepu8_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)));
+#elif ZEL_LANES == 2
+    return (Words)_mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+#else
+    return (Words)_mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128());
+#endif
+}
+
+// Words. Products keep their high half, floored or rounded; packs saturate and put the first operand into the lane's low half.
+ZEL_INLINE Words mulHigh(Words a, Words b) { return (Words)ZEL_MM(mulhi_epi16)((Register)a, (Register)b); }
+ZEL_INLINE UWords mulHigh(UWords a, UWords b) { return (UWords)ZEL_MM(mulhi_epu16)((Register)a, (Register)b); }
+ZEL_INLINE Words mulRound(Words a, Words b) { return (Words)ZEL_MM(mulhrs_epi16)((Register)a, (Register)b); }
+ZEL_INLINE Dwords mulAddPairs(Words a, Words b) { return (Dwords)ZEL_MM(madd_epi16)((Register)a, (Register)b); }
+ZEL_INLINE Words mulAddPairs(Bytes a, Bytes b) { return (Words)ZEL_MM(maddubs_epi16)((Register)a, (Register)b); }
+ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)ZEL_MM(packus_epi16)((Register)a, (Register)b); }
+ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)ZEL_MM(packs_epi32)((Register)a, (Register)b); }
+
+// Rounded mean of unsigned bytes.
+ZEL_INLINE Bytes mean(Bytes a, Bytes b) { return (Bytes)ZEL_MM(avg_epu8)((Register)a, (Register)b); }
+
+// Alternating elements of the low or high halves of the lanes of a and b, a first.
+ZEL_INLINE Bytes interleaveLow(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpacklo_epi8)((Register)a, (Register)b); }
+ZEL_INLINE Bytes interleaveHigh(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpackhi_epi8)((Register)a, (Register)b); }
+ZEL_INLINE Words interleaveLow(Words a, Words b) { return (Words)ZEL_MM(unpacklo_epi16)((Register)a, (Register)b); }
+ZEL_INLINE Words interleaveHigh(Words a, Words b) { return (Words)ZEL_MM(unpackhi_epi16)((Register)a, (Register)b); }
+ZEL_INLINE Dwords interleaveLow(Dwords a, Dwords b) { return (Dwords)ZEL_MM(unpacklo_epi32)((Register)a, (Register)b); }
+ZEL_INLINE Dwords interleaveHigh(Dwords a, Dwords b) { return (Dwords)ZEL_MM(unpackhi_epi32)((Register)a, (Register)b); }
+ZEL_INLINE Bytes interleaveLow64(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpacklo_epi64)((Register)a, (Register)b); }
+ZEL_INLINE Bytes interleaveHigh64(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpackhi_epi64)((Register)a, (Register)b); }
+
+// Bytes of a by the places in pattern; a place above 127 gives 0.
+ZEL_INLINE Bytes shuffle(Bytes a, Bytes pattern) { return (Bytes)ZEL_MM(shuffle_epi8)((Register)a, (Register)pattern); }
+
+// Words of a byte vector: the bytes at even places and at odd places, as numbers.
+ZEL_INLINE Words evenBytes(Bytes a) { return (Words)a & splatWord(0x00ff); }
+ZEL_INLINE Words oddBytes(Bytes a) { return (Words)((UWords)a >> 8); }
+
+// The bytes of the low or the high half of each lane as words.
+ZEL_INLINE Words lowBytes(Bytes a) { return (Words)interleaveLow(a, Bytes{}); }
+ZEL_INLINE Words highBytes(Bytes a) { return (Words)interleaveHigh(a, Bytes{}); }
+
+// Crosses lanes: the low and high halves of all lanes of v, each half brought together, to two places of half a vector.
+ZEL_INLINE void storeHalves(uint8_t* low, uint8_t* high, Bytes v) {
+#if ZEL_LANES == 4
+    const __m512i sorted = _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), (Register)v);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(low), _mm512_castsi512_si256(sorted));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(high), _mm512_extracti64x4_epi64(sorted, 1));
+#elif ZEL_LANES == 2
+    const __m256i sorted = _mm256_permute4x64_epi64((Register)v, 0xd8);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(low), _mm256_castsi256_si128(sorted));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(high), _mm256_extracti128_si256(sorted, 1));
+#else
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(low), (Register)v);
+    _mm_storeh_pd(reinterpret_cast<double*>(high), _mm_castsi128_pd((Register)v));
+#endif
+}
+
+// Crosses lanes: where a pack of two consecutive vectors left the 8-byte groups in the order 0 2 4 .. 1 3 5 .., puts them in
+// order.
+ZEL_INLINE Bytes inOrder(Bytes packed) {
+#if ZEL_LANES == 4
+    return (Bytes)_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), (Register)packed);
+#elif ZEL_LANES == 2
+    return (Bytes)_mm256_permute4x64_epi64((Register)packed, 0xd8);
+#else
+    return packed;
+#endif
+}
+
+// Crosses lanes: the reverse of inOrder, so that interleaving the low and the high halves of lanes gives consecutive vectors.
+ZEL_INLINE Bytes spreadForInterleave(Bytes v) {
+#if ZEL_LANES == 4
+    return (Bytes)_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7), (Register)v);
+#elif ZEL_LANES == 2
+    return (Bytes)_mm256_permute4x64_epi64((Register)v, 0xd8);
+#else
+    return v;
+#endif
+}
+
+}  // namespace zel::ZEL_LEVEL
