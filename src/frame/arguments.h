@@ -79,12 +79,6 @@ ZEL_INLINE bool hasOddSize(const Conversion& c, ZelSize size) {
     return size.width % c.site.width != 0 || size.height % c.site.height != 0;
 }
 
-// A pair of conversions of which the images' alignment picks one: all addresses and steps multiples of 16, or not.
-struct ByAlignment {
-    const Conversion& aligned;
-    const Conversion& other;
-};
-
 ZEL_INLINE const Conversion& choose(const Conversion& c, const Images&) { return c; }
 ZEL_INLINE const Conversion& choose(const ByAlignment& c, const Images& images) {
     uintptr_t bits = 0;

@@ -89,6 +89,12 @@ struct Conversion {
     bool keepsAlpha = false;
 };
 
+// A pair of conversions of which the images' alignment picks one: all addresses and steps multiples of 16, or not.
+struct ByAlignment {
+    const Conversion& aligned;
+    const Conversion& other;
+};
+
 template <int pixels>
 constexpr int wholeBlocks(int width) {
     return width & -pixels;

@@ -9,14 +9,14 @@ namespace zel::ZEL_LEVEL {
 // Packed pixels in one stream.
 template <class Pixels>
 struct FromPacked {
-    ZEL_INLINE static Triple load(const Row& row, size_t block) {
-        return Pixels::load(row.in[0] + block * blockPixels * Pixels::bytes);
+    ZEL_INLINE static Triple load(const Row& row, size_t block, int stream = 0) {
+        return Pixels::load(row.in[stream] + block * blockPixels * Pixels::bytes);
     }
 };
 
 struct FromPlanes {
-    ZEL_INLINE static Triple load(const Row& row, size_t block) {
-        const auto plane = [&](int i) { return loadBytes(row.in[i] + block * blockPixels); };
+    ZEL_INLINE static Triple load(const Row& row, size_t block, int stream = 0) {
+        const auto plane = [&](int i) { return loadBytes(row.in[stream + i] + block * blockPixels); };
         return {plane(0), plane(1), plane(2)};
     }
 };

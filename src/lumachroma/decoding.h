@@ -115,6 +115,16 @@ class ExactDecode {
           biasB_(splatDword(k.biasB)),
           biasC_(splatDword(k.biasC)) {}
 
+    // The chroma of a site's even or odd pixels.
+    struct Chroma {
+        Words p, q;
+    };
+    ZEL_INLINE Chroma chroma(Words p, Words q) const { return {p, q}; }
+    ZEL_INLINE Triple pixels(Bytes luma, const Chroma& even, const Chroma& odd) const {
+        return pixels(luma, (Bytes)(even.p | odd.p << 8), (Bytes)(even.q | odd.q << 8));
+    }
+    ZEL_INLINE Triple pixels(Bytes luma, const Chroma& pair) const { return pixels(luma, pair, pair); }
+
     // Luma and both chroma samples of each pixel.
     ZEL_INLINE Triple pixels(Bytes luma, Bytes p, Bytes q) const {
         const Half low = half(lowBytes(luma), lowBytes(p), lowBytes(q)), high = half(highBytes(luma), highBytes(p), highBytes(q));

@@ -177,7 +177,41 @@ ZEL_INLINE void storeHalves(uint8_t* low, uint8_t* high, Bytes v) {
 #endif
 }
 
-// Crosses lanes: where a pack of two consecutive vectors left the 8-byte groups in the order 0 2 4 .. 1 3 5 .., puts them in
+// Crosses lanes: the dwords 0 and 2 of all lanes of v, each brought together, to two places of a quarter of a vector.
+ZEL_INLINE void storeQuarters(uint8_t* first, uint8_t* second, Bytes v) {
+#if ZEL_LANES == 4
+    const __m512i sorted =
+        _mm512_permutexvar_epi32(_mm512_setr_epi32(0, 4, 8, 12, 2, 6, 10, 14, 0, 0, 0, 0, 0, 0, 0, 0), (Register)v);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(first), _mm512_castsi512_si128(sorted));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(second), _mm512_extracti32x4_epi32(sorted, 1));
+#elif ZEL_LANES == 2
+    const __m256i sorted = _mm256_permutevar8x32_epi32((Register)v, _mm256_setr_epi32(0, 4, 2, 6, 0, 0, 0, 0));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(first), _mm256_castsi256_si128(sorted));
+    _mm_storeh_pd(reinterpret_cast<double*>(second), _mm_castsi128_pd(_mm256_castsi256_si128(sorted)));
+#else
+    const uint32_t dwords[2] = {((UDwords)v)[0], ((UDwords)v)[2]};
+    __builtin_memcpy(first, &dwords[0], 4);
+    __builtin_memcpy(second, &dwords[1], 4);
+#endif
+}
+
+// A quarter of a vector of consecutive bytes, each four times.
+ZEL_INLINE Bytes loadQuadrupled(const uint8_t* p) {
+#if ZEL_LANES == 4
+    const __m512i dwords = _mm512_cvtepu8_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+#elif ZEL_LANES == 2
+    const __m256i dwords = _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+#else
+    int32_t bytes;
+    __builtin_memcpy(&bytes, p, 4);
+    const __m128i words = _mm_unpacklo_epi8(_mm_cvtsi32_si128(bytes), _mm_setzero_si128());
+    const __m128i dwords = _mm_unpacklo_epi16(words, _mm_setzero_si128());
+#endif
+    alignas(16) constexpr uint8_t fourTimes[16] = {0, 0, 0, 0, 4, 4, 4, 4, 8, 8, 8, 8, 12, 12, 12, 12};
+    return shuffle((Bytes)dwords, everyLane(fourTimes));
+}
+
+// Crosses lanes: a pack of two consecutive vectors leaves their 8-byte groups in the order 0 2 4 .. 1 3 5 ..; this puts them in
 // order.
 ZEL_INLINE Bytes inOrder(Bytes packed) {
 #if ZEL_LANES == 4
@@ -189,14 +223,17 @@ ZEL_INLINE Bytes inOrder(Bytes packed) {
 #endif
 }
 
-// Crosses lanes: the reverse of inOrder, so that interleaving the low and the high halves of lanes gives consecutive vectors.
-ZEL_INLINE Bytes spreadForInterleave(Bytes v) {
+// Crosses lanes: the bytes of a and b in turn, two vectors' worth.
+ZEL_INLINE void storeInterleaved(uint8_t* p, Bytes a, Bytes b) {
 #if ZEL_LANES == 4
-    return (Bytes)_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7), (Register)v);
-#elif ZEL_LANES == 2
-    return (Bytes)_mm256_permute4x64_epi64((Register)v, 0xd8);
+    const __m512i spread = _mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7);
+    a = (Bytes)_mm512_permutexvar_epi64(spread, (Register)a);
+    b = (Bytes)_mm512_permutexvar_epi64(spread, (Register)b);
+    storeVector(p, interleaveLow(a, b));
+    storeVector(p + vectorBytes, interleaveHigh(a, b));
 #else
-    return v;
+    storeLanes(p, 32, interleaveLow(a, b));
+    storeLanes(p + 16, 32, interleaveHigh(a, b));
 #endif
 }
 

@@ -1,0 +1,347 @@
+// RGB to YCbCr with subsampled chroma. Luma is computed for each pixel. Chroma is computed once for each site, from the sums of
+// the channels over its pixels: a box average, with the matrix last. A site is 2 x 1 (4:2:2), 2 x 2 (4:2:0) or 4 x 1 pixels
+// (4:1:1).
+#include "frame/layouts.h"
+#include "lumachroma/encoding.h"
+#include "zelcc/lumachroma.h"
+
+namespace zel::ZEL_LEVEL {
+namespace {
+
+// The two chroma samples of a site, in the order of the destination's planes or bytes.
+struct ChromaPair {
+    Words first, second;
+};
+
+// From the outer channels' differences; `firstFrom` names the channel whose difference comes first.
+enum class Outer { a, c };
+
+template <class Product, int shift, Outer firstFrom>
+class DifferenceChroma {
+  public:
+    struct Constants {
+        DifferenceConstants fromA, fromC;
+        int16_t bias;
+    };
+    static constexpr int weight = 32;  // of the sums
+
+    ZEL_INLINE explicit DifferenceChroma(const Constants& k) : k_(k) {}
+
+    ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
+        const Words bias = splatWord(k_.bias);
+        const Words fromA = difference<Product, shift>(a, c, b, k_.fromA, bias),
+                    fromC = difference<Product, shift>(c, a, b, k_.fromC, bias);
+        return firstFrom == Outer::a ? ChromaPair{fromA, fromC} : ChromaPair{fromC, fromA};
+    }
+
+  private:
+    const Constants& k_;
+};
+
+template <int shift>
+class ExactChroma {
+  public:
+    struct Constants {
+        ExactConstants first, second;
+    };
+    static constexpr int weight = 1;
+
+    ZEL_INLINE explicit ExactChroma(const Constants& k) : first_(k.first), second_(k.second) {}
+
+    ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
+        const ChannelPairs pairs(a, b, c);
+        return {first_.template at<shift>(pairs), second_.template at<shift>(pairs)};
+    }
+
+  private:
+    ExactSum first_, second_;
+};
+
+// The weighted sums of horizontal pairs of pixels.
+template <int weight>
+ZEL_INLINE Words pairSums(Bytes x) {
+    return mulAddPairs(x, splatByte(weight));
+}
+
+// Destinations. The first chroma stream follows the luma rows.
+struct ChromaPlanes {
+    static constexpr bool hasLumaStreams = true;
+    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, ChromaPair chroma) {
+        const size_t at = block * blockPixels / 2;
+        storeHalves(row.out[stream] + at, row.out[stream + 1] + at, packBytes(chroma.first, chroma.second));
+    }
+};
+
+struct ChromaInterleaved {
+    static constexpr bool hasLumaStreams = true;
+    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, ChromaPair chroma) {
+        storeVector(row.out[stream] + block * blockPixels, chroma.first | chroma.second << 8);
+    }
+};
+
+// Y0 C Y1 C'
+struct PackedPairs {
+    static constexpr bool hasLumaStreams = false;
+    ZEL_INLINE static void store(const Row& row, int, size_t block, Bytes luma, ChromaPair chroma) {
+        storeInterleaved(row.out[0] + block * blockPixels * 2, luma, (Bytes)(chroma.first | chroma.second << 8));
+    }
+};
+
+template <class Luma, class Chroma>
+struct EncodeConstants {
+    typename Luma::Constants luma;
+    typename Chroma::Constants chroma;
+};
+
+// Sites of two pixels a row, on one row or on two.
+template <int rows, class From, class Luma, class Chroma, class To>
+struct PairKernel {
+    using Constants = EncodeConstants<Luma, Chroma>;
+    static constexpr int sites = blockPixels / 2;
+
+    static void blocks(const Constants& k, Row row, size_t count) {
+        const Luma luma(k.luma);
+        const Chroma chroma(k.chroma);
+        for (size_t i = 0; i < count; ++i) {
+            Words a{}, b{}, c{};
+            Bytes y{};
+            for (int r = 0; r < rows; ++r) {
+                const Triple t = From::load(row, i, r);
+                y = luma(t);
+                if constexpr (To::hasLumaStreams) storeVector(row.out[r] + i * blockPixels, y);
+                a += pairSums<Chroma::weight>(t.a);
+                b += pairSums<Chroma::weight>(t.b);
+                c += pairSums<Chroma::weight>(t.c);
+            }
+            To::store(row, rows, i, y, chroma(a, b, c));
+        }
+    }
+};
+
+// Sites of four pixels of one row.
+template <class From, class Luma, class Chroma>
+struct QuadKernel {
+    using Constants = EncodeConstants<Luma, Chroma>;
+    static constexpr int sites = blockPixels / 4;
+
+    static void blocks(const Constants& k, Row row, size_t count) {
+        const Luma luma(k.luma);
+        const Chroma chroma(k.chroma);
+        const auto sums = [](Bytes x) {
+            const Dwords quads = mulAddPairs(pairSums<Chroma::weight>(x), splatWord(1));
+            return packWords(quads, quads);
+        };
+        for (size_t i = 0; i < count; ++i) {
+            const Triple t = From::load(row, i);
+            storeVector(row.out[0] + i * blockPixels, luma(t));
+            const ChromaPair pair = chroma(sums(t.a), sums(t.b), sums(t.c));
+            storeQuarters(row.out[1] + i * sites, row.out[2] + i * sites, packBytes(pair.first, pair.second));
+        }
+    }
+};
+
+using From3 = FromPacked<Interleaved3>;
+using From4 = FromPacked<Interleaved4>;
+
+// Rules by geometry and channel order. The shift of a truncated or rounded chroma rule goes with the pixels of a site.
+using WordLuma = TruncatedLuma<7>;
+using PackedLuma = TruncatedLuma<8>;
+using Word420 = DifferenceChroma<Floored, 7, Outer::a>;
+using Word422 = DifferenceChroma<Floored, 6, Outer::a>;
+using Rounded420 = DifferenceChroma<Rounded, 6, Outer::c>;
+using Rounded411 = DifferenceChroma<Rounded, 6, Outer::a>;
+using Exact420 = ExactChroma<18>;
+using Exact422 = ExactChroma<17>;
+
+constexpr TruncatedLumaConstants wordLumaRgb{8422, 16515, 3212, 2112}, wordLumaBgr{3212, 16515, 8422, 2112};
+constexpr DifferenceConstants fromBlue{.own = 28770, .other = 9699, .green = 19071},
+    fromRed{.own = 28770, .other = 4653, .green = 24117};
+constexpr DifferenceConstants roundedFromBlue{.own = 7193, .other = 2425, .green = 4768},
+    roundedFromRed{.own = 7193, .other = 1163, .green = 6029};
+
+constexpr EncodeConstants<WordLuma, Word420> word420Bgr{wordLumaBgr, {fromBlue, fromRed, 16400}};
+constexpr EncodeConstants<WordLuma, Word420> word420Rgb{wordLumaRgb, {fromRed, fromBlue, 16400}};
+constexpr EncodeConstants<WordLuma, Word422> word422Bgr{wordLumaBgr, {fromBlue, fromRed, 8200}};
+constexpr EncodeConstants<WordLuma, Word422> word422Rgb{wordLumaRgb, {fromRed, fromBlue, 8200}};
+
+// Both biases hold 2 of the 32 or 64 that would round: the results truncate, and are meant to.
+constexpr EncodeConstants<RoundedLuma, Rounded420> rounded420Rgb{
+    {4211, 8258, 1606, 16 * 64 + 2}, {.fromA = roundedFromRed, .fromC = roundedFromBlue, .bias = 128 * 64 + 2}};
+// Here nothing is added before the shift, and that is meant too.
+constexpr EncodeConstants<RoundedLuma, Rounded411> rounded411Bgr{
+    {1606, 8258, 4211, 16 * 64}, {.fromA = roundedFromBlue, .fromC = roundedFromRed, .bias = 128 * 64}};
+
+constexpr ExactConstants exactCb(Outer red, int32_t bias) {
+    return red == Outer::a ? exact(-9699, -19071, 28770, bias) : exact(28770, -19071, -9699, bias);
+}
+constexpr ExactConstants exactCr(Outer red, int32_t bias) {
+    return red == Outer::a ? exact(28770, -24117, -4653, bias) : exact(-4653, -24117, 28770, bias);
+}
+constexpr ExactConstants exactY(Outer red, int32_t bias, int32_t oddBias) {
+    return red == Outer::a ? exact(16843, 33030, 6423, bias, oddBias) : exact(6423, 33030, 16843, bias, oddBias);
+}
+
+// The sums' biases hold 128 and an eighth, not a half: site averages are rounded down more often than up, and are meant to be.
+constexpr int32_t lumaBias = 0x108000, lumaBiasTruncated = 0x100000, bias420 = 0x2008000, bias422 = 0x1004000,
+                  bias422Packed = 0x1010000;
+
+template <class Chroma>
+constexpr EncodeConstants<ExactPixels, Chroma> exactCbCr(Outer red, int32_t bias, int32_t oddLumaBias = lumaBias) {
+    return {exactY(red, lumaBias, oddLumaBias), {exactCb(red, bias), exactCr(red, bias)}};
+}
+template <class Chroma>
+constexpr EncodeConstants<ExactPixels, Chroma> exactCrCb(Outer red, int32_t bias, int32_t oddLumaBias = lumaBias) {
+    return {exactY(red, lumaBias, oddLumaBias), {exactCr(red, bias), exactCb(red, bias)}};
+}
+
+constexpr auto exact420RgbCbCr = exactCbCr<Exact420>(Outer::a, bias420), exact420RgbCrCb = exactCrCb<Exact420>(Outer::a, bias420);
+constexpr auto exact420Bgr = exactCbCr<Exact420>(Outer::c, bias420);
+constexpr auto exact422Rgb = exactCrCb<Exact422>(Outer::a, bias422), exact422Bgr = exactCbCr<Exact422>(Outer::c, bias422);
+
+// Packed 4:2:2 from RGB: luma of the blocks truncates, and in the tail the second pixel of a pair does: only the first one is
+// rounded.
+constexpr EncodeConstants<PackedLuma, Exact422> packedCbCr{{16843, 33030, 6423, 16 * 256},
+                                                           {exactCb(Outer::a, bias422Packed), exactCr(Outer::a, bias422Packed)}};
+constexpr EncodeConstants<PackedLuma, Exact422> packedCrCb{{16843, 33030, 6423, 16 * 256},
+                                                           {exactCr(Outer::a, bias422Packed), exactCb(Outer::a, bias422Packed)}};
+constexpr auto packedTailCbCr = exactCbCr<Exact422>(Outer::a, bias422Packed, lumaBiasTruncated);
+constexpr auto packedTailCrCb = exactCrCb<Exact422>(Outer::a, bias422Packed, lumaBiasTruncated);
+
+// The columns of the block rules. The odd terms are meant: in a row of 48 pixels the last 16 of 4:2:2 all follow the tail rule.
+constexpr int columns422(int width) { return (width & ~31) + ((width & 15) >= 8 ? 8 : 0); }
+constexpr int columns420(int width) { return (width & ~15) + ((width & 7) >= 4 ? 4 : 0); }
+constexpr int columns411Rounded(int width) { return (width & ~31) + (width & 16); }
+
+// Layouts by site.
+constexpr Layout rgb24Two{2, {{0, 6, 0, 2}, {0, 6, 1, 2}}}, rgb32Two{2, {{0, 8, 0, 2}, {0, 8, 1, 2}}};
+constexpr Layout rgb24Pair{1, {{0, 6}}}, rgb32Pair{1, {{0, 8}}}, rgbPlanesPair{3, {{0, 2}, {1, 2}, {2, 2}}};
+constexpr Layout rgb24Quad{1, {{0, 12}}}, rgb32Quad{1, {{0, 16}}};
+constexpr Layout planes420{4, {{0, 2, 0, 2}, {0, 2, 1, 2}, {1, 1}, {2, 1}}},
+    semiPlanar420{3, {{0, 2, 0, 2}, {0, 2, 1, 2}, {1, 2}}};
+constexpr Layout planes422{3, {{0, 2}, {1, 1}, {2, 1}}}, planes422Crossed{3, {{0, 2}, {2, 1}, {1, 1}}}, packed422{1, {{0, 4}}};
+constexpr Layout planes411{3, {{0, 4}, {1, 1}, {2, 1}}};
+
+constexpr Conversion encode420(Layout from, Layout to, Kernel block, Kernel tail, int (*columns)(int)) {
+    return {.site = {2, 2},
+            .from = from,
+            .to = to,
+            .block = block,
+            .tail = tail,
+            .blockColumns = columns,
+            .minimum = {2, 2},
+            .oddSize = OddSize::warned};
+}
+constexpr Conversion encode411(Layout from, Kernel block, Kernel tail, int (*columns)(int)) {
+    return {.site = {4, 1},
+            .from = from,
+            .to = planes411,
+            .block = block,
+            .tail = tail,
+            .blockColumns = columns,
+            .minimum = {4, 1},
+            .oddSize = OddSize::warned};
+}
+constexpr Conversion encode422(Layout from, Layout to, Kernel block, Kernel tail, OddSize oddSize = OddSize::accepted) {
+    return {.site = {2, 1},
+            .from = from,
+            .to = to,
+            .block = block,
+            .tail = tail,
+            .blockColumns = columns422,
+            .minimum = {2, 1},
+            .oddSize = oddSize};
+}
+
+// A pixel counted twice is a site of its own, whose second half is dropped: Y and the first chroma sample stay.
+inline void repeatPixel(uint8_t* site, const uint8_t* pixel, int siteBytes, bool) {
+    for (int i = 0; i < siteBytes; ++i) site[i] = pixel[i % (siteBytes / 2)];
+}
+constexpr Conversion encodePacked422(Layout from, Kernel block, Kernel tail) {
+    return {.site = {2, 1},
+            .from = from,
+            .to = packed422,
+            .block = block,
+            .tail = tail,
+            .blockColumns = wholeBlocks<8>,
+            .minimum = {2, 1},
+            .oddPixel = {repeatPixel, tail, tail}};
+}
+
+template <class From, class To>
+constexpr Kernel rounded420 = kernel<PairKernel<2, From, RoundedLuma, Rounded420, To>>(rounded420Rgb);
+template <class From, const auto& constants>
+constexpr Kernel word420 = kernel<PairKernel<2, From, WordLuma, Word420, ChromaPlanes>>(constants);
+template <class From, class To, const auto& constants>
+constexpr Kernel exact420 = kernel<PairKernel<2, From, ExactPixels, Exact420, To>>(constants);
+template <class From, class To, const auto& constants>
+constexpr Kernel word422 = kernel<PairKernel<1, From, WordLuma, Word422, To>>(constants);
+template <class From, class To, const auto& constants>
+constexpr Kernel exact422 = kernel<PairKernel<1, From, ExactPixels, Exact422, To>>(constants);
+template <class From, const auto& constants>
+constexpr Kernel packed = kernel<PairKernel<1, From, PackedLuma, Exact422, PackedPairs>>(constants);
+template <class From, const auto& constants>
+constexpr Kernel packedTail = exact422<From, PackedPairs, constants>;
+template <class From>
+constexpr Kernel exact411 = kernel<QuadKernel<From, ExactPixels, Exact420>>(exact420Bgr);
+
+constexpr Conversion bgr24To420 =
+    encode420(rgb24Two, planes420, word420<From3, word420Bgr>, exact420<From3, ChromaPlanes, exact420Bgr>, columns420);
+constexpr Conversion bgr32To420 =
+    encode420(rgb32Two, planes420, word420<From4, word420Bgr>, exact420<From4, ChromaPlanes, exact420Bgr>, columns420);
+
+// The same kernels write Cr into the second plane and Cb into the third.
+constexpr Conversion withChromaExchanged(Conversion c) {
+    const Stream third = c.to.streams[2];
+    c.to.streams[2] = c.to.streams[3];
+    c.to.streams[3] = third;
+    return c;
+}
+
+}  // namespace
+
+namespace rows {
+
+constexpr Conversion zeliRGBToYCbCr420_8u_C3P3R = encode420(rgb24Two, planes420, rounded420<From3, ChromaPlanes>,
+                                                            exact420<From3, ChromaPlanes, exact420RgbCbCr>, wholeBlocks<8>);
+constexpr Conversion zeliRGBToYCbCr420_8u_C3P2R = encode420(rgb24Two, semiPlanar420, rounded420<From3, ChromaInterleaved>,
+                                                            exact420<From3, ChromaInterleaved, exact420RgbCbCr>, wholeBlocks<8>);
+constexpr Conversion zeliRGBToYCbCr420_8u_C4P2R = encode420(rgb32Two, semiPlanar420, rounded420<From4, ChromaInterleaved>,
+                                                            exact420<From4, ChromaInterleaved, exact420RgbCbCr>, wholeBlocks<8>);
+constexpr Conversion zeliBGRToYCbCr420_8u_C3P3R = bgr24To420;
+constexpr Conversion zeliBGRToYCrCb420_8u_C3P3R = withChromaExchanged(bgr24To420);
+constexpr Conversion zeliBGRToYCbCr420_8u_AC4P3R = bgr32To420;
+constexpr Conversion zeliBGRToYCrCb420_8u_AC4P3R = withChromaExchanged(bgr32To420);
+constexpr Conversion zeliRGBToYCrCb420_8u_AC4P3R =
+    encode420(rgb32Two, planes420, word420<From4, word420Rgb>, exact420<From4, ChromaPlanes, exact420RgbCrCb>, columns420);
+
+constexpr Conversion zeliBGRToYCbCr411_8u_C3P3R =
+    encode411(rgb24Quad, kernel<QuadKernel<From3, RoundedLuma, Rounded411>>(rounded411Bgr), exact411<From3>, columns411Rounded);
+constexpr Conversion zeliBGRToYCbCr411_8u_AC4P3R =
+    encode411(rgb32Quad, kernel<QuadKernel<From4, WordLuma, Word420>>(word420Bgr), exact411<From4>, wholeBlocks<32>);
+
+constexpr Conversion zeliRGBToYCbCr422_8u_C3C2R =
+    encodePacked422(rgb24Pair, packed<From3, packedCbCr>, packedTail<From3, packedTailCbCr>);
+constexpr Conversion zeliRGBToYCrCb422_8u_C3C2R =
+    encodePacked422(rgb24Pair, packed<From3, packedCrCb>, packedTail<From3, packedTailCrCb>);
+constexpr Conversion zeliRGBToYCbCr422_8u_P3C2R =
+    encodePacked422(rgbPlanesPair, packed<FromPlanes, packedCbCr>, packedTail<FromPlanes, packedTailCbCr>);
+constexpr Conversion zeliRGBToYCrCb422_8u_P3C2R =
+    encodePacked422(rgbPlanesPair, packed<FromPlanes, packedCrCb>, packedTail<FromPlanes, packedTailCrCb>);
+
+constexpr Conversion zeliRGBToYCbCr422_8u_C3P3R = encode422(rgb24Pair, planes422Crossed, word422<From3, ChromaPlanes, word422Rgb>,
+                                                            exact422<From3, ChromaPlanes, exact422Rgb>, OddSize::warned);
+constexpr Conversion zeliBGRToYCbCr422_8u_C3P3R =
+    encode422(rgb24Pair, planes422, word422<From3, ChromaPlanes, word422Bgr>, exact422<From3, ChromaPlanes, exact422Bgr>);
+constexpr Conversion zeliBGRToYCbCr422_8u_AC4P3R =
+    encode422(rgb32Pair, planes422, word422<From4, ChromaPlanes, word422Bgr>, exact422<From4, ChromaPlanes, exact422Bgr>);
+constexpr Conversion zeliBGRToYCbCr422_8u_C3C2R =
+    encode422(rgb24Pair, packed422, word422<From3, PackedPairs, word422Bgr>, exact422<From3, PackedPairs, exact422Bgr>);
+constexpr Conversion zeliBGRToYCbCr422_8u_AC4C2R =
+    encode422(rgb32Pair, packed422, word422<From4, PackedPairs, word422Bgr>, exact422<From4, PackedPairs, exact422Bgr>);
+
+}  // namespace rows
+}  // namespace zel::ZEL_LEVEL
+
+#define ZEL_CURRENT_encode ~, 1
+#define ZEL_GROUP encode
+#include "frame/table.h"
