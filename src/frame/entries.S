@@ -15,9 +15,11 @@
 
         .altmacro
 
-#define ZEL_GROUP(group) .set rows_##group, 0; .set rowsS8_##group, 0; .hidden zel_ssse3_##group; .hidden zel_avx2_##group; \
-        .hidden zel_avx512_##group; .hidden zel_s8_##group;
+#define ZEL_GROUP(group) .set rows_##group, 0; .set rowsS8_##group, 0; .hidden zel_ssse3_##group; .hidden zel_s8_##group;
 ZEL_GROUP(version)
+#include "frame/groups.def"
+#undef ZEL_GROUP
+#define ZEL_GROUP(group) .hidden zel_avx2_##group; .hidden zel_avx512_##group;
 #include "frame/groups.def"
 #undef ZEL_GROUP
         .hidden zelDispatchIndex
