@@ -202,11 +202,11 @@ struct Run {
 ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images) {
     const int width = images.size.width;
     const unsigned columns = unsigned(width) / c.site.width, groups = unsigned(images.size.height) / c.site.height;
-    if (columns == 0) return;
+    const bool hasOddPixel = c.oddPixel.makeSite && width % 2 != 0;
+    if (columns == 0 && !hasOddPixel) return;
     const unsigned sites = c.lastSiteAlone ? columns - 1 : columns;
     const unsigned blockSites = c.blockColumns ? unsigned(c.blockColumns(width)) / c.site.width : sites;
     const Run block(c.block, blockSites), tail(c.tail, sites - blockSites);
-    const bool hasOddPixel = c.oddPixel.makeSite && width % 2 != 0;
 
     Row start;
     size_t sourceStep[maxSources], destinationStep[maxDestinations];
