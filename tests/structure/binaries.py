@@ -1,5 +1,6 @@
 """What the GNU binutils say about ELF files, as records."""
 
+import os
 import re
 import subprocess
 from typing import NamedTuple
@@ -52,4 +53,9 @@ def instructions(path):
 
 def level_of(path):
     """The level that an object file of the library was compiled for, from the directory that CMake puts it in."""
-    return re.search(r"zelcc_(\w+)\.dir/", path)[1]
+    match = re.search(r"zelcc_(\w+)\.dir/", path)
+    return match[1] if match else None
+
+
+def label(path):
+    return " ".join(filter(None, [level_of(path), os.path.basename(path)]))

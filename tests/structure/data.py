@@ -1,10 +1,9 @@
 """data.py OBJECTS: the object files of the library hold no data that is written after loading, but for the two integers of the
 dispatch, and run no code at load but the dispatch constructor."""
 
-import os
 import sys
 
-from binaries import sections, symbols
+from binaries import label, sections, symbols
 from verdict import conclude
 
 DISPATCH_SIZE = 8
@@ -12,9 +11,9 @@ DISPATCH = {"zelDispatchIndex", "zelKernelLevel"}
 
 
 def faults(path):
-    name = os.path.basename(path)
+    name = label(path)
     writable = [s for s in sections(path) if "W" in s.flags and s.size and not s.name.startswith(".data.rel.ro")]
-    if not name.startswith("dispatch.cpp"):
+    if "dispatch.cpp" not in name:
         yield from (f"{name}: {s.size} bytes in {s.name}" for s in writable)
         return
     data = sum(s.size for s in writable if s.name != ".init_array")
@@ -27,6 +26,6 @@ def faults(path):
 
 
 objects = sys.argv[1:]
-if not any(os.path.basename(path).startswith("dispatch.cpp") for path in objects):
+if not any("dispatch.cpp" in path for path in objects):
     sys.exit("no object file of the dispatch among the arguments")
 conclude([fault for path in objects for fault in faults(path)], f"{len(objects)} object files")
