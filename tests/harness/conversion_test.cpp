@@ -1,0 +1,133 @@
+#include "harness/conversion_test.h"
+
+#include <signal.h>
+
+#include <cstdlib>
+
+#include "harness/features.h"
+
+namespace harness {
+namespace {
+
+// The call under test, for the message when it touches an inaccessible page.
+struct {
+    const char* name;
+    ZelSize size;
+    const Placements* placements;
+} current;
+
+struct sigaction previousAction;
+
+void reportAccess(int signal, siginfo_t* info, void*) {
+    if (current.name) {
+        std::fprintf(stderr, "%s, %d x %d, source %s, destination %s, features %s: inaccessible byte at %p\n", current.name,
+                     current.size.width, current.size.height, current.placements->source.name,
+                     current.placements->destination.name, featuresName().c_str(), info->si_addr);
+    }
+    sigaction(signal, &previousAction, nullptr);  // the access is repeated, and ends the process
+}
+
+void reportAccesses() {
+    struct sigaction action {};
+    action.sa_sigaction = reportAccess;
+    action.sa_flags = SA_SIGINFO;
+    sigaction(SIGSEGV, &action, &previousAction);
+}
+
+}  // namespace
+
+uint64_t seed() {
+    const char* value = std::getenv("ZELCC_TEST_SEED");
+    return value ? std::strtoull(value, nullptr, 0) : 1;
+}
+
+void Conversion::SetUpTestSuite() {
+    static const bool once = (reportAccesses(), true);
+    static_cast<void>(once);
+}
+
+Conversion::Pictures Conversion::lay(ZelSize size, const Placements& placements, Random& random, Content content) {
+    const ZelSize whole = tested().converted(size);
+    const Pictures pictures{sourceMemory_.lay(tested().source, whole, placements.source),
+                            destinationMemory_.lay(tested().destination, whole, placements.destination)};
+    pictures.source.fill(random, content);
+    pictures.destination.fill(random, Content::uniform);
+    return pictures;
+}
+
+testing::AssertionResult Conversion::matchesModel(ZelSize size, const Placements& placements) {
+    Random random(seed() + cases_);
+    const Content content = cases_++ % 3 == 2 ? Content::extremes : Content::uniform;
+    const auto [source, destination] = lay(size, placements, random, content);
+    const auto alpha = static_cast<uint8_t>(random.next());
+    current = {tested().name, size, &placements};
+    const auto fault = compareWithModel(tested(), source, destination, size, alpha);
+    current = {};
+    if (!fault) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << tested().name << ", " << size.width << " x " << size.height << ", source "
+                                       << placements.source.name << ", destination " << placements.destination.name
+                                       << ", features " << featuresName() << ", seed " << seed() << ": " << *fault;
+}
+
+namespace {
+
+// Every width up to more than two of the widest blocks, and some large ones, at block borders and beside them.
+std::vector<ZelSize> sweepSizes() {
+    std::vector<ZelSize> sizes;
+    for (int width = 1; width <= 70; ++width)
+        for (int height : {1, 2, 3, 4, 5, 8, 11}) sizes.push_back({width, height});
+    for (int width = 71; width <= 145; ++width)
+        for (int height : {1, 2}) sizes.push_back({width, height});
+    for (int width : {191, 192, 193, 255, 256, 257, 320, 511, 640, 1021})
+        for (int height : {1, 2, 3, 4}) sizes.push_back({width, height});
+    return sizes;
+}
+
+TEST_P(Conversion, MatchesModelAtEverySizeAndPlacement) {
+    for (const Placements& placements : placements())
+        for (const ZelSize size : sweepSizes()) ASSERT_TRUE(matchesModel(size, placements));
+}
+
+// A sample of the sweep for slow machines, emulated ones above all.
+TEST_P(Conversion, MatchesModelQuickly) {
+    for (const Placements& placements : placements())
+        for (const int width : {1, 3, 6, 13, 22, 31, 48, 70, 139}) ASSERT_TRUE(matchesModel({width, 4}, placements));
+}
+
+// Where alignment decides between rules, each pointer and each step has a say; elsewhere none has.
+TEST_P(Conversion, MatchesModelWithOneMisalignedOperand) {
+    const auto sweep = [&](const Placements& placements) {
+        for (const int width : {8, 16, 38, 75, 131})
+            for (const int height : {2, 4}) ASSERT_TRUE(matchesModel({width, height}, placements));
+    };
+    for (int plane = 0; plane < 3; ++plane) {
+        for (const int by : {1, 8, 15}) {
+            Placement offset = aligned, longer = aligned;
+            offset.name = "with one plane off its alignment";
+            offset.offsets = onlyPlane(plane, by);
+            longer.name = "with one step off its alignment";
+            longer.gaps = onlyPlane(plane, by);
+            for (const Placement& placement : {offset, longer}) {
+                sweep({placement, aligned});
+                sweep({aligned, placement});
+            }
+        }
+    }
+}
+
+TEST_P(InPlaceConversion, GivesTheSameResultInPlace) {
+    Random random(seed());
+    for (const Placement& placement : {aligned, dense}) {
+        for (const int width : {1, 2, 7, 16, 33, 70, 131, 640}) {
+            const ZelSize size{width, 3};
+            Picture source = lay(size, {placement, aligned}, random, Content::uniform).source;
+            Picture destination = source;
+            destination.layout = &tested().destination;
+            const auto fault = compareWithModel(tested(), source, destination, size, 0);
+            ASSERT_FALSE(fault) << tested().name << " in place, width " << width << ", " << placement.name << ": " << *fault;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace harness

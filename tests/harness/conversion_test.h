@@ -1,0 +1,60 @@
+// Tests that every conversion has to pass. A family runs them on the rows of its table:
+//   INSTANTIATE_TEST_SUITE_P(Family, Conversion, harness::rows(model::familyExports()), harness::nameOf);
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "harness/placement.h"
+#include "model/export.h"
+
+namespace harness {
+
+uint64_t seed();  // of all random content, from the environment variable ZELCC_TEST_SEED
+
+class Conversion : public testing::TestWithParam<const model::Export*> {
+  protected:
+    static void SetUpTestSuite();
+
+    const model::Export& tested() const { return *GetParam(); }
+
+    // One call on random content beside the model.
+    testing::AssertionResult matchesModel(ZelSize size, const Placements& placements);
+
+    // Pictures of the whole sites of a region, filled at random.
+    struct Pictures {
+        Picture source, destination;
+    };
+    Pictures lay(ZelSize size, const Placements& placements, Random& random, Content content);
+
+    PictureMemory sourceMemory_, destinationMemory_;
+
+  private:
+    uint64_t cases_ = 0;
+};
+
+// Conversions between images of one layout.
+class InPlaceConversion : public Conversion {};
+
+// Conversions of three 8-bit channels, few enough colours to try them all.
+class ColourConversion : public Conversion {
+  protected:
+    // Converts all colours in rows of `width` pixels, of which the first `perRow` go through them.
+    void convertAllColours(int width, int perRow, const Placement& placement);
+};
+
+inline auto rows(std::span<const model::Export> exports, bool (*has)(const model::Export&) = nullptr) {
+    std::vector<const model::Export*> rows;
+    for (const model::Export& e : exports)
+        if (!has || has(e)) rows.push_back(&e);
+    return testing::ValuesIn(rows);
+}
+
+inline bool hasOneLayout(const model::Export& e) { return e.source == e.destination; }
+
+inline std::string nameOf(const testing::TestParamInfo<const model::Export*>& info) { return info.param->name; }
+
+}  // namespace harness

@@ -1,0 +1,31 @@
+// The test program: one run tests one selection of kernels, see harness/features.h.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstring>
+
+#include "harness/conversion_test.h"
+#include "harness/features.h"
+#include "zelcc/version.h"
+
+int main(int argc, char** argv) {
+    const std::string name = harness::featuresName();
+    if (!harness::isKnown(name)) {
+        std::fprintf(stderr, "ZELCC_TEST_FEATURES=%s: neither ssse3, avx2, avx512, s8 nor a number\n", name.c_str());
+        return 2;
+    }
+    if (argc == 2 && std::strcmp(argv[1], "--print-version") == 0) {
+        const ZelLibraryVersion& v = *zelccGetLibVersion();
+        std::printf("%d %d %d %d|%.4s|%s|%s|%s\n", v.major, v.minor, v.majorBuild, v.build, v.targetCpu, v.name, v.version,
+                    v.buildDate);
+        return 0;
+    }
+    if (!harness::processorHas(harness::features())) {
+        constexpr int skipped = 77;
+        std::printf("Skipped: this processor lacks %s\n", name.c_str());
+        return skipped;
+    }
+    testing::InitGoogleTest(&argc, argv);
+    std::printf("Features %s, seed %llu (ZELCC_TEST_SEED)\n", name.c_str(), static_cast<unsigned long long>(harness::seed()));
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,101 @@
+// Images as the tests see them: planes of bytes, and for each channel the place of its samples in them.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace model {
+
+// A plane is rows of units. A unit holds the samples of 2^xShift x 2^yShift pixels.
+struct PlaneShape {
+    int unitBytes = 0;
+    int xShift = 0;
+    int yShift = 0;
+
+    constexpr int rowBytes(int width) const { return (width >> xShift) * unitBytes; }
+    constexpr int rows(int height) const { return height >> yShift; }
+    friend constexpr bool operator==(const PlaneShape&, const PlaneShape&) = default;
+};
+
+// The samples of a channel: from a byte offset, one every stride bytes, each shared by 2^xShift x 2^yShift pixels.
+struct Channel {
+    int plane = 0;
+    int offset = 0;
+    int stride = 0;
+    int xShift = 0;
+    int yShift = 0;
+
+    constexpr int position(int x) const { return offset + (x >> xShift) * stride; }
+    friend constexpr bool operator==(const Channel&, const Channel&) = default;
+};
+
+struct Layout {
+    int planeCount = 0;
+    std::array<PlaneShape, 4> planes{};
+    std::array<Channel, 4> channels{};  // red, green, blue or Y, Cb, Cr; then alpha, if there is one
+
+    // Planes of one size share one step argument; subsampled images have a step for each plane.
+    constexpr bool hasCommonStep() const { return planeCount == 3 && planes[0] == planes[1]; }
+    friend constexpr bool operator==(const Layout&, const Layout&) = default;
+};
+
+struct Plane {
+    uint8_t* first = nullptr;  // first byte of the top row
+    std::ptrdiff_t step = 0;
+};
+
+struct Image {
+    const Layout* layout = nullptr;
+    std::array<Plane, 4> planes{};
+
+    template <class T = uint8_t>
+    T& sample(const Channel& c, int x, int y) const {
+        const Plane& p = planes[c.plane];
+        return *reinterpret_cast<T*>(p.first + (y >> c.yShift) * p.step + c.position(x));
+    }
+};
+
+// Offsets are those of the channels in the order red, green, blue (Y, Cb, Cr), alpha.
+constexpr Layout interleaved(std::array<int, 3> offsets) {
+    Layout l{1, {{{3}}}, {}};
+    for (int c = 0; c < 3; ++c) l.channels[c] = {0, offsets[c], 3};
+    return l;
+}
+constexpr Layout interleaved(std::array<int, 4> offsets) {
+    Layout l{1, {{{4}}}, {}};
+    for (int c = 0; c < 4; ++c) l.channels[c] = {0, offsets[c], 4};
+    return l;
+}
+constexpr Layout planar(int cbPlane, int crPlane, int xShift, int yShift) {
+    return {3,
+            {{{1}, {1, xShift, yShift}, {1, xShift, yShift}}},
+            {{{0, 0, 1}, {cbPlane, 0, 1, xShift, yShift}, {crPlane, 0, 1, xShift, yShift}}}};
+}
+constexpr Layout semiPlanar(int cbOffset, int crOffset, int xShift, int yShift) {
+    return {2, {{{1}, {2, xShift, yShift}}}, {{{0, 0, 1}, {1, cbOffset, 2, xShift, yShift}, {1, crOffset, 2, xShift, yShift}}}};
+}
+// Two bytes a pixel: a luma byte, and a chroma byte that serves the pair.
+constexpr Layout packed422(int lumaOffset, int cbOffset, int crOffset) {
+    return {1, {{{2}}}, {{{0, lumaOffset, 2}, {0, cbOffset, 4, 1}, {0, crOffset, 4, 1}}}};
+}
+
+inline constexpr Layout rgb24 = interleaved(std::array{0, 1, 2});
+inline constexpr Layout bgr24 = interleaved(std::array{2, 1, 0});
+inline constexpr Layout rgba32 = interleaved(std::array{0, 1, 2, 3});
+inline constexpr Layout bgra32 = interleaved(std::array{2, 1, 0, 3});
+inline constexpr Layout rgbPlanes = planar(1, 2, 0, 0);
+
+inline constexpr Layout ycc24 = interleaved(std::array{0, 1, 2});
+inline constexpr Layout ycca32 = interleaved(std::array{0, 1, 2, 3});
+inline constexpr Layout ycc444 = planar(1, 2, 0, 0);
+inline constexpr Layout yCbCr422 = planar(1, 2, 1, 0);
+inline constexpr Layout yCbCr411 = planar(1, 2, 2, 0);
+inline constexpr Layout yCbCr420 = planar(1, 2, 1, 1);
+inline constexpr Layout yCrCb420 = planar(2, 1, 1, 1);
+inline constexpr Layout nv12 = semiPlanar(0, 1, 1, 1);
+inline constexpr Layout nv21 = semiPlanar(1, 0, 1, 1);
+inline constexpr Layout yuyv = packed422(0, 1, 3);
+inline constexpr Layout yvyu = packed422(0, 3, 1);
+
+}  // namespace model
