@@ -5,7 +5,12 @@
 #include <type_traits>
 
 #include "frame/conversion.h"
+#include "simd/pixels.h"
 #include "zelcc/types.h"
+
+namespace zel {
+using Implementation = void (*)();
+}
 
 namespace zel::ZEL_LEVEL {
 
@@ -107,6 +112,20 @@ struct Export<conversion, ZelStatus(A...)> {
         convert(c, images);
         return c.oddSize == OddSize::warned && hasOddSize(c, images.size) ? zelStsOddSizeWarn : zelStsNoErr;
     }
+
+    // The same for rows that may be shorter than a block: those are done by a level with shorter ones.
+    template <const Implementation* narrower, int row>
+    static ZelStatus callByWidth(A... a) {
+        if ((widthOf(a) + ...) < blockPixels) return reinterpret_cast<ZelStatus (*)(A...)>(narrower[row])(a...);
+        return call(a...);
+    }
+
+  private:
+    template <class T>
+    ZEL_INLINE static int widthOf(T) {
+        return 0;
+    }
+    ZEL_INLINE static int widthOf(ZelSize size) { return size.width; }
 };
 
 }  // namespace zel::ZEL_LEVEL

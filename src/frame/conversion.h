@@ -9,7 +9,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #include "frame/level.h"
 #include "zelcc/types.h"
@@ -46,7 +45,8 @@ struct Kernel {
 template <class K>
 constexpr Kernel kernel(const typename K::Constants& constants) {
     constexpr auto blocks = [](const void* c, const Row& row, size_t count) {
-        K::blocks(*static_cast<const typename K::Constants*>(c), row, count);
+        const Row own = row;  // which no store can reach, so the pointers stay in registers
+        K::blocks(*static_cast<const typename K::Constants*>(c), own, count);
     };
     return {blocks, &constants, K::sites};
 }
@@ -116,19 +116,14 @@ ZEL_INLINE Byte* moved(Byte* p, size_t bytes) {
     return reinterpret_cast<Byte*>(reinterpret_cast<uintptr_t>(p) + bytes);
 }
 
-// For the few bytes at a row's end. The places do not overlap.
-ZEL_OWN_CODE inline void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
-#if ZEL_LANES == 4
-    size_t done = 0;
-    for (; bytes - done >= 64; done += 64) _mm512_storeu_si512(to + done, _mm512_loadu_si512(from + done));
-    const __mmask64 rest = (uint64_t{1} << (bytes - done)) - 1;
-    _mm512_mask_storeu_epi8(to + done, rest, _mm512_maskz_loadu_epi8(rest, from + done));
-#else
+#if ZEL_LANES < 4
+// The places do not overlap.
+inline void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
     // The last piece overlaps the one before it.
     const auto copyPieces = [&](auto piece) {
         constexpr size_t size = sizeof piece;
-        for (size_t i = 0; i + size < bytes; i += size) std::memcpy(to + i, from + i, size);
-        std::memcpy(to + bytes - size, from + bytes - size, size);
+        for (size_t i = 0; i + size < bytes; i += size) __builtin_memcpy(to + i, from + i, size);
+        __builtin_memcpy(to + bytes - size, from + bytes - size, size);
     };
     if (bytes >= 16) {
         copyPieces(__m128i{});
@@ -139,6 +134,30 @@ ZEL_OWN_CODE inline void copyShort(uint8_t* to, const uint8_t* from, size_t byte
     } else {
         for (size_t i = 0; i < bytes; ++i) to[i] = from[i];
     }
+}
+#endif
+
+// The bytes at a row's end that do not fill a block go through a buffer of whole vectors.
+ZEL_INLINE void copyToBuffer(uint8_t* buffer, const uint8_t* from, size_t bytes) {
+#if ZEL_LANES == 4
+    // Whole vectors are stored, so that the kernel's loads need not wait for them.
+    for (size_t i = 0; i < bytes; i += 64) {
+        const __mmask64 mask = bytes - i >= 64 ? ~uint64_t{0} : (uint64_t{1} << (bytes - i)) - 1;
+        _mm512_store_si512(buffer + i, _mm512_maskz_loadu_epi8(mask, from + i));
+    }
+#else
+    copyShort(buffer, from, bytes);
+#endif
+}
+
+ZEL_INLINE void copyFromBuffer(uint8_t* to, const uint8_t* buffer, size_t bytes) {
+#if ZEL_LANES == 4
+    for (size_t i = 0; i < bytes; i += 64) {
+        const __mmask64 mask = bytes - i >= 64 ? ~uint64_t{0} : (uint64_t{1} << (bytes - i)) - 1;
+        _mm512_mask_storeu_epi8(to + i, mask, _mm512_load_si512(buffer + i));
+    }
+#else
+    copyShort(to, buffer, bytes);
 #endif
 }
 
@@ -149,15 +168,15 @@ ZEL_OWN_CODE inline void convertPart(const Conversion& c, const Kernel& kernel, 
     Row buffer;
     buffer.alpha = row.alpha;
     for (int i = 0; i < c.from.count; ++i) {
-        copyShort(source[i], row.in[i], sites * c.from.streams[i].bytes);
+        copyToBuffer(source[i], row.in[i], sites * c.from.streams[i].bytes);
         buffer.in[i] = source[i];
     }
     for (int i = 0; i < c.to.count; ++i) {
-        if (c.keepsAlpha) copyShort(destination[i], row.out[i], sites * c.to.streams[i].bytes);
+        if (c.keepsAlpha) copyToBuffer(destination[i], row.out[i], sites * c.to.streams[i].bytes);
         buffer.out[i] = destination[i];
     }
     kernel.blocks(kernel.constants, buffer, 1);
-    for (int i = 0; i < c.to.count; ++i) copyShort(row.out[i], destination[i], sites * c.to.streams[i].bytes);
+    for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], sites * c.to.streams[i].bytes);
 }
 
 ZEL_OWN_CODE inline void convertOddPixel(const Conversion& c, const Row& row, bool alone) {
@@ -172,41 +191,72 @@ ZEL_OWN_CODE inline void convertOddPixel(const Conversion& c, const Row& row, bo
     for (int i = 0; i < c.to.count; ++i) buffer.out[i] = destination[i];
     const Kernel& kernel = alone ? c.oddPixel.ruleAlone : c.oddPixel.rule;
     kernel.blocks(kernel.constants, buffer, 1);
-    for (int i = 0; i < c.to.count; ++i) copyShort(row.out[i], destination[i], c.to.streams[i].bytes / 2);
+    for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], c.to.streams[i].bytes / 2);
 }
 
-ZEL_INLINE void advance(const Conversion& c, Row& row, size_t sites) {
-    for (int i = 0; i < c.from.count; ++i) row.in[i] += sites * c.from.streams[i].bytes;
-    for (int i = 0; i < c.to.count; ++i) row.out[i] += sites * c.to.streams[i].bytes;
+// Field by field: a copy of the whole record would wait for the pointers that were written just before.
+ZEL_INLINE Row moved(const Conversion& c, const Row& row, size_t sites) {
+    Row there;
+    for (int i = 0; i < c.from.count; ++i) there.in[i] = row.in[i] + sites * c.from.streams[i].bytes;
+    for (int i = 0; i < c.to.count; ++i) there.out[i] = row.out[i] + sites * c.to.streams[i].bytes;
+    there.alpha = row.alpha;
+    return there;
 }
 
-// The consecutive sites of a row that follow one rule.
+// The consecutive sites of a row that follow one rule, with as many sites before them that are converted later.
 struct Run {
-    const Kernel* kernel;
-    size_t blocks, rest;
+    const Kernel& kernel;
+    size_t before, sites, blocks;
+    ptrdiff_t lastBlock;  // where one more block ends with the last site; negative where the row has no room for it
 
-    Run(const Kernel& k, unsigned sites) : kernel(&k), blocks(sites / unsigned(k.sites)), rest(sites % unsigned(k.sites)) {}
+    Run(const Kernel& k, size_t before, size_t sites, bool overlapping)
+        : kernel(k),
+          before(before),
+          sites(sites),
+          blocks(sites / unsigned(k.sites)),
+          lastBlock(overlapping ? ptrdiff_t(before + sites) - k.sites : -1) {}
 
-    ZEL_INLINE void operator()(const Conversion& c, Row& row) const {
-        if (blocks != 0) {
-            kernel->blocks(kernel->constants, row, blocks);
-            advance(c, row, blocks * kernel->sites);
-        }
-        if (rest != 0) {
-            convertPart(c, *kernel, row, rest);
-            advance(c, row, rest);
+    ZEL_INLINE void operator()(const Conversion& c, const Row& start) const {
+        if (blocks != 0) kernel.blocks(kernel.constants, moved(c, start, before), blocks);
+        const size_t rest = sites % unsigned(kernel.sites);
+        if (rest == 0) return;
+        if (lastBlock >= 0) {
+            kernel.blocks(kernel.constants, moved(c, start, size_t(lastBlock)), 1);
+        } else {
+            convertPart(c, kernel, moved(c, start, before + sites - rest), rest);
         }
     }
 };
 
+// Rows that follow each other in memory are one long row to a rule that does not look at columns.
+ZEL_INLINE bool isContiguous(const Conversion& c, const Images& images, size_t columns) {
+    bool contiguous = true;
+    for (int i = 0; i < c.from.count; ++i) {
+        const Stream& s = c.from.streams[i];
+        contiguous &= images.sourceStep[s.plane] == ptrdiff_t(columns * s.bytes);
+    }
+    for (int i = 0; i < c.to.count; ++i) {
+        const Stream& s = c.to.streams[i];
+        contiguous &= images.destinationStep[s.plane] == ptrdiff_t(columns * s.bytes);
+    }
+    return contiguous;
+}
+
 ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images) {
     const int width = images.size.width;
-    const unsigned columns = unsigned(width) / c.site.width, groups = unsigned(images.size.height) / c.site.height;
+    size_t columns = unsigned(width) / c.site.width, groups = unsigned(images.size.height) / c.site.height;
     const bool hasOddPixel = c.oddPixel.makeSite && width % 2 != 0;
     if (columns == 0 && !hasOddPixel) return;
-    const unsigned sites = c.lastSiteAlone ? columns - 1 : columns;
-    const unsigned blockSites = c.blockColumns ? unsigned(c.blockColumns(width)) / c.site.width : sites;
-    const Run block(c.block, blockSites), tail(c.tail, sites - blockSites);
+    size_t blockSites = c.blockColumns ? unsigned(c.blockColumns(width)) / c.site.width : columns - c.lastSiteAlone;
+    if (blockSites == columns && c.site.height == 1 && !hasOddPixel && isContiguous(c, images, columns)) {
+        blockSites = columns *= groups;
+        groups = 1;
+    }
+    const size_t sites = columns - c.lastSiteAlone;
+    // The last block of a run may cover sites once more, as long as the source is still there, and a block of the tail may cover
+    // sites of the block rule, which comes after it.
+    const bool inPlace = images.source[0] == images.destination[0];
+    const Run block(c.block, 0, blockSites, !inPlace), tail(c.tail, blockSites, sites - blockSites, !inPlace);
 
     Row start;
     size_t sourceStep[maxSources], destinationStep[maxDestinations];
@@ -224,15 +274,15 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images) {
         start.out[i] = moved(images.destination[s.plane], step * s.row);
     }
 
-    for (unsigned g = 0; g < groups; ++g) {
-        Row row = start;
-        block(c, row);
-        tail(c, row);
+    for (; groups != 0; --groups) {
+        if (tail.sites != 0) tail(c, start);
+        block(c, start);
         if (c.lastSiteAlone) {
-            for (int i = 0; i < c.from.count; ++i) row.in[i] -= c.from.streams[i].offset;
-            convertPart(c, c.tail, row, 1);
+            Row last = moved(c, start, sites);
+            for (int i = 0; i < c.from.count; ++i) last.in[i] -= c.from.streams[i].offset;
+            convertPart(c, c.tail, last, 1);
         }
-        if (hasOddPixel) convertOddPixel(c, row, width == 1);
+        if (hasOddPixel) convertOddPixel(c, moved(c, start, columns), width == 1);
         for (int i = 0; i < c.from.count; ++i) start.in[i] = moved(start.in[i], sourceStep[i]);
         for (int i = 0; i < c.to.count; ++i) start.out[i] = moved(start.out[i], destinationStep[i]);
     }

@@ -12,13 +12,17 @@
 #define ZEL_TABLE_(level, group) zel_##level##_##group
 #define ZEL_TABLE(level, group) ZEL_TABLE_(level, group)
 
-namespace zel {
-using Implementation = void (*)();
-}
-
-#define ZEL_IMPLEMENTATION_0(name)
-#define ZEL_IMPLEMENTATION_1(name) \
-    reinterpret_cast<zel::Implementation>(&zel::ZEL_LEVEL::Export<zel::ZEL_LEVEL::rows::name, decltype(::name)>::call),
+#define ZEL_EXPORT_OF(name) zel::ZEL_LEVEL::Export<zel::ZEL_LEVEL::rows::name, decltype(::name)>
+#if ZEL_LANES == 4
+#define ZEL_NARROWER avx2
+#elif ZEL_LANES == 2
+#define ZEL_NARROWER ssse3
+#endif
+#ifdef ZEL_NARROWER
+#define ZEL_FUNCTION_OF(name) ZEL_EXPORT_OF(name)::callByWidth<ZEL_TABLE(ZEL_NARROWER, ZEL_GROUP), zel::ZEL_LEVEL::places::name>
+#else
+#define ZEL_FUNCTION_OF(name) ZEL_EXPORT_OF(name)::call
+#endif
 
 // The column of the small in-order cores has only the exports with two implementations.
 #define ZEL_IN_COLUMN_avx512(columns) 1
@@ -34,10 +38,25 @@ using Implementation = void (*)();
 #define ZEL_AND_(a, b) ZEL_AND_##a##b
 #define ZEL_AND(a, b) ZEL_AND_(a, b)
 
-#define ZEL_EXPORT(name, group, columns) \
-    ZEL_JOIN(ZEL_IMPLEMENTATION_, ZEL_AND(ZEL_IS_CURRENT(group), ZEL_JOIN(ZEL_IN_COLUMN_, ZEL_LEVEL)(columns)))(name)
+#define ZEL_IS_ROW(group, columns) ZEL_AND(ZEL_IS_CURRENT(group), ZEL_JOIN(ZEL_IN_COLUMN_, ZEL_LEVEL)(columns))
 
+#define ZEL_PLACE_0(name)
+#define ZEL_PLACE_1(name) name,
+#define ZEL_EXPORT(name, group, columns) ZEL_JOIN(ZEL_PLACE_, ZEL_IS_ROW(group, columns))(name)
+namespace zel::ZEL_LEVEL::places {
+enum Place {
+#include "frame/exports.def"
+};
+}  // namespace zel::ZEL_LEVEL::places
+#undef ZEL_EXPORT
+
+#define ZEL_IMPLEMENTATION_0(name)
+#define ZEL_IMPLEMENTATION_1(name) reinterpret_cast<zel::Implementation>(&ZEL_FUNCTION_OF(name)),
+#define ZEL_EXPORT(name, group, columns) ZEL_JOIN(ZEL_IMPLEMENTATION_, ZEL_IS_ROW(group, columns))(name)
 extern "C" {
+#ifdef ZEL_NARROWER
+extern const zel::Implementation ZEL_TABLE(ZEL_NARROWER, ZEL_GROUP)[];
+#endif
 extern const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[];
 const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[] = {
 #include "frame/exports.def"

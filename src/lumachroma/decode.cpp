@@ -60,7 +60,7 @@ struct PairKernel {
     using Constants = DecodeConstants<Rule>;
     static constexpr int sites = blockPixels / 2;
 
-    static void blocks(const Constants& k, Row row, size_t count) {
+    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         const Rule rule(k.rule);
         for (size_t i = 0; i < count; ++i) {
             const SiteChroma chroma = From::chroma(row, i, k.order);
@@ -77,7 +77,7 @@ struct FilteredKernel {
     using Constants = DecodeConstants<Rule>;
     static constexpr int sites = blockPixels / 2;
 
-    static void blocks(const Constants& k, Row row, size_t count) {
+    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         const Rule rule(k.rule);
         for (size_t i = 0; i < count; ++i) {
             const auto sample = [&](int stream) { return loadWidened(row.in[stream] + i * sites); };
@@ -95,7 +95,7 @@ struct QuadKernel {
     using Constants = ExactDecodeConstants;
     static constexpr int sites = blockPixels / 4;
 
-    static void blocks(const Constants& k, Row row, size_t count) {
+    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         const ExactDecode rule(k);
         for (size_t i = 0; i < count; ++i) {
             const Bytes p = loadQuadrupled(row.in[1] + i * sites), q = loadQuadrupled(row.in[2] + i * sites);

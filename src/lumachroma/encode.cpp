@@ -99,7 +99,7 @@ struct PairKernel {
     using Constants = EncodeConstants<Luma, Chroma>;
     static constexpr int sites = blockPixels / 2;
 
-    static void blocks(const Constants& k, Row row, size_t count) {
+    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         const Luma luma(k.luma);
         const Chroma chroma(k.chroma);
         for (size_t i = 0; i < count; ++i) {
@@ -124,7 +124,7 @@ struct QuadKernel {
     using Constants = EncodeConstants<Luma, Chroma>;
     static constexpr int sites = blockPixels / 4;
 
-    static void blocks(const Constants& k, Row row, size_t count) {
+    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         const Luma luma(k.luma);
         const Chroma chroma(k.chroma);
         const auto sums = [](Bytes x) {

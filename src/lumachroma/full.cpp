@@ -84,7 +84,7 @@ struct PixelKernel {
     using Constants = typename Rule::Constants;
     static constexpr int sites = blockPixels;
 
-    static void blocks(const Constants& constants, Row row, size_t count) {
+    ZEL_INLINE static void blocks(const Constants& constants, const Row& row, size_t count) {
         const Rule rule(constants);
         for (size_t i = 0; i < count; ++i) To::template store<Rule::order>(row, 0, i, rule(From::load(row, i)));
     }
@@ -104,7 +104,7 @@ struct EncodeExactAlpha {
     using Constants = EncodeExact::Constants;
     static constexpr int sites = vectorBytes / 4;
 
-    static void blocks(const Constants& k, Row row, size_t count) {
+    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         const Sum luma(k.luma), cb(k.cb), cr(k.cr);
         for (size_t i = 0; i < count; ++i) {
             const Bytes pixels = loadBytes(row.in[0] + i * vectorBytes);
@@ -137,7 +137,7 @@ struct DecodeExactAlpha {
     using Constants = ExactDecodeConstants;
     static constexpr int sites = vectorBytes / 4;
 
-    static void blocks(const Constants& k, Row row, size_t count) {
+    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         const auto low = [](int32_t even, int32_t odd) { return splatWords(lowWord(even), lowWord(odd)); };
         const auto high = [](int32_t even, int32_t odd) { return splatWords(highWord(even), highWord(odd)); };
         const Words aLow = low(k.ky, k.pa), aHigh = high(k.ky, k.pa), bLow = low(k.ky, k.pb), bHigh = high(k.ky, k.pb);
