@@ -1,0 +1,104 @@
+#include "exports.h"
+
+namespace bench {
+
+namespace {
+
+using enum Layout;
+using enum Variant;
+
+// Exports that name Cr first differ in the order of their plane arguments alone.
+template <auto function>
+Call bindCrFirstSource(const Image& source, const Image& destination) {
+    return bind<function>(withChromaExchanged(source), destination);
+}
+template <auto function>
+Call bindCrFirstDestination(const Image& source, const Image& destination) {
+    return bind<function>(source, withChromaExchanged(destination));
+}
+
+constexpr Export makeRow(std::string_view name, Bind bind, Task task) { return {name, task, bind}; }
+
+#define ROW(bind, name, ...) makeRow(#name, bind<name>, {__VA_ARGS__})
+
+constexpr Export table[] = {
+    // 4:4:4
+    ROW(bind, zeliRGBToYCbCr_8u_C3R, rgb24, ycc24),
+    ROW(bind, zeliRGBToYCbCr_8u_AC4R, rgba32, ycc32),
+    ROW(bind, zeliRGBToYCbCr_8u_C3P3R, rgb24, i444),
+    ROW(bind, zeliRGBToYCbCr_8u_AC4P3R, rgba32, i444),
+    ROW(bind, zeliRGBToYCbCr_8u_P3R, rgbPlanes, i444),
+    ROW(bind, zeliYCbCrToRGB_8u_C3R, ycc24, rgb24),
+    ROW(bind, zeliYCbCrToRGB_8u_AC4R, ycc32, rgba32),
+    ROW(bind, zeliYCbCrToRGB_8u_P3R, i444, rgbPlanes),
+    ROW(bind, zeliYCbCrToRGB_8u_P3C3R, i444, rgb24),
+    ROW(bind, zeliYCbCrToRGB_8u_P3C4R, i444, rgba32),
+    ROW(bind, zeliYCbCrToBGR_8u_P3C3R, i444, bgr24),
+    ROW(bind, zeliYCbCrToBGR_8u_P3C4R, i444, bgra32),
+
+    // encoders
+    ROW(bind, zeliRGBToYCbCr420_8u_C3P3R, rgb24, i420),
+    ROW(bind, zeliRGBToYCbCr420_8u_C3P2R, rgb24, nv12),
+    ROW(bind, zeliRGBToYCbCr420_8u_C4P2R, rgba32, nv12),
+    ROW(bind, zeliBGRToYCbCr420_8u_C3P3R, bgr24, i420),
+    ROW(bind, zeliBGRToYCbCr420_8u_AC4P3R, bgra32, i420),
+    ROW(bindCrFirstDestination, zeliBGRToYCrCb420_8u_C3P3R, bgr24, i420),
+    ROW(bindCrFirstDestination, zeliBGRToYCrCb420_8u_AC4P3R, bgra32, i420),
+    ROW(bindCrFirstDestination, zeliRGBToYCrCb420_8u_AC4P3R, rgba32, i420),
+    ROW(bind, zeliBGRToYCbCr411_8u_C3P3R, bgr24, i411),
+    ROW(bind, zeliBGRToYCbCr411_8u_AC4P3R, bgra32, i411),
+    ROW(bind, zeliRGBToYCbCr422_8u_C3C2R, rgb24, yuy2),
+    ROW(bind, zeliRGBToYCrCb422_8u_C3C2R, rgb24, yvyu),
+    ROW(bind, zeliRGBToYCbCr422_8u_P3C2R, rgbPlanes, yuy2),
+    ROW(bind, zeliRGBToYCrCb422_8u_P3C2R, rgbPlanes, yvyu),
+    ROW(bind, zeliRGBToYCbCr422_8u_C3P3R, rgb24, i422),
+    ROW(bind, zeliBGRToYCbCr422_8u_C3P3R, bgr24, i422),
+    ROW(bind, zeliBGRToYCbCr422_8u_AC4P3R, bgra32, i422),
+    ROW(bind, zeliBGRToYCbCr422_8u_C3C2R, bgr24, yuy2),
+    ROW(bind, zeliBGRToYCbCr422_8u_AC4C2R, bgra32, yuy2),
+
+    // decoders
+    ROW(bind, zeliYCbCr420ToBGR_8u_P3C3R, i420, bgr24),
+    ROW(bind, zeliYCbCr420ToBGR_8u_P3C4R, i420, bgra32),
+    ROW(bind, zeliYCbCr420ToRGB_8u_P3C3R, i420, rgb24),
+    ROW(bindCrFirstSource, zeliYCrCb420ToRGB_8u_P3C4R, i420, rgba32),
+    ROW(bindCrFirstSource, zeliYCrCb420ToBGR_Filter_8u_P3C4R, i420, bgra32, interpolate),
+    ROW(bind, zeliYCbCr420ToBGR_8u_P2C3R, nv12, bgr24),
+    ROW(bind, zeliYCbCr420ToBGR_8u_P2C4R, nv12, bgra32),
+    ROW(bind, zeliYCbCr420ToRGB_8u_P2C3R, nv12, rgb24),
+    ROW(bind, zeliYCbCr420ToRGB_8u_P2C4R, nv12, rgba32),
+    ROW(bind, zeliYCrCb420ToBGR_8u_P2C3R, nv21, bgr24),
+    ROW(bind, zeliYCrCb420ToBGR_8u_P2C4R, nv21, bgra32),
+    ROW(bind, zeliYCrCb420ToRGB_8u_P2C3R, nv21, rgb24),
+    ROW(bind, zeliYCrCb420ToRGB_8u_P2C4R, nv21, rgba32),
+    ROW(bind, zeliYCbCr422ToRGB_8u_C2C3R, yuy2, rgb24),
+    ROW(bind, zeliYCbCr422ToRGB_8u_C2C4R, yuy2, rgba32),
+    ROW(bind, zeliYCbCr422ToRGB_8u_C2P3R, yuy2, rgbPlanes),
+    ROW(bind, zeliYCbCr422ToBGR_8u_C2C3R, yuy2, bgr24),
+    ROW(bind, zeliYCbCr422ToBGR_8u_C2C4R, yuy2, bgra32),
+    ROW(bind, zeliYCrCb422ToRGB_8u_C2C3R, yvyu, rgb24),
+    ROW(bind, zeliYCrCb422ToRGB_8u_C2C4R, yvyu, rgba32),
+    ROW(bind, zeliYCrCb422ToRGB_8u_C2P3R, yvyu, rgbPlanes),
+    ROW(bind, zeliYCrCb422ToBGR_8u_C2C3R, yvyu, bgr24),
+    ROW(bind, zeliYCrCb422ToBGR_8u_C2C4R, yvyu, bgra32),
+    ROW(bind, zeliYCbCr422ToRGB_8u_P3C3R, i422, rgb24),
+    ROW(bind, zeliYCbCr422ToBGR_8u_P3C3R, i422, bgr24),
+    ROW(bind, zeliYCbCr411ToBGR_8u_P3C3R, i411, bgr24),
+    ROW(bind, zeliYCbCr411ToBGR_8u_P3C4R, i411, bgra32),
+};
+
+constexpr bool isMeasured(std::string_view name) {
+    for (const Export& row : table) {
+        if (row.name == name) return true;
+    }
+    return name == "zelccGetLibVersion";
+}
+
+#define ZEL_EXPORT(name, group, columns) static_assert(isMeasured(#name), #name " has no row in the table");
+#include "frame/exports.def"
+
+}  // namespace
+
+std::span<const Export> exports() { return table; }
+
+}  // namespace bench

@@ -1,0 +1,30 @@
+// The table of the exports under measurement, a row each.
+#pragma once
+
+#include "bind.h"
+
+namespace bench {
+
+// What a conversion computes beyond the change of layout. Only contenders of the same variant are compared.
+enum class Variant {
+    replicate,    // a subsampled chroma sample serves all pixels of its site
+    interpolate,  // chroma is interpolated between sites
+};
+
+struct Task {
+    Layout source;
+    Layout destination;
+    Variant variant = Variant::replicate;
+
+    bool operator==(const Task&) const = default;
+};
+
+struct Export {
+    std::string_view name;
+    Task task;
+    Bind bind;
+};
+
+std::span<const Export> exports();
+
+}  // namespace bench

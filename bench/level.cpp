@@ -1,0 +1,95 @@
+// The library takes processor features, cache size and memory from functions that it imports by name. The program defines
+// these names itself, and so decides which level it measures.
+#include "level.h"
+
+#include <cpuid.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+#include <string_view>
+
+#include "zelcore.h"
+
+namespace bench {
+
+namespace {
+
+struct Level {
+    std::string_view name;
+    uint64_t features;
+};
+
+constexpr Level levels[] = {
+    {"s8", zelCpuSsse3 | zelCpuInOrder},
+    {"ssse3", zelCpuSsse3},
+    {"avx2", zelCpuSsse3 | zelCpuAvx2},
+    {"avx512", zelCpuSsse3 | zelCpuAvx2 | zelCpuAvx512},
+};
+
+uint64_t processorFeatures() {
+    __builtin_cpu_init();
+    uint64_t features = zelCpuSsse3 | zelCpuInOrder;
+    if (__builtin_cpu_supports("avx2")) features |= zelCpuAvx2;
+    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
+        __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi"))
+        features |= zelCpuAvx512;
+    return features;
+}
+
+bool isPresent(const Level& level) { return (level.features & ~processorFeatures()) == 0; }
+
+const char* wantedName() { return std::getenv("ZELCC_BENCH_LEVEL"); }
+
+// Null when the variable names no level that the processor has.
+const Level* findLevel() {
+    const char* wanted = wantedName();
+    const Level* found = nullptr;
+    for (const Level& level : levels) {
+        if (isPresent(level) && (!wanted || level.name == wanted)) found = &level;
+    }
+    return found;
+}
+
+}  // namespace
+
+std::string selectedLevel() {
+    const Level* level = findLevel();
+    if (!level) throw std::runtime_error(std::string("this processor has no level ") + wantedName());
+    return std::string(level->name);
+}
+
+std::string processorName() {
+    char brand[49] = {};
+    for (unsigned i = 0; i < 3; ++i) {
+        unsigned words[4];
+        if (!__get_cpuid(0x80000002u + i, &words[0], &words[1], &words[2], &words[3])) return "unknown processor";
+        std::memcpy(brand + 16 * i, words, sizeof words);
+    }
+    const std::string name = brand;
+    return name.substr(name.find_first_not_of(' '));
+}
+
+}  // namespace bench
+
+// Runs before main, and before the initialisers of this program.
+uint64_t zelGetEnabledCpuFeatures(void) {
+    const bench::Level* level = bench::findLevel();
+    return level ? level->features : uint64_t{zelCpuSsse3};
+}
+
+int32_t zelGetMaxCacheSizeB(int32_t* pSizeByte) {
+    const long size = sysconf(_SC_LEVEL3_CACHE_SIZE);
+    if (size < 1 || size > INT32_MAX) return -1;
+    *pSizeByte = static_cast<int32_t>(size);
+    return 0;
+}
+
+void* zelMalloc(int32_t bytes) {
+    void* memory = nullptr;
+    return bytes > 0 && posix_memalign(&memory, 64, static_cast<size_t>(bytes)) == 0 ? memory : nullptr;
+}
+
+void zelFree(void* memory) { std::free(memory); }

@@ -1,0 +1,124 @@
+// libyuv names pixels by their order in a little-endian word: ARGB is B, G, R, A in memory, ABGR is R, G, B, A, RGB24 is
+// B, G, R and RAW is R, G, B. Where it has no conversion of its own, two or three steps over the whole frame do the task.
+#include <libyuv.h>
+
+#include "peers.h"
+
+namespace bench {
+
+namespace {
+
+using enum Layout;
+using enum Variant;
+using namespace libyuv;
+
+using Maker = decltype(Peer::bind);
+
+struct Row {
+    Task task;
+    const char* steps;
+    Maker bind;
+};
+
+Maker via(Layout between, Maker first, Maker second) {
+    return [=](const Image& source, const Image& destination) -> Call {
+        const auto middle = std::make_shared<OwnImage>(between, source.size);
+        return [middle, toMiddle = first(source, middle->image), fromMiddle = second(middle->image, destination)] {
+            const int status = toMiddle();
+            return status ? status : fromMiddle();
+        };
+    };
+}
+
+template <auto function>
+Call bindCrFirst(const Image& source, const Image& destination) {
+    return bind<function>(source, withChromaExchanged(destination));
+}
+
+Call bindBilinear(const Image& source, const Image& destination) {
+    return detail::bind(I420ToARGBMatrixFilter, source, destination, &kYuvI601Constants, kFilterBilinear);
+}
+
+const Row table[] = {
+    // 4:4:4
+    {{rgb24, i444}, "RAWToARGB, ARGBToI444", via(bgra32, bind<RAWToARGB>, bind<ARGBToI444>)},
+    {{rgba32, i444}, "ABGRToARGB, ARGBToI444", via(bgra32, bind<ABGRToARGB>, bind<ARGBToI444>)},
+    {{rgbPlanes, i444}, "MergeARGBPlane, ARGBToI444", via(bgra32, bind<MergeARGBPlane>, bind<ARGBToI444>)},
+    {{i444, rgbPlanes}, "I444ToRAW, SplitRGBPlane", via(rgb24, bind<I444ToRAW>, bind<SplitRGBPlane>)},
+    {{i444, rgb24}, "I444ToRAW", bind<I444ToRAW>},
+    {{i444, bgr24}, "I444ToRGB24", bind<I444ToRGB24>},
+    {{i444, rgba32}, "I444ToABGR", bind<I444ToABGR>},
+    {{i444, bgra32}, "I444ToARGB", bind<I444ToARGB>},
+
+    // encoders to 4:2:0
+    {{rgb24, i420}, "RAWToI420", bind<RAWToI420>},
+    {{bgr24, i420}, "RGB24ToI420", bind<RGB24ToI420>},
+    {{rgba32, i420}, "ABGRToI420", bind<ABGRToI420>},
+    {{bgra32, i420}, "ARGBToI420", bind<ARGBToI420>},
+    {{rgb24, nv12}, "RAWToARGB, ARGBToNV12", via(bgra32, bind<RAWToARGB>, bind<ARGBToNV12>)},
+    {{rgb24, nv12}, "RAWToI420, I420ToNV12", via(i420, bind<RAWToI420>, bind<I420ToNV12>)},
+    {{rgba32, nv12}, "ABGRToNV12", bind<ABGRToNV12>},
+
+    // encoders to 4:2:2
+    {{rgb24, i422}, "RAWToARGB, ARGBToI422", via(bgra32, bind<RAWToARGB>, bind<ARGBToI422>)},
+    {{bgr24, i422}, "RGB24ToARGB, ARGBToI422", via(bgra32, bind<RGB24ToARGB>, bind<ARGBToI422>)},
+    {{bgra32, i422}, "ARGBToI422", bind<ARGBToI422>},
+    {{rgb24, yuy2}, "RAWToARGB, ARGBToYUY2", via(bgra32, bind<RAWToARGB>, bind<ARGBToYUY2>)},
+    {{bgr24, yuy2}, "RGB24ToARGB, ARGBToYUY2", via(bgra32, bind<RGB24ToARGB>, bind<ARGBToYUY2>)},
+    {{bgra32, yuy2}, "ARGBToYUY2", bind<ARGBToYUY2>},
+    {{rgbPlanes, yuy2}, "MergeARGBPlane, ARGBToYUY2", via(bgra32, bind<MergeARGBPlane>, bind<ARGBToYUY2>)},
+    {{rgb24, yvyu},
+     "RAWToARGB, ARGBToI422, I422ToYUY2",
+     via(bgra32, bind<RAWToARGB>, via(i422, bindCrFirst<ARGBToI422>, bind<I422ToYUY2>))},
+    {{rgbPlanes, yvyu},
+     "MergeARGBPlane, ARGBToI422, I422ToYUY2",
+     via(bgra32, bind<MergeARGBPlane>, via(i422, bindCrFirst<ARGBToI422>, bind<I422ToYUY2>))},
+
+    // decoders of 4:2:0
+    {{i420, rgb24}, "I420ToRAW", bind<I420ToRAW>},
+    {{i420, bgr24}, "I420ToRGB24", bind<I420ToRGB24>},
+    {{i420, rgba32}, "I420ToABGR", bind<I420ToABGR>},
+    {{i420, bgra32}, "I420ToARGB", bind<I420ToARGB>},
+    {{i420, bgra32, interpolate}, "I420ToARGBMatrixFilter, bilinear", bindBilinear},
+    {{nv12, rgb24}, "NV12ToRAW", bind<NV12ToRAW>},
+    {{nv12, bgr24}, "NV12ToRGB24", bind<NV12ToRGB24>},
+    {{nv12, rgba32}, "NV12ToABGR", bind<NV12ToABGR>},
+    {{nv12, bgra32}, "NV12ToARGB", bind<NV12ToARGB>},
+    {{nv21, rgb24}, "NV21ToRAW", bind<NV21ToRAW>},
+    {{nv21, bgr24}, "NV21ToRGB24", bind<NV21ToRGB24>},
+    {{nv21, rgba32}, "NV21ToABGR", bind<NV21ToABGR>},
+    {{nv21, bgra32}, "NV21ToARGB", bind<NV21ToARGB>},
+
+    // decoders of 4:2:2
+    {{i422, rgb24}, "I422ToRAW", bind<I422ToRAW>},
+    {{i422, bgr24}, "I422ToRGB24", bind<I422ToRGB24>},
+    {{yuy2, rgb24}, "YUY2ToARGB, ARGBToRAW", via(bgra32, bind<YUY2ToARGB>, bind<ARGBToRAW>)},
+    {{yuy2, rgb24}, "YUY2ToI422, I422ToRAW", via(i422, bind<YUY2ToI422>, bind<I422ToRAW>)},
+    {{yuy2, bgr24}, "YUY2ToARGB, ARGBToRGB24", via(bgra32, bind<YUY2ToARGB>, bind<ARGBToRGB24>)},
+    {{yuy2, bgr24}, "YUY2ToI422, I422ToRGB24", via(i422, bind<YUY2ToI422>, bind<I422ToRGB24>)},
+    {{yuy2, rgba32}, "YUY2ToARGB, ARGBToABGR", via(bgra32, bind<YUY2ToARGB>, bind<ARGBToABGR>)},
+    {{yuy2, rgba32}, "YUY2ToI422, I422ToABGR", via(i422, bind<YUY2ToI422>, bind<I422ToABGR>)},
+    {{yuy2, bgra32}, "YUY2ToARGB", bind<YUY2ToARGB>},
+    {{yuy2, rgbPlanes},
+     "YUY2ToI422, I422ToRAW, SplitRGBPlane",
+     via(i422, bind<YUY2ToI422>, via(rgb24, bind<I422ToRAW>, bind<SplitRGBPlane>))},
+    {{yvyu, rgb24}, "YUY2ToI422, I422ToRAW", via(i422, bindCrFirst<YUY2ToI422>, bind<I422ToRAW>)},
+    {{yvyu, bgr24}, "YUY2ToI422, I422ToRGB24", via(i422, bindCrFirst<YUY2ToI422>, bind<I422ToRGB24>)},
+    {{yvyu, rgba32}, "YUY2ToI422, I422ToABGR", via(i422, bindCrFirst<YUY2ToI422>, bind<I422ToABGR>)},
+    {{yvyu, bgra32}, "YUY2ToI422, I422ToARGB", via(i422, bindCrFirst<YUY2ToI422>, bind<I422ToARGB>)},
+    {{yvyu, rgbPlanes},
+     "YUY2ToI422, I422ToRAW, SplitRGBPlane",
+     via(i422, bindCrFirst<YUY2ToI422>, via(rgb24, bind<I422ToRAW>, bind<SplitRGBPlane>))},
+};
+
+}  // namespace
+
+std::string libyuvVersion() { return "libyuv " + std::to_string(LIBYUV_VERSION); }
+
+void addLibyuv(const Task& task, std::vector<Peer>& peers) {
+    for (const Row& row : table) {
+        if (row.task == task) peers.push_back({std::string("libyuv ") + row.steps, row.bind});
+    }
+}
+
+}  // namespace bench

@@ -1,0 +1,88 @@
+extern "C" {
+#include <libavutil/pixfmt.h>
+#include <libswscale/swscale.h>
+}
+
+#include <stdexcept>
+
+#include "peers.h"
+
+namespace bench {
+
+namespace {
+
+AVPixelFormat formatOf(Layout layout) {
+    switch (layout) {
+        case Layout::rgb24:
+            return AV_PIX_FMT_RGB24;
+        case Layout::bgr24:
+            return AV_PIX_FMT_BGR24;
+        case Layout::rgba32:
+            return AV_PIX_FMT_RGBA;
+        case Layout::bgra32:
+            return AV_PIX_FMT_BGRA;
+        case Layout::rgbPlanes:
+            return AV_PIX_FMT_GBRP;
+        case Layout::i444:
+            return AV_PIX_FMT_YUV444P;
+        case Layout::i422:
+            return AV_PIX_FMT_YUV422P;
+        case Layout::i420:
+            return AV_PIX_FMT_YUV420P;
+        case Layout::i411:
+            return AV_PIX_FMT_YUV411P;
+        case Layout::nv12:
+            return AV_PIX_FMT_NV12;
+        case Layout::nv21:
+            return AV_PIX_FMT_NV21;
+        case Layout::yuy2:
+            return AV_PIX_FMT_YUYV422;
+        case Layout::yvyu:
+            return AV_PIX_FMT_YVYU422;
+        default:
+            return AV_PIX_FMT_NONE;
+    }
+}
+
+struct Picture {
+    uint8_t* data[4];
+    int steps[4];
+
+    explicit Picture(const Image& image) {
+        // Planar RGB counts its planes from green.
+        const bool rotated = image.layout == Layout::rgbPlanes;
+        for (int i = 0; i < 4; ++i) {
+            const Plane& plane = image.planes[rotated && i < 3 ? (i + 1) % 3 : i];
+            data[i] = plane.data;
+            steps[i] = plane.step;
+        }
+    }
+};
+
+Call bindScaler(const Image& source, const Image& destination) {
+    const auto [width, height] = source.size;
+    const std::shared_ptr<SwsContext> context(sws_getContext(width, height, formatOf(source.layout), width, height,
+                                                             formatOf(destination.layout), SWS_POINT, nullptr, nullptr, nullptr),
+                                              sws_freeContext);
+    if (!context) throw std::runtime_error("swscale refuses a pair of formats that it says it supports");
+    return [context, height = height, from = Picture(source), to = Picture(destination)] {
+        const int rows = sws_scale(context.get(), from.data, from.steps, 0, height, to.data, to.steps);
+        return rows == height ? 0 : -1;
+    };
+}
+
+}  // namespace
+
+std::string swscaleVersion() {
+    const unsigned version = swscale_version();
+    return "swscale " + std::to_string(version >> 16) + "." + std::to_string(version >> 8 & 255) + "." +
+           std::to_string(version & 255);
+}
+
+void addSwscale(const Task& task, std::vector<Peer>& peers) {
+    const AVPixelFormat source = formatOf(task.source), destination = formatOf(task.destination);
+    if (task.variant != Variant::replicate || source == AV_PIX_FMT_NONE || destination == AV_PIX_FMT_NONE) return;
+    if (sws_isSupportedInput(source) && sws_isSupportedOutput(destination)) peers.push_back({"swscale", bindScaler});
+}
+
+}  // namespace bench
