@@ -1,0 +1,205 @@
+// Values worked out by hand from the rules, without the model: they hold the model and the library to the same numbers.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <string>
+
+#include "harness/placement.h"
+#include "zelcc/lumachroma.h"
+
+namespace {
+
+using harness::aligned;
+using Triple = std::array<int, 3>;
+
+// What becomes of the pixel at `x` in the first row of an image of one colour. Both are red, green, blue or Y, Cb, Cr. Each
+// colour is one on which the rule that owns the pixel gives another result than the rules beside it.
+struct Pin {
+    const char* name;
+    int width, x;
+    Triple from, to;
+};
+
+constexpr Pin pins[] = {
+    {"zeliRGBToYCbCr_8u_C3R", 17, 15, {64, 27, 233}, {68, 213, 129}},
+    {"zeliRGBToYCbCr_8u_C3R", 17, 16, {40, 170, 77}, {120, 106, 78}},
+    {"zeliRGBToYCbCr_8u_AC4R", 17, 0, {40, 170, 77}, {120, 106, 78}},
+    {"zeliRGBToYCbCr_8u_P3R", 9, 7, {198, 21, 80}, {85, 128, 201}},
+    {"zeliRGBToYCbCr_8u_P3R", 9, 8, {40, 170, 77}, {120, 106, 78}},
+    {"zeliRGBToYCbCr420_8u_C3P3R", 14, 7, {83, 60, 245}, {91, 205, 125}},
+    {"zeliRGBToYCbCr420_8u_C3P3R", 14, 8, {39, 34, 147}, {58, 176, 122}},
+    {"zeliBGRToYCbCr420_8u_C3P3R", 24, 15, {24, 117, 65}, {87, 119, 90}},
+    {"zeliBGRToYCbCr420_8u_C3P3R", 24, 16, {39, 34, 147}, {58, 176, 122}},
+    {"zeliBGRToYCbCr420_8u_C3P3R", 28, 19, {24, 117, 65}, {87, 119, 90}},
+    {"zeliBGRToYCbCr420_8u_C3P3R", 28, 20, {39, 34, 147}, {58, 176, 122}},
+    {"zeliBGRToYCbCr411_8u_C3P3R", 60, 47, {88, 99, 127}, {100, 141, 121}},
+    {"zeliBGRToYCbCr411_8u_C3P3R", 60, 48, {39, 34, 147}, {58, 176, 122}},
+    {"zeliBGRToYCbCr411_8u_AC4P3R", 60, 31, {24, 117, 65}, {87, 119, 90}},
+    {"zeliBGRToYCbCr411_8u_AC4P3R", 60, 32, {39, 34, 147}, {58, 176, 122}},
+    {"zeliRGBToYCbCr422_8u_C3C2R", 13, 7, {151, 54, 61}, {87, 117, 170}},
+    {"zeliRGBToYCbCr422_8u_C3C2R", 13, 8, {170, 50, 151}, {100, 155, 174}},
+    {"zeliRGBToYCbCr422_8u_C3C2R", 13, 11, {205, 106, 168}, {138, 141, 167}},
+    {"zeliBGRToYCbCr422_8u_C3C2R", 48, 31, {31, 192, 128}, {133, 123, 62}},
+    {"zeliBGRToYCbCr422_8u_C3C2R", 48, 32, {163, 115, 58}, {122, 95, 153}},
+    {"zeliBGRToYCbCr422_8u_C3C2R", 60, 39, {31, 192, 128}, {133, 123, 62}},
+    {"zeliBGRToYCbCr422_8u_C3C2R", 60, 40, {163, 115, 58}, {122, 95, 153}},
+    {"zeliYCbCrToRGB_8u_C3R", 7, 3, {165, 133, 155}, {217, 149, 184}},
+    {"zeliYCbCrToRGB_8u_C3R", 7, 4, {164, 53, 146}, {201, 187, 20}},
+    {"zeliYCbCrToRGB_8u_AC4R", 16, 0, {164, 53, 146}, {201, 187, 20}},
+    {"zeliYCbCrToRGB_8u_P3R", 7, 3, {179, 145, 142}, {212, 171, 223}},
+    {"zeliYCbCrToRGB_8u_P3R", 7, 4, {162, 68, 139}, {188, 185, 49}},
+    {"zeliYCbCrToRGB_8u_P3C3R", 15, 7, {104, 192, 209}, {232, 11, 231}},
+    {"zeliYCbCrToRGB_8u_P3C3R", 15, 8, {129, 157, 79}, {53, 159, 190}},
+    {"zeliYCbCrToRGB_8u_P3C4R", 15, 7, {69, 118, 154}, {103, 45, 42}},
+    {"zeliYCbCrToRGB_8u_P3C4R", 15, 8, {59, 150, 107}, {17, 58, 94}},
+    {"zeliYCbCrToBGR_8u_P3C3R", 15, 14, {104, 192, 209}, {232, 11, 231}},
+    {"zeliYCbCrToBGR_8u_P3C4R", 15, 14, {69, 118, 154}, {103, 45, 42}},
+    {"zeliYCbCr420ToBGR_8u_P3C3R", 14, 7, {65, 187, 133}, {64, 30, 176}},
+    {"zeliYCbCr420ToBGR_8u_P3C3R", 14, 8, {162, 68, 139}, {188, 185, 49}},
+    {"zeliYCbCr420ToBGR_8u_P3C4R", 14, 13, {104, 103, 177}, {181, 73, 52}},
+    {"zeliYCbCr420ToBGR_8u_P2C3R", 14, 13, {104, 103, 177}, {181, 73, 52}},
+    {"zeliYCbCr420ToRGB_8u_P3C3R", 14, 7, {104, 192, 209}, {232, 11, 231}},
+    {"zeliYCbCr420ToRGB_8u_P3C3R", 14, 8, {162, 68, 139}, {188, 185, 49}},
+    {"zeliYCrCb420ToRGB_8u_P3C4R", 14, 7, {69, 118, 154}, {103, 45, 42}},
+    {"zeliYCrCb420ToRGB_8u_P3C4R", 14, 8, {162, 68, 139}, {188, 185, 49}},
+    {"zeliYCrCb420ToRGB_8u_P2C4R", 14, 13, {141, 94, 170}, {213, 124, 77}},
+    {"zeliYCrCb420ToBGR_Filter_8u_P3C4R", 18, 15, {65, 187, 133}, {64, 30, 176}},
+    {"zeliYCrCb420ToBGR_Filter_8u_P3C4R", 16, 0, {88, 197, 81}, {8, 95, 223}},
+    {"zeliYCbCr422ToRGB_8u_C2C3R", 31, 15, {165, 133, 155}, {217, 149, 184}},
+    {"zeliYCbCr422ToRGB_8u_C2C3R", 31, 16, {164, 53, 146}, {201, 187, 20}},
+    {"zeliYCbCr422ToRGB_8u_C2C3R", 31, 30, {164, 53, 146}, {201, 187, 20}},
+    {"zeliYCbCr422ToBGR_8u_C2C3R", 31, 15, {104, 192, 209}, {232, 11, 231}},
+    {"zeliYCbCr422ToBGR_8u_C2C4R", 31, 15, {69, 118, 154}, {103, 45, 42}},
+    {"zeliYCrCb422ToRGB_8u_C2C3R", 31, 30, {144, 173, 136}, {161, 125, 239}},
+    {"zeliYCbCr422ToBGR_8u_P3C3R", 30, 15, {104, 192, 209}, {232, 11, 231}},
+    {"zeliYCbCr422ToBGR_8u_P3C3R", 30, 16, {164, 53, 146}, {201, 187, 20}},
+    {"zeliYCbCr422ToRGB_8u_P3C3R", 14, 7, {65, 187, 133}, {64, 30, 176}},
+    {"zeliYCbCr422ToRGB_8u_P3C3R", 14, 8, {129, 157, 79}, {53, 159, 190}},
+    {"zeliYCbCr411ToBGR_8u_P3C3R", 16, 0, {131, 120, 119}, {120, 144, 118}},
+    {"zeliYCbCr422ToRGB_8u_C2P3R", 1, 0, {148, 90, 90}, {92, 199, 77}},
+    {"zeliYCbCr422ToBGR_8u_C2C4R", 1, 0, {148, 90, 90}, {92, 199, 77}},
+};
+
+Triple read(const harness::Picture& picture, int x) {
+    const model::Image image = picture.image();
+    Triple triple;
+    for (int c = 0; c < 3; ++c) triple[c] = image.sample(picture.layout->channels[c], x, 0);
+    return triple;
+}
+
+Triple convertFlat(const Pin& pin, const harness::Placement& source) {
+    const auto exports = model::lumachromaExports();
+    const auto tested = std::ranges::find(exports, std::string(pin.name), &model::Export::name);
+    if (tested == exports.end()) return {-1, -1, -1};
+    const ZelSize size{pin.width, 2};
+    harness::PictureMemory sourceMemory, destinationMemory;
+    const harness::Picture from = sourceMemory.lay(tested->source, tested->converted(size), source);
+    const harness::Picture to = destinationMemory.lay(tested->destination, tested->converted(size), aligned);
+    const model::Image image = from.image();
+    for (int c = 0; c < 3; ++c) {
+        const model::Channel& channel = from.layout->channels[c];
+        for (int y = 0; y < size.height; ++y)
+            for (int x = 0; x < size.width; ++x)
+                if (channel.position(x) < from.layout->planes[channel.plane].rowBytes(size.width))
+                    image.sample(channel, x, y) = static_cast<uint8_t>(pin.from[c]);
+    }
+    tested->entry.call({.source = from.operand(), .destination = to.operand(), .size = size, .alpha = 0});
+    return read(to, pin.x);
+}
+
+TEST(LumaChromaValues, AreThoseOfTheRuleThatOwnsThePixel) {
+    for (const Pin& pin : pins)
+        EXPECT_EQ(convertFlat(pin, aligned), pin.to) << pin.name << ", pixel " << pin.x << " of " << pin.width;
+}
+
+TEST(LumaChromaValues, FollowAnotherBlockRuleInMisalignedImages) {
+    constexpr Pin misaligned[] = {
+        {"zeliYCbCr420ToBGR_8u_P3C3R", 14, 7, {104, 192, 209}, {232, 11, 231}},
+        {"zeliYCbCr422ToRGB_8u_P3C3R", 14, 7, {104, 192, 209}, {232, 11, 231}},
+    };
+    for (const Pin& pin : misaligned) {
+        EXPECT_EQ(convertFlat(pin, harness::dense), pin.to) << pin.name;
+        EXPECT_NE(convertFlat(pin, aligned), pin.to) << pin.name;
+    }
+}
+
+using Bytes = std::vector<int>;
+
+template <size_t N>
+Bytes bytes(const uint8_t (&array)[N]) {
+    return {array, array + N};
+}
+
+constexpr uint8_t redBlueGreen[] = {255, 0, 0, 0, 0, 255, 0, 255, 0};
+constexpr uint8_t blueRedGreen[] = {0, 0, 255, 255, 0, 0, 0, 255, 0};  // the same as B, G, R
+
+// The last pixel of an odd row has room for one chroma byte: the one that stands first in the order of the name.
+TEST(LumaChromaValues, StandInTheByteOrderOfPacked422) {
+    uint8_t ycc[6];
+    ASSERT_EQ(zeliRGBToYCbCr422_8u_C3C2R(redBlueGreen, 9, ycc, 6, {3, 1}), zelStsNoErr);
+    EXPECT_EQ(bytes(ycc), Bytes({82, 165, 40, 175, 145, 54}));
+    ASSERT_EQ(zeliRGBToYCrCb422_8u_C3C2R(redBlueGreen, 9, ycc, 6, {3, 1}), zelStsNoErr);
+    EXPECT_EQ(bytes(ycc), Bytes({82, 175, 40, 165, 145, 34}));
+    std::memset(ycc, 1, sizeof ycc);
+    ASSERT_EQ(zeliBGRToYCbCr422_8u_C3C2R(blueRedGreen, 9, ycc, 6, {3, 1}), zelStsNoErr);
+    EXPECT_EQ(bytes(ycc), Bytes({82, 165, 41, 175, 1, 1}));
+}
+
+// The last pixel of an odd row borrows the second chroma of the pair before it; alone it takes its only one for both.
+TEST(LumaChromaValues, BorrowTheChromaThatAnOddRowLacks) {
+    constexpr uint8_t yuyv[] = {82, 90, 145, 240, 41, 54};
+    uint8_t rgb[9];
+    ASSERT_EQ(zeliYCbCr422ToRGB_8u_C2C3R(yuyv, 6, rgb, 9, {3, 1}), zelStsNoErr);
+    EXPECT_EQ(bytes(rgb), Bytes({255, 0, 0, 255, 73, 73, 207, 0, 0}));
+    ASSERT_EQ(zeliYCrCb422ToRGB_8u_C2C3R(yuyv, 6, rgb, 9, {3, 1}), zelStsNoErr);
+    EXPECT_EQ(bytes(rgb), Bytes({16, 63, 255, 89, 137, 255, 0, 45, 254}));
+
+    std::memset(rgb, 1, sizeof rgb);
+    ASSERT_EQ(zeliYCbCr422ToBGR_8u_C2C3R(yuyv + 4, 2, rgb, 9, {1, 1}), zelStsNoErr);
+    EXPECT_EQ(bytes(rgb), Bytes({0, 118, 0, 1, 1, 1, 1, 1, 1}));
+}
+
+TEST(LumaChromaValues, StandInThePlanesOfTheName) {
+    constexpr uint8_t bgra[] = {0, 0, 255, 9, 0, 255, 0, 9, 255, 0, 0, 9, 0, 255, 255, 9};  // red, green, blue, yellow
+    uint8_t luma[4], first[1], second[1], pairs[2];
+    uint8_t* const planes[] = {luma, first, second};
+    constexpr int32_t steps[] = {2, 1, 1};
+    ASSERT_EQ(zeliBGRToYCbCr420_8u_AC4P3R(bgra, 8, planes, steps, {2, 2}), zelStsNoErr);
+    EXPECT_EQ(bytes(luma), Bytes({82, 145, 41, 210}));
+    EXPECT_EQ(bytes(first), Bytes({100}));
+    EXPECT_EQ(bytes(second), Bytes({132}));
+    ASSERT_EQ(zeliBGRToYCrCb420_8u_AC4P3R(bgra, 8, planes, steps, {2, 2}), zelStsNoErr);
+    EXPECT_EQ(bytes(first), Bytes({132}));
+    EXPECT_EQ(bytes(second), Bytes({100}));
+
+    constexpr uint8_t rgba[] = {255, 0, 0, 9, 0, 255, 0, 9, 0, 0, 255, 9, 255, 255, 0, 9};
+    ASSERT_EQ(zeliRGBToYCbCr420_8u_C4P2R(rgba, 8, luma, 2, pairs, 2, {2, 2}), zelStsNoErr);
+    EXPECT_EQ(bytes(pairs), Bytes({100, 132}));
+
+    constexpr uint8_t redLuma[] = {82, 82, 82, 82}, redCbCr[] = {90, 240}, redCrCb[] = {240, 90};
+    uint8_t pixels[16];
+    ASSERT_EQ(zeliYCbCr420ToBGR_8u_P2C4R(redLuma, 2, redCbCr, 2, pixels, 8, {2, 2}, 7), zelStsNoErr);
+    EXPECT_EQ(bytes(pixels), Bytes({0, 1, 255, 7, 0, 1, 255, 7, 0, 1, 255, 7, 0, 1, 255, 7}));
+    ASSERT_EQ(zeliYCrCb420ToRGB_8u_P2C4R(redLuma, 2, redCrCb, 2, pixels, 8, {2, 2}, 7), zelStsNoErr);
+    EXPECT_EQ(bytes(pixels), Bytes({255, 0, 0, 7, 255, 0, 0, 7, 255, 0, 0, 7, 255, 0, 0, 7}));
+}
+
+TEST(LumaChromaValues, AreInterpolatedBetweenSites) {
+    constexpr uint8_t luma[12] = {126, 126, 126, 126, 126, 126, 126, 126, 126, 126, 126, 126};
+    constexpr uint8_t cr[] = {100, 151, 128}, cb[] = {128, 128, 128};
+    const uint8_t* const planes[] = {luma, cr, cb};
+    constexpr int32_t steps[] = {6, 3, 3};
+    uint8_t bgra[48];
+    ASSERT_EQ(zeliYCrCb420ToBGR_Filter_8u_P3C4R(planes, steps, bgra, 24, {6, 2}, 3), zelStsNoErr);
+    constexpr Triple expected[] = {{83, 150, 128},  {124, 129, 128}, {164, 109, 128},
+                                   {147, 118, 128}, {128, 128, 128}, {128, 128, 128}};
+    for (int i = 0; i < 12; ++i) {
+        const uint8_t* p = bgra + 4 * i;
+        EXPECT_EQ(Triple({p[2], p[1], p[0]}), expected[i % 6]) << i;
+        EXPECT_EQ(p[3], 3) << i;
+    }
+}
+
+}  // namespace
