@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 namespace harness {
 namespace {
@@ -66,7 +65,7 @@ model::Image Snapshot::image() {
 std::optional<std::string> Snapshot::difference() const {
     for (int i = 0; i < picture_.layout->planeCount; ++i) {
         const std::span<const uint8_t> memory = picture_.planes[i].memory;
-        if (std::memcmp(memory.data(), copies_[i].data(), memory.size()) == 0) continue;
+        if (std::ranges::equal(memory, copies_[i])) continue;
         const auto [found, expected] = std::ranges::mismatch(memory, copies_[i]);
         char values[40];
         std::snprintf(values, sizeof values, ": %d instead of %d", *found, *expected);

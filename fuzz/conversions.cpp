@@ -1,0 +1,80 @@
+// Fuzz target: one call of an export on planes that end with their last byte, beside its model. The input picks the export, the
+// size, the offsets and steps of all planes and their content. ZELCC_TEST_FEATURES picks the level, as in the tests.
+#include <fuzzer/FuzzedDataProvider.h>
+#include <sanitizer/asan_interface.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "harness/picture.h"
+
+namespace {
+
+using harness::Picture;
+using harness::PicturePlane;
+
+// Owns the planes of a picture. The address sanitizer sees every access behind their last byte, and nearly every one before
+// their first.
+class HeapPicture {
+  public:
+    HeapPicture(const model::Layout& layout, ZelSize size, FuzzedDataProvider& input) : picture_{&layout, size, {}} {
+        const bool bottomUp = input.ConsumeBool();
+        const int stepUnit = input.PickValueInArray({1, 1, 2, 16});
+        size_t commonStep = 0;
+        for (int i = 0; i < layout.planeCount; ++i) {
+            const size_t rowBytes = layout.planes[i].rowBytes(size.width), rows = layout.planes[i].rows(size.height);
+            size_t step = (rowBytes + input.ConsumeIntegralInRange(0, 40)) / stepUnit * stepUnit;
+            if (step < rowBytes) step += stepUnit;
+            if (layout.hasCommonStep()) step = commonStep = i == 0 ? step : commonStep;
+            const size_t extent = rowBytes == 0 || rows == 0 ? 0 : (rows - 1) * step + rowBytes;
+            const size_t offset = input.ConsumeBool() ? input.ConsumeIntegralInRange(0, 31) : 0;
+
+            memory_[i].reset(static_cast<uint8_t*>(std::malloc(offset + extent)));
+            ASAN_POISON_MEMORY_REGION(memory_[i].get(), offset);
+            PicturePlane& plane = picture_.planes[i];
+            plane.memory = {memory_[i].get() + offset, extent};
+            plane.first = plane.memory.data();
+            plane.step = static_cast<int32_t>(step);
+            if (bottomUp) {
+                if (extent > 0) plane.first += (rows - 1) * step;
+                plane.step = -plane.step;
+            }
+        }
+    }
+
+    const Picture& picture() const { return picture_; }
+
+  private:
+    struct Free {
+        void operator()(uint8_t* p) const { std::free(p); }
+    };
+    Picture picture_;
+    std::array<std::unique_ptr<uint8_t, Free>, 4> memory_;
+};
+
+// Bytes from the input where they matter most, at the start of the planes, and random ones from there on.
+void fill(const Picture& picture, FuzzedDataProvider& input) {
+    harness::Random random(input.ConsumeIntegral<uint32_t>());
+    picture.fill(random, input.ConsumeBool() ? harness::Content::uniform : harness::Content::extremes);
+    for (const PicturePlane& p : picture.usedPlanes()) input.ConsumeData(p.memory.data(), p.memory.size() / 2);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    FuzzedDataProvider input(data, size);
+    const auto exports = model::lumachromaExports();
+    const model::Export& tested = exports[input.ConsumeIntegralInRange<size_t>(0, exports.size() - 1)];
+    const ZelSize region{input.ConsumeIntegralInRange(1, 300), input.ConsumeIntegralInRange(1, 6)};
+    const auto alpha = input.ConsumeIntegral<uint8_t>();
+
+    const HeapPicture source(tested.source, tested.converted(region), input);
+    const HeapPicture destination(tested.destination, tested.converted(region), input);
+    fill(source.picture(), input);
+    if (const auto fault = harness::compareWithModel(tested, source.picture(), destination.picture(), region, alpha)) {
+        std::fprintf(stderr, "%s, %d x %d: %s\n", tested.name, region.width, region.height, fault->c_str());
+        std::abort();
+    }
+    return 0;
+}
