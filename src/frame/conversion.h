@@ -194,14 +194,14 @@ ZEL_OWN_CODE inline void convertOddPixel(const Conversion& c, const Row& row, bo
     for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], c.to.streams[i].bytes / 2);
 }
 
-// Field by field: a copy of the whole record would wait for the pointers that were written just before.
-ZEL_INLINE Row moved(const Conversion& c, const Row& row, size_t sites) {
-    Row there;
-    for (int i = 0; i < c.from.count; ++i) there.in[i] = row.in[i] + sites * c.from.streams[i].bytes;
-    for (int i = 0; i < c.to.count; ++i) there.out[i] = row.out[i] + sites * c.to.streams[i].bytes;
-    there.alpha = row.alpha;
-    return there;
-}
+// The row some sites further on. Field by field: a copy of the whole record would wait for the pointers that were just written.
+struct MovedRow : Row {
+    ZEL_INLINE MovedRow(const Conversion& c, const Row& row, size_t sites) {
+        for (int i = 0; i < c.from.count; ++i) in[i] = row.in[i] + sites * c.from.streams[i].bytes;
+        for (int i = 0; i < c.to.count; ++i) out[i] = row.out[i] + sites * c.to.streams[i].bytes;
+        alpha = row.alpha;
+    }
+};
 
 // The consecutive sites of a row that follow one rule, with as many sites before them that are converted later.
 struct Run {
@@ -217,13 +217,14 @@ struct Run {
           lastBlock(overlapping ? ptrdiff_t(before + sites) - k.sites : -1) {}
 
     ZEL_INLINE void operator()(const Conversion& c, const Row& start) const {
-        if (blocks != 0) kernel.blocks(kernel.constants, moved(c, start, before), blocks);
+        if (blocks != 0 && before == 0) kernel.blocks(kernel.constants, start, blocks);
+        if (blocks != 0 && before != 0) kernel.blocks(kernel.constants, MovedRow(c, start, before), blocks);
         const size_t rest = sites % unsigned(kernel.sites);
         if (rest == 0) return;
         if (lastBlock >= 0) {
-            kernel.blocks(kernel.constants, moved(c, start, size_t(lastBlock)), 1);
+            kernel.blocks(kernel.constants, MovedRow(c, start, size_t(lastBlock)), 1);
         } else {
-            convertPart(c, kernel, moved(c, start, before + sites - rest), rest);
+            convertPart(c, kernel, MovedRow(c, start, before + sites - rest), rest);
         }
     }
 };
@@ -278,11 +279,11 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images) {
         if (tail.sites != 0) tail(c, start);
         block(c, start);
         if (c.lastSiteAlone) {
-            Row last = moved(c, start, sites);
+            MovedRow last(c, start, sites);
             for (int i = 0; i < c.from.count; ++i) last.in[i] -= c.from.streams[i].offset;
             convertPart(c, c.tail, last, 1);
         }
-        if (hasOddPixel) convertOddPixel(c, moved(c, start, columns), width == 1);
+        if (hasOddPixel) convertOddPixel(c, MovedRow(c, start, columns), width == 1);
         for (int i = 0; i < c.from.count; ++i) start.in[i] = moved(start.in[i], sourceStep[i]);
         for (int i = 0; i < c.to.count; ++i) start.out[i] = moved(start.out[i], destinationStep[i]);
     }
