@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <span>
 #include <string>
 #include <vector>
@@ -23,6 +24,14 @@ class Conversion : public testing::TestWithParam<const model::Export*> {
 
     // One call on random content beside the model.
     testing::AssertionResult matchesModel(ZelSize size, const Placements& placements);
+
+    // Rows that share their memory leave the order in which they are stored open, unless they are equal.
+    bool suits(const Placements& placements) const {
+        return !placements.destination.oneRow || tested().peculiarity != model::Peculiarity::unevenRows;
+    }
+
+    // A region that is converted as a whole, whatever the site.
+    ZelSize smallSize(int width) const { return {width, std::max(4, tested().geometry.minimum.height)}; }
 
     // Pictures of the whole sites of a region, filled at random.
     struct Pictures {
@@ -55,6 +64,8 @@ inline auto rows(std::span<const model::Export> exports, bool (*has)(const model
 
 inline bool hasOneLayout(const model::Export& e) { return e.source == e.destination; }
 
-inline std::string nameOf(const testing::TestParamInfo<const model::Export*>& info) { return info.param->name; }
+inline std::string nameOf(const testing::TestParamInfo<const model::Export*>& info) {
+    return std::string(info.param->name) + info.param->slice.name;
+}
 
 }  // namespace harness

@@ -10,12 +10,12 @@ std::string describeByte(const Picture& picture, int plane, const uint8_t* addre
     const model::PlaneShape& shape = picture.layout->planes[plane];
     const PicturePlane& p = picture.planes[plane];
     char text[100];
-    for (int row = 0; row < shape.rows(picture.size.height); ++row) {
+    for (int row = -p.rowsAbove; row < shape.rows(picture.size.height); ++row) {
         const std::ptrdiff_t offset = address - (p.first + std::ptrdiff_t{row} * p.step);
         if (offset < 0 || offset >= shape.rowBytes(picture.size.width)) continue;
         const int pixel = static_cast<int>(offset) / shape.unitBytes << shape.xShift;
         std::snprintf(text, sizeof text, "plane %d, row %d, byte %d, pixel (%d, %d)", plane, row, static_cast<int>(offset), pixel,
-                      row << shape.yShift);
+                      row * (1 << shape.yShift));
         return text;
     }
     std::snprintf(text, sizeof text, "plane %d, outside the rows, %td bytes from the first", plane, address - p.first);
@@ -79,8 +79,11 @@ std::optional<std::string> compareWithModel(const model::Export& tested, const P
     const bool inPlace = source.planes[0].first == destination.planes[0].first;
     Snapshot original(source), expected(destination);
 
-    const ZelStatus status =
-        tested.entry.call({.source = source.operand(), .destination = destination.operand(), .size = size, .alpha = alpha});
+    const ZelStatus status = tested.entry.call({.source = source.operand(),
+                                                .destination = destination.operand(),
+                                                .size = size,
+                                                .alpha = alpha,
+                                                .slice = tested.slice.argument});
     if (status != tested.status(size))
         return "status " + std::to_string(status) + " instead of " + std::to_string(tested.status(size));
 
@@ -89,7 +92,8 @@ std::optional<std::string> compareWithModel(const model::Export& tested, const P
                                  .size = tested.converted(size),
                                  .blockPixels = tested.blocks(size.width),
                                  .aligned = source.isAligned() && destination.isAligned(),
-                                 .alpha = {}};
+                                 .alpha = {},
+                                 .slice = tested.slice.argument};
     if (tested.entry.takesAlpha) conversion.alpha = alpha;
     if (status >= zelStsNoErr) tested.model(conversion);
 

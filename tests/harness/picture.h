@@ -16,6 +16,7 @@ struct PicturePlane {
     uint8_t* first = nullptr;  // first byte of the top row
     int32_t step = 0;
     std::span<uint8_t> memory;  // rows, gaps between them and margins
+    int rowsAbove = 0;          // before the first
 };
 
 struct Picture {

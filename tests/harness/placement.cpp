@@ -57,11 +57,12 @@ constexpr Placements all[] = {
 
 std::span<const Placements> placements() { return all; }
 
-Picture PictureMemory::lay(const model::Layout& layout, ZelSize size, const Placement& placement) {
+Picture PictureMemory::lay(const model::Layout& layout, ZelSize size, const Placement& placement,
+                           const std::array<int, 4>& rowsAbove) {
     Picture picture{&layout, size, {}};
     for (int i = 0; i < layout.planeCount; ++i) {
         const size_t rowBytes = layout.planes[i].rowBytes(size.width);
-        const size_t rows = layout.planes[i].rows(size.height);
+        const size_t rows = layout.planes[i].rows(size.height) + rowsAbove[i];
         const int gap = placement.gaps[layout.hasCommonStep() ? 0 : i];
         const size_t step =
             placement.oneRow ? 0 : (rowBytes + placement.stepUnit - 1) / placement.stepUnit * placement.stepUnit + gap;
@@ -80,11 +81,13 @@ Picture PictureMemory::lay(const model::Layout& layout, ZelSize size, const Plac
         PicturePlane& plane = picture.planes[i];
         plane.memory = pages.subspan(begin, end - begin);
         plane.first = pages.data() + lowest;
+        plane.rowsAbove = rowsAbove[i];
         plane.step = static_cast<int32_t>(step);
         if (placement.bottomUp) {
             if (extent > 0) plane.first += (rows - 1) * step;
             plane.step = -plane.step;
         }
+        plane.first += std::ptrdiff_t{plane.rowsAbove} * plane.step;
     }
     return picture;
 }

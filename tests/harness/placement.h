@@ -45,7 +45,7 @@ std::span<const Placements> placements();
 // Memory of one picture at a time.
 class PictureMemory {
   public:
-    Picture lay(const model::Layout& layout, ZelSize size, const Placement& placement);
+    Picture lay(const model::Layout& layout, ZelSize size, const Placement& placement, const std::array<int, 4>& rowsAbove = {});
 
   private:
     std::array<GuardedMemory, 4> memory_;

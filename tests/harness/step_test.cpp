@@ -14,15 +14,16 @@ namespace {
 // A plane of which only the pages under its rows can be accessed.
 class SparsePlane {
   public:
-    SparsePlane(int rows, int rowBytes, int32_t step) : rows_(rows), rowBytes_(rowBytes), step_(step) {
+    SparsePlane(int rows, int rowsAbove, int rowBytes, int32_t step)
+        : rows_(rows + rowsAbove), rowsAbove_(rowsAbove), rowBytes_(rowBytes), step_(step) {
         const size_t page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
-        const size_t span = static_cast<size_t>(std::llabs(step)) * (rows - 1);
+        const size_t span = static_cast<size_t>(std::llabs(step)) * (rows_ - 1);
         size_ = (span + rowBytes) / page * page + 3 * page;
         void* start = mmap(nullptr, size_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
         if (start == MAP_FAILED) return;
         start_ = static_cast<uint8_t*>(start);
-        first_ = start_ + page + (step < 0 ? span : 0);
-        for (int i = 0; i < rows; ++i) {
+        first_ = start_ + page + (step < 0 ? span : 0) + std::ptrdiff_t{rowsAbove} * step;
+        for (int i = -rowsAbove; i < rows; ++i) {
             const size_t offset = row(i) - start_, from = offset / page * page, to = (offset + rowBytes) / page * page + page;
             if (mprotect(start_ + from, to - from, PROT_READ | PROT_WRITE) != 0) std::abort();
         }
@@ -37,16 +38,17 @@ class SparsePlane {
     uint8_t* row(int i) const { return first_ + std::ptrdiff_t{i} * step_; }
 
     void copyFrom(const PicturePlane& p) const {
-        for (int i = 0; i < rows_; ++i) std::copy_n(p.first + std::ptrdiff_t{i} * p.step, rowBytes_, row(i));
+        for (int i = -rowsAbove_; i < rows_ - rowsAbove_; ++i)
+            std::copy_n(p.first + std::ptrdiff_t{i} * p.step, rowBytes_, row(i));
     }
     bool equals(const PicturePlane& p) const {
-        for (int i = 0; i < rows_; ++i)
+        for (int i = -rowsAbove_; i < rows_ - rowsAbove_; ++i)
             if (!std::equal(row(i), row(i) + rowBytes_, p.first + std::ptrdiff_t{i} * p.step)) return false;
         return true;
     }
 
   private:
-    int rows_, rowBytes_;
+    int rows_, rowsAbove_, rowBytes_;
     int32_t step_;
     size_t size_;
     uint8_t* start_ = nullptr;
@@ -59,8 +61,8 @@ SparsePlanes spread(const Picture& picture, int32_t step, model::Operand& operan
     SparsePlanes planes;
     for (int i = 0; i < picture.layout->planeCount; ++i) {
         const model::PlaneShape& shape = picture.layout->planes[i];
-        planes.push_back(
-            std::make_unique<SparsePlane>(shape.rows(picture.size.height), shape.rowBytes(picture.size.width), step));
+        planes.push_back(std::make_unique<SparsePlane>(shape.rows(picture.size.height), picture.planes[i].rowsAbove,
+                                                       shape.rowBytes(picture.size.width), step));
         if (!planes[i]->isMapped()) return {};
         planes[i]->copyFrom(picture.planes[i]);
         operand.planes[i] = planes[i]->row(0);
@@ -71,14 +73,14 @@ SparsePlanes spread(const Picture& picture, int32_t step, model::Operand& operan
 
 TEST_P(Conversion, AcceptsStepsAtTheLimits) {
     if (sizeof(void*) < 8) GTEST_SKIP() << "the address space is too small";
-    constexpr ZelSize size{76, 4};
+    const ZelSize size = smallSize(76);
     for (const int32_t step : {1 << 30, -(1 << 30), INT32_MAX, INT32_MIN}) {
         Placement compact = aligned;
         if (step % 16 != 0) compact.offsets = allPlanes(1);
         Random random(seed());
         const auto [source, destination] = lay(size, {compact, compact}, random, Content::uniform);
 
-        model::Call call{.source = {}, .destination = {}, .size = size, .alpha = 77};
+        model::Call call{.source = {}, .destination = {}, .size = size, .alpha = 77, .slice = tested().slice.argument};
         const SparsePlanes sparseSource = spread(source, step, call.source);
         const SparsePlanes sparseDestination = spread(destination, step, call.destination);
         if (sparseSource.empty() || sparseDestination.empty()) GTEST_SKIP() << "no addresses for steps of " << step;

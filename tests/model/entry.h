@@ -19,11 +19,12 @@ struct Call {
     Operand source, destination;
     ZelSize size{};
     uint8_t alpha = 0;
+    int32_t slice = 0;
     int nullArgument = -1;  // the pointer argument to pass as null, counted from the left
 };
 
 // Deals out the arguments from left to right: a plane pointer takes the next plane of its side, an array all of them, and a
-// step belongs to what came last. Pointers to constants are the source's.
+// step belongs to what came last. Pointers to constants are the source's. A number behind the size names the slice.
 class Arguments {
   public:
     explicit Arguments(const Call& call) : call_(call) {}
@@ -31,11 +32,12 @@ class Arguments {
     template <class P>
     P next() {
         if constexpr (std::is_same_v<P, ZelSize>) {
+            isSizePassed_ = true;
             return call_.size;
         } else if constexpr (std::is_same_v<P, uint8_t>) {
             return call_.alpha;
         } else if constexpr (std::is_same_v<P, int32_t>) {
-            return side_->steps[plane_];
+            return isSizePassed_ ? call_.slice : side_->steps[plane_];
         } else if constexpr (std::is_same_v<P, const int32_t*>) {
             return isNull() ? nullptr : side_->steps.data();
         } else {
@@ -62,6 +64,7 @@ class Arguments {
     const Operand* side_ = nullptr;
     int plane_ = 0;
     int pointers_ = 0;
+    bool isSizePassed_ = false;
 };
 
 struct Entry {

@@ -16,22 +16,44 @@ struct Conversion {
     int blockPixels;               // the first pixels of a row, which follow the block rule
     bool aligned;                  // every pointer and step of the call is a multiple of 16
     std::optional<uint8_t> alpha;  // value of the alpha channel that the destination gains
+    int32_t slice = 0;             // which part of a larger image the region is, of the conversions that ask for it
 };
 
 using Model = void (*)(const Conversion&);
 using Blocks = int (*)(int width);  // pixels of a row that follow the block rule
 
+inline constexpr int32_t anyHeight = INT32_MIN;
+
 struct Geometry {
     ZelSize minimum;
     ZelSize site;                          // only whole sites are converted
-    ZelStatus statusOfRest = zelStsNoErr;  // when a part of the region is left over
+    ZelStatus statusOfRest = zelStsNoErr;  // when a part of the region is left over; an error refuses the region
+};
+
+// Which check comes first when two of them fail.
+enum class Checks {
+    pointersThenSize,  // entries of plane arrays are checked with the pointers or after the size
+    sizeThenPointers,
+    planesAfterSize,    // pointers, size, entries of plane arrays
+    planesBeforeSize,   // pointers and entries, size
+    emptyThenPlanes,    // pointers, a side below 1, entries, the minimum size
+    emptyThenPointers,  // a side below 1, pointers and entries, the minimum size
 };
 
 enum class Peculiarity {
     none,
-    sizeBeforePointers,  // a bad size is reported although a pointer is null
-    planesAfterSize,     // a bad size is reported although an entry of a plane array is null
-    differsByAlignment,  // images on 16-byte boundaries follow a block rule of their own
+    differsByAlignment,    // images on 16-byte boundaries follow a block rule of their own
+    trustsSourceArray,     // the array of source planes must not be null
+    misplacesByFirstStep,  // some samples of the last plane are placed by the step of the plane before it
+    unevenRows,            // equal source rows become different destination rows
+};
+
+// A region that is a part of a larger image, of which rows above the region are read and written too.
+struct Slice {
+    const char* name = "";
+    int32_t argument = 0;
+    std::array<int, 4> sourceRowsAbove{};  // of each plane
+    std::array<int, 4> destinationRowsAbove{};
 };
 
 struct Export {
@@ -42,7 +64,9 @@ struct Export {
     Geometry geometry;
     Blocks blocks;
     Model model;
+    Checks checks = Checks::pointersThenSize;
     Peculiarity peculiarity = Peculiarity::none;
+    Slice slice{};
 
     constexpr ZelSize converted(ZelSize size) const {
         return {size.width - size.width % geometry.site.width, size.height - size.height % geometry.site.height};

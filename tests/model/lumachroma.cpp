@@ -58,8 +58,9 @@ constexpr Model decodePacked = decode<packed<Block>>;
 
 constexpr Decoder filter{.block = plainWordDecode, .tail = scalarDecodeAt4096, .interpolates = true};
 
-constexpr auto sizeFirst = Peculiarity::sizeBeforePointers;
-constexpr auto planesLast = Peculiarity::planesAfterSize;
+constexpr auto pointersFirst = Checks::pointersThenSize;
+constexpr auto sizeFirst = Checks::sizeThenPointers;
+constexpr auto planesLast = Checks::planesAfterSize;
 constexpr auto byAlignment = Peculiarity::differsByAlignment;
 
 #define NAMED(function) #function, entryOf(function, [](const Call& call) { return invoke(function, call); })
@@ -106,7 +107,8 @@ constexpr Export exports[] = {
     {NAMED(zeliBGRToYCbCr422_8u_AC4C2R), bgra32, yuyv, encode422, blocksOfWord422, words422},
 
     // Decoders from 4:2:0.
-    {NAMED(zeliYCbCr420ToBGR_8u_P3C3R), yCbCr420, bgr24, decode420, sitesBy4, decodeByAlignment<scalarA>, byAlignment},
+    {NAMED(zeliYCbCr420ToBGR_8u_P3C3R), yCbCr420, bgr24, decode420, sitesBy4, decodeByAlignment<scalarA>, pointersFirst,
+     byAlignment},
     {NAMED(zeliYCbCr420ToBGR_8u_P3C4R), yCbCr420, bgra32, decode420, all, everywhere<folded420>},
     {NAMED(zeliYCbCr420ToRGB_8u_P3C3R), yCbCr420, rgb24, decode420, sitesBy4, decodeRow<wordB, scalarA>},
     {NAMED(zeliYCrCb420ToRGB_8u_P3C4R), yCrCb420, rgba32, decode420, sitesBy4, decodeRow<wordBSubtracted, scalarA>},
@@ -133,7 +135,7 @@ constexpr Export exports[] = {
     {NAMED(zeliYCrCb422ToBGR_8u_C2C4R), yvyu, bgra32, everyPixel, all, everywhere<folded422>},
     {NAMED(zeliYCbCr422ToBGR_8u_P3C3R), yCbCr422, bgr24, decodePairs, blocksOf16, decodeRow<wordB, scalarATruncated>},
     {NAMED(zeliYCbCr422ToRGB_8u_P3C3R), yCbCr422, rgb24, decodePairs, blocksOf8, decodeByAlignment<scalarBTruncated>,
-     byAlignment},
+     pointersFirst, byAlignment},
 
     // Decoders from 4:1:1.
     {NAMED(zeliYCbCr411ToBGR_8u_P3C3R), yCbCr411, bgr24, decode411, none, everywhere<scalar411>},
