@@ -54,6 +54,10 @@ class Arguments {
         images_.size = size;
         images_.alpha = alpha;
     }
+    ZEL_INLINE void read(ZelSize size, int32_t slice) {
+        images_.size = size;
+        images_.slice = slice;
+    }
 
     ZEL_INLINE static bool isPresent(int32_t) { return true; }
     ZEL_INLINE static bool isPresent(const int32_t* steps) { return steps; }
@@ -76,15 +80,22 @@ class Arguments {
     bool nullPointer_ = false, nullPlane_ = false;
 };
 
-ZEL_INLINE bool isTooSmall(const Conversion& c, ZelSize size) {
-    return size.width < c.minimum.width || size.height < c.minimum.height;
-}
-
-ZEL_INLINE bool hasOddSize(const Conversion& c, ZelSize size) {
+// A conversion of any kind has a site, a minimum, an attitude to odd sizes and an order of checks, and its own `convert`.
+template <class C>
+ZEL_INLINE bool hasOddSize(const C& c, ZelSize size) {
     return size.width % c.site.width != 0 || size.height % c.site.height != 0;
 }
 
-ZEL_INLINE const Conversion& choose(const Conversion& c, const Images&) { return c; }
+template <class C>
+ZEL_INLINE bool isRefused(const C& c, ZelSize size) {
+    return size.width < c.minimum.width || size.height < c.minimum.height ||
+           (c.oddSize == OddSize::refused && hasOddSize(c, size));
+}
+
+template <class C>
+ZEL_INLINE const C& choose(const C& c, const Images&) {
+    return c;
+}
 ZEL_INLINE const Conversion& choose(const ByAlignment& c, const Images& images) {
     uintptr_t bits = 0;
     for (int i = 0; i < 4; ++i) {
@@ -103,11 +114,15 @@ struct Export<conversion, ZelStatus(A...)> {
     static ZelStatus call(A... a) {
         const Arguments arguments(a...);
         const Images& images = arguments.images();
-        const Conversion& c = choose(conversion, images);
-        const bool tooSmall = isTooSmall(c, images.size);
-        if (c.checks == Checks::sizeFirst && tooSmall) return zelStsSizeErr;
+        const auto& c = choose(conversion, images);
+        const bool refused = isRefused(c, images.size), empty = images.size.width < 1 || images.size.height < 1;
+        if (c.checks == Checks::sizeFirst && refused) return zelStsSizeErr;
+        if (c.checks == Checks::emptyFirst && empty) return zelStsSizeErr;
         if (arguments.hasNullPointer()) return zelStsNullPtrErr;
-        if (tooSmall) return zelStsSizeErr;
+        if (c.checks == Checks::emptyBetween && empty) return zelStsSizeErr;
+        const bool planesFirst = c.checks != Checks::pointersFirst && c.checks != Checks::sizeFirst;
+        if (planesFirst && arguments.hasNullPlane()) return zelStsNullPtrErr;
+        if (refused) return zelStsSizeErr;
         if (arguments.hasNullPlane()) return zelStsNullPtrErr;
         convert(c, images);
         return c.oddSize == OddSize::warned && hasOddSize(c, images.size) ? zelStsOddSizeWarn : zelStsNoErr;

@@ -29,7 +29,7 @@ struct Row {
 struct Stream {
     uint8_t plane;
     uint8_t bytes;       // a site
-    uint8_t row = 0;     // in the group of rows that is done at once
+    int8_t row = 0;      // in the group of rows that is done at once; a source's may lie in a group before or after
     uint8_t rows = 1;    // that a group has in this plane
     uint8_t offset = 0;  // bytes from the plane's first pixel
 };
@@ -72,13 +72,23 @@ struct Minimum {
     int width, height;
 };
 
-enum class OddSize { accepted, warned };
-enum class Checks { pointersFirst, sizeFirst };
+// A region that does not end on a whole site: cut down to whole sites, with or without a warning, or an error.
+enum class OddSize { accepted, warned, refused };
+
+// The order of the checks: pointer arguments, size, entries of plane arrays. Some conversions test for an empty region apart.
+enum class Checks {
+    pointersFirst,
+    planesFirst,  // pointers and entries before the size
+    sizeFirst,
+    emptyFirst,    // an empty region, pointers and entries, the size
+    emptyBetween,  // pointers, an empty region, entries, the size
+};
 
 struct Conversion {
     Site site;
     Layout from, to;
     Kernel block;                              // the rule of the columns that blockColumns counts from the left edge
+    Kernel bypassing{};                        // the same with stores that bypass the cache, to multiples of 16
     Kernel tail{};                             // the rule of the others
     int (*blockColumns)(int width) = nullptr;  // null: the block rule owns the whole row
     Minimum minimum{1, 1};
@@ -86,6 +96,7 @@ struct Conversion {
     Checks checks = Checks::pointersFirst;
     OddPixel oddPixel{};
     bool lastSiteAlone = false;  // streams with an offset reach into the next site; the last one has none and takes its own
+    Kernel lastSite{};           // its rule, where that is not the tail's
     bool keepsAlpha = false;
 };
 
@@ -108,6 +119,13 @@ struct Images {
     ptrdiff_t destinationStep[4];
     ZelSize size;
     uint8_t alpha;
+    int32_t slice;
+};
+
+// The groups of rows that are converted: from the first up to the end, which is not among them. Negative numbers and an end of 0
+// count from behind the last one.
+struct Groups {
+    int first = 0, end = 0;
 };
 
 // Steps may have any value and are added once more after the last row, so the sum wraps rather than overflows.
@@ -206,19 +224,21 @@ struct MovedRow : Row {
 // The consecutive sites of a row that follow one rule, with as many sites before them that are converted later.
 struct Run {
     const Kernel& kernel;
+    const Kernel& whole;  // the same rule for all blocks but the last one
     size_t before, sites, blocks;
     ptrdiff_t lastBlock;  // where one more block ends with the last site; negative where the row has no room for it
 
-    Run(const Kernel& k, size_t before, size_t sites, bool overlapping)
+    Run(const Kernel& k, const Kernel& whole, size_t before, size_t sites, bool overlapping)
         : kernel(k),
+          whole(whole),
           before(before),
           sites(sites),
           blocks(sites / unsigned(k.sites)),
           lastBlock(overlapping ? ptrdiff_t(before + sites) - k.sites : -1) {}
 
     ZEL_INLINE void operator()(const Conversion& c, const Row& start) const {
-        if (blocks != 0 && before == 0) kernel.blocks(kernel.constants, start, blocks);
-        if (blocks != 0 && before != 0) kernel.blocks(kernel.constants, MovedRow(c, start, before), blocks);
+        if (blocks != 0 && before == 0) whole.blocks(kernel.constants, start, blocks);
+        if (blocks != 0 && before != 0) whole.blocks(kernel.constants, MovedRow(c, start, before), blocks);
         const size_t rest = sites % unsigned(kernel.sites);
         if (rest == 0) return;
         if (lastBlock >= 0) {
@@ -234,22 +254,25 @@ ZEL_INLINE bool isContiguous(const Conversion& c, const Images& images, size_t c
     bool contiguous = true;
     for (int i = 0; i < c.from.count; ++i) {
         const Stream& s = c.from.streams[i];
-        contiguous &= images.sourceStep[s.plane] == ptrdiff_t(columns * s.bytes);
+        contiguous &= s.rows == 1 && images.sourceStep[s.plane] == ptrdiff_t(columns * s.bytes);
     }
     for (int i = 0; i < c.to.count; ++i) {
         const Stream& s = c.to.streams[i];
-        contiguous &= images.destinationStep[s.plane] == ptrdiff_t(columns * s.bytes);
+        contiguous &= s.rows == 1 && images.destinationStep[s.plane] == ptrdiff_t(columns * s.bytes);
     }
     return contiguous;
 }
 
-ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images) {
-    const int width = images.size.width;
-    size_t columns = unsigned(width) / c.site.width, groups = unsigned(images.size.height) / c.site.height;
+ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Groups part = {}, bool bypassing = false) {
+    const int width = images.size.width, allGroups = images.size.height / c.site.height;
+    const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
+    const int endGroup = part.end > 0 ? part.end : allGroups + part.end;
+    size_t columns = unsigned(width) / c.site.width;
     const bool hasOddPixel = c.oddPixel.makeSite && width % 2 != 0;
-    if (columns == 0 && !hasOddPixel) return;
+    if ((columns == 0 && !hasOddPixel) || firstGroup >= endGroup) return;
+    auto groups = size_t(endGroup - firstGroup);
     size_t blockSites = c.blockColumns ? unsigned(c.blockColumns(width)) / c.site.width : columns - c.lastSiteAlone;
-    if (blockSites == columns && c.site.height == 1 && !hasOddPixel && isContiguous(c, images, columns)) {
+    if (blockSites == columns && !hasOddPixel && isContiguous(c, images, columns)) {
         blockSites = columns *= groups;
         groups = 1;
     }
@@ -257,7 +280,9 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images) {
     // The last block of a run may cover sites once more, as long as the source is still there, and a block of the tail may cover
     // sites of the block rule, which comes after it.
     const bool inPlace = images.source[0] == images.destination[0];
-    const Run block(c.block, 0, blockSites, !inPlace), tail(c.tail, blockSites, sites - blockSites, !inPlace);
+    const Kernel& whole = bypassing && c.bypassing.blocks ? c.bypassing : c.block;
+    const Run block(c.block, whole, 0, blockSites, !inPlace), tail(c.tail, c.tail, blockSites, sites - blockSites, !inPlace);
+    const Kernel& lastSite = c.lastSite.blocks ? c.lastSite : c.tail;
 
     Row start;
     size_t sourceStep[maxSources], destinationStep[maxDestinations];
@@ -266,13 +291,13 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images) {
         const Stream& s = c.from.streams[i];
         const auto step = size_t(images.sourceStep[s.plane]);
         sourceStep[i] = step * s.rows;
-        start.in[i] = moved(images.source[s.plane], step * s.row + s.offset);
+        start.in[i] = moved(images.source[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows) + s.offset);
     }
     for (int i = 0; i < c.to.count; ++i) {
         const Stream& s = c.to.streams[i];
         const auto step = size_t(images.destinationStep[s.plane]);
         destinationStep[i] = step * s.rows;
-        start.out[i] = moved(images.destination[s.plane], step * s.row);
+        start.out[i] = moved(images.destination[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows));
     }
 
     for (; groups != 0; --groups) {
@@ -281,7 +306,7 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images) {
         if (c.lastSiteAlone) {
             MovedRow last(c, start, sites);
             for (int i = 0; i < c.from.count; ++i) last.in[i] -= c.from.streams[i].offset;
-            convertPart(c, c.tail, last, 1);
+            convertPart(c, lastSite, last, 1);
         }
         if (hasOddPixel) convertOddPixel(c, MovedRow(c, start, columns), width == 1);
         for (int i = 0; i < c.from.count; ++i) start.in[i] = moved(start.in[i], sourceStep[i]);

@@ -18,3 +18,4 @@
 
 #define ZEL_INLINE [[gnu::always_inline]] inline
 #define ZEL_OWN_CODE [[gnu::noinline]]
+#define ZEL_INLINE_LAMBDA __attribute__((always_inline))

@@ -7,43 +7,35 @@
 namespace zel::ZEL_LEVEL {
 namespace {
 
-// The chroma of the sites of a block, as words.
-struct SiteChroma {
-    Words p, q;
-};
-
-// Sources: luma of `rows` rows and the chroma under them.
+// Sources: luma of one row or two, and the chroma terms of the sites under them.
 template <int rows>
 struct ChromaPlanes {
     ZEL_INLINE static Bytes luma(const Row& row, size_t block, int r) { return loadBytes(row.in[r] + block * blockPixels); }
-    ZEL_INLINE static SiteChroma chroma(const Row& row, size_t block, const uint8_t*) {
+    template <class Rule>
+    ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
         const size_t at = block * blockPixels / 2;
-        return {loadWidened(row.in[rows] + at), loadWidened(row.in[rows + 1] + at)};
+        return rule.chroma(loadWidened(row.in[rows] + at), loadWidened(row.in[rows + 1] + at));
     }
 };
 
-// Interleaved bytes in either order: `order` is the shuffle that puts p first.
-ZEL_INLINE SiteChroma chromaOf(Bytes pairs, const uint8_t* order) {
-    const Bytes sorted = shuffle(pairs, everyLane(order));
-    return {evenBytes(sorted), oddBytes(sorted)};
-}
-
 struct ChromaInterleaved {
     ZEL_INLINE static Bytes luma(const Row& row, size_t block, int r) { return loadBytes(row.in[r] + block * blockPixels); }
-    ZEL_INLINE static SiteChroma chroma(const Row& row, size_t block, const uint8_t* order) {
-        return chromaOf(loadBytes(row.in[2] + block * blockPixels), order);
+    template <class Rule>
+    ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
+        return rule.chroma(loadBytes(row.in[2] + block * blockPixels));
     }
 };
 
 // Y0 C Y1 C'
 struct PackedPairs {
     ZEL_INLINE static Bytes luma(const Row& row, size_t block, int) {
-        const uint8_t* p = row.in[0] + block * blockPixels * 2;
-        return inOrder(packBytes(evenBytes(loadBytes(p)), evenBytes(loadBytes(p + vectorBytes))));
+        const PackOrder pairs = loadInPackOrder(row.in[0] + block * blockPixels * 2);
+        return packBytes(evenBytes(pairs.first), evenBytes(pairs.second));
     }
-    ZEL_INLINE static SiteChroma chroma(const Row& row, size_t block, const uint8_t* order) {
-        const uint8_t* p = row.in[0] + block * blockPixels * 2;
-        return chromaOf(inOrder(packBytes(oddBytes(loadBytes(p)), oddBytes(loadBytes(p + vectorBytes)))), order);
+    template <class Rule>
+    ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
+        const PackOrder pairs = loadInPackOrder(row.in[0] + block * blockPixels * 2);
+        return rule.chroma(packBytes(oddBytes(pairs.first), oddBytes(pairs.second)));
     }
 };
 
@@ -51,7 +43,7 @@ struct PackedPairs {
 template <class Rule>
 struct DecodeConstants {
     typename Rule::Constants rule;
-    const uint8_t* order;
+    ChromaOrder order;
 };
 
 // Sites of two pixels a row, on one row or on two.
@@ -61,11 +53,10 @@ struct PairKernel {
     static constexpr int sites = blockPixels / 2;
 
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        const Rule rule(k.rule);
+        const Rule rule(k.rule, k.order);
         for (size_t i = 0; i < count; ++i) {
-            const SiteChroma chroma = From::chroma(row, i, k.order);
-            const auto terms = rule.chroma(chroma.p, chroma.q);
-            for (int r = 0; r < rows; ++r) To::template store<Rule::order>(row, r, i, rule.pixels(From::luma(row, i, r), terms));
+            const auto terms = From::chroma(rule, row, i);
+            unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA { To::template store<Rule::order>(row, r, i, rule.pixels(From::luma(row, i, r), terms)); });
         }
     }
 };
@@ -83,8 +74,9 @@ struct FilteredKernel {
             const auto sample = [&](int stream) { return loadWidened(row.in[stream] + i * sites); };
             const Words p = sample(2), q = sample(3), pNext = sample(4), qNext = sample(5);
             const auto even = rule.chroma(p, q), odd = rule.chroma((p + pNext + 1) >> 1, (q + qNext + 1) >> 1);
-            for (int r = 0; r < 2; ++r)
+            unrolled<2>([&](int r) ZEL_INLINE_LAMBDA {
                 To::template store<Rule::order>(row, r, i, rule.pixels(loadBytes(row.in[r] + i * blockPixels), even, odd));
+            });
         }
     }
 };
@@ -104,38 +96,31 @@ struct QuadKernel {
     }
 };
 
-alignas(16) constexpr uint8_t asStored[16] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
-alignas(16) constexpr uint8_t exchanged[16] = {1, 0, 3, 2, 5, 4, 7, 6, 9, 8, 11, 10, 13, 12, 15, 14};
-
 using bt601::Channels;
 using bt601::DecodeMatrix;
 
-// The folded word rules: the biases of luma and chroma stand in the offsets, and raw samples are multiplied.
-constexpr WordDecodeConstants folded(const DecodeMatrix& m, int offsetR, int offsetG, int offsetB, Channels channels) {
-    WordDecodeConstants k = bt601::word(m, channels, Green::subtracts, 0);
-    const bool rgb = channels == Channels::rgb;
-    k.lumaBias = k.chromaBias = 0;
-    k.offsetA = int16_t(rgb ? -offsetR : -offsetB);
-    k.offsetB = int16_t(offsetG);
-    k.offsetC = int16_t(rgb ? -offsetB : -offsetR);
-    k.shift = 3;
-    return k;
+constexpr DecodeMatrix plainMatrix{4769, 6537, 3330, 1605, 8263}, foldedMatrixCrCb{4768, 6537, 3330, 1606, 8262};
+
+constexpr FoldedConstants folded420CbCr(Channels channels) {
+    return bt601::folded(plainMatrix, {.r = 1779, .g = 1089, .b = 2211}, channels);
 }
-constexpr WordDecodeConstants folded420CbCr(Channels channels) {
-    return folded({4769, 6537, 3330, 1605, 8263}, 1779, 1089, 2211, channels);
+constexpr FoldedConstants folded420CrCb(Channels channels) {
+    return bt601::folded(foldedMatrixCrCb, {.r = 1779, .g = 1084, .b = 2210}, channels);
 }
-constexpr WordDecodeConstants folded420CrCb(Channels channels) {
-    return folded({4768, 6537, 3330, 1606, 8262}, 1779, 1084, 2210, channels);
-}
-constexpr WordDecodeConstants folded422(Channels channels) {
-    return folded({4768, 6537, 3330, 1606, 8262}, 1783, 1085, 2214, channels);
+constexpr FoldedConstants folded422(Channels channels) {
+    return bt601::folded(foldedMatrixCrCb, {.r = 1783, .g = 1085, .b = 2214}, channels);
 }
 
+template <const DecodeMatrix& matrix, Green green>
+constexpr BiasedConstants word(Channels channels) {
+    return bt601::biased(matrix, channels, green, 8);
+}
 // No rounding term at all: results truncate, and are meant to.
-constexpr WordDecodeConstants plain(Channels channels) {
-    WordDecodeConstants k = bt601::word({4769, 6537, 3330, 1605, 8263}, channels, Green::subtracts, 0);
-    k.shift = 3;
-    return k;
+constexpr BiasedConstants plain(Channels channels) { return bt601::biased(plainMatrix, channels, Green::subtracts, 0); }
+
+template <const DecodeMatrix& matrix, int rounding>
+constexpr ExactDecodeConstants exact(Channels channels) {
+    return bt601::exact(matrix, channels, rounding);
 }
 
 // The rule at scale 4096 in the terms of the one at 65536.
@@ -156,27 +141,19 @@ constexpr ExactDecodeConstants exactAlone(Channels channels) {
 // 4:1:1 has coefficients of its own for luma and for green.
 constexpr ExactDecodeConstants exact411 = bt601::exact({76294, 104595, -53281, -25625, 132186}, Channels::bgr, 32768);
 
+using WordAdding = BiasedDecode<Green::adds, 4>;
+using WordSubtracting = BiasedDecode<Green::subtracts, 4>;
+using Plain = BiasedDecode<Green::subtracts, 3>;
+constexpr ChromaOrder pFirst = ChromaOrder::pFirst, qFirst = ChromaOrder::qFirst;
+
 // The constants of a kernel as an object of its own, so that kernels can point to it.
-template <class Rule, typename Rule::Constants (*rule)(Channels), Channels channels, const uint8_t* order>
-constexpr DecodeConstants<Rule> constantsOf{rule(channels), order};
+template <class Rule, typename Rule::Constants (*constants)(Channels), Channels channels, ChromaOrder order = pFirst>
+constexpr DecodeConstants<Rule> constantsOf{constants(channels), order};
 
-template <const DecodeMatrix& matrix, Green green>
-constexpr WordDecodeConstants word(Channels channels) {
-    return bt601::word(matrix, channels, green, 8);
-}
-template <const DecodeMatrix& matrix, int rounding>
-constexpr ExactDecodeConstants exact(Channels channels) {
-    return bt601::exact(matrix, channels, rounding);
-}
-
-// Kernels by geometry, source and destination, with the rule, the channel order and, where chroma is interleaved, its order.
-using WordRule = WordDecodeConstants (*)(Channels);
-using ExactRule = ExactDecodeConstants (*)(Channels);
-
-template <int rows, class From, class To, WordRule rule, Channels channels, const uint8_t* order = asStored>
-constexpr Kernel wordKernel = kernel<PairKernel<rows, From, WordDecode, To>>(constantsOf<WordDecode, rule, channels, order>);
-template <int rows, class From, class To, ExactRule rule, Channels channels, const uint8_t* order = asStored>
-constexpr Kernel exactKernel = kernel<PairKernel<rows, From, ExactDecode, To>>(constantsOf<ExactDecode, rule, channels, order>);
+// Kernels by geometry, source, rule and destination, with the rule's constants, the channel order and that of interleaved chroma.
+template <int rows, class From, class Rule, class To, typename Rule::Constants (*constants)(Channels), Channels channels,
+          ChromaOrder order = pFirst>
+constexpr Kernel decode = kernel<PairKernel<rows, From, Rule, To>>(constantsOf<Rule, constants, channels, order>);
 
 // Layouts by site. Planes are taken in the order Y, p, q; crossed ones have p in the third plane.
 constexpr Layout planes420{4, {{0, 2, 0, 2}, {0, 2, 1, 2}, {1, 1}, {2, 1}}},
@@ -200,9 +177,9 @@ constexpr Conversion decode420(Layout from, Layout to, Kernel block, Kernel tail
             .checks = checks};
 }
 
-template <class To, Channels channels, WordRule rule, const uint8_t* order>
+template <class To, Channels channels, FoldedConstants (*constants)(Channels), ChromaOrder order>
 constexpr Conversion decodeSemiPlanar(Layout to, Checks checks = Checks::pointersFirst) {
-    return decode420(semiPlanar420, to, wordKernel<2, ChromaInterleaved, To, rule, channels, order>, {}, checks);
+    return decode420(semiPlanar420, to, decode<2, ChromaInterleaved, FoldedDecode, To, constants, channels, order>, {}, checks);
 }
 
 // An odd pixel has a chroma byte of its own; the other one is the byte before its luma, which is the previous pair's.
@@ -222,42 +199,48 @@ constexpr Conversion decodePacked422(Layout to, Kernel block, Kernel tail, Kerne
             .oddPixel = {borrowChroma, tail.blocks ? tail : block, alone}};
 }
 
-template <class To, Channels channels, const uint8_t* order, const DecodeMatrix& matrix, Green green = Green::adds>
+template <class To, class Rule, typename Rule::Constants (*constants)(Channels), Channels channels, ChromaOrder order>
 constexpr Conversion decodePacked(Layout to) {
-    return decodePacked422(to, wordKernel<1, PackedPairs, To, word<matrix, green>, channels, order>,
-                           exactKernel<1, PackedPairs, To, exact<bt601::exactA, 0>, channels, order>,
-                           exactKernel<1, PackedPairs, To, exactAlone, channels, order>);
+    return decodePacked422(to, decode<1, PackedPairs, Rule, To, constants, channels, order>,
+                           decode<1, PackedPairs, ExactDecode, To, exact<bt601::exactA, 0>, channels, order>,
+                           decode<1, PackedPairs, ExactDecode, To, exactAlone, channels, order>);
 }
 
-template <class To, Channels channels, const uint8_t* order>
+template <class To, Channels channels, ChromaOrder order>
 constexpr Conversion decodePackedFolded(Layout to) {
-    const Kernel rule = wordKernel<1, PackedPairs, To, folded422, channels, order>;
+    const Kernel rule = decode<1, PackedPairs, FoldedDecode, To, folded422, channels, order>;
     return decodePacked422(to, rule, {}, rule);
-}
-
-constexpr Conversion decodePlanar422(Layout from, Kernel block, Kernel tail, int (*columns)(int)) {
-    return {.site = {2, 1}, .from = from, .to = rgb24Pair, .block = block, .tail = tail, .blockColumns = columns};
 }
 
 constexpr Conversion decode411(Layout to, Kernel rule) { return {.site = {4, 1}, .from = planes411, .to = to, .block = rule}; }
 
 constexpr Channels rgb = Channels::rgb, bgr = Channels::bgr;
 
-// Tails of the planar 4:2:0 members.
-template <class To, Channels channels>
-constexpr Kernel tail420 = exactKernel<2, ChromaPlanes<2>, To, exact<bt601::exactA, 32768>, channels>;
+// Planar members by rule, destination and channel order.
+template <class Rule, class To, typename Rule::Constants (*constants)(Channels), Channels channels>
+constexpr Conversion decodePlanar420(Layout from, Layout to) {
+    return decode420(from, to, decode<2, ChromaPlanes<2>, Rule, To, constants, channels>,
+                     decode<2, ChromaPlanes<2>, ExactDecode, To, exact<bt601::exactA, 32768>, channels>);
+}
+template <class Rule, typename Rule::Constants (*constants)(Channels), Channels channels, ExactDecodeConstants (*tail)(Channels)>
+constexpr Conversion decodePlanar422(Layout from, int (*columns)(int)) {
+    return {.site = {2, 1},
+            .from = from,
+            .to = rgb24Pair,
+            .block = decode<1, ChromaPlanes<1>, Rule, ToPacked3, constants, channels>,
+            .tail = decode<1, ChromaPlanes<1>, ExactDecode, ToPacked3, tail, channels>,
+            .blockColumns = columns};
+}
 
-constexpr Conversion planar420ToBgrPlain =
-    decode420(planes420, rgb24Two, wordKernel<2, ChromaPlanes<2>, ToPacked3, plain, bgr>, tail420<ToPacked3, bgr>);
-constexpr Conversion planar420ToBgr =
-    decode420(planes420, rgb24Two, wordKernel<2, ChromaPlanes<2>, ToPacked3, word<bt601::wordB, Green::adds>, bgr>,
-              tail420<ToPacked3, bgr>);
+constexpr auto wordAAdding = word<bt601::wordA, Green::adds>, wordBAdding = word<bt601::wordB, Green::adds>;
+constexpr auto wordBSubtracting = word<bt601::wordB, Green::subtracts>;
 
-constexpr Kernel tail422 = exactKernel<1, ChromaPlanes<1>, ToPacked3, exact<bt601::exactB, 0>, rgb>;
+constexpr Conversion planar420ToBgrPlain = decodePlanar420<Plain, ToPacked3, plain, bgr>(planes420, rgb24Two);
+constexpr Conversion planar420ToBgr = decodePlanar420<WordAdding, ToPacked3, wordBAdding, bgr>(planes420, rgb24Two);
 constexpr Conversion planar422ToRgbPlain =
-    decodePlanar422(planes422Crossed, wordKernel<1, ChromaPlanes<1>, ToPacked3, plain, rgb>, tail422, wholeBlocks<8>);
-constexpr Conversion planar422ToRgb = decodePlanar422(
-    planes422Crossed, wordKernel<1, ChromaPlanes<1>, ToPacked3, word<bt601::wordB, Green::adds>, rgb>, tail422, wholeBlocks<8>);
+    decodePlanar422<Plain, plain, rgb, exact<bt601::exactB, 0>>(planes422Crossed, wholeBlocks<8>);
+constexpr Conversion planar422ToRgb =
+    decodePlanar422<WordAdding, wordBAdding, rgb, exact<bt601::exactB, 0>>(planes422Crossed, wholeBlocks<8>);
 
 constexpr int filteredColumns(int width) { return ((width / 2 - 1) & ~7) * 2; }
 constexpr Conversion filtered420(Kernel block, Kernel tail) {
@@ -281,45 +264,42 @@ constexpr ByAlignment zeliYCbCr420ToBGR_8u_P3C3R{planar420ToBgrPlain, planar420T
 constexpr ByAlignment zeliYCbCr422ToRGB_8u_P3C3R{planar422ToRgbPlain, planar422ToRgb};
 
 constexpr Conversion zeliYCbCr420ToBGR_8u_P3C4R =
-    decode420(planes420, rgb32Two, wordKernel<2, ChromaPlanes<2>, ToPacked4, folded420CbCr, bgr>);
+    decode420(planes420, rgb32Two, decode<2, ChromaPlanes<2>, FoldedDecode, ToPacked4, folded420CbCr, bgr>);
 constexpr Conversion zeliYCbCr420ToRGB_8u_P3C3R =
-    decode420(planes420Crossed, rgb24Two, wordKernel<2, ChromaPlanes<2>, ToPacked3, word<bt601::wordB, Green::adds>, rgb>,
-              tail420<ToPacked3, rgb>);
+    decodePlanar420<WordAdding, ToPacked3, wordBAdding, rgb>(planes420Crossed, rgb24Two);
 constexpr Conversion zeliYCrCb420ToRGB_8u_P3C4R =
-    decode420(planes420, rgb32Two, wordKernel<2, ChromaPlanes<2>, ToPacked4, word<bt601::wordB, Green::subtracts>, rgb>,
-              tail420<ToPacked4, rgb>);
+    decodePlanar420<WordSubtracting, ToPacked4, wordBSubtracting, rgb>(planes420, rgb32Two);
 
-constexpr Conversion zeliYCbCr420ToBGR_8u_P2C3R = decodeSemiPlanar<ToPacked3, bgr, folded420CbCr, asStored>(rgb24Two);
-constexpr Conversion zeliYCbCr420ToBGR_8u_P2C4R = decodeSemiPlanar<ToPacked4, bgr, folded420CbCr, asStored>(rgb32Two);
-constexpr Conversion zeliYCbCr420ToRGB_8u_P2C3R = decodeSemiPlanar<ToPacked3, rgb, folded420CbCr, exchanged>(rgb24Two);
-constexpr Conversion zeliYCbCr420ToRGB_8u_P2C4R = decodeSemiPlanar<ToPacked4, rgb, folded420CbCr, exchanged>(rgb32Two);
-constexpr Conversion zeliYCrCb420ToBGR_8u_P2C3R = decodeSemiPlanar<ToPacked3, bgr, folded420CrCb, exchanged>(rgb24Two);
+constexpr Conversion zeliYCbCr420ToBGR_8u_P2C3R = decodeSemiPlanar<ToPacked3, bgr, folded420CbCr, pFirst>(rgb24Two);
+constexpr Conversion zeliYCbCr420ToBGR_8u_P2C4R = decodeSemiPlanar<ToPacked4, bgr, folded420CbCr, pFirst>(rgb32Two);
+constexpr Conversion zeliYCbCr420ToRGB_8u_P2C3R = decodeSemiPlanar<ToPacked3, rgb, folded420CbCr, qFirst>(rgb24Two);
+constexpr Conversion zeliYCbCr420ToRGB_8u_P2C4R = decodeSemiPlanar<ToPacked4, rgb, folded420CbCr, qFirst>(rgb32Two);
+constexpr Conversion zeliYCrCb420ToBGR_8u_P2C3R = decodeSemiPlanar<ToPacked3, bgr, folded420CrCb, qFirst>(rgb24Two);
 constexpr Conversion zeliYCrCb420ToBGR_8u_P2C4R =
-    decodeSemiPlanar<ToPacked4, bgr, folded420CrCb, exchanged>(rgb32Two, Checks::sizeFirst);
-constexpr Conversion zeliYCrCb420ToRGB_8u_P2C3R = decodeSemiPlanar<ToPacked3, rgb, folded420CrCb, asStored>(rgb24Two);
+    decodeSemiPlanar<ToPacked4, bgr, folded420CrCb, qFirst>(rgb32Two, Checks::sizeFirst);
+constexpr Conversion zeliYCrCb420ToRGB_8u_P2C3R = decodeSemiPlanar<ToPacked3, rgb, folded420CrCb, pFirst>(rgb24Two);
 constexpr Conversion zeliYCrCb420ToRGB_8u_P2C4R =
-    decodeSemiPlanar<ToPacked4, rgb, folded420CrCb, asStored>(rgb32Two, Checks::sizeFirst);
+    decodeSemiPlanar<ToPacked4, rgb, folded420CrCb, pFirst>(rgb32Two, Checks::sizeFirst);
 
 constexpr Conversion zeliYCrCb420ToBGR_Filter_8u_P3C4R =
-    filtered420(kernel<FilteredKernel<WordDecode, ToPacked4>>(constantsOf<WordDecode, plain, bgr, asStored>),
-                kernel<FilteredKernel<ExactDecode, ToPacked4>>(constantsOf<ExactDecode, exact4096, bgr, asStored>));
+    filtered420(kernel<FilteredKernel<Plain, ToPacked4>>(constantsOf<Plain, plain, bgr>),
+                kernel<FilteredKernel<ExactDecode, ToPacked4>>(constantsOf<ExactDecode, exact4096, bgr>));
 
-constexpr Conversion zeliYCbCr422ToRGB_8u_C2C3R = decodePacked<ToPacked3, rgb, exchanged, bt601::wordA>(rgb24Pair);
-constexpr Conversion zeliYCbCr422ToRGB_8u_C2P3R = decodePacked<ToPlanes, rgb, exchanged, bt601::wordA>(rgbPlanesPair);
-constexpr Conversion zeliYCrCb422ToRGB_8u_C2P3R = decodePacked<ToPlanes, rgb, asStored, bt601::wordA>(rgbPlanesPair);
-constexpr Conversion zeliYCbCr422ToBGR_8u_C2C3R = decodePacked<ToPacked3, bgr, asStored, bt601::wordB>(rgb24Pair);
+constexpr Conversion zeliYCbCr422ToRGB_8u_C2C3R = decodePacked<ToPacked3, WordAdding, wordAAdding, rgb, qFirst>(rgb24Pair);
+constexpr Conversion zeliYCbCr422ToRGB_8u_C2P3R = decodePacked<ToPlanes, WordAdding, wordAAdding, rgb, qFirst>(rgbPlanesPair);
+constexpr Conversion zeliYCrCb422ToRGB_8u_C2P3R = decodePacked<ToPlanes, WordAdding, wordAAdding, rgb, pFirst>(rgbPlanesPair);
+constexpr Conversion zeliYCbCr422ToBGR_8u_C2C3R = decodePacked<ToPacked3, WordAdding, wordBAdding, bgr, pFirst>(rgb24Pair);
 constexpr Conversion zeliYCbCr422ToBGR_8u_C2C4R =
-    decodePacked<ToPacked4, bgr, asStored, bt601::wordB, Green::subtracts>(rgb32Pair);
+    decodePacked<ToPacked4, WordSubtracting, wordBSubtracting, bgr, pFirst>(rgb32Pair);
 
-constexpr Conversion zeliYCbCr422ToRGB_8u_C2C4R = decodePackedFolded<ToPacked4, rgb, exchanged>(rgb32Pair);
-constexpr Conversion zeliYCrCb422ToRGB_8u_C2C3R = decodePackedFolded<ToPacked3, rgb, asStored>(rgb24Pair);
-constexpr Conversion zeliYCrCb422ToRGB_8u_C2C4R = decodePackedFolded<ToPacked4, rgb, asStored>(rgb32Pair);
-constexpr Conversion zeliYCrCb422ToBGR_8u_C2C3R = decodePackedFolded<ToPacked3, bgr, exchanged>(rgb24Pair);
-constexpr Conversion zeliYCrCb422ToBGR_8u_C2C4R = decodePackedFolded<ToPacked4, bgr, exchanged>(rgb32Pair);
+constexpr Conversion zeliYCbCr422ToRGB_8u_C2C4R = decodePackedFolded<ToPacked4, rgb, qFirst>(rgb32Pair);
+constexpr Conversion zeliYCrCb422ToRGB_8u_C2C3R = decodePackedFolded<ToPacked3, rgb, pFirst>(rgb24Pair);
+constexpr Conversion zeliYCrCb422ToRGB_8u_C2C4R = decodePackedFolded<ToPacked4, rgb, pFirst>(rgb32Pair);
+constexpr Conversion zeliYCrCb422ToBGR_8u_C2C3R = decodePackedFolded<ToPacked3, bgr, qFirst>(rgb24Pair);
+constexpr Conversion zeliYCrCb422ToBGR_8u_C2C4R = decodePackedFolded<ToPacked4, bgr, qFirst>(rgb32Pair);
 
 constexpr Conversion zeliYCbCr422ToBGR_8u_P3C3R =
-    decodePlanar422(planes422, wordKernel<1, ChromaPlanes<1>, ToPacked3, word<bt601::wordB, Green::adds>, bgr>,
-                    exactKernel<1, ChromaPlanes<1>, ToPacked3, exact<bt601::exactA, 0>, bgr>, wholeBlocks<16>);
+    decodePlanar422<WordAdding, wordBAdding, bgr, exact<bt601::exactA, 0>>(planes422, wholeBlocks<16>);
 
 constexpr Conversion zeliYCbCr411ToBGR_8u_P3C3R = decode411(rgb24Quad, kernel<QuadKernel<ToPacked3>>(exact411));
 constexpr Conversion zeliYCbCr411ToBGR_8u_P3C4R = decode411(rgb32Quad, kernel<QuadKernel<ToPacked4>>(exact411));

@@ -13,78 +13,134 @@
 
 namespace zel::ZEL_LEVEL {
 
-// The word rules, with h(x, k) = floor(128 x k / 65536):
-//   a = sat8((h(Y - lumaBias, ky) + h(p - chromaBias, pa) + offsetA) >> shift)
-//   b = sat8((h(Y - lumaBias, ky) + h(p - chromaBias, pb) + h(q - chromaBias, qb) + offsetB) >> shift)
-//   c = sat8((h(Y - lumaBias, ky) + h(q - chromaBias, qc) + offsetC) >> shift)
-// Green either adds the products of negative coefficients or subtracts the products of their magnitudes. The floors make these
-// two different results, so it is a property of the rule.
-enum class Green : int8_t { adds = 0, subtracts = -1 };
+// The word rules, with h(x, k) = floor(128 x k / 65536). Green either adds the products of negative coefficients or subtracts
+// those of their magnitudes. The floors make these two different results, so it is a property of the rule.
+enum class Green { adds, subtracts };
 
-struct WordDecodeConstants {
-    int16_t lumaBias, chromaBias;
-    int16_t ky, pa, pb, qb, qc;
-    int16_t offsetA, offsetB, offsetC;
-    Green green;
-    int8_t shift;
-};
-
-// What a chroma site adds to the luma term of its pixels.
+// What a chroma site adds to the luma term of its pixels; for a green that subtracts, b is what it takes away.
 struct ChromaTerms {
     Words a, b, c;
 };
 
-class WordDecode {
-  public:
-    using Constants = WordDecodeConstants;
+// Where p stands in interleaved chroma.
+enum class ChromaOrder { pFirst, qFirst };
 
-    ZEL_INLINE explicit WordDecode(const Constants& k)
-        : lumaBias_(splatWord(k.lumaBias * 64)),
-          chromaBias_(splatWord(k.chromaBias * 128)),
-          ky_(splatWord(2 * k.ky)),
+// The bytes at even or odd places, times a weight that the two rules take differently, picked by a multiply-add.
+ZEL_INLINE Bytes weights(int even, int odd) { return (Bytes)splatWord(even | odd << 8); }
+ZEL_INLINE Bytes weightsOf(bool evenPlaces, int weight) { return weights(evenPlaces ? weight : 0, evenPlaces ? 0 : weight); }
+
+// 64 Y times twice the coefficient is 128 Y times the coefficient.
+ZEL_INLINE Words luma64(Bytes luma, Parity parity) { return mulAddPairs(luma, weightsOf(parity == Parity::even, 64)); }
+
+template <Green green, int shift>
+ZEL_INLINE Triple combine(Words evenLuma, Words oddLuma, const ChromaTerms& even, const ChromaTerms& odd) {
+    const auto greenOf = [](Words y, Words b) { return green == Green::adds ? y + b : y - b; };
+    return {packBytes((evenLuma + even.a) >> shift, (oddLuma + odd.a) >> shift),
+            packBytes(greenOf(evenLuma, even.b) >> shift, greenOf(oddLuma, odd.b) >> shift),
+            packBytes((evenLuma + even.c) >> shift, (oddLuma + odd.c) >> shift)};
+}
+
+// With u = p - 128 and v = q - 128:
+//   a = sat8((h(Y - 16, ky) + h(u, pa) + rounding) >> shift)
+//   b = sat8((h(Y - 16, ky) + h(u, pb) + h(v, qb) + rounding) >> shift), or with the two products subtracted
+//   c = sat8((h(Y - 16, ky) + h(v, qc) + rounding) >> shift)
+struct BiasedConstants {
+    int16_t ky, pa, pb, qb, qc, rounding;
+};
+
+template <Green green, int shift>
+class BiasedDecode {
+  public:
+    using Constants = BiasedConstants;
+    static constexpr Order order = Order::split;
+
+    ZEL_INLINE explicit BiasedDecode(const Constants& k, ChromaOrder order = ChromaOrder::pFirst)
+        : ky_(splatWord(2 * k.ky)),
           pa_(splatWord(k.pa)),
           pb_(splatWord(k.pb)),
           qb_(splatWord(k.qb)),
           qc_(splatWord(k.qc)),
-          offsetA_(splatWord(k.offsetA)),
-          offsetB_(splatWord(k.offsetB - int(k.green))),
-          offsetC_(splatWord(k.offsetC)),
-          green_(splatWord(int(k.green))),
-          scale_(splatWord(1 << (16 - k.shift))) {}
+          rounding_(splatWord(k.rounding)),
+          pWeights_(weightsOf(order == ChromaOrder::pFirst, 128)),
+          qWeights_(weightsOf(order == ChromaOrder::qFirst, 128)) {}
 
-    // Chroma samples as words.
+    // Samples as words.
     ZEL_INLINE ChromaTerms chroma(Words p, Words q) const {
-        const Words u = (p << 7) - chromaBias_, v = (q << 7) - chromaBias_;
-        // -x is the complement of x plus 1, and the 1 is in the offset.
-        const Words green = (mulHigh(u, pb_) + mulHigh(v, qb_)) ^ green_;
-        return {mulHigh(u, pa_) + offsetA_, green + offsetB_, mulHigh(v, qc_) + offsetC_};
+        return terms((p << 7) - splatWord(128 * 128), (q << 7) - splatWord(128 * 128));
     }
+    // Interleaved bytes.
+    ZEL_INLINE ChromaTerms chroma(Bytes pairs) const { return terms(picked(pairs, pWeights_), picked(pairs, qWeights_)); }
 
-    // The bytes of two pixels for each chroma site: the even pixels in the low half of a lane, the odd ones in the high half.
+    // The bytes of two pixels for each site: the even pixels in the low half of a lane, the odd ones in the high half.
     ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& even, const ChromaTerms& odd) const {
-        const Words y0 = lumaTerm(luma, 64), y1 = lumaTerm(luma, 64 << 8);
-        return {packBytes(scaled(y0 + even.a), scaled(y1 + odd.a)), packBytes(scaled(y0 + even.b), scaled(y1 + odd.b)),
-                packBytes(scaled(y0 + even.c), scaled(y1 + odd.c))};
+        return combine<green, shift>(lumaTerm(luma, Parity::even), lumaTerm(luma, Parity::odd), even, odd);
     }
-
     ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& pair) const { return pixels(luma, pair, pair); }
 
-    // A chroma sample for each pixel.
+    // Chroma samples for each pixel.
     ZEL_INLINE Triple pixels(Bytes luma, Bytes p, Bytes q) const {
-        return pixels(luma, chroma(evenBytes(p), evenBytes(q)), chroma(oddBytes(p), oddBytes(q)));
+        const auto parity = [&](bool even) { return terms(picked(p, weightsOf(even, 128)), picked(q, weightsOf(even, 128))); };
+        return pixels(luma, parity(true), parity(false));
     }
-
-    static constexpr Order order = Order::split;
 
   private:
-    // 64 Y times twice the coefficient is 128 Y times the coefficient, and picks the parity on the way.
-    ZEL_INLINE Words lumaTerm(Bytes luma, int weight) const {
-        return mulHigh(mulAddPairs(luma, (Bytes)splatWord(weight)) - lumaBias_, ky_);
-    }
-    // A floored shift that may differ from call to call, as one multiply.
-    ZEL_INLINE Words scaled(Words x) const { return mulHigh(x, scale_); }
+    // The multiply-add takes unsigned and signed bytes: 128 (x - 128), x - 128 being x with its top bit inverted.
+    ZEL_INLINE static Words picked(Bytes x, Bytes unsignedWeights) { return mulAddPairs(unsignedWeights, x ^ splatByte(0x80)); }
 
-    Words lumaBias_, chromaBias_, ky_, pa_, pb_, qb_, qc_, offsetA_, offsetB_, offsetC_, green_, scale_;
+    ZEL_INLINE ChromaTerms terms(Words u, Words v) const {
+        return {mulHigh(u, pa_), mulHigh(u, pb_) + mulHigh(v, qb_), mulHigh(v, qc_)};
+    }
+    ZEL_INLINE Words lumaTerm(Bytes luma, Parity parity) const {
+        return mulHigh(luma64(luma, parity) - splatWord(64 * 16), ky_) + rounding_;
+    }
+
+    Words ky_, pa_, pb_, qb_, qc_, rounding_;
+    Bytes pWeights_, qWeights_;
+};
+
+// Raw samples are multiplied, and the biases of luma and chroma stand in the offsets:
+//   a = sat8((h(Y, ky) + h(p, pa) - offsetA) >> 3)
+//   b = sat8((h(Y, ky) - (h(p, pb) + h(q, qb) - offsetB)) >> 3)
+//   c = sat8((h(Y, ky) + h(q, qc) - offsetC) >> 3)
+struct FoldedConstants {
+    int16_t ky, pa, pb, qb, qc;
+    int16_t offsetA, offsetB, offsetC;
+};
+
+class FoldedDecode {
+  public:
+    using Constants = FoldedConstants;
+    static constexpr Order order = Order::split;
+
+    ZEL_INLINE explicit FoldedDecode(const Constants& k, ChromaOrder order = ChromaOrder::pFirst)
+        : ky_(splatWord(2 * k.ky)),
+          pa_(splatWord(2 * k.pa)),
+          pb_(splatWord(2 * k.pb)),
+          qb_(splatWord(2 * k.qb)),
+          qc_(splatWord(2 * k.qc)),
+          offsetA_(splatWord(k.offsetA)),
+          offsetB_(splatWord(k.offsetB)),
+          offsetC_(splatWord(k.offsetC)),
+          pWeights_(weightsOf(order == ChromaOrder::pFirst, 64)),
+          qWeights_(weightsOf(order == ChromaOrder::qFirst, 64)) {}
+
+    ZEL_INLINE ChromaTerms chroma(Words p, Words q) const { return terms(p << 6, q << 6); }
+    ZEL_INLINE ChromaTerms chroma(Bytes pairs) const {
+        return terms(mulAddPairs(pairs, pWeights_), mulAddPairs(pairs, qWeights_));
+    }
+
+    ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& pair) const {
+        return combine<Green::subtracts, 3>(mulHigh(luma64(luma, Parity::even), ky_), mulHigh(luma64(luma, Parity::odd), ky_),
+                                            pair, pair);
+    }
+
+  private:
+    ZEL_INLINE ChromaTerms terms(Words p, Words q) const {
+        return {mulHigh(p, pa_) - offsetA_, mulHigh(p, pb_) + mulHigh(q, qb_) - offsetB_, mulHigh(q, qc_) - offsetC_};
+    }
+
+    Words ky_, pa_, pb_, qb_, qc_, offsetA_, offsetB_, offsetC_;
+    Bytes pWeights_, qWeights_;
 };
 
 // The exact rule, at scale 65536:
@@ -103,8 +159,10 @@ class ExactDecode {
   public:
     using Constants = ExactDecodeConstants;
 
-    ZEL_INLINE explicit ExactDecode(const Constants& k)
-        : yp_{splatWords(lowWord(k.ky), lowWord(k.pa)), splatWords(lowWord(k.ky), lowWord(k.pb))},
+    ZEL_INLINE explicit ExactDecode(const Constants& k, ChromaOrder order = ChromaOrder::pFirst)
+        : pWeights_(weightsOf(order == ChromaOrder::pFirst, 1)),
+          qWeights_(weightsOf(order == ChromaOrder::qFirst, 1)),
+          yp_{splatWords(lowWord(k.ky), lowWord(k.pa)), splatWords(lowWord(k.ky), lowWord(k.pb))},
           yq_{splatWords(0, lowWord(k.qb)), splatWords(lowWord(k.ky), lowWord(k.qc))},
           ky_(splatWord(highWord(k.ky))),
           pa_(splatWord(highWord(k.pa))),
@@ -120,6 +178,7 @@ class ExactDecode {
         Words p, q;
     };
     ZEL_INLINE Chroma chroma(Words p, Words q) const { return {p, q}; }
+    ZEL_INLINE Chroma chroma(Bytes pairs) const { return {mulAddPairs(pairs, pWeights_), mulAddPairs(pairs, qWeights_)}; }
     ZEL_INLINE Triple pixels(Bytes luma, const Chroma& even, const Chroma& odd) const {
         return pixels(luma, (Bytes)(even.p | odd.p << 8), (Bytes)(even.q | odd.q << 8));
     }
@@ -151,6 +210,7 @@ class ExactDecode {
                 outer(yqLow, yqHigh, yq_[1], biasC_) + whole + q * qc_};
     }
 
+    Bytes pWeights_, qWeights_;
     Words yp_[2], yq_[2], ky_, pa_, pb_, qb_, qc_;
     Dwords biasA_, biasB_, biasC_;
 };
@@ -167,23 +227,22 @@ constexpr DecodeMatrix wordA{9536, 13074, 6660, 3203, 16523}, wordB{9535, 13074,
 
 enum class Channels { rgb, bgr };
 
-constexpr WordDecodeConstants word(const DecodeMatrix& m, Channels channels, Green green, int16_t rounding) {
+constexpr BiasedConstants biased(const DecodeMatrix& m, Channels channels, Green green, int16_t rounding) {
     const int sign = green == Green::adds ? -1 : 1;
-    const int16_t crToG = int16_t(sign * m.crToG), cbToG = int16_t(sign * m.cbToG), crToR = int16_t(m.crToR),
-                  cbToB = int16_t(m.cbToB);
+    const int16_t y = int16_t(m.y), crToR = int16_t(m.crToR), cbToB = int16_t(m.cbToB);
+    const int16_t crToG = int16_t(sign * m.crToG), cbToG = int16_t(sign * m.cbToG);
+    if (channels == Channels::rgb) return {y, crToR, crToG, cbToG, cbToB, rounding};
+    return {y, cbToB, cbToG, crToG, crToR, rounding};
+}
+
+struct FoldedOffsets {
+    int16_t r, g, b;
+};
+
+constexpr FoldedConstants folded(const DecodeMatrix& m, FoldedOffsets offsets, Channels channels) {
+    const BiasedConstants k = biased(m, channels, Green::subtracts, 0);
     const bool rgb = channels == Channels::rgb;
-    return {16,
-            128,
-            int16_t(m.y),
-            rgb ? crToR : cbToB,
-            rgb ? crToG : cbToG,
-            rgb ? cbToG : crToG,
-            rgb ? cbToB : crToR,
-            rounding,
-            rounding,
-            rounding,
-            green,
-            4};
+    return {k.ky, k.pa, k.pb, k.qb, k.qc, rgb ? offsets.r : offsets.b, offsets.g, rgb ? offsets.b : offsets.r};
 }
 
 constexpr ExactDecodeConstants exact(const DecodeMatrix& m, Channels channels, int32_t rounding) {

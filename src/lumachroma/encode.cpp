@@ -21,21 +21,18 @@ class DifferenceChroma {
   public:
     struct Constants {
         DifferenceConstants fromA, fromC;
-        int16_t bias;
     };
     static constexpr int weight = 32;  // of the sums
 
-    ZEL_INLINE explicit DifferenceChroma(const Constants& k) : k_(k) {}
+    ZEL_INLINE explicit DifferenceChroma(const Constants& k) : fromA_(k.fromA), fromC_(k.fromC) {}
 
     ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
-        const Words bias = splatWord(k_.bias);
-        const Words fromA = difference<Product, shift>(a, c, b, k_.fromA, bias),
-                    fromC = difference<Product, shift>(c, a, b, k_.fromC, bias);
+        const Words fromA = (Words)(fromA_(a, c, b) >> shift), fromC = (Words)(fromC_(c, a, b) >> shift);
         return firstFrom == Outer::a ? ChromaPair{fromA, fromC} : ChromaPair{fromC, fromA};
     }
 
   private:
-    const Constants& k_;
+    Difference<Product> fromA_, fromC_;
 };
 
 template <int shift>
@@ -105,14 +102,14 @@ struct PairKernel {
         for (size_t i = 0; i < count; ++i) {
             Words a{}, b{}, c{};
             Bytes y{};
-            for (int r = 0; r < rows; ++r) {
+            unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
                 const Triple t = From::load(row, i, r);
                 y = luma(t);
                 if constexpr (To::hasLumaStreams) storeVector(row.out[r] + i * blockPixels, y);
                 a += pairSums<Chroma::weight>(t.a);
                 b += pairSums<Chroma::weight>(t.b);
                 c += pairSums<Chroma::weight>(t.c);
-            }
+            });
             To::store(row, rows, i, y, chroma(a, b, c));
         }
     }
@@ -154,22 +151,24 @@ using Exact420 = ExactChroma<18>;
 using Exact422 = ExactChroma<17>;
 
 constexpr TruncatedLumaConstants wordLumaRgb{8422, 16515, 3212, 2112}, wordLumaBgr{3212, 16515, 8422, 2112};
-constexpr DifferenceConstants fromBlue{.own = 28770, .other = 9699, .green = 19071},
-    fromRed{.own = 28770, .other = 4653, .green = 24117};
-constexpr DifferenceConstants roundedFromBlue{.own = 7193, .other = 2425, .green = 4768},
-    roundedFromRed{.own = 7193, .other = 1163, .green = 6029};
+// 128.125 at the scale of the shift that follows.
+constexpr int16_t bias420Word = 16400, bias422Word = 8200;
+constexpr DifferenceConstants fromBlue(int16_t bias) { return {.own = 28770, .other = 9699, .green = 19071, .bias = bias}; }
+constexpr DifferenceConstants fromRed(int16_t bias) { return {.own = 28770, .other = 4653, .green = 24117, .bias = bias}; }
+constexpr DifferenceConstants roundedFromBlue(int16_t bias) { return {.own = 7193, .other = 2425, .green = 4768, .bias = bias}; }
+constexpr DifferenceConstants roundedFromRed(int16_t bias) { return {.own = 7193, .other = 1163, .green = 6029, .bias = bias}; }
 
-constexpr EncodeConstants<WordLuma, Word420> word420Bgr{wordLumaBgr, {fromBlue, fromRed, 16400}};
-constexpr EncodeConstants<WordLuma, Word420> word420Rgb{wordLumaRgb, {fromRed, fromBlue, 16400}};
-constexpr EncodeConstants<WordLuma, Word422> word422Bgr{wordLumaBgr, {fromBlue, fromRed, 8200}};
-constexpr EncodeConstants<WordLuma, Word422> word422Rgb{wordLumaRgb, {fromRed, fromBlue, 8200}};
+constexpr EncodeConstants<WordLuma, Word420> word420Bgr{wordLumaBgr, {fromBlue(bias420Word), fromRed(bias420Word)}};
+constexpr EncodeConstants<WordLuma, Word420> word420Rgb{wordLumaRgb, {fromRed(bias420Word), fromBlue(bias420Word)}};
+constexpr EncodeConstants<WordLuma, Word422> word422Bgr{wordLumaBgr, {fromBlue(bias422Word), fromRed(bias422Word)}};
+constexpr EncodeConstants<WordLuma, Word422> word422Rgb{wordLumaRgb, {fromRed(bias422Word), fromBlue(bias422Word)}};
 
-// Both biases hold 2 of the 32 or 64 that would round: the results truncate, and are meant to.
+// The biases hold 2 of the 32 that would round: the results truncate, and are meant to.
 constexpr EncodeConstants<RoundedLuma, Rounded420> rounded420Rgb{
-    {4211, 8258, 1606, 16 * 64 + 2}, {.fromA = roundedFromRed, .fromC = roundedFromBlue, .bias = 128 * 64 + 2}};
+    {4211, 8258, 1606, 16 * 64 + 2}, {.fromA = roundedFromRed(128 * 64 + 2), .fromC = roundedFromBlue(128 * 64 + 2)}};
 // Here nothing is added before the shift, and that is meant too.
 constexpr EncodeConstants<RoundedLuma, Rounded411> rounded411Bgr{
-    {1606, 8258, 4211, 16 * 64}, {.fromA = roundedFromBlue, .fromC = roundedFromRed, .bias = 128 * 64}};
+    {1606, 8258, 4211, 16 * 64}, {.fromA = roundedFromBlue(128 * 64), .fromC = roundedFromRed(128 * 64)}};
 
 constexpr ExactConstants exactCb(Outer red, int32_t bias) {
     return red == Outer::a ? exact(-9699, -19071, 28770, bias) : exact(28770, -19071, -9699, bias);

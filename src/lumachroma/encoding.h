@@ -14,8 +14,6 @@
 namespace zel::ZEL_LEVEL {
 
 // The even or the odd pixels of a channel as words.
-enum class Parity { even, odd };
-
 template <Parity parity>
 ZEL_INLINE UWords times256(Bytes x) {
     return parity == Parity::even ? (UWords)x << 8 : (UWords)x & 0xff00;
@@ -25,10 +23,11 @@ ZEL_INLINE Words times64(Bytes x) {
     return mulAddPairs(x, (Bytes)splatWord(parity == Parity::even ? 64 : 64 << 8));
 }
 
-// A byte per pixel from a rule that gives words of 0..255 for one parity.
+// A byte per pixel from a rule that gives, for one parity, words whose bits from `shift` on are the result.
 template <class Rule>
 ZEL_INLINE Bytes perPixel(const Rule& rule, Triple t) {
-    return (Bytes)(rule.template at<Parity::even>(t) | rule.template at<Parity::odd>(t) << 8);
+    constexpr int shift = Rule::shift;
+    return (Bytes)(rule.template at<Parity::even>(t) >> shift | (rule.template at<Parity::odd>(t) << (8 - shift) & 0xff00));
 }
 
 // Y = (floor(a ka / 256) + floor(b kb / 256) + floor(c kc / 256) + bias) >> shift
@@ -36,10 +35,11 @@ struct TruncatedLumaConstants {
     uint16_t a, b, c, bias;
 };
 
-template <int shift>
+template <int dropped>
 class TruncatedLuma {
   public:
     using Constants = TruncatedLumaConstants;
+    static constexpr int shift = dropped;
 
     ZEL_INLINE explicit TruncatedLuma(const Constants& k)
         : a_((UWords)splatWord(k.a)), b_((UWords)splatWord(k.b)), c_((UWords)splatWord(k.c)), bias_((UWords)splatWord(k.bias)) {}
@@ -48,9 +48,8 @@ class TruncatedLuma {
 
     template <Parity parity>
     ZEL_INLINE UWords at(Triple t) const {
-        return (mulHigh(times256<parity>(t.a), a_) + mulHigh(times256<parity>(t.b), b_) + mulHigh(times256<parity>(t.c), c_) +
-                bias_) >>
-               shift;
+        return mulHigh(times256<parity>(t.a), a_) + mulHigh(times256<parity>(t.b), b_) + mulHigh(times256<parity>(t.c), c_) +
+               bias_;
     }
 
   private:
@@ -65,6 +64,7 @@ struct RoundedLumaConstants {
 class RoundedLuma {
   public:
     using Constants = RoundedLumaConstants;
+    static constexpr int shift = 6;
 
     ZEL_INLINE explicit RoundedLuma(const Constants& k)
         : a_(splatWord(2 * k.a)), b_(splatWord(2 * k.b)), c_(splatWord(2 * k.c)), bias_(splatWord(k.bias)) {}
@@ -75,8 +75,7 @@ class RoundedLuma {
     ZEL_INLINE UWords at(Triple t) const {
         // The rounding multiply drops 15 bits: 64 x times 2 k leaves x k / 256.
         return (UWords)(mulRound(times64<parity>(t.a), a_) + mulRound(times64<parity>(t.b), b_) +
-                        mulRound(times64<parity>(t.c), c_) + bias_) >>
-               6;
+                        mulRound(times64<parity>(t.c), c_) + bias_);
     }
 
   private:
@@ -92,6 +91,7 @@ struct TruncatedChromaConstants {
 class TruncatedChroma {
   public:
     using Constants = TruncatedChromaConstants;
+    static constexpr int shift = 7;
 
     ZEL_INLINE explicit TruncatedChroma(const Constants& k) : a_(splatWord(k.a)), b_(splatWord(k.b)), c_(splatWord(k.c)) {}
 
@@ -100,18 +100,18 @@ class TruncatedChroma {
     template <Parity parity>
     ZEL_INLINE UWords at(Triple t) const {
         const auto product = [](Bytes x, Words k) { return mulHigh((Words)(times256<parity>(x) >> 1), k); };
-        return (UWords)(product(t.a, a_) + product(t.b, b_) + product(t.c, c_) + splatWord(128 * 128 + 64)) >> 7;
+        return (UWords)(product(t.a, a_) + product(t.b, b_) + product(t.c, c_) + splatWord(128 * 128 + 64));
     }
 
   private:
     Words a_, b_, c_;
 };
 
-// Chroma as a difference from one of the two outer channels, with a floor or a rounding for each product:
-//   (bias + own * ko - (other * kt + green * kg)) >> shift
+// Chroma as a difference from one of the two outer channels, with a floor or a rounding for each product, before the final shift:
+//   bias + own * ko - (other * kt + green * kg)
 // The constants are magnitudes: the negated product of a floor is not the floor of the negated product.
 struct DifferenceConstants {
-    int16_t own, other, green;
+    int16_t own, other, green, bias;
 };
 
 struct Floored {
@@ -121,12 +121,20 @@ struct Rounded {
     ZEL_INLINE static Words product(Words x, Words k) { return mulRound(x, k); }
 };
 
-template <class Product, int shift>
-ZEL_INLINE Words difference(Words own, Words other, Words green, const DifferenceConstants& k, Words bias) {
-    const Words sum = bias + Product::product(own, splatWord(k.own)) -
-                      (Product::product(other, splatWord(k.other)) + Product::product(green, splatWord(k.green)));
-    return (Words)((UWords)sum >> shift);
-}
+template <class Product>
+class Difference {
+  public:
+    ZEL_INLINE explicit Difference(const DifferenceConstants& k)
+        : own_(splatWord(k.own)), other_(splatWord(k.other)), green_(splatWord(k.green)), bias_(splatWord(k.bias)) {}
+
+    ZEL_INLINE UWords operator()(Words own, Words other, Words green) const {
+        return (UWords)(bias_ + Product::product(own, own_) -
+                        (Product::product(other, other_) + Product::product(green, green_)));
+    }
+
+  private:
+    Words own_, other_, green_, bias_;
+};
 
 // Exact sums in 32 bits: (a ka + b kb + c kc + bias) >> shift. A coefficient of b that does not fit 16 bits is given in two
 // parts.

@@ -33,31 +33,30 @@ struct EncodeRounded {
     struct Constants {
         RoundedLumaConstants luma;
         DifferenceConstants cb, cr;
-        int16_t chromaBias;
     };
     static constexpr Order order = Order::natural;
 
-    const Constants& k;
-    RoundedLuma luma;
-
-    ZEL_INLINE explicit EncodeRounded(const Constants& constants) : k(constants), luma(constants.luma) {}
-
+    enum class Own { a, c };
+    template <Own own>
     struct Chroma {
-        const Constants& k;
-        bool fromC;
+        static constexpr int shift = 6;
+        Difference<Rounded> difference;
 
         template <Parity parity>
         ZEL_INLINE UWords at(Triple t) const {
             // The rounding multiply takes 128 x.
             const Words a = times64<parity>(t.a) << 1, b = times64<parity>(t.b) << 1, c = times64<parity>(t.c) << 1;
-            const Words bias = splatWord(k.chromaBias);
-            return (UWords)(fromC ? difference<Rounded, 6>(c, a, b, k.cb, bias) : difference<Rounded, 6>(a, c, b, k.cr, bias));
+            return own == Own::a ? difference(a, c, b) : difference(c, a, b);
         }
     };
 
-    ZEL_INLINE Triple operator()(Triple t) const {
-        return {perPixel(luma, t), perPixel(Chroma{k, true}, t), perPixel(Chroma{k, false}, t)};
-    }
+    RoundedLuma luma;
+    Chroma<Own::c> cb;
+    Chroma<Own::a> cr;
+
+    ZEL_INLINE explicit EncodeRounded(const Constants& k)
+        : luma(k.luma), cb{Difference<Rounded>(k.cb)}, cr{Difference<Rounded>(k.cr)} {}
+    ZEL_INLINE Triple operator()(Triple t) const { return {luma(t), perPixel(cb, t), perPixel(cr, t)}; }
 };
 
 // Decoder rules: Y, p, q of a pixel to a, b, c.
@@ -158,19 +157,18 @@ struct DecodeExactAlpha {
 
 constexpr EncodeWord::Constants rgbWord{{16843, 33030, 6423, 128 + 16 * 256}, {-9699, -19071, 28770}, {28770, -24117, -4653}};
 constexpr EncodeRounded::Constants rgbRounded{{4211, 8258, 1606, 16 * 64 + 2},
-                                              {.own = 7193, .other = 2425, .green = 4768},
-                                              {.own = 7193, .other = 1163, .green = 6029},
-                                              128 * 64 + 2};
+                                              {.own = 7193, .other = 2425, .green = 4768, .bias = 128 * 64 + 2},
+                                              {.own = 7193, .other = 1163, .green = 6029, .bias = 128 * 64 + 2}};
 constexpr EncodeExact::Constants rgbExact{exact(16843, 33030, 6423, 0x108000), exact(-9699, -19071, 28770, 0x808000),
                                           exact(28770, -24117, -4653, 0x808000)};
 
 using bt601::Channels;
-constexpr WordDecodeConstants wordRgbA = bt601::word(bt601::wordA, Channels::rgb, Green::adds, 8);
-constexpr WordDecodeConstants wordRgbATruncated = bt601::word(bt601::wordA, Channels::rgb, Green::adds, 0);
-constexpr WordDecodeConstants wordRgbB = bt601::word(bt601::wordB, Channels::rgb, Green::adds, 8);
-constexpr WordDecodeConstants wordBgrB = bt601::word(bt601::wordB, Channels::bgr, Green::adds, 8);
-constexpr WordDecodeConstants wordRgbBSubtracted = bt601::word(bt601::wordB, Channels::rgb, Green::subtracts, 8);
-constexpr WordDecodeConstants wordBgrBSubtracted = bt601::word(bt601::wordB, Channels::bgr, Green::subtracts, 8);
+constexpr BiasedConstants wordRgbA = bt601::biased(bt601::wordA, Channels::rgb, Green::adds, 8);
+constexpr BiasedConstants wordRgbATruncated = bt601::biased(bt601::wordA, Channels::rgb, Green::adds, 0);
+constexpr BiasedConstants wordRgbB = bt601::biased(bt601::wordB, Channels::rgb, Green::adds, 8);
+constexpr BiasedConstants wordBgrB = bt601::biased(bt601::wordB, Channels::bgr, Green::adds, 8);
+constexpr BiasedConstants wordRgbBSubtracted = bt601::biased(bt601::wordB, Channels::rgb, Green::subtracts, 8);
+constexpr BiasedConstants wordBgrBSubtracted = bt601::biased(bt601::wordB, Channels::bgr, Green::subtracts, 8);
 constexpr ExactDecodeConstants exactRgbA = bt601::exact(bt601::exactA, Channels::rgb, 0);
 constexpr ExactDecodeConstants exactRgbARounded = bt601::exact(bt601::exactA, Channels::rgb, 32768);
 constexpr ExactDecodeConstants exactRgbB = bt601::exact(bt601::exactB, Channels::rgb, 0);
@@ -193,8 +191,8 @@ template <class From, class To>
 constexpr Kernel encodeWord = kernel<PixelKernel<From, EncodeWord, To>>(rgbWord);
 template <class From, class To>
 constexpr Kernel encodeExact = kernel<PixelKernel<From, EncodeExact, To>>(rgbExact);
-template <class To, const WordDecodeConstants& constants>
-constexpr Kernel decodeWord = kernel<PixelKernel<FromPlanes, Decode<WordDecode>, To>>(constants);
+template <class To, Green green, const BiasedConstants& constants>
+constexpr Kernel decodeWord = kernel<PixelKernel<FromPlanes, Decode<BiasedDecode<green, 4>>, To>>(constants);
 template <class To, const ExactDecodeConstants& constants>
 constexpr Kernel decodeExact = kernel<PixelKernel<FromPlanes, Decode<ExactDecode>, To>>(constants);
 
@@ -217,17 +215,20 @@ constexpr Conversion zeliRGBToYCbCr_8u_P3R =
     conversion(planes, planes, encodeWord<FromPlanes, ToPlanes>, encodeExact<FromPlanes, ToPlanes>, wholeBlocks<8>);
 
 constexpr Conversion zeliYCbCrToRGB_8u_C3R =
-    conversion(packed3, packed3, kernel<PixelKernel<From3, DecodeCrossed<WordDecode>, ToPacked3>>(wordRgbA),
+    conversion(packed3, packed3, kernel<PixelKernel<From3, DecodeCrossed<BiasedDecode<Green::adds, 4>>, ToPacked3>>(wordRgbA),
                kernel<PixelKernel<From3, DecodeCrossed<ExactDecode>, ToPacked3>>(exactRgbA), wholeBlocks<4>);
 constexpr Conversion zeliYCbCrToRGB_8u_AC4R = keepingAlpha(kernel<DecodeExactAlpha>(exactRgbA));
-constexpr Conversion zeliYCbCrToRGB_8u_P3R = conversion(planesCrossed, planes, decodeWord<ToPlanes, wordRgbATruncated>,
-                                                        decodeExact<ToPlanes, exactRgbARounded>, wholeBlocks<4>);
-constexpr Conversion zeliYCbCrToRGB_8u_P3C3R =
-    conversion(planesCrossed, packed3, decodeWord<ToPacked3, wordRgbB>, decodeExact<ToPacked3, exactRgbB>, wholeBlocks<8>);
-constexpr Conversion zeliYCbCrToRGB_8u_P3C4R = conversion(planesCrossed, packed4, decodeWord<ToPacked4, wordRgbBSubtracted>,
-                                                          decodeExact<ToPacked4, exactRgbBRounded>, wholeBlocks<8>);
-constexpr Conversion zeliYCbCrToBGR_8u_P3C3R = conversion(planes, packed3, decodeWord<ToPacked3, wordBgrB>);
-constexpr Conversion zeliYCbCrToBGR_8u_P3C4R = conversion(planes, packed4, decodeWord<ToPacked4, wordBgrBSubtracted>);
+constexpr Conversion zeliYCbCrToRGB_8u_P3R =
+    conversion(planesCrossed, planes, decodeWord<ToPlanes, Green::adds, wordRgbATruncated>,
+               decodeExact<ToPlanes, exactRgbARounded>, wholeBlocks<4>);
+constexpr Conversion zeliYCbCrToRGB_8u_P3C3R = conversion(planesCrossed, packed3, decodeWord<ToPacked3, Green::adds, wordRgbB>,
+                                                          decodeExact<ToPacked3, exactRgbB>, wholeBlocks<8>);
+constexpr Conversion zeliYCbCrToRGB_8u_P3C4R =
+    conversion(planesCrossed, packed4, decodeWord<ToPacked4, Green::subtracts, wordRgbBSubtracted>,
+               decodeExact<ToPacked4, exactRgbBRounded>, wholeBlocks<8>);
+constexpr Conversion zeliYCbCrToBGR_8u_P3C3R = conversion(planes, packed3, decodeWord<ToPacked3, Green::adds, wordBgrB>);
+constexpr Conversion zeliYCbCrToBGR_8u_P3C4R =
+    conversion(planes, packed4, decodeWord<ToPacked4, Green::subtracts, wordBgrBSubtracted>);
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL

@@ -17,6 +17,9 @@ struct Triple {
 // 5 ..
 enum class Order { natural, split };
 
+// The even or the odd pixels of a row.
+enum class Parity { even, odd };
+
 constexpr int placeInLane(Order order, int pixel) { return order == Order::natural ? pixel : pixel / 2 + pixel % 2 * 8; }
 
 namespace triples {

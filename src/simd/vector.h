@@ -84,6 +84,19 @@ ZEL_INLINE Dwords splatDwords(int32_t even, int32_t odd) {
 #endif
 }
 
+// f(0), f(1) .. f(n - 1), written out: the numbers are constants, so that what they pick stays in registers.
+template <int value>
+struct Constant {
+    constexpr operator int() const { return value; }
+};
+template <int n, int i = 0, class F>
+ZEL_INLINE void unrolled(const F& f) {
+    if constexpr (i < n) {
+        f(Constant<i>{});
+        unrolled<n, i + 1>(f);
+    }
+}
+
 // Lane l from the 16 bytes at p + l*stride.
 ZEL_INLINE Bytes loadLanes(const uint8_t* p, [[maybe_unused]] ptrdiff_t stride) {
     const __m128i first = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
@@ -101,9 +114,21 @@ ZEL_INLINE Bytes loadLanes(const uint8_t* p, [[maybe_unused]] ptrdiff_t stride) 
 #endif
 }
 
+// Stores that bypass the cache go to multiples of 16.
+enum class Stores { cached, bypassing };
+
+template <Stores stores>
+ZEL_INLINE void storeLane(uint8_t* p, __m128i x) {
+    if constexpr (stores == Stores::bypassing)
+        _mm_stream_si128(reinterpret_cast<__m128i*>(p), x);
+    else
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(p), x);
+}
+
 // Lane l to the 16 bytes at p + l*stride.
+template <Stores stores = Stores::cached>
 ZEL_INLINE void storeLanes(uint8_t* p, [[maybe_unused]] ptrdiff_t stride, Bytes v) {
-    const auto put = [&](int l, __m128i x) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p + l * stride), x); };
+    const auto put = [&](int l, __m128i x) { storeLane<stores>(p + l * stride, x); };
 #if ZEL_LANES == 1
     put(0, (__m128i)v);
 #elif ZEL_LANES == 2
@@ -115,6 +140,14 @@ ZEL_INLINE void storeLanes(uint8_t* p, [[maybe_unused]] ptrdiff_t stride, Bytes 
     put(2, _mm512_extracti32x4_epi32((Register)v, 2));
     put(3, _mm512_extracti32x4_epi32((Register)v, 3));
 #endif
+}
+
+template <Stores stores>
+ZEL_INLINE void store(uint8_t* p, Bytes v) {
+    if constexpr (stores == Stores::bypassing)
+        storeLanes<stores>(p, laneBytes, v);
+    else
+        storeVector(p, v);
 }
 
 // Half a vector of consecutive bytes as words, in order over the whole vector.
@@ -177,6 +210,16 @@ ZEL_INLINE void storeHalves(uint8_t* low, uint8_t* high, Bytes v) {
 #endif
 }
 
+ZEL_INLINE void storeLowHalf(uint8_t* p, Bytes v) {
+#if ZEL_LANES == 4
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_castsi512_si256((Register)v));
+#elif ZEL_LANES == 2
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128((Register)v));
+#else
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), (Register)v);
+#endif
+}
+
 // Crosses lanes: the dwords 0 and 2 of all lanes of v, each brought together, to two places of a quarter of a vector.
 ZEL_INLINE void storeQuarters(uint8_t* first, uint8_t* second, Bytes v) {
 #if ZEL_LANES == 4
@@ -195,45 +238,63 @@ ZEL_INLINE void storeQuarters(uint8_t* first, uint8_t* second, Bytes v) {
 #endif
 }
 
-// A quarter of a vector of consecutive bytes, each four times.
-ZEL_INLINE Bytes loadQuadrupled(const uint8_t* p) {
+// A quarter of a vector of consecutive bytes as dwords, in order over the whole vector.
+ZEL_INLINE UDwords loadBytesAsDwords(const uint8_t* p) {
 #if ZEL_LANES == 4
-    const __m512i dwords = _mm512_cvtepu8_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+    return (UDwords)_mm512_cvtepu8_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
 #elif ZEL_LANES == 2
-    const __m256i dwords = _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+    return (UDwords)_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
 #else
     int32_t bytes;
     __builtin_memcpy(&bytes, p, 4);
     const __m128i words = _mm_unpacklo_epi8(_mm_cvtsi32_si128(bytes), _mm_setzero_si128());
-    const __m128i dwords = _mm_unpacklo_epi16(words, _mm_setzero_si128());
+    return (UDwords)_mm_unpacklo_epi16(words, _mm_setzero_si128());
 #endif
-    alignas(16) constexpr uint8_t fourTimes[16] = {0, 0, 0, 0, 4, 4, 4, 4, 8, 8, 8, 8, 12, 12, 12, 12};
-    return shuffle((Bytes)dwords, everyLane(fourTimes));
 }
 
-// Crosses lanes: a pack of two consecutive vectors leaves their 8-byte groups in the order 0 2 4 .. 1 3 5 ..; this puts them in
-// order.
-ZEL_INLINE Bytes inOrder(Bytes packed) {
+// Half a vector of consecutive words as dwords, in order over the whole vector.
+ZEL_INLINE UDwords loadWordsAsDwords(const uint8_t* p) {
 #if ZEL_LANES == 4
-    return (Bytes)_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), (Register)packed);
+    return (UDwords)_mm512_cvtepu16_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)));
 #elif ZEL_LANES == 2
-    return (Bytes)_mm256_permute4x64_epi64((Register)packed, 0xd8);
+    return (UDwords)_mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
 #else
-    return packed;
+    return (UDwords)_mm_unpacklo_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128());
+#endif
+}
+
+// A quarter of a vector of consecutive bytes, each four times.
+ZEL_INLINE Bytes loadQuadrupled(const uint8_t* p) {
+    alignas(16) constexpr uint8_t fourTimes[16] = {0, 0, 0, 0, 4, 4, 4, 4, 8, 8, 8, 8, 12, 12, 12, 12};
+    return shuffle((Bytes)loadBytesAsDwords(p), everyLane(fourTimes));
+}
+
+// Two vectors' worth of consecutive bytes, dealt out to two vectors in turn by lanes, so that a pack of the two is in order.
+struct PackOrder {
+    Bytes first, second;
+};
+ZEL_INLINE PackOrder loadInPackOrder(const uint8_t* p) {
+#if ZEL_LANES == 4
+    const Register low = (Register)loadBytes(p), high = (Register)loadBytes(p + 64);
+    return {(Bytes)_mm512_permutex2var_epi64(low, _mm512_setr_epi64(0, 1, 4, 5, 8, 9, 12, 13), high),
+            (Bytes)_mm512_permutex2var_epi64(low, _mm512_setr_epi64(2, 3, 6, 7, 10, 11, 14, 15), high)};
+#else
+    return {loadLanes(p, 32), loadLanes(p + 16, 32)};
 #endif
 }
 
 // Crosses lanes: the bytes of a and b in turn, two vectors' worth.
+template <Stores stores = Stores::cached>
 ZEL_INLINE void storeInterleaved(uint8_t* p, Bytes a, Bytes b) {
 #if ZEL_LANES == 4
     const __m512i spread = _mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7);
     a = (Bytes)_mm512_permutexvar_epi64(spread, (Register)a);
     b = (Bytes)_mm512_permutexvar_epi64(spread, (Register)b);
-    storeVector(p, interleaveLow(a, b));
-    storeVector(p + vectorBytes, interleaveHigh(a, b));
+    store<stores>(p, interleaveLow(a, b));
+    store<stores>(p + vectorBytes, interleaveHigh(a, b));
 #else
-    storeLanes(p, 32, interleaveLow(a, b));
-    storeLanes(p + 16, 32, interleaveHigh(a, b));
+    storeLanes<stores>(p, 32, interleaveLow(a, b));
+    storeLanes<stores>(p + 16, 32, interleaveHigh(a, b));
 #endif
 }
 
