@@ -27,15 +27,24 @@ struct ChromaInterleaved {
 };
 
 // Y0 C Y1 C'
+alignas(16) constexpr uint8_t lumaThenChroma[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
+
 struct PackedPairs {
     ZEL_INLINE static Bytes luma(const Row& row, size_t block, int) {
-        const PackOrder pairs = loadInPackOrder(row.in[0] + block * blockPixels * 2);
-        return packBytes(evenBytes(pairs.first), evenBytes(pairs.second));
+        const PackOrder pairs = sorted(row, block);
+        return interleaveLow64(pairs.first, pairs.second);
     }
     template <class Rule>
     ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
+        const PackOrder pairs = sorted(row, block);
+        return rule.chroma(interleaveHigh64(pairs.first, pairs.second));
+    }
+
+  private:
+    ZEL_INLINE static PackOrder sorted(const Row& row, size_t block) {
         const PackOrder pairs = loadInPackOrder(row.in[0] + block * blockPixels * 2);
-        return rule.chroma(packBytes(oddBytes(pairs.first), oddBytes(pairs.second)));
+        const Bytes pattern = everyLane(lumaThenChroma);
+        return {shuffle(pairs.first, pattern), shuffle(pairs.second, pattern)};
     }
 };
 
@@ -56,7 +65,9 @@ struct PairKernel {
         const Rule rule(k.rule, k.order);
         for (size_t i = 0; i < count; ++i) {
             const auto terms = From::chroma(rule, row, i);
-            unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA { To::template store<Rule::order>(row, r, i, rule.pixels(From::luma(row, i, r), terms)); });
+            unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
+                To::template store<Rule::order>(row, r, i, rule.pixels(From::luma(row, i, r), terms));
+            });
         }
     }
 };

@@ -215,13 +215,13 @@ struct Interleaved4 {
         const Words cdLow = (Words)interleaveLow(c, alpha), cdHigh = (Words)interleaveHigh(c, alpha);
         const Words quarters[4] = {interleaveLow(abLow, cdLow), interleaveHigh(abLow, cdLow), interleaveLow(abHigh, cdHigh),
                                    interleaveHigh(abHigh, cdHigh)};
-        for (int i = 0; i < 4; ++i) {
+        unrolled<4>([&](int i) ZEL_INLINE_LAMBDA {
 #if ZEL_LANES == 4
             storeVector(p + 64 * i, quarters[i]);
 #else
             storeLanes(p + 16 * i, 64, (Bytes)quarters[i]);
 #endif
-        }
+        });
     }
 };
 

@@ -22,6 +22,7 @@ typedef int16_t Words __attribute__((vector_size(vectorBytes)));
 typedef uint16_t UWords __attribute__((vector_size(vectorBytes)));
 typedef int32_t Dwords __attribute__((vector_size(vectorBytes)));
 typedef uint32_t UDwords __attribute__((vector_size(vectorBytes)));
+typedef uint64_t UQwords __attribute__((vector_size(vectorBytes)));
 
 #if ZEL_LANES == 4
 using Register = __m512i;
@@ -150,6 +151,17 @@ ZEL_INLINE void store(uint8_t* p, Bytes v) {
         storeVector(p, v);
 }
 
+// Bypasses the cache, to a multiple of the vector.
+ZEL_INLINE void streamVector(uint8_t* p, Bytes v) {
+#if ZEL_LANES == 4
+    _mm512_stream_si512(reinterpret_cast<__m512i*>(p), (Register)v);
+#elif ZEL_LANES == 2
+    _mm256_stream_si256(reinterpret_cast<__m256i*>(p), (Register)v);
+#else
+    _mm_stream_si128(reinterpret_cast<__m128i*>(p), (Register)v);
+#endif
+}
+
 // Half a vector of consecutive bytes as words, in order over the whole vector.
 ZEL_INLINE Words loadWidened(const uint8_t* p) {
 #if ZEL_LANES == 4
@@ -210,11 +222,15 @@ ZEL_INLINE void storeHalves(uint8_t* low, uint8_t* high, Bytes v) {
 #endif
 }
 
-ZEL_INLINE void storeLowHalf(uint8_t* p, Bytes v) {
+// Crosses lanes: the low halves of all lanes of v, to half a vector. Half of the lowest level's vector does not bypass the cache.
+template <Stores stores = Stores::cached>
+ZEL_INLINE void storeLowHalves(uint8_t* p, Bytes v) {
 #if ZEL_LANES == 4
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_castsi512_si256((Register)v));
+    const __m512i sorted = _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), (Register)v);
+    storeLane<stores>(p, _mm512_castsi512_si128(sorted));
+    storeLane<stores>(p + laneBytes, _mm512_extracti32x4_epi32(sorted, 1));
 #elif ZEL_LANES == 2
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128((Register)v));
+    storeLane<stores>(p, _mm256_castsi256_si128(_mm256_permute4x64_epi64((Register)v, 0xd8)));
 #else
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p), (Register)v);
 #endif

@@ -1,0 +1,164 @@
+// Where chroma comes from and goes to. In between it is a vector of pairs: the two chroma samples of a site in turn, as many pairs
+// as half a vector has bytes. In rules that fold rows of 4:1:1 into 4:2:0 or back, the two pairs of a dword belong to two rows.
+//
+// Packed layouts carry luma as well, which moves along: their luma streams come before the chroma streams of the other side.
+#pragma once
+
+#include "frame/conversion.h"
+#include "simd/vector.h"
+
+namespace zel::ZEL_LEVEL {
+
+enum class PackedOrder { lumaFirst, chromaFirst };
+
+struct Unpacked {
+    Bytes luma, pairs;
+};
+
+// A vector's worth of pixels.
+template <PackedOrder order>
+ZEL_INLINE Unpacked unpack(const uint8_t* p) {
+    const PackOrder v = loadInPackOrder(p);
+    const Bytes even = packBytes(evenBytes(v.first), evenBytes(v.second)), odd = packBytes(oddBytes(v.first), oddBytes(v.second));
+    return order == PackedOrder::lumaFirst ? Unpacked{even, odd} : Unpacked{odd, even};
+}
+
+template <PackedOrder order, Stores stores = Stores::cached>
+ZEL_INLINE void storePacked(uint8_t* p, Bytes luma, Bytes pairs) {
+    if constexpr (order == PackedOrder::lumaFirst)
+        storeInterleaved<stores>(p, luma, pairs);
+    else
+        storeInterleaved<stores>(p, pairs, luma);
+}
+
+alignas(16) inline constexpr uint8_t firstThenSecond[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
+alignas(16) inline constexpr uint8_t evenPairsThenOdd[16] = {0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15};
+alignas(16) inline constexpr uint8_t byDwordPlace[16] = {0, 4, 8, 12, 2, 6, 10, 14, 1, 5, 9, 13, 3, 7, 11, 15};
+
+ZEL_INLINE Bytes loadPairs(const uint8_t* first, const uint8_t* second) {
+    return (Bytes)(loadWidened(first) | loadWidened(second) << 8);
+}
+
+ZEL_INLINE void storePairs(uint8_t* first, uint8_t* second, Bytes pairs) {
+    storeHalves(first, second, shuffle(pairs, everyLane(firstThenSecond)));
+}
+
+// Sources. `stream` is the first one of chroma; streams of two rows follow each other row by row.
+
+// `rows` rows of packed pixels; the chroma of the first one counts.
+template <int rows, PackedOrder order, Stores stores = Stores::cached>
+struct FromPacked {
+    static constexpr int lumaStreams = rows;
+    ZEL_INLINE static Bytes load(const Row& row, int, size_t block) {
+        Bytes pairs{};
+        for (int r = rows - 1; r >= 0; --r) {
+            const Unpacked u = unpack<order>(row.in[r] + block * 2 * vectorBytes);
+            store<stores>(row.out[r] + block * vectorBytes, u.luma);
+            pairs = u.pairs;
+        }
+        return pairs;
+    }
+};
+
+struct FromInterleaved {
+    static constexpr int lumaStreams = 0;
+    ZEL_INLINE static Bytes load(const Row& row, int stream, size_t block) {
+        return loadBytes(row.in[stream] + block * vectorBytes);
+    }
+};
+
+struct FromPlanes {
+    static constexpr int lumaStreams = 0;
+    ZEL_INLINE static Bytes load(const Row& row, int stream, size_t block) {
+        const size_t at = block * vectorBytes / 2;
+        return loadPairs(row.in[stream] + at, row.in[stream + 1] + at);
+    }
+};
+
+// Of 4:1:1: each pair twice, or pairs of two rows in turn.
+template <int rows>
+struct FromQuarterInterleaved {
+    static constexpr int lumaStreams = 0;
+    ZEL_INLINE static Bytes load(const Row& row, int stream, size_t block) {
+        const auto pairs = [&](int r) { return loadWordsAsDwords(row.in[stream + r] + block * vectorBytes / 2); };
+        const UDwords first = pairs(0), second = rows == 1 ? first : pairs(1);
+        return (Bytes)(first | second << 16);
+    }
+};
+
+template <int rows>
+struct FromQuarterPlanes {
+    static constexpr int lumaStreams = 0;
+    ZEL_INLINE static Bytes load(const Row& row, int stream, size_t block) {
+        const auto samples = [&](int i) { return loadBytesAsDwords(row.in[stream + i] + block * vectorBytes / 4); };
+        const UDwords first = samples(0) | samples(1) << 8, second = rows == 1 ? first : samples(2) | samples(3) << 8;
+        return (Bytes)(first | second << 16);
+    }
+};
+
+// Destinations.
+
+// The same chroma in `rows` rows of packed pixels.
+template <int rows, PackedOrder order, Stores stores = Stores::cached>
+struct ToPacked {
+    static constexpr int lumaStreams = rows;
+    ZEL_INLINE static void store(const Row& row, int, size_t block, Bytes pairs) {
+        for (int r = 0; r < rows; ++r)
+            storePacked<order, stores>(row.out[r] + block * 2 * vectorBytes, loadBytes(row.in[r] + block * vectorBytes), pairs);
+    }
+};
+
+struct ToInterleaved {
+    static constexpr int lumaStreams = 0;
+    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes pairs) {
+        storeVector(row.out[stream] + block * vectorBytes, pairs);
+    }
+};
+
+template <int rows>
+struct ToPlanes {
+    static constexpr int lumaStreams = 0;
+    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes pairs) {
+        const size_t at = block * vectorBytes / 2;
+        for (int r = 0; r < rows; ++r) storePairs(row.out[stream + 2 * r] + at, row.out[stream + 2 * r + 1] + at, pairs);
+    }
+};
+
+// To 4:1:1: every second pair, from the first one, or those and the others to a second row.
+template <int rows, Stores stores = Stores::cached>
+struct ToQuarterInterleaved {
+    static constexpr int lumaStreams = 0;
+    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes pairs) {
+        const size_t at = block * vectorBytes / 2;
+        const Bytes sorted = shuffle(pairs, everyLane(evenPairsThenOdd));
+        if constexpr (rows == 2)
+            storeHalves(row.out[stream] + at, row.out[stream + 1] + at, sorted);
+        else
+            storeLowHalves<stores>(row.out[stream] + at, sorted);
+    }
+};
+
+template <int rows>
+struct ToQuarterPlanes {
+    static constexpr int lumaStreams = 0;
+    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes pairs) {
+        const size_t at = block * vectorBytes / 4;
+        const Bytes sorted = shuffle(pairs, everyLane(byDwordPlace));
+        storeQuarters(row.out[stream] + at, row.out[stream + 1] + at, sorted);
+        if constexpr (rows == 2)
+            storeQuarters(row.out[stream + 2] + at, row.out[stream + 3] + at, (Bytes)((UQwords)sorted >> 32));
+    }
+};
+
+// A site takes `siteBytes` of the pairs.
+template <int siteBytes, class From, class To>
+struct PairsKernel {
+    struct Constants {};
+    static constexpr int sites = vectorBytes / siteBytes;
+
+    ZEL_INLINE static void blocks(const Constants&, const Row& row, size_t count) {
+        for (size_t i = 0; i < count; ++i) To::store(row, From::lumaStreams, i, From::load(row, To::lumaStreams, i));
+    }
+};
+
+}  // namespace zel::ZEL_LEVEL

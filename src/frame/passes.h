@@ -1,0 +1,48 @@
+// Conversions that take several passes, each over some of the planes or some of the rows: a plane that only moves, chroma, the
+// rows at an edge that have a rule of their own. A pass is a conversion like any other.
+#pragma once
+
+#include "frame/conversion.h"
+
+namespace zel::ZEL_LEVEL {
+
+struct Pass {
+    const Conversion& conversion;
+    Groups groups{};
+};
+
+// When the passes that can bypass the cache do so. No result depends on it.
+struct Bypass {
+    bool (*applies)(const Images& images) = nullptr;  // null: never
+};
+
+struct Passes {
+    Site site;  // the region is cut down to whole ones
+    const Pass* passes;
+    int count;
+    Minimum minimum{1, 1};
+    OddSize oddSize = OddSize::accepted;
+    Checks checks = Checks::planesFirst;
+    Bypass bypass{};
+    // In place of all passes but the first one where the steps of the two chroma planes of the destination differ.
+    void (*unequalChromaSteps)(const Images& images) = nullptr;
+};
+
+template <int count>
+constexpr Passes passes(Site site, const Pass (&list)[count], Minimum minimum) {
+    return {.site = site, .passes = list, .count = count, .minimum = minimum};
+}
+
+ZEL_OWN_CODE inline void convert(const Passes& p, const Images& images) {
+    Images whole = images;
+    whole.size.width -= whole.size.width % p.site.width;
+    whole.size.height -= whole.size.height % p.site.height;
+    const bool bypassing = p.bypass.applies && p.bypass.applies(whole);
+    const bool unequal = p.unequalChromaSteps && images.destinationStep[1] != images.destinationStep[2];
+    const int count = unequal ? 1 : p.count;
+    for (int i = 0; i < count; ++i) convert(p.passes[i].conversion, whole, p.passes[i].groups, bypassing);
+    if (unequal) p.unequalChromaSteps(whole);
+    if (bypassing) _mm_sfence();
+}
+
+}  // namespace zel::ZEL_LEVEL
