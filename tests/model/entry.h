@@ -86,3 +86,6 @@ constexpr Entry entryOf(ZelStatus (*)(P...), ZelStatus (*call)(const Call&)) {
 }
 
 }  // namespace model
+
+// The first two members of a row of exports.
+#define NAMED(function) #function, model::entryOf(function, [](const model::Call& call) { return model::invoke(function, call); })

@@ -79,5 +79,6 @@ struct Export {
 };
 
 std::span<const Export> lumachromaExports();
+std::span<const Export> chromaExports();
 
 }  // namespace model

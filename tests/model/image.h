@@ -93,9 +93,13 @@ inline constexpr Layout yCbCr422 = planar(1, 2, 1, 0);
 inline constexpr Layout yCbCr411 = planar(1, 2, 2, 0);
 inline constexpr Layout yCbCr420 = planar(1, 2, 1, 1);
 inline constexpr Layout yCrCb420 = planar(2, 1, 1, 1);
+inline constexpr Layout yCrCb422 = planar(2, 1, 1, 0);
+inline constexpr Layout yCbCr1620 = planar(1, 2, 2, 2);
 inline constexpr Layout nv12 = semiPlanar(0, 1, 1, 1);
 inline constexpr Layout nv21 = semiPlanar(1, 0, 1, 1);
+inline constexpr Layout nv11 = semiPlanar(0, 1, 2, 0);
 inline constexpr Layout yuyv = packed422(0, 1, 3);
 inline constexpr Layout yvyu = packed422(0, 3, 1);
+inline constexpr Layout uyvy = packed422(1, 0, 2);
 
 }  // namespace model

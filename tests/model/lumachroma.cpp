@@ -63,8 +63,6 @@ constexpr auto sizeFirst = Checks::sizeThenPointers;
 constexpr auto planesLast = Checks::planesAfterSize;
 constexpr auto byAlignment = Peculiarity::differsByAlignment;
 
-#define NAMED(function) #function, entryOf(function, [](const Call& call) { return invoke(function, call); })
-
 constexpr Export exports[] = {
     // Full resolution.
     {NAMED(zeliRGBToYCbCr_8u_C3R), rgb24, ycc24, everyPixel, blocksOf16, encode<rounded444, scalar444>},
