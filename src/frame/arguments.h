@@ -92,6 +92,12 @@ ZEL_INLINE bool isRefused(const C& c, ZelSize size) {
            (c.oddSize == OddSize::refused && hasOddSize(c, size));
 }
 
+// A conversion of several passes is one of several rows.
+template <class C>
+ZEL_INLINE bool isOneRow(const C&, const Images&) {
+    return false;
+}
+
 template <class C>
 ZEL_INLINE const C& choose(const C& c, const Images&) {
     return c;
@@ -111,6 +117,9 @@ struct Export;
 
 template <const auto& conversion, class... A>
 struct Export<conversion, ZelStatus(A...)> {
+    // Images whose rows are shorter than a block are left to a level with shorter ones, which has them at the same place of its
+    // table.
+    template <const Implementation* narrower, int place>
     static ZelStatus call(A... a) {
         const Arguments arguments(a...);
         const Images& images = arguments.images();
@@ -124,23 +133,13 @@ struct Export<conversion, ZelStatus(A...)> {
         if (planesFirst && arguments.hasNullPlane()) return zelStsNullPtrErr;
         if (refused) return zelStsSizeErr;
         if (arguments.hasNullPlane()) return zelStsNullPtrErr;
+        if constexpr (narrower != nullptr) {
+            if (images.size.width < blockPixels && !isOneRow(c, images))
+                return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
+        }
         convert(c, images);
         return c.oddSize == OddSize::warned && hasOddSize(c, images.size) ? zelStsOddSizeWarn : zelStsNoErr;
     }
-
-    // The same for rows that may be shorter than a block: those are done by a level with shorter ones.
-    template <const Implementation* narrower, int row>
-    static ZelStatus callByWidth(A... a) {
-        if ((widthOf(a) + ...) < blockPixels) return reinterpret_cast<ZelStatus (*)(A...)>(narrower[row])(a...);
-        return call(a...);
-    }
-
-  private:
-    template <class T>
-    ZEL_INLINE static int widthOf(T) {
-        return 0;
-    }
-    ZEL_INLINE static int widthOf(ZelSize size) { return size.width; }
 };
 
 }  // namespace zel::ZEL_LEVEL

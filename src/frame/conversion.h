@@ -34,19 +34,44 @@ struct Stream {
     uint8_t offset = 0;  // bytes from the plane's first pixel
 };
 
-// A rule bound to its layouts. It reads a whole block before it writes it, so a row may be converted over itself.
+// Steps may have any value and are added once more after the last row, so the sum wraps rather than overflows.
+template <class Byte>
+ZEL_INLINE Byte* moved(Byte* p, size_t bytes) {
+    return reinterpret_cast<Byte*>(reinterpret_cast<uintptr_t>(p) + bytes);
+}
+
+// From one group of rows to the next.
+struct Steps {
+    size_t in[maxSources];
+    size_t out[maxDestinations];
+};
+
+// A rule bound to its layouts: converts `count` blocks from the left edge of each of some groups of rows. It reads a whole block
+// before it writes it, so a row may be converted over itself.
 struct Kernel {
-    void (*blocks)(const void* constants, const Row& row, size_t count) = nullptr;
+    void (*blocks)(const void* constants, const Row& first, const Steps& steps, size_t groups, size_t count) = nullptr;
     const void* constants = nullptr;
     int sites = 1;  // a block
 };
 
-// The kernel K, a type with `Constants`, `sites` and `blocks`. The constants must outlive the calls.
+// The kernel K, a type made from its `Constants` that converts one block of a row by its call operator, or some blocks by
+// `blocks`. The constants must outlive the calls.
 template <class K>
 constexpr Kernel kernel(const typename K::Constants& constants) {
-    constexpr auto blocks = [](const void* c, const Row& row, size_t count) {
-        const Row own = row;  // which no store can reach, so the pointers stay in registers
-        K::blocks(*static_cast<const typename K::Constants*>(c), own, count);
+    constexpr auto blocks = [](const void* c, const Row& first, const Steps& steps, size_t groups, size_t count) {
+        const auto& k = *static_cast<const typename K::Constants*>(c);
+        Row row = first;  // which no store can reach, so the pointers stay in registers
+        const auto next = [&]() ZEL_INLINE_LAMBDA {
+            for (int i = 0; i < maxSources; ++i) row.in[i] = moved(row.in[i], steps.in[i]);
+            for (int i = 0; i < maxDestinations; ++i) row.out[i] = moved(row.out[i], steps.out[i]);
+        };
+        if constexpr (requires { K::blocks(k, row, count); }) {
+            for (; groups != 0; --groups, next()) K::blocks(k, row, count);
+        } else {
+            const K convertBlock(k);
+            for (; groups != 0; --groups, next())
+                for (size_t i = 0; i < count; ++i) convertBlock(row, i);
+        }
     };
     return {blocks, &constants, K::sites};
 }
@@ -128,12 +153,6 @@ struct Groups {
     int first = 0, end = 0;
 };
 
-// Steps may have any value and are added once more after the last row, so the sum wraps rather than overflows.
-template <class Byte>
-ZEL_INLINE Byte* moved(Byte* p, size_t bytes) {
-    return reinterpret_cast<Byte*>(reinterpret_cast<uintptr_t>(p) + bytes);
-}
-
 #if ZEL_LANES < 4
 // The places do not overlap.
 inline void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
@@ -193,7 +212,7 @@ ZEL_OWN_CODE inline void convertPart(const Conversion& c, const Kernel& kernel, 
         if (c.keepsAlpha) copyToBuffer(destination[i], row.out[i], sites * c.to.streams[i].bytes);
         buffer.out[i] = destination[i];
     }
-    kernel.blocks(kernel.constants, buffer, 1);
+    kernel.blocks(kernel.constants, buffer, {}, 1, 1);
     for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], sites * c.to.streams[i].bytes);
 }
 
@@ -208,7 +227,7 @@ ZEL_OWN_CODE inline void convertOddPixel(const Conversion& c, const Row& row, bo
     }
     for (int i = 0; i < c.to.count; ++i) buffer.out[i] = destination[i];
     const Kernel& kernel = alone ? c.oddPixel.ruleAlone : c.oddPixel.rule;
-    kernel.blocks(kernel.constants, buffer, 1);
+    kernel.blocks(kernel.constants, buffer, {}, 1, 1);
     for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], c.to.streams[i].bytes / 2);
 }
 
@@ -219,13 +238,17 @@ struct MovedRow : Row {
         for (int i = 0; i < c.to.count; ++i) out[i] = row.out[i] + sites * c.to.streams[i].bytes;
         alpha = row.alpha;
     }
+    ZEL_INLINE void next(const Conversion& c, const Steps& steps, size_t groups = 1) {
+        for (int i = 0; i < c.from.count; ++i) in[i] = moved(in[i], steps.in[i] * groups);
+        for (int i = 0; i < c.to.count; ++i) out[i] = moved(out[i], steps.out[i] * groups);
+    }
 };
 
 // The consecutive sites of a row that follow one rule, with as many sites before them that are converted later.
 struct Run {
     const Kernel& kernel;
     const Kernel& whole;  // the same rule for all blocks but the last one
-    size_t before, sites, blocks;
+    size_t before, sites, blocks, rest;
     ptrdiff_t lastBlock;  // where one more block ends with the last site; negative where the row has no room for it
 
     Run(const Kernel& k, const Kernel& whole, size_t before, size_t sites, bool overlapping)
@@ -234,23 +257,36 @@ struct Run {
           before(before),
           sites(sites),
           blocks(sites / unsigned(k.sites)),
+          rest(sites % unsigned(k.sites)),
           lastBlock(overlapping ? ptrdiff_t(before + sites) - k.sites : -1) {}
 
-    ZEL_INLINE void operator()(const Conversion& c, const Row& start) const {
-        if (blocks != 0 && before == 0) whole.blocks(kernel.constants, start, blocks);
-        if (blocks != 0 && before != 0) whole.blocks(kernel.constants, MovedRow(c, start, before), blocks);
-        const size_t rest = sites % unsigned(kernel.sites);
+    ZEL_INLINE void operator()(const Conversion& c, const Row& start, const Steps& steps, size_t groups) const {
+        if (blocks != 0 && before == 0) whole.blocks(kernel.constants, start, steps, groups, blocks);
+        if (blocks != 0 && before != 0) whole.blocks(kernel.constants, MovedRow(c, start, before), steps, groups, blocks);
         if (rest == 0) return;
         if (lastBlock >= 0) {
-            kernel.blocks(kernel.constants, MovedRow(c, start, size_t(lastBlock)), 1);
+            kernel.blocks(kernel.constants, MovedRow(c, start, size_t(lastBlock)), steps, groups, 1);
         } else {
-            convertPart(c, kernel, MovedRow(c, start, before + sites - rest), rest);
+            MovedRow part(c, start, before + sites - rest);
+            for (; groups != 0; --groups, part.next(c, steps)) convertPart(c, kernel, part, rest);
         }
     }
 };
 
+// What stands at the end of rows beside the runs: a last site that has no neighbour, or an odd pixel.
+ZEL_OWN_CODE inline void convertEnds(const Conversion& c, MovedRow end, const Steps& steps, size_t groups, bool hasOddPixel,
+                                     bool alone) {
+    if (c.lastSiteAlone)
+        for (int i = 0; i < c.from.count; ++i) end.in[i] -= c.from.streams[i].offset;
+    for (; groups != 0; --groups, end.next(c, steps)) {
+        if (c.lastSiteAlone) convertPart(c, c.lastSite.blocks ? c.lastSite : c.tail, end, 1);
+        if (hasOddPixel) convertOddPixel(c, end, alone);
+    }
+}
+
 // Rows that follow each other in memory are one long row to a rule that does not look at columns.
-ZEL_INLINE bool isContiguous(const Conversion& c, const Images& images, size_t columns) {
+ZEL_INLINE bool isContiguous(const Conversion& c, const Images& images) {
+    const size_t columns = unsigned(images.size.width) / c.site.width;
     bool contiguous = true;
     for (int i = 0; i < c.from.count; ++i) {
         const Stream& s = c.from.streams[i];
@@ -263,17 +299,29 @@ ZEL_INLINE bool isContiguous(const Conversion& c, const Images& images, size_t c
     return contiguous;
 }
 
+ZEL_INLINE bool hasOddPixel(const Conversion& c, ZelSize size) { return c.oddPixel.makeSite && size.width % 2 != 0; }
+
+// Whether all rows make up one.
+ZEL_INLINE bool isOneRow(const Conversion& c, const Images& images) {
+    const unsigned width = unsigned(images.size.width);
+    const unsigned whole = width - width % c.site.width,
+                   blockColumns = c.blockColumns ? unsigned(c.blockColumns(int(width))) : whole;
+    const bool oneRule = (blockColumns == 0 || blockColumns == whole) && !c.lastSiteAlone && !hasOddPixel(c, images.size);
+    return oneRule && isContiguous(c, images);
+}
+
 ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Groups part = {}, bool bypassing = false) {
     const int width = images.size.width, allGroups = images.size.height / c.site.height;
     const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
     const int endGroup = part.end > 0 ? part.end : allGroups + part.end;
+    const bool oddPixel = hasOddPixel(c, images.size);
     size_t columns = unsigned(width) / c.site.width;
-    const bool hasOddPixel = c.oddPixel.makeSite && width % 2 != 0;
-    if ((columns == 0 && !hasOddPixel) || firstGroup >= endGroup) return;
+    if ((columns == 0 && !oddPixel) || firstGroup >= endGroup) return;
     auto groups = size_t(endGroup - firstGroup);
     size_t blockSites = c.blockColumns ? unsigned(c.blockColumns(width)) / c.site.width : columns - c.lastSiteAlone;
-    if (blockSites == columns && !hasOddPixel && isContiguous(c, images, columns)) {
-        blockSites = columns *= groups;
+    if (isOneRow(c, images)) {
+        columns *= groups;
+        blockSites *= groups;
         groups = 1;
     }
     const size_t sites = columns - c.lastSiteAlone;
@@ -282,35 +330,34 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Grou
     const bool inPlace = images.source[0] == images.destination[0];
     const Kernel& whole = bypassing && c.bypassing.blocks ? c.bypassing : c.block;
     const Run block(c.block, whole, 0, blockSites, !inPlace), tail(c.tail, c.tail, blockSites, sites - blockSites, !inPlace);
-    const Kernel& lastSite = c.lastSite.blocks ? c.lastSite : c.tail;
 
-    Row start;
-    size_t sourceStep[maxSources], destinationStep[maxDestinations];
-    start.alpha = images.alpha;
+    Row first;
+    Steps steps{};
+    first.alpha = images.alpha;
     for (int i = 0; i < c.from.count; ++i) {
         const Stream& s = c.from.streams[i];
         const auto step = size_t(images.sourceStep[s.plane]);
-        sourceStep[i] = step * s.rows;
-        start.in[i] = moved(images.source[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows) + s.offset);
+        steps.in[i] = step * s.rows;
+        first.in[i] = moved(images.source[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows) + s.offset);
     }
     for (int i = 0; i < c.to.count; ++i) {
         const Stream& s = c.to.streams[i];
         const auto step = size_t(images.destinationStep[s.plane]);
-        destinationStep[i] = step * s.rows;
-        start.out[i] = moved(images.destination[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows));
+        steps.out[i] = step * s.rows;
+        first.out[i] = moved(images.destination[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows));
     }
 
-    for (; groups != 0; --groups) {
-        if (tail.sites != 0) tail(c, start);
-        block(c, start);
-        if (c.lastSiteAlone) {
-            MovedRow last(c, start, sites);
-            for (int i = 0; i < c.from.count; ++i) last.in[i] -= c.from.streams[i].offset;
-            convertPart(c, lastSite, last, 1);
-        }
-        if (hasOddPixel) convertOddPixel(c, MovedRow(c, start, columns), width == 1);
-        for (int i = 0; i < c.from.count; ++i) start.in[i] = moved(start.in[i], sourceStep[i]);
-        for (int i = 0; i < c.to.count; ++i) start.out[i] = moved(start.out[i], destinationStep[i]);
+    // Where a row takes several runs, a few rows at a time, so that they are still in the cache for the next run.
+    constexpr size_t rowsAtOnce = 16;
+    const bool hasEnds = c.lastSiteAlone || oddPixel, oneRun = tail.sites == 0 && block.rest == 0 && !hasEnds;
+    const size_t band = oneRun ? groups : rowsAtOnce;
+    for (MovedRow start(c, first, 0);; start.next(c, steps, band)) {
+        const size_t now = groups < band ? groups : band;
+        if (tail.sites != 0) tail(c, start, steps, now);
+        if (block.sites != 0) block(c, start, steps, now);
+        if (hasEnds) convertEnds(c, MovedRow(c, start, sites), steps, now, oddPixel, width == 1);
+        groups -= now;
+        if (groups == 0) return;
     }
 }
 

@@ -12,16 +12,12 @@
 #define ZEL_TABLE_(level, group) zel_##level##_##group
 #define ZEL_TABLE(level, group) ZEL_TABLE_(level, group)
 
-#define ZEL_EXPORT_OF(name) zel::ZEL_LEVEL::Export<zel::ZEL_LEVEL::rows::name, decltype(::name)>
 #if ZEL_LANES == 4
-#define ZEL_NARROWER avx2
+#define ZEL_NARROWER ZEL_TABLE(avx2, ZEL_GROUP)
 #elif ZEL_LANES == 2
-#define ZEL_NARROWER ssse3
-#endif
-#ifdef ZEL_NARROWER
-#define ZEL_FUNCTION_OF(name) ZEL_EXPORT_OF(name)::callByWidth<ZEL_TABLE(ZEL_NARROWER, ZEL_GROUP), zel::ZEL_LEVEL::places::name>
+#define ZEL_NARROWER ZEL_TABLE(ssse3, ZEL_GROUP)
 #else
-#define ZEL_FUNCTION_OF(name) ZEL_EXPORT_OF(name)::call
+#define ZEL_NARROWER nullptr
 #endif
 
 // The column of the small in-order cores has only the exports with two implementations.
@@ -51,11 +47,14 @@ enum Place {
 #undef ZEL_EXPORT
 
 #define ZEL_IMPLEMENTATION_0(name)
-#define ZEL_IMPLEMENTATION_1(name) reinterpret_cast<zel::Implementation>(&ZEL_FUNCTION_OF(name)),
+#define ZEL_IMPLEMENTATION_1(name)                                                                \
+    reinterpret_cast<zel::Implementation>(                                                        \
+        &zel::ZEL_LEVEL::Export<zel::ZEL_LEVEL::rows::name, decltype(::name)>::call<ZEL_NARROWER, \
+                                                                                    zel::ZEL_LEVEL::places::name>),
 #define ZEL_EXPORT(name, group, columns) ZEL_JOIN(ZEL_IMPLEMENTATION_, ZEL_IS_ROW(group, columns))(name)
 extern "C" {
-#ifdef ZEL_NARROWER
-extern const zel::Implementation ZEL_TABLE(ZEL_NARROWER, ZEL_GROUP)[];
+#if ZEL_LANES > 1
+extern const zel::Implementation ZEL_NARROWER[];
 #endif
 extern const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[];
 const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[] = {

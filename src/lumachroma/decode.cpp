@@ -61,14 +61,15 @@ struct PairKernel {
     using Constants = DecodeConstants<Rule>;
     static constexpr int sites = blockPixels / 2;
 
-    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        const Rule rule(k.rule, k.order);
-        for (size_t i = 0; i < count; ++i) {
-            const auto terms = From::chroma(rule, row, i);
-            unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
-                To::template store<Rule::order>(row, r, i, rule.pixels(From::luma(row, i, r), terms));
-            });
-        }
+    Rule rule;
+
+    ZEL_INLINE explicit PairKernel(const Constants& k) : rule(k.rule, k.order) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const auto terms = From::chroma(rule, row, block);
+        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
+            To::template store<Rule::order>(row, r, block, rule.pixels(From::luma(row, block, r), terms));
+        });
     }
 };
 
@@ -79,16 +80,17 @@ struct FilteredKernel {
     using Constants = DecodeConstants<Rule>;
     static constexpr int sites = blockPixels / 2;
 
-    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        const Rule rule(k.rule);
-        for (size_t i = 0; i < count; ++i) {
-            const auto sample = [&](int stream) { return loadWidened(row.in[stream] + i * sites); };
-            const Words p = sample(2), q = sample(3), pNext = sample(4), qNext = sample(5);
-            const auto even = rule.chroma(p, q), odd = rule.chroma((p + pNext + 1) >> 1, (q + qNext + 1) >> 1);
-            unrolled<2>([&](int r) ZEL_INLINE_LAMBDA {
-                To::template store<Rule::order>(row, r, i, rule.pixels(loadBytes(row.in[r] + i * blockPixels), even, odd));
-            });
-        }
+    Rule rule;
+
+    ZEL_INLINE explicit FilteredKernel(const Constants& k) : rule(k.rule, k.order) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const auto samples = [&](int stream) { return loadWidened(row.in[stream] + block * sites); };
+        const Words p = samples(2), q = samples(3), pNext = samples(4), qNext = samples(5);
+        const auto even = rule.chroma(p, q), odd = rule.chroma((p + pNext + 1) >> 1, (q + qNext + 1) >> 1);
+        unrolled<2>([&](int r) ZEL_INLINE_LAMBDA {
+            To::template store<Rule::order>(row, r, block, rule.pixels(loadBytes(row.in[r] + block * blockPixels), even, odd));
+        });
     }
 };
 
@@ -98,12 +100,13 @@ struct QuadKernel {
     using Constants = ExactDecodeConstants;
     static constexpr int sites = blockPixels / 4;
 
-    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        const ExactDecode rule(k);
-        for (size_t i = 0; i < count; ++i) {
-            const Bytes p = loadQuadrupled(row.in[1] + i * sites), q = loadQuadrupled(row.in[2] + i * sites);
-            To::template store<ExactDecode::order>(row, 0, i, rule.pixels(loadBytes(row.in[0] + i * blockPixels), p, q));
-        }
+    ExactDecode rule;
+
+    ZEL_INLINE explicit QuadKernel(const Constants& k) : rule(k) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const Bytes p = loadQuadrupled(row.in[1] + block * sites), q = loadQuadrupled(row.in[2] + block * sites);
+        To::template store<ExactDecode::order>(row, 0, block, rule.pixels(loadBytes(row.in[0] + block * blockPixels), p, q));
     }
 };
 

@@ -96,22 +96,23 @@ struct PairKernel {
     using Constants = EncodeConstants<Luma, Chroma>;
     static constexpr int sites = blockPixels / 2;
 
-    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        const Luma luma(k.luma);
-        const Chroma chroma(k.chroma);
-        for (size_t i = 0; i < count; ++i) {
-            Words a{}, b{}, c{};
-            Bytes y{};
-            unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
-                const Triple t = From::load(row, i, r);
-                y = luma(t);
-                if constexpr (To::hasLumaStreams) storeVector(row.out[r] + i * blockPixels, y);
-                a += pairSums<Chroma::weight>(t.a);
-                b += pairSums<Chroma::weight>(t.b);
-                c += pairSums<Chroma::weight>(t.c);
-            });
-            To::store(row, rows, i, y, chroma(a, b, c));
-        }
+    Luma luma;
+    Chroma chroma;
+
+    ZEL_INLINE explicit PairKernel(const Constants& k) : luma(k.luma), chroma(k.chroma) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        Words a{}, b{}, c{};
+        Bytes y{};
+        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
+            const Triple t = From::load(row, block, r);
+            y = luma(t);
+            if constexpr (To::hasLumaStreams) storeVector(row.out[r] + block * blockPixels, y);
+            a += pairSums<Chroma::weight>(t.a);
+            b += pairSums<Chroma::weight>(t.b);
+            c += pairSums<Chroma::weight>(t.c);
+        });
+        To::store(row, rows, block, y, chroma(a, b, c));
     }
 };
 
@@ -121,19 +122,23 @@ struct QuadKernel {
     using Constants = EncodeConstants<Luma, Chroma>;
     static constexpr int sites = blockPixels / 4;
 
-    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        const Luma luma(k.luma);
-        const Chroma chroma(k.chroma);
-        const auto sums = [](Bytes x) {
-            const Dwords quads = mulAddPairs(pairSums<Chroma::weight>(x), splatWord(1));
-            return packWords(quads, quads);
-        };
-        for (size_t i = 0; i < count; ++i) {
-            const Triple t = From::load(row, i);
-            storeVector(row.out[0] + i * blockPixels, luma(t));
-            const ChromaPair pair = chroma(sums(t.a), sums(t.b), sums(t.c));
-            storeQuarters(row.out[1] + i * sites, row.out[2] + i * sites, packBytes(pair.first, pair.second));
-        }
+    Luma luma;
+    Chroma chroma;
+
+    ZEL_INLINE explicit QuadKernel(const Constants& k) : luma(k.luma), chroma(k.chroma) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const Triple t = From::load(row, block);
+        storeVector(row.out[0] + block * blockPixels, luma(t));
+        const ChromaPair pair = chroma(sums(t.a), sums(t.b), sums(t.c));
+        storeQuarters(row.out[1] + block * sites, row.out[2] + block * sites, packBytes(pair.first, pair.second));
+    }
+
+  private:
+    // Each lane has its four sums twice.
+    ZEL_INLINE static Words sums(Bytes x) {
+        const Dwords quads = mulAddPairs(pairSums<Chroma::weight>(x), splatWord(1));
+        return packWords(quads, quads);
     }
 };
 

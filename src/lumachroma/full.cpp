@@ -83,9 +83,11 @@ struct PixelKernel {
     using Constants = typename Rule::Constants;
     static constexpr int sites = blockPixels;
 
-    ZEL_INLINE static void blocks(const Constants& constants, const Row& row, size_t count) {
-        const Rule rule(constants);
-        for (size_t i = 0; i < count; ++i) To::template store<Rule::order>(row, 0, i, rule(From::load(row, i)));
+    Rule rule;
+
+    ZEL_INLINE explicit PixelKernel(const Constants& k) : rule(k) {}
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        To::template store<Rule::order>(row, 0, block, rule(From::load(row, block)));
     }
 };
 
@@ -99,20 +101,19 @@ ZEL_INLINE void storeColours(uint8_t* p, Bytes colours) {
 #endif
 }
 
-struct EncodeExactAlpha {
+class EncodeExactAlpha {
+  public:
     using Constants = EncodeExact::Constants;
     static constexpr int sites = vectorBytes / 4;
 
-    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        const Sum luma(k.luma), cb(k.cb), cr(k.cr);
-        for (size_t i = 0; i < count; ++i) {
-            const Bytes pixels = loadBytes(row.in[0] + i * vectorBytes);
-            const Words ac = evenBytes(pixels), b = oddBytes(pixels) & splatWords(0xff, 0),
-                        bb = (Words)((Dwords)b | (Dwords)b << 16);
-            // Each sum has its byte in bits 16 to 23.
-            const Dwords y = luma(ac, bb) >> 16, u = cb(ac, bb) >> 8 & splatDword(0xff00), v = cr(ac, bb) & splatDword(0xff0000);
-            storeColours(row.out[0] + i * vectorBytes, (Bytes)(y | u | v));
-        }
+    ZEL_INLINE explicit EncodeExactAlpha(const Constants& k) : luma_(k.luma), cb_(k.cb), cr_(k.cr) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const Bytes pixels = loadBytes(row.in[0] + block * vectorBytes);
+        const Words ac = evenBytes(pixels), b = oddBytes(pixels) & splatWords(0xff, 0), bb = (Words)((Dwords)b | (Dwords)b << 16);
+        // Each sum has its byte in bits 16 to 23.
+        const Dwords y = luma_(ac, bb) >> 16, cb = cb_(ac, bb) >> 8 & splatDword(0xff00), cr = cr_(ac, bb) & splatDword(0xff0000);
+        storeColours(row.out[0] + block * vectorBytes, (Bytes)(y | cb | cr));
     }
 
   private:
@@ -126,33 +127,51 @@ struct EncodeExactAlpha {
             return mulAddPairs(acPairs, ac) + mulAddPairs(bPairs, bb) + bias;
         }
     };
+
+    Sum luma_, cb_, cr_;
 };
 
 alignas(16) constexpr uint8_t lumaWithSecond[16] = {0, 128, 1, 128, 4, 128, 5, 128, 8, 128, 9, 128, 12, 128, 13, 128};
 alignas(16) constexpr uint8_t colourOrder[16] = {0, 8, 4, 128, 1, 9, 5, 128, 2, 10, 6, 128, 3, 11, 7, 128};
 
 // Y, q, p, alpha to a, b, c, alpha.
-struct DecodeExactAlpha {
+class DecodeExactAlpha {
+  public:
     using Constants = ExactDecodeConstants;
     static constexpr int sites = vectorBytes / 4;
 
-    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        const auto low = [](int32_t even, int32_t odd) { return splatWords(lowWord(even), lowWord(odd)); };
-        const auto high = [](int32_t even, int32_t odd) { return splatWords(highWord(even), highWord(odd)); };
-        const Words aLow = low(k.ky, k.pa), aHigh = high(k.ky, k.pa), bLow = low(k.ky, k.pb), bHigh = high(k.ky, k.pb);
-        const Words qLow = low(0, k.qb), qHigh = high(0, k.qb), cLow = low(k.ky, k.qc), cHigh = high(k.ky, k.qc);
-        const Dwords biasA = splatDword(k.biasA), biasB = splatDword(k.biasB), biasC = splatDword(k.biasC);
-        const Bytes yqPattern = everyLane(lumaWithSecond), pattern = everyLane(colourOrder);
-        for (size_t i = 0; i < count; ++i) {
-            const Bytes pixels = loadBytes(row.in[0] + i * vectorBytes);
-            const Words yp = evenBytes(pixels), yq = (Words)shuffle(pixels, yqPattern);
-            const Dwords a = ((mulAddPairs(yp, aLow) + biasA) >> 16) + mulAddPairs(yp, aHigh);
-            const Dwords b =
-                ((mulAddPairs(yp, bLow) + mulAddPairs(yq, qLow) + biasB) >> 16) + mulAddPairs(yp, bHigh) + mulAddPairs(yq, qHigh);
-            const Dwords c = ((mulAddPairs(yq, cLow) + biasC) >> 16) + mulAddPairs(yq, cHigh);
-            storeColours(row.out[0] + i * vectorBytes, shuffle(packBytes(packWords(a, c), packWords(b, b)), pattern));
-        }
+    ZEL_INLINE explicit DecodeExactAlpha(const Constants& k)
+        : yToA_(k.ky, k.pa),
+          yToB_(k.ky, k.pb),
+          qToB_(0, k.qb),
+          yToC_(k.ky, k.qc),
+          biasA_(splatDword(k.biasA)),
+          biasB_(splatDword(k.biasB)),
+          biasC_(splatDword(k.biasC)) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const Bytes pixels = loadBytes(row.in[0] + block * vectorBytes);
+        const Words yp = evenBytes(pixels), yq = (Words)shuffle(pixels, everyLane(lumaWithSecond));
+        const Dwords a = ((yToA_.low(yp) + biasA_) >> 16) + yToA_.high(yp);
+        const Dwords b = ((yToB_.low(yp) + qToB_.low(yq) + biasB_) >> 16) + yToB_.high(yp) + qToB_.high(yq);
+        const Dwords c = ((yToC_.low(yq) + biasC_) >> 16) + yToC_.high(yq);
+        storeColours(row.out[0] + block * vectorBytes,
+                     shuffle(packBytes(packWords(a, c), packWords(b, b)), everyLane(colourOrder)));
     }
+
+  private:
+    // A pair of products with the coefficients' low words and with their high words, which are whole after the shift.
+    struct Products {
+        Words lows, highs;
+
+        ZEL_INLINE Products(int32_t even, int32_t odd)
+            : lows(splatWords(lowWord(even), lowWord(odd))), highs(splatWords(highWord(even), highWord(odd))) {}
+        ZEL_INLINE Dwords low(Words x) const { return mulAddPairs(x, lows); }
+        ZEL_INLINE Dwords high(Words x) const { return mulAddPairs(x, highs); }
+    };
+
+    Products yToA_, yToB_, qToB_, yToC_;
+    Dwords biasA_, biasB_, biasC_;
 };
 
 constexpr EncodeWord::Constants rgbWord{{16843, 33030, 6423, 128 + 16 * 256}, {-9699, -19071, 28770}, {28770, -24117, -4653}};
