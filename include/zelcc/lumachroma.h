@@ -39,7 +39,8 @@
  * Arguments. Pointers are to the top left pixel of the region. A step is the distance in bytes from one row to the next;
  * it may be negative (an image stored bottom-up) or zero. Planes of 4:4:4 images share one step; planes of subsampled images
  * have a step each. roiSize counts pixels of full resolution, for subsampled images too. Nothing outside the region is read
- * or written. Source and destination must not overlap.
+ * or written. Source and destination must not overlap, but the 4:4:4 conversions of one layout (C3R, AC4R, P3R) may be done in
+ * place, with the same pointers and steps on both sides.
  *
  * Status, of every conversion:
  *
