@@ -149,18 +149,14 @@ alignas(16) inline constexpr uint8_t transpose[16] = {0, 4, 8, 12, 1, 5, 9, 13, 
 alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
 
 #if ZEL_LANES == 4
-struct WidePatterns {
-    alignas(64) uint8_t gather[3][64];
+struct WidePattern {
     alignas(64) uint8_t scatter[64];
 };
 
-// gather: pixel i lies in vector i / 16 at dword i % 16; vector v was rotated left by v bytes before the blend, so that channel c
-// of it stands at byte (c + v) % 4. scatter: 16-byte lane l takes the pixels 4l, 16 + 4l, 32 + 4l, 48 + 4l and their three
-// neighbours.
-constexpr WidePatterns widePatterns(Order order) {
-    WidePatterns p{};
+// Lane l takes the pixels 4l, 16 + 4l, 32 + 4l, 48 + 4l and the three after each.
+constexpr WidePattern widePattern(Order order) {
+    WidePattern p{};
     for (int i = 0; i < 64; ++i) {
-        for (int c = 0; c < 3; ++c) p.gather[c][i] = static_cast<uint8_t>(i % 16 * 4 + (c + i / 16) % 4);
         const int pixel = i / 16 * 4 + i % 16 / 4 * 16 + i % 4;
         p.scatter[i] = static_cast<uint8_t>(pixel / 16 * 16 + placeInLane(order, pixel % 16));
     }
@@ -168,9 +164,7 @@ constexpr WidePatterns widePatterns(Order order) {
 }
 
 template <Order order>
-inline constexpr WidePatterns wide = widePatterns(order);
-
-constexpr uint64_t everyFourth = 0x1111111111111111u;
+inline constexpr WidePattern wide = widePattern(order);
 #endif
 
 }  // namespace quads
@@ -182,17 +176,18 @@ struct Interleaved4 {
     ZEL_INLINE static Triple load(const uint8_t* p) {
 #if ZEL_LANES == 4
         using namespace quads;
-        const Register v0 = (Register)loadBytes(p), v1 = _mm512_rol_epi32((Register)loadBytes(p + 64), 8);
-        const Register v2 = _mm512_rol_epi32((Register)loadBytes(p + 128), 16),
-                       v3 = _mm512_rol_epi32((Register)loadBytes(p + 192), 24);
-        const auto channel = [&](int c) {
-            const auto places = [&](int v) { return everyFourth << (c + v) % 4; };
-            Register x = _mm512_mask_mov_epi8(v0, places(1), v1);
-            x = _mm512_mask_mov_epi8(x, places(2), v2);
-            x = _mm512_mask_mov_epi8(x, places(3), v3);
-            return triples::permute(x, wide<Order::natural>.gather[c]);
+        // Each lane becomes a dword of every channel; the dwords are then brought together.
+        const Register pattern = (Register)everyLane(transpose);
+        const auto part = [&](int i) { return _mm512_shuffle_epi8((Register)loadBytes(p + 64 * i), pattern); };
+        const Register v0 = part(0), v1 = part(1), v2 = part(2), v3 = part(3);
+        const Register ab = _mm512_setr_epi32(0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
+        const Register c = _mm512_setr_epi32(2, 6, 10, 14, 18, 22, 26, 30, 0, 0, 0, 0, 0, 0, 0, 0);
+        const Register ab01 = _mm512_permutex2var_epi32(v0, ab, v1), ab23 = _mm512_permutex2var_epi32(v2, ab, v3);
+        const Register c01 = _mm512_permutex2var_epi32(v0, c, v1), c23 = _mm512_permutex2var_epi32(v2, c, v3);
+        const auto lowHalves = [](Register low, Register high) {
+            return (Bytes)_mm512_inserti64x4(low, _mm512_castsi512_si256(high), 1);
         };
-        return {channel(0), channel(1), channel(2)};
+        return {lowHalves(ab01, ab23), (Bytes)_mm512_shuffle_i64x2(ab01, ab23, 0xee), lowHalves(c01, c23)};
 #else
         const Bytes pattern = everyLane(quads::transpose);
         const auto part = [&](int i) { return (Dwords)shuffle(loadLanes(p + 16 * i, 64), pattern); };
