@@ -9,6 +9,8 @@ namespace bench {
 enum class Variant {
     replicate,    // a subsampled chroma sample serves all pixels of its site
     interpolate,  // chroma is interpolated between sites
+    smooth,       // luma and chroma are filtered
+    fieldwise,    // rows of chroma are interpolated within their field
 };
 
 struct Task {

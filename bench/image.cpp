@@ -51,8 +51,10 @@ std::span<const PlaneShape> planesOf(Layout layout) {
     static constexpr PlaneShape i422[] = {{"y"}, {"u", 2}, {"v", 2}};
     static constexpr PlaneShape i420[] = {{"y"}, {"u", 2, 2}, {"v", 2, 2}};
     static constexpr PlaneShape i411[] = {{"y"}, {"u", 4}, {"v", 4}};
+    static constexpr PlaneShape i410[] = {{"y"}, {"u", 4, 4}, {"v", 4, 4}};
     static constexpr PlaneShape nv12[] = {{"y"}, {"uv", 2, 2}}, nv21[] = {{"y"}, {"vu", 2, 2}};
-    static constexpr PlaneShape yuy2[] = {{"yuyv", 2}}, yvyu[] = {{"yvyu", 2}};
+    static constexpr PlaneShape nv11[] = {{"y"}, {"uv", 4}};
+    static constexpr PlaneShape yuy2[] = {{"yuyv", 2}}, yvyu[] = {{"yvyu", 2}}, uyvy[] = {{"uyvy", 2}};
     switch (layout) {
         case Layout::rgb24:
             return rgb24;
@@ -76,14 +78,20 @@ std::span<const PlaneShape> planesOf(Layout layout) {
             return i420;
         case Layout::i411:
             return i411;
+        case Layout::i410:
+            return i410;
         case Layout::nv12:
             return nv12;
         case Layout::nv21:
             return nv21;
+        case Layout::nv11:
+            return nv11;
         case Layout::yuy2:
             return yuy2;
         case Layout::yvyu:
             return yvyu;
+        case Layout::uyvy:
+            return uyvy;
     }
     return {};
 }

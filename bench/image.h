@@ -22,10 +22,13 @@ enum class Layout {
     i422,
     i420,
     i411,
+    i410,
     nv12,
     nv21,
+    nv11,
     yuy2,
     yvyu,
+    uyvy,
 };
 
 // The samples that one site of a plane holds, a letter a byte (u is Cb, v is Cr, x is unused), and the pixels that it covers.

@@ -39,6 +39,20 @@ Call bindBilinear(const Image& source, const Image& destination) {
     return detail::bind(I420ToARGBMatrixFilter, source, destination, &kYuvI601Constants, kFilterBilinear);
 }
 
+// Pairs of pixels are as wide as one of 32 bits.
+constexpr uint8_t exchangeBytes[16] = {1, 0, 3, 2, 5, 4, 7, 6, 9, 8, 11, 10, 13, 12, 15, 14};
+constexpr uint8_t exchangeChroma[16] = {0, 3, 2, 1, 4, 7, 6, 5, 8, 11, 10, 9, 12, 15, 14, 13};
+
+template <const uint8_t (&order)[16]>
+int shufflePairs(const uint8_t* source, int sourceStep, uint8_t* destination, int destinationStep, int width, int height) {
+    return ARGBShuffle(source, sourceStep, destination, destinationStep, order, width / 2, height);
+}
+
+template <auto function>
+Call bindCrFirstSource(const Image& source, const Image& destination) {
+    return bind<function>(withChromaExchanged(source), destination);
+}
+
 const Row table[] = {
     // 4:4:4
     {{rgb24, i444}, "RAWToARGB, ARGBToI444", via(bgra32, bind<RAWToARGB>, bind<ARGBToI444>)},
@@ -109,6 +123,32 @@ const Row table[] = {
     {{yvyu, rgbPlanes},
      "YUY2ToI422, I422ToRAW, SplitRGBPlane",
      via(i422, bindCrFirst<YUY2ToI422>, via(rgb24, bind<I422ToRAW>, bind<SplitRGBPlane>))},
+
+    // between chroma layouts
+    {{yuy2, uyvy}, "ARGBShuffle", bind<shufflePairs<exchangeBytes>>},
+    {{uyvy, yuy2}, "ARGBShuffle", bind<shufflePairs<exchangeBytes>>},
+    {{yuy2, yvyu}, "ARGBShuffle", bind<shufflePairs<exchangeChroma>>},
+    {{yuy2, i422}, "YUY2ToI422", bind<YUY2ToI422>},
+    {{yvyu, i422}, "YUY2ToI422", bindCrFirst<YUY2ToI422>},
+    {{uyvy, i422}, "UYVYToI422", bind<UYVYToI422>},
+    {{i422, yuy2}, "I422ToYUY2", bind<I422ToYUY2>},
+    {{i422, yvyu}, "I422ToYUY2", bindCrFirstSource<I422ToYUY2>},
+    {{i422, uyvy}, "I422ToUYVY", bind<I422ToUYVY>},
+    {{nv12, i420}, "NV12ToI420", bind<NV12ToI420>},
+    {{i420, nv12}, "I420ToNV12", bind<I420ToNV12>},
+    {{yuy2, i420}, "YUY2ToI420", bind<YUY2ToI420>},
+    {{yvyu, i420}, "YUY2ToI420", bindCrFirst<YUY2ToI420>},
+    {{uyvy, i420}, "UYVYToI420", bind<UYVYToI420>},
+    {{yuy2, nv12}, "YUY2ToNV12", bind<YUY2ToNV12>},
+    {{uyvy, nv12}, "UYVYToNV12", bind<UYVYToNV12>},
+    {{i422, i420}, "I422ToI420", bind<I422ToI420>},
+    {{i422, nv12}, "I422ToI420, I420ToNV12", via(i420, bind<I422ToI420>, bind<I420ToNV12>)},
+    {{i420, yuy2}, "I420ToYUY2", bind<I420ToYUY2>},
+    {{i420, uyvy}, "I420ToUYVY", bind<I420ToUYVY>},
+    {{nv12, yuy2}, "NV12ToI420, I420ToYUY2", via(i420, bind<NV12ToI420>, bind<I420ToYUY2>)},
+    {{nv12, uyvy}, "NV12ToI420, I420ToUYVY", via(i420, bind<NV12ToI420>, bind<I420ToUYVY>)},
+    {{i420, i422}, "I420ToI422", bind<I420ToI422>},
+    {{nv12, i422}, "NV12ToI420, I420ToI422", via(i420, bind<NV12ToI420>, bind<I420ToI422>)},
 };
 
 }  // namespace

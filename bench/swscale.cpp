@@ -31,6 +31,8 @@ AVPixelFormat formatOf(Layout layout) {
             return AV_PIX_FMT_YUV420P;
         case Layout::i411:
             return AV_PIX_FMT_YUV411P;
+        case Layout::i410:
+            return AV_PIX_FMT_YUV410P;
         case Layout::nv12:
             return AV_PIX_FMT_NV12;
         case Layout::nv21:
@@ -39,6 +41,8 @@ AVPixelFormat formatOf(Layout layout) {
             return AV_PIX_FMT_YUYV422;
         case Layout::yvyu:
             return AV_PIX_FMT_YVYU422;
+        case Layout::uyvy:
+            return AV_PIX_FMT_UYVY422;
         default:
             return AV_PIX_FMT_NONE;
     }

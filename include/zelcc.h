@@ -7,6 +7,7 @@
 #ifndef ZELCC_H
 #define ZELCC_H
 
+#include "zelcc/chroma.h"
 #include "zelcc/lumachroma.h"
 #include "zelcc/types.h"
 #include "zelcc/version.h"

@@ -1,10 +1,11 @@
-// Where chroma comes from and goes to. In between it is a vector of pairs: the two chroma samples of a site in turn, as many pairs
-// as half a vector has bytes. In rules that fold rows of 4:1:1 into 4:2:0 or back, the two pairs of a dword belong to two rows.
+// Where chroma comes from and goes to. In between it is a vector of pairs: the two chroma samples of a site in turn, as many
+// pairs as half a vector has bytes. In rules that fold rows of 4:1:1 into 4:2:0 or back, the two pairs of a dword belong to two
+// rows.
 //
 // Packed layouts carry luma as well, which moves along: their luma streams come before the chroma streams of the other side.
 #pragma once
 
-#include "frame/conversion.h"
+#include "frame/passes.h"
 #include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {
@@ -153,11 +154,12 @@ struct ToQuarterPlanes {
 // A site takes `siteBytes` of the pairs.
 template <int siteBytes, class From, class To>
 struct PairsKernel {
-    struct Constants {};
+    using Constants = NoConstants;
     static constexpr int sites = vectorBytes / siteBytes;
 
-    ZEL_INLINE static void blocks(const Constants&, const Row& row, size_t count) {
-        for (size_t i = 0; i < count; ++i) To::store(row, From::lumaStreams, i, From::load(row, To::lumaStreams, i));
+    ZEL_INLINE explicit PairsKernel(Constants) {}
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        To::store(row, From::lumaStreams, block, From::load(row, To::lumaStreams, block));
     }
 };
 

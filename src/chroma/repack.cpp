@@ -1,6 +1,6 @@
-// Luma and chroma moved between storage forms, chroma orders and subsampling schemes without arithmetic: chroma goes down by dropping
-// samples and up by repeating them. An export is a source form, a destination form and what the table adds to them; the rule follows
-// from the two subsampling schemes:
+// Luma and chroma moved between storage forms, chroma orders and subsampling schemes without arithmetic: chroma goes down by
+// dropping samples and up by repeating them. An export is a source form, a destination form and what the table adds to them; the
+// rule follows from the two subsampling schemes:
 //
 //     same scheme       every sample keeps its place
 //     4:2:2 to 4:2:0    the first chroma row of a pair stays
@@ -115,21 +115,16 @@ constexpr auto destination() {
         return Type<ToPlanes<p.rows(p.to)>>{};
 }
 
-template <class Kernel>
-constexpr typename Kernel::Constants none{};
-template <class K>
-constexpr Kernel plain = kernel<K>(none<K>);
-
 template <Pairing p, Stores stores>
-constexpr Kernel pairsKernel = plain<
+constexpr Kernel pairsKernel = withoutConstants<
     PairsKernel<p.pairBytes(), typename decltype(source<p, stores>())::type, typename decltype(destination<p, stores>())::type>>;
 
 // The pass that moves chroma, and luma with it on a packed side. Without one it can't bypass the cache.
 template <Pairing p>
 constexpr Conversion chroma{
     .site = p.site(),
-    .from = streams(p, p.from, p.rowsRead(), false),
-    .to = streams(p, p.to, p.rows(p.to), p.exchangesChroma()),
+    .from = streams(p, p.from, p.rowsRead(), p.exchangesChroma() && p.from.storage == planes),
+    .to = streams(p, p.to, p.rows(p.to), p.exchangesChroma() && p.from.storage != planes),
     .block = pairsKernel<p, Stores::cached>,
     .bypassing = p.from.storage == packed || p.to.storage == packed ? pairsKernel<p, Stores::bypassing> : Kernel{}};
 
@@ -138,7 +133,7 @@ template <Pairing p, int from, int to>
 constexpr Conversion chromaPlane{.site = p.site(),
                                  .from = {1, {{from, 1, 0, uint8_t(p.rows(p.from))}}},
                                  .to = {p.rows(p.to), {{to, 1, 0, uint8_t(p.rows(p.to))}, {to, 1, 1, uint8_t(p.rows(p.to))}}},
-                                 .block = p.rows(p.to) == 1 ? copyOnce : copyTwice};
+                                 .block = p.rows(p.to) == 1 ? copy<1> : copy<2>};
 
 // Packed pixels in another byte order: the shuffle of four pairs.
 struct BytePlaces {
@@ -154,10 +149,10 @@ constexpr int placeOf(char sample, Form f) {
 
 template <Pairing p>
 constexpr BytePlaces byteOrder = [] {
+    constexpr char samples[] = {'y', 'Y', 'u', 'v'};
     BytePlaces places{};
     for (int pair = 0; pair < 16; pair += 4)
-        for (const char sample : {'y', 'Y', 'u', 'v'})
-            places.place[pair + placeOf(sample, p.to)] = uint8_t(pair + placeOf(sample, p.from));
+        for (const char sample : samples) places.place[pair + placeOf(sample, p.to)] = uint8_t(pair + placeOf(sample, p.from));
     return places;
 }();
 
@@ -166,11 +161,13 @@ struct ReorderKernel {
     using Constants = BytePlaces;
     static constexpr int sites = vectorBytes / 4;
 
-    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        const Bytes places = everyLane(k.place);
-        for (size_t i = 0; i < count; ++i)
-            store<stores>(row.out[0] + i * vectorBytes, shuffle(loadBytes(row.in[0] + i * vectorBytes), places));
+    ZEL_INLINE explicit ReorderKernel(const Constants& k) : places_(everyLane(k.place)) {}
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        store<stores>(row.out[0] + block * vectorBytes, shuffle(loadBytes(row.in[0] + block * vectorBytes), places_));
     }
+
+  private:
+    Bytes places_;
 };
 
 template <Pairing p>
@@ -188,7 +185,7 @@ template <Pairing p>
 constexpr Pass lumaThenChroma[] = {{copyLuma}, {chroma<p>}};
 template <Pairing p>
 constexpr Pass planeByPlane[] = {
-    {copyLuma}, {chromaPlane<p, 1, p.exchangesChroma() ? 2 : 1>}, {chromaPlane<p, 2, p.exchangesChroma() ? 1 : 2>}};
+    {copyLuma}, {chromaPlane < p, 1, p.exchangesChroma() ? 2 : 1 > }, {chromaPlane < p, 2, p.exchangesChroma() ? 1 : 2 > }};
 
 // A minimum of no height makes a height below 1 no error: nothing is written.
 constexpr int any = INT32_MIN;
@@ -211,43 +208,144 @@ constexpr Passes repack(Minimum minimum, Bypass bypass = {}) {
 }
 
 // When large images bypass the cache. The steps count with their signs, so images stored bottom-up never do.
-ZEL_INLINE bool areMultiplesOf16(std::initializer_list<uintptr_t> values) {
-    uintptr_t bits = 0;
-    for (const uintptr_t value : values) bits |= value;
-    return bits % 16 == 0;
+template <class Byte>
+ZEL_INLINE bool isAligned(Byte* plane, ptrdiff_t step) {
+    return (reinterpret_cast<uintptr_t>(plane) | uintptr_t(step)) % 16 == 0;
 }
 
 inline bool packedImageIsLarge(const Images& i) {
     int64_t steps = 0;
     for (int plane = 0; plane < 4; ++plane) steps += int64_t{i.sourceStep[plane]} + i.destinationStep[plane];
-    return steps * i.size.height > 0x80000 &&
-           areMultiplesOf16({reinterpret_cast<uintptr_t>(i.destination[0]), uintptr_t(i.destinationStep[0])});
+    return steps * i.size.height > 0x80000 && isAligned(i.destination[0], i.destinationStep[0]);
 }
 inline bool semiPlanarImageIsLarge(const Images& i) {
-    return int64_t{i.size.width} * i.size.height * 7 / 2 > 0x180000 &&
-           areMultiplesOf16({reinterpret_cast<uintptr_t>(i.source[0]), uintptr_t(i.sourceStep[0]),
-                             reinterpret_cast<uintptr_t>(i.destination[0]), uintptr_t(i.destinationStep[0]),
-                             reinterpret_cast<uintptr_t>(i.destination[1]), uintptr_t(i.destinationStep[1])});
+    return int64_t{i.size.width} * i.size.height * 7 / 2 > 0x180000 && isAligned(i.source[0], i.sourceStep[0]) &&
+           isAligned(i.destination[0], i.destinationStep[0]) && isAligned(i.destination[1], i.destinationStep[1]);
 }
 template <int pixels>
 bool lumaIsLarge(const Images& i) {
     return int64_t{i.size.width} * i.size.height >= pixels;
 }
-constexpr Bypass largePacked{packedImageIsLarge}, largeSemiPlanar{semiPlanarImageIsLarge};
-constexpr Bypass largeLuma{lumaIsLarge<348603>}, largerLuma{lumaIsLarge<0x80001>};
+constexpr Bypass largePacked = packedImageIsLarge, largeSemiPlanar = semiPlanarImageIsLarge;
+constexpr Bypass largeLuma = lumaIsLarge<348603>, largerLuma = lumaIsLarge<0x80001>;
 
-// 4:2:0 to planar 4:2:2 with two chroma steps: in the last plane, the samples behind the last whole 64 of a row and before the last
-// whole 8 reach the second row of a pair by the step of the first chroma plane. It is meant: images with such steps have always come
-// out so. Stores follow each other as they did in blocks of 64, 32, 16, 8 and 1, since the rows may meet.
-template <int bytes>
+// 4:2:0 to planar 4:2:2 with two chroma steps that differ: the second row of a pair lies where the step of the first chroma plane
+// puts it, in the last plane too, for the samples behind the last whole 64 of a row and before its last whole 8. This is meant:
+// it has always been so. Rows may then meet, so blocks are stored in the order of old: 64, 32, 16, 8, 1.
+template <Pairing p>
 void repeatRowsByFirstStep(const Images& images) {
+    constexpr bool isInterleaved = p.from.storage == interleaved;
+    constexpr int stride = isInterleaved ? 2 : 1;
+    constexpr int blocks[] = {64, 32, 16, 8, 1};
     const int n = images.size.width / 2;
-    constexpr bool isInterleaved = bytes == 2;
     for (int plane = 1; plane <= 2; ++plane) {
-        const int from = isInterleaved ? 1 : images.exchanged ? 3 - plane : plane;
+        const int sourcePlane = isInterleaved ? 1 : p.exchangesChroma() ? 3 - plane : plane;
+        const uint8_t* from = images.source[sourcePlane] + (isInterleaved ? plane - 1 : 0);
+        uint8_t* to = images.destination[plane];
+        const auto sourceStep = size_t(images.sourceStep[sourcePlane]), step = size_t(images.destinationStep[plane]);
         for (int k = 0; k < images.size.height / 2; ++k) {
+            int i = 0;
+            for (const int block : blocks) {
+                const size_t secondStep = block == 64 || block == 1 ? step : size_t(images.destinationStep[1]);
+                for (; n - i >= block; i += block) {
+                    for (int j = i; j < i + block; ++j) to[j] = from[j * stride];
+                    uint8_t* second = moved(to, secondStep);
+                    for (int j = i; j < i + block; ++j) second[j] = from[j * stride];
+                }
+            }
+            from = moved(from, sourceStep);
+            to = moved(to, 2 * step);
         }
     }
 }
 
+template <Form from, Form to>
+constexpr Passes repackToPlanar422() {
+    Passes result = repack<from, to>({2, 2});
+    result.unequalChromaSteps = repeatRowsByFirstStep<Pairing{from, to}>;
+    return result;
+}
+
+constexpr Passes with(Passes p, Checks checks) {
+    p.checks = checks;
+    return p;
+}
+constexpr Passes with(Passes p, OddSize oddSize) {
+    p.oddSize = oddSize;
+    return p;
+}
+
 }  // namespace
+
+namespace rows {
+
+// The same scheme.
+constexpr Passes zeliCbYCr422ToYCbCr422_8u_C2R = repack<cbYCr422, yCbCr422>({2, 1});
+constexpr Passes zeliYCbCr422ToCbYCr422_8u_C2R = repack<yCbCr422, cbYCr422>({2, 1}, largePacked);
+constexpr Passes zeliYCbCr422ToYCrCb422_8u_C2R = repack<yCbCr422, yCrCb422>({2, any}, largePacked);
+constexpr Passes zeliCbYCr422ToYCbCr422_8u_C2P3R = repack<cbYCr422, i422>({2, 1});
+constexpr Passes zeliYCrCb422ToYCbCr422_8u_C2P3R = repack<yCrCb422, i422>({2, 1});
+constexpr Passes zeliYCbCr422_8u_C2P3R = repack<yCbCr422, i422>({2, 1});
+constexpr Passes zeliYCbCr422_8u_P3C2R = repack<i422, yCbCr422>({2, 1});
+constexpr Passes zeliYCbCr422ToYCrCb422_8u_P3C2R = repack<i422, yCrCb422>({2, any}, largePacked);
+// Alone among its kin this one warns of an odd width, and is meant to.
+constexpr Passes zeliYCbCr422ToCbYCr422_8u_P3C2R = with(repack<i422, cbYCr422>({2, 1}), OddSize::warned);
+constexpr Passes zeliYCbCr411_8u_P2P3R = repack<semi411, i411>({4, any});
+constexpr Passes zeliYCbCr411_8u_P3P2R = repack<i411, semi411>({4, any}, largeLuma);
+constexpr Passes zeliYCbCr420_8u_P2P3R = repack<semi420, i420>({2, 2});
+constexpr Passes zeliYCbCr420_8u_P3P2R = repack<i420, semi420>({2, 2});
+constexpr Passes zeliYCbCr420ToYCrCb420_8u_P2P3R = with(repack<semi420, i420CrCb>({2, 2}), Checks::emptyBetween);
+constexpr Passes zeliYCrCb420ToYCbCr420_8u_P3P2R = repack<i420CrCb, semi420>({2, 2});
+
+// 4:2:2 to 4:2:0.
+constexpr Passes zeliCbYCr422ToYCbCr420_8u_C2P2R = repack<cbYCr422, semi420>({2, 2});
+constexpr Passes zeliCbYCr422ToYCbCr420_8u_C2P3R = repack<cbYCr422, i420>({2, 2});
+constexpr Passes zeliCbYCr422ToYCrCb420_8u_C2P3R = repack<cbYCr422, i420CrCb>({2, 2});
+constexpr Passes zeliYCbCr422ToYCbCr420_8u_C2P2R = repack<yCbCr422, semi420>({2, 2});
+constexpr Passes zeliYCbCr422ToYCbCr420_8u_C2P3R = repack<yCbCr422, i420>({2, 2});
+constexpr Passes zeliYCbCr422ToYCbCr420_8u_P3P2R = repack<i422, semi420>({2, 2});
+constexpr Passes zeliYCbCr422ToYCbCr420_8u_P3R = repack<i422, i420>({2, 2}, largeLuma);
+constexpr Passes zeliYCbCr422ToYCrCb420_8u_C2P3R = repack<yCbCr422, i420CrCb>({2, 2});
+constexpr Passes zeliYCrCb422ToYCbCr420_8u_C2P3R = repack<yCrCb422, i420>({2, 2});
+
+// 4:2:0 to 4:2:2. From YCrCb planes to packed pixels the array of source planes is taken as it is: a null array, unlike a null
+// plane, is the caller's fault, and no status is promised for it.
+constexpr Passes zeliYCbCr420ToCbYCr422_8u_P2C2R = repack<semi420, cbYCr422>({2, 2});
+constexpr Passes zeliYCbCr420ToYCbCr422_8u_P2C2R = repack<semi420, yCbCr422>({2, 2});
+constexpr Passes zeliYCrCb420ToCbYCr422_8u_P3C2R = repack<i420CrCb, cbYCr422>({2, 2}, largePacked);
+constexpr Passes zeliYCrCb420ToYCbCr422_8u_P3C2R = repack<i420CrCb, yCbCr422>({2, 2});
+constexpr Passes zeliYCbCr420ToYCbCr422_8u_P2P3R = repackToPlanar422<semi420, i422>();
+constexpr Passes zeliYCbCr420ToYCbCr422_8u_P3R = repackToPlanar422<i420, i422>();
+constexpr Passes zeliYCrCb420ToYCbCr422_8u_P3R = repackToPlanar422<i420CrCb, i422>();
+
+// 4:2:2 to 4:1:1.
+constexpr Passes zeliCbYCr422ToYCbCr411_8u_C2P3R = repack<cbYCr422, i411>({4, any});
+constexpr Passes zeliYCbCr422ToYCbCr411_8u_C2P2R = repack<yCbCr422, semi411>({4, any}, largeSemiPlanar);
+constexpr Passes zeliYCbCr422ToYCbCr411_8u_C2P3R = repack<yCbCr422, i411>({4, 1});
+constexpr Passes zeliYCbCr422ToYCbCr411_8u_P3P2R = repack<i422, semi411>({4, any});
+constexpr Passes zeliYCbCr422ToYCbCr411_8u_P3R = repack<i422, i411>({4, any}, largerLuma);
+constexpr Passes zeliYCrCb422ToYCbCr411_8u_C2P3R = repack<yCrCb422, i411>({4, any});
+
+// 4:1:1 to 4:2:2.
+constexpr Passes zeliYCbCr411ToYCbCr422_8u_P2C2R = repack<semi411, yCbCr422>({4, any}, largePacked);
+constexpr Passes zeliYCbCr411ToYCbCr422_8u_P2P3R = repack<semi411, i422>({4, any}, largeLuma);
+constexpr Passes zeliYCbCr411ToYCbCr422_8u_P3C2R = repack<i411, yCbCr422>({4, any}, largePacked);
+constexpr Passes zeliYCbCr411ToYCbCr422_8u_P3R = repack<i411, i422>({4, any});
+constexpr Passes zeliYCbCr411ToYCrCb422_8u_P3C2R = repack<i411, yCrCb422>({4, any}, largePacked);
+constexpr Passes zeliYCbCr411ToYCrCb422_8u_P3R = repack<i411, i422CrCb>({4, any});
+
+// 4:1:1 to 4:2:0 and back.
+constexpr Passes zeliYCbCr411ToYCbCr420_8u_P2P3R = repack<semi411, i420>({4, 2});
+constexpr Passes zeliYCbCr411ToYCbCr420_8u_P3P2R = repack<i411, semi420>({4, 2}, largeLuma);
+constexpr Passes zeliYCbCr411ToYCbCr420_8u_P3R = repack<i411, i420>({4, 2});
+constexpr Passes zeliYCbCr411ToYCrCb420_8u_P2P3R = repack<semi411, i420CrCb>({4, 2});
+constexpr Passes zeliYCbCr420ToYCbCr411_8u_P2P3R = repack<semi420, i411>({4, 2});
+constexpr Passes zeliYCbCr420ToYCbCr411_8u_P3P2R = repack<i420, semi411>({4, 2});
+constexpr Passes zeliYCrCb420ToYCbCr411_8u_P3P2R = repack<i420CrCb, semi411>({4, 2});
+
+}  // namespace rows
+}  // namespace zel::ZEL_LEVEL
+
+#define ZEL_CURRENT_repack ~, 1
+#define ZEL_GROUP repack
+#include "frame/table.h"

@@ -31,31 +31,29 @@ ZEL_INLINE void streamRow(uint8_t* to, const uint8_t* from, size_t bytes) {
     storeVector(to + bytes - vectorBytes, last);
 }
 
-// One row to one row or to several.
+// A plane to a plane, each row to one row or to two.
 template <int rows, Stores stores = Stores::cached>
-struct CopyKernel {
-    struct Constants {};
-    static constexpr int sites = vectorBytes;  // of a byte each
-
-    ZEL_INLINE static void blocks(const Constants&, const Row& row, size_t count) {
+inline void copyRows(const void*, const Row& first, const Steps& steps, size_t groups, size_t count) {
+    const uint8_t* from = first.in[0];
+    uint8_t* to[rows];
+    for (int r = 0; r < rows; ++r) to[r] = first.out[r];
+    for (; groups != 0; --groups) {
         for (int r = 0; r < rows; ++r) {
             if constexpr (stores == Stores::bypassing)
-                streamRow(row.out[r], row.in[0], count * vectorBytes);
+                streamRow(to[r], from, count * vectorBytes);
             else
-                copyRow(row.out[r], row.in[0], count * vectorBytes);
+                copyRow(to[r], from, count * vectorBytes);
+            to[r] = moved(to[r], steps.out[r]);
         }
+        from = moved(from, steps.in[0]);
     }
-};
+}
 
-// Luma to luma, of which large images may bypass the cache.
-inline constexpr CopyKernel<1>::Constants copyConstants{};
-inline constexpr CopyKernel<2>::Constants copyTwiceConstants{};
-inline constexpr CopyKernel<1, Stores::bypassing>::Constants streamConstants{};
-inline constexpr Kernel copyOnce = kernel<CopyKernel<1>>(copyConstants), copyTwice = kernel<CopyKernel<2>>(copyTwiceConstants);
-inline constexpr Conversion copyLuma{.site = {1, 1},
-                                     .from = {1, {{0, 1}}},
-                                     .to = {1, {{0, 1}}},
-                                     .block = copyOnce,
-                                     .bypassing = kernel<CopyKernel<1, Stores::bypassing>>(streamConstants)};
+template <int rows, Stores stores = Stores::cached>
+inline constexpr Kernel copy{copyRows<rows, stores>, nullptr, vectorBytes};
+
+// Large images of luma may bypass the cache.
+inline constexpr Conversion copyLuma{
+    .site = {1, 1}, .from = {1, {{0, 1}}}, .to = {1, {{0, 1}}}, .block = copy<1>, .bypassing = copy<1, Stores::bypassing>};
 
 }  // namespace zel::ZEL_LEVEL

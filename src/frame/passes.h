@@ -6,15 +6,18 @@
 
 namespace zel::ZEL_LEVEL {
 
+struct NoConstants {};
+inline constexpr NoConstants noConstants{};
+template <class K>
+inline constexpr Kernel withoutConstants = kernel<K>(noConstants);
+
 struct Pass {
     const Conversion& conversion;
     Groups groups{};
 };
 
-// When the passes that can bypass the cache do so. No result depends on it.
-struct Bypass {
-    bool (*applies)(const Images& images) = nullptr;  // null: never
-};
+// Whether the passes that can bypass the cache do so. No result depends on it.
+using Bypass = bool (*)(const Images& images);
 
 struct Passes {
     Site site;  // the region is cut down to whole ones
@@ -23,7 +26,7 @@ struct Passes {
     Minimum minimum{1, 1};
     OddSize oddSize = OddSize::accepted;
     Checks checks = Checks::planesFirst;
-    Bypass bypass{};
+    Bypass bypass = nullptr;  // null: never
     // In place of all passes but the first one where the steps of the two chroma planes of the destination differ.
     void (*unequalChromaSteps)(const Images& images) = nullptr;
 };
@@ -33,11 +36,17 @@ constexpr Passes passes(Site site, const Pass (&list)[count], Minimum minimum) {
     return {.site = site, .passes = list, .count = count, .minimum = minimum};
 }
 
+ZEL_INLINE bool isOneRow(const Passes& p, const Images& images) {
+    for (int i = 0; i < p.count; ++i)
+        if (!isOneRow(p.passes[i].conversion, images)) return false;
+    return true;
+}
+
 ZEL_OWN_CODE inline void convert(const Passes& p, const Images& images) {
     Images whole = images;
     whole.size.width -= whole.size.width % p.site.width;
     whole.size.height -= whole.size.height % p.site.height;
-    const bool bypassing = p.bypass.applies && p.bypass.applies(whole);
+    const bool bypassing = p.bypass && p.bypass(whole);
     const bool unequal = p.unequalChromaSteps && images.destinationStep[1] != images.destinationStep[2];
     const int count = unequal ? 1 : p.count;
     for (int i = 0; i < count; ++i) convert(p.passes[i].conversion, whole, p.passes[i].groups, bypassing);

@@ -1,0 +1,291 @@
+/*
+ * Conversion between the layouts of 8-bit luma-chroma images: storage forms, chroma orders and subsampling schemes.
+ *
+ * No conversion here changes the colour space or the range: a sample is moved, dropped, repeated or averaged.
+ *
+ * Layouts, as the last part of a name gives them, source before destination (one token stands for both):
+ *
+ *     C2   packed 4:2:2, four bytes a pair of pixels: Y0 Cb Y1 Cr for YCbCr422, Y0 Cr Y1 Cb for YCrCb422, Cb Y0 Cr Y1 for
+ *          CbYCr422
+ *     P3   three planes: Y, Cb, Cr for YCbCr; Y, Cr, Cb for YCrCb
+ *     P2   a luma plane, and a chroma plane of byte pairs Cb Cr, Cb first whatever the name of the other side
+ *
+ * Chroma planes, for a region of width by height pixels:
+ *
+ *     422    width / 2 samples in each of height rows
+ *     420    width / 2 samples in each of height / 2 rows
+ *     411    width / 4 samples in each of height rows
+ *     1620   width / 4 samples in each of height / 4 rows
+ *
+ * A chroma row of P2 is twice as many bytes.
+ *
+ * Whole sites. A region is cut down to whole chroma sites of both sides: an even width, with 4:1:1 on either side a multiple of
+ * 4; an even height with 4:2:0 on either side. Columns and rows behind them are neither read nor written, and the status is
+ * zelStsNoErr unless stated otherwise.
+ *
+ * Means. mean(a, b) is (a + b + 1) >> 1. Where a conversion takes means, some round up and some down by the place in the row, and
+ * those places are part of the result. They are counted from the region's left edge and depend on its width alone.
+ *
+ * Arguments. Pointers are to the top left pixel of the region. A step is the distance in bytes from one row to the next;
+ * it may be negative (an image stored bottom-up) or zero. Every plane has a step of its own. roiSize counts pixels of full
+ * resolution. Nothing outside the region is read or written, save by the conversions of slices. Source and destination must
+ * not overlap. Alignment changes no result; on multiples of 64 conversions are fastest.
+ *
+ * Status, of every conversion:
+ *
+ *     zelStsNullPtrErr   a pointer, an array of planes or steps, or an entry of an array of planes is null
+ *     zelStsSizeErr      width or height is below the minimum, which is stated with each family
+ *     zelStsOddSizeWarn  only where stated: the region does not end on a whole site; the whole sites were converted
+ *     zelStsNoErr        otherwise
+ *
+ * On an error nothing is written. Pointers are checked before the size unless stated otherwise. Steps are not checked.
+ *
+ * Each family below carries an example. Rows of samples are written from left to right.
+ */
+#ifndef ZELCC_CHROMA_H
+#define ZELCC_CHROMA_H
+
+#include "zelcc/types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/*
+ * 4:2:2 to 4:2:2: another byte order or storage form, the same samples.
+ *
+ * The minimum size is 2 x 1.
+ *
+ * Example: Y 10 20, Cb 30, Cr 40 is YCbCr422 10 30 20 40, YCrCb422 10 40 20 30 and CbYCr422 30 10 40 20 in a 2 x 1 image.
+ */
+
+/** Packed to packed pixels. To YCrCb422 a height below 1 is no error: nothing is written and the status is zelStsNoErr. */
+ZEL_API ZelStatus zeliCbYCr422ToYCbCr422_8u_C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                                ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr422ToCbYCr422_8u_C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                                ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr422ToYCrCb422_8u_C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                                ZelSize roiSize);
+
+/** Packed pixels to Y, Cb and Cr planes. */
+ZEL_API ZelStatus zeliYCbCr422_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3], const int32_t dstStep[3],
+                                        ZelSize roiSize);
+ZEL_API ZelStatus zeliYCrCb422ToYCbCr422_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                  const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliCbYCr422ToYCbCr422_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                  const int32_t dstStep[3], ZelSize roiSize);
+
+/** Y, Cb and Cr planes to pixels Y0 Cb Y1 Cr. */
+ZEL_API ZelStatus zeliYCbCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst, int32_t dstStep,
+                                        ZelSize roiSize);
+
+/** Y, Cb and Cr planes to pixels Y0 Cr Y1 Cb. A height below 1 is no error: nothing is written. */
+ZEL_API ZelStatus zeliYCbCr422ToYCrCb422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
+                                                  int32_t dstStep, ZelSize roiSize);
+
+/** Y, Cb and Cr planes to pixels Cb Y0 Cr Y1. An odd width is answered with zelStsOddSizeWarn. */
+ZEL_API ZelStatus zeliYCbCr422ToCbYCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
+                                                  int32_t dstStep, ZelSize roiSize);
+
+/*
+ * 4:2:0 to 4:2:0 and 4:1:1 to 4:1:1: chroma from one interleaved plane to two and back, the same samples.
+ *
+ * The minimum size of 4:2:0 is 2 x 2. The minimum width of 4:1:1 is 4; a height below 1 is no error there: nothing is written
+ * and the status is zelStsNoErr.
+ *
+ * Example: Cb Cr pairs 1 2 3 4 are Cb 1 3 and Cr 2 4.
+ */
+
+/** Luma and interleaved chroma to planes Y, Cb, Cr. */
+ZEL_API ZelStatus zeliYCbCr420_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                        uint8_t* const pDst[3], const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr411_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr, int32_t srcCbCrStep,
+                                        uint8_t* const pDst[3], const int32_t dstStep[3], ZelSize roiSize);
+
+/**
+ * Luma and interleaved chroma to planes Y, Cr, Cb.
+ *
+ * The order of the checks: the pointers, the array among them; a width or height below 1; the entries of the array; the minimum
+ * size.
+ */
+ZEL_API ZelStatus zeliYCbCr420ToYCrCb420_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                  int32_t srcCbCrStep, uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  ZelSize roiSize);
+
+/** Planes Y, Cb, Cr, for YCrCb420 Y, Cr, Cb, to luma and interleaved chroma. */
+ZEL_API ZelStatus zeliYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDstY, int32_t dstYStep,
+                                        uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDstY, int32_t dstYStep,
+                                        uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliYCrCb420ToYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDstY,
+                                                  int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+
+/*
+ * 4:2:2 to 4:2:0: out[k][i] = in[2k][i]. The chroma of odd rows is dropped.
+ *
+ * The minimum size is 2 x 2.
+ *
+ * Example: a column of chroma 10 20 30 40 becomes 10 30.
+ */
+
+/** Packed pixels to planes Y, Cb, Cr, for YCrCb420 Y, Cr, Cb. */
+ZEL_API ZelStatus zeliYCbCr422ToYCbCr420_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                  const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCrCb422ToYCbCr420_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                  const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliCbYCr422ToYCbCr420_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                  const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr422ToYCrCb420_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                  const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliCbYCr422ToYCrCb420_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                  const int32_t dstStep[3], ZelSize roiSize);
+
+/** Packed pixels to luma and interleaved chroma. */
+ZEL_API ZelStatus zeliYCbCr422ToYCbCr420_8u_C2P2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDstY, int32_t dstYStep,
+                                                  uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliCbYCr422ToYCbCr420_8u_C2P2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDstY, int32_t dstYStep,
+                                                  uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+
+/** Planes to planes, or to luma and interleaved chroma. */
+ZEL_API ZelStatus zeliYCbCr422ToYCbCr420_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                                const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr422ToYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDstY,
+                                                  int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+
+/*
+ * 4:2:0 to 4:2:2: out[2k][i] = out[2k + 1][i] = in[k][i].
+ *
+ * The minimum size is 2 x 2.
+ *
+ * Example: a column of chroma 10 30 becomes 10 10 30 30.
+ */
+
+/** Luma and interleaved chroma to packed pixels. */
+ZEL_API ZelStatus zeliYCbCr420ToYCbCr422_8u_P2C2R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                  int32_t srcCbCrStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr420ToCbYCr422_8u_P2C2R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                  int32_t srcCbCrStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
+
+/** Planes Y, Cr, Cb to packed pixels. The array of source planes itself is not checked and must not be null; its entries are. */
+ZEL_API ZelStatus zeliYCrCb420ToYCbCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
+                                                  int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliYCrCb420ToCbYCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
+                                                  int32_t dstStep, ZelSize roiSize);
+
+/**
+ * Luma and interleaved chroma, or planes Y, Cb, Cr, for YCrCb420 Y, Cr, Cb, to planes Y, Cb, Cr.
+ *
+ * The destination's chroma planes should have one step. Where they differ, some samples of the odd rows of Cr go to another
+ * place: with n = floor(width / 2), sample i of row 2k + 1 lies at 2k * dstStep[2] + dstStep[1] + i instead of
+ * (2k + 1) * dstStep[2] + i for all i from n - n mod 64 up to but not including n - n mod 8.
+ */
+ZEL_API ZelStatus zeliYCbCr420ToYCbCr422_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                  int32_t srcCbCrStep, uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr420ToYCbCr422_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                                const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCrCb420ToYCbCr422_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                                const int32_t dstStep[3], ZelSize roiSize);
+
+/*
+ * 4:2:2 to 4:1:1: out[k][i] = in[k][2i]. Every second chroma sample of a row is dropped.
+ *
+ * The minimum width is 4. A height below 1 is no error unless stated otherwise: nothing is written and the status is zelStsNoErr.
+ *
+ * Example: a row of chroma 10 20 30 40 becomes 10 30.
+ */
+
+/** Packed pixels to planes Y, Cb, Cr. From YCbCr422 the minimum size is 4 x 1. */
+ZEL_API ZelStatus zeliYCbCr422ToYCbCr411_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                  const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCrCb422ToYCbCr411_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                  const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliCbYCr422ToYCbCr411_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                  const int32_t dstStep[3], ZelSize roiSize);
+
+/** Packed pixels to luma and interleaved chroma. */
+ZEL_API ZelStatus zeliYCbCr422ToYCbCr411_8u_C2P2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDstY, int32_t dstYStep,
+                                                  uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+
+/** Planes to planes, or to luma and interleaved chroma. */
+ZEL_API ZelStatus zeliYCbCr422ToYCbCr411_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                                const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr422ToYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDstY,
+                                                  int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+
+/*
+ * 4:1:1 to 4:2:2: out[k][2i] = out[k][2i + 1] = in[k][i].
+ *
+ * The minimum width is 4. A height below 1 is no error: nothing is written and the status is zelStsNoErr.
+ *
+ * Example: a row of chroma 10 30 becomes 10 10 30 30.
+ */
+
+/** Luma and interleaved chroma to packed pixels, or to planes Y, Cb, Cr. */
+ZEL_API ZelStatus zeliYCbCr411ToYCbCr422_8u_P2C2R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                  int32_t srcCbCrStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr411ToYCbCr422_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                  int32_t srcCbCrStep, uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  ZelSize roiSize);
+
+/** Planes to packed pixels. */
+ZEL_API ZelStatus zeliYCbCr411ToYCbCr422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
+                                                  int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr411ToYCrCb422_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
+                                                  int32_t dstStep, ZelSize roiSize);
+
+/** Planes to planes Y, Cb, Cr, for YCrCb422 Y, Cr, Cb. */
+ZEL_API ZelStatus zeliYCbCr411ToYCbCr422_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                                const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr411ToYCrCb422_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                                const int32_t dstStep[3], ZelSize roiSize);
+
+/*
+ * 4:1:1 to 4:2:0, a fold: out[k][2i] = in[2k][i] and out[k][2i + 1] = in[2k + 1][i].
+ *
+ * No sample is lost, but half of them stand one chroma column from where they belong. The conversions from 4:2:0 to 4:1:1 below
+ * undo it.
+ *
+ * The minimum size is 4 x 2.
+ *
+ * Example: two rows of chroma 10 20 and 30 40 become one row 10 30 20 40.
+ */
+
+/** Luma and interleaved chroma to planes Y, Cb, Cr, for YCrCb420 Y, Cr, Cb. */
+ZEL_API ZelStatus zeliYCbCr411ToYCbCr420_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                  int32_t srcCbCrStep, uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr411ToYCrCb420_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                  int32_t srcCbCrStep, uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  ZelSize roiSize);
+
+/** Planes to luma and interleaved chroma, or to planes. */
+ZEL_API ZelStatus zeliYCbCr411ToYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDstY,
+                                                  int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr411ToYCbCr420_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                                const int32_t dstStep[3], ZelSize roiSize);
+
+/*
+ * 4:2:0 to 4:1:1, the fold undone: out[2k][i] = in[k][2i] and out[2k + 1][i] = in[k][2i + 1].
+ *
+ * The minimum size is 4 x 2.
+ *
+ * Example: a row of chroma 10 30 20 40 becomes two rows 10 20 and 30 40.
+ */
+
+/** Luma and interleaved chroma to planes Y, Cb, Cr. */
+ZEL_API ZelStatus zeliYCbCr420ToYCbCr411_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                  int32_t srcCbCrStep, uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                  ZelSize roiSize);
+
+/** Planes Y, Cb, Cr, for YCrCb420 Y, Cr, Cb, to luma and interleaved chroma. */
+ZEL_API ZelStatus zeliYCbCr420ToYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDstY,
+                                                  int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliYCrCb420ToYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDstY,
+                                                  int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
