@@ -29,6 +29,8 @@ class Arguments {
 
     ZEL_INLINE bool hasNullPointer() const { return nullPointer_; }
     ZEL_INLINE bool hasNullPlane() const { return nullPlane_; }
+    ZEL_INLINE bool hasStepBelow1() const { return stepBelow1_; }
+    ZEL_INLINE bool hasEmptyRange() const { return 0.0f >= images_.upperEnd - images_.lowerEnd; }
     ZEL_INLINE const Images& images() const { return images_; }
 
   private:
@@ -49,14 +51,40 @@ class Arguments {
         }
         read(rest...);
     }
-    ZEL_INLINE void read(ZelSize size) { images_.size = size; }
-    ZEL_INLINE void read(ZelSize size, uint8_t alpha) {
+    // An image that can be written and has no other beside it is source and destination.
+    ZEL_INLINE void read(ZelSize size) {
         images_.size = size;
+        if (sources_ != 0) return;
+        for (int i = 0; i < destinations_; ++i) {
+            images_.source[i] = images_.destination[i];
+            images_.sourceStep[i] = images_.destinationStep[i];
+        }
+    }
+    ZEL_INLINE void read(ZelSize size, uint8_t alpha) {
+        read(size);
         images_.alpha = alpha;
     }
+    ZEL_INLINE void read(ZelSize size, uint16_t alpha) {
+        read(size);
+        images_.alpha = alpha;
+    }
+    ZEL_INLINE void read(ZelSize size, float alpha) {
+        read(size);
+        images_.alpha = __builtin_bit_cast(uint32_t, alpha);
+    }
     ZEL_INLINE void read(ZelSize size, int32_t slice) {
-        images_.size = size;
+        read(size);
         images_.slice = slice;
+    }
+    template <class Number>
+    ZEL_INLINE void read(ZelSize size, const Number* parameters) {
+        read(size);
+        images_.parameters = parameters;
+    }
+    ZEL_INLINE void read(ZelSize size, float lowerEnd, float upperEnd) {
+        read(size);
+        images_.lowerEnd = lowerEnd;
+        images_.upperEnd = upperEnd;
     }
 
     ZEL_INLINE static bool isPresent(int32_t) { return true; }
@@ -66,18 +94,20 @@ class Arguments {
 
     template <class Element>
     ZEL_INLINE void add(const Element* plane, int32_t step) {
+        stepBelow1_ |= step < 1;
         images_.source[sources_] = reinterpret_cast<const uint8_t*>(plane);
         images_.sourceStep[sources_++] = rowBytes<Element>(step);
     }
     template <class Element>
     ZEL_INLINE void add(Element* plane, int32_t step) {
+        stepBelow1_ |= step < 1;
         images_.destination[destinations_] = reinterpret_cast<uint8_t*>(plane);
         images_.destinationStep[destinations_++] = rowBytes<Element>(step);
     }
 
     Images images_{};
     int sources_ = 0, destinations_ = 0;
-    bool nullPointer_ = false, nullPlane_ = false;
+    bool nullPointer_ = false, nullPlane_ = false, stepBelow1_ = false;
 };
 
 // A conversion of any kind has a site, a minimum, an attitude to odd sizes and an order of checks, and its own `convert`.
@@ -95,6 +125,12 @@ ZEL_INLINE bool isRefused(const C& c, ZelSize size) {
 // A conversion of several passes is one of several rows.
 template <class C>
 ZEL_INLINE bool isOneRow(const C&, const Images&) {
+    return false;
+}
+
+// Whether a null pointer to parameters is an error rather than a request for the family's own.
+template <class C>
+ZEL_INLINE bool needsParameters(const C&) {
     return false;
 }
 
@@ -125,19 +161,26 @@ struct Export<conversion, ZelStatus(A...)> {
         const Images& images = arguments.images();
         const auto& c = choose(conversion, images);
         const bool refused = isRefused(c, images.size), empty = images.size.width < 1 || images.size.height < 1;
+        if (c.checks == Checks::rangeFirst && arguments.hasEmptyRange()) return zelStsRangeErr;
         if (c.checks == Checks::sizeFirst && refused) return zelStsSizeErr;
         if (c.checks == Checks::emptyFirst && empty) return zelStsSizeErr;
-        if (arguments.hasNullPointer()) return zelStsNullPtrErr;
+        if (arguments.hasNullPointer() || (needsParameters(c) && !images.parameters)) return zelStsNullPtrErr;
         if (c.checks == Checks::emptyBetween && empty) return zelStsSizeErr;
         const bool planesFirst = c.checks != Checks::pointersFirst && c.checks != Checks::sizeFirst;
         if (planesFirst && arguments.hasNullPlane()) return zelStsNullPtrErr;
         if (refused) return zelStsSizeErr;
         if (arguments.hasNullPlane()) return zelStsNullPtrErr;
+        const bool stepsLast = c.checks == Checks::stepsLast || c.checks == Checks::rangeFirst;
+        if (stepsLast && arguments.hasStepBelow1()) return zelStsStepErr;
         if constexpr (narrower != nullptr) {
             if (images.size.width < blockPixels && !isOneRow(c, images))
                 return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
         }
-        convert(c, images);
+        // Only what needs memory can fail from here on.
+        if constexpr (std::is_same_v<decltype(convert(c, images)), ZelStatus>)
+            return convert(c, images);
+        else
+            convert(c, images);
         return c.oddSize == OddSize::warned && hasOddSize(c, images.size) ? zelStsOddSizeWarn : zelStsNoErr;
     }
 };

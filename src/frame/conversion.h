@@ -23,7 +23,7 @@ constexpr int maxStreamBlock = 256;  // bytes that a block takes at most in one 
 struct Row {
     const uint8_t* in[maxSources];
     uint8_t* out[maxDestinations];
-    uint8_t alpha;
+    uint32_t alpha;  // the bits of the element that the caller gives
 };
 
 struct Stream {
@@ -57,7 +57,7 @@ struct Kernel {
 // The kernel K, a type made from its `Constants` that converts one block of a row by its call operator, or some blocks by
 // `blocks`. The constants must outlive the calls.
 template <class K>
-constexpr Kernel kernel(const typename K::Constants& constants) {
+constexpr Kernel kernel(const typename K::Constants* constants) {
     constexpr auto blocks = [](const void* c, const Row& first, const Steps& steps, size_t groups, size_t count) {
         const auto& k = *static_cast<const typename K::Constants*>(c);
         Row row = first;  // which no store can reach, so the pointers stay in registers
@@ -73,7 +73,11 @@ constexpr Kernel kernel(const typename K::Constants& constants) {
                 for (size_t i = 0; i < count; ++i) convertBlock(row, i);
         }
     };
-    return {blocks, &constants, K::sites};
+    return {blocks, constants, K::sites};
+}
+template <class K>
+constexpr Kernel kernel(const typename K::Constants& constants) {
+    return kernel<K>(&constants);
 }
 
 struct Site {
@@ -107,6 +111,8 @@ enum class Checks {
     sizeFirst,
     emptyFirst,    // an empty region, pointers and entries, the size
     emptyBetween,  // pointers, an empty region, entries, the size
+    stepsLast,     // pointers and entries, the size, steps below 1
+    rangeFirst,    // the range of values, then as stepsLast
 };
 
 struct Conversion {
@@ -143,8 +149,10 @@ struct Images {
     uint8_t* destination[4];
     ptrdiff_t destinationStep[4];
     ZelSize size;
-    uint8_t alpha;
+    uint32_t alpha;  // the element's bits
     int32_t slice;
+    const void* parameters;    // the caller's weights or matrix
+    float lowerEnd, upperEnd;  // of the range of values
 };
 
 // The groups of rows that are converted: from the first up to the end, which is not among them. Negative numbers and an end of 0
@@ -299,6 +307,17 @@ ZEL_INLINE bool isContiguous(const Conversion& c, const Images& images) {
     return contiguous;
 }
 
+// Whether a row is written over what an earlier one has left.
+ZEL_INLINE bool rowsOverlap(const Conversion& c, const Images& images, size_t columns) {
+    bool overlap = false;
+    for (int i = 0; i < c.to.count; ++i) {
+        const Stream& s = c.to.streams[i];
+        const ptrdiff_t step = images.destinationStep[s.plane];
+        overlap |= size_t(step < 0 ? -step : step) < columns * s.bytes;
+    }
+    return overlap;
+}
+
 ZEL_INLINE bool hasOddPixel(const Conversion& c, ZelSize size) { return c.oddPixel.makeSite && size.width % 2 != 0; }
 
 // Whether all rows make up one.
@@ -347,10 +366,11 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Grou
         first.out[i] = moved(images.destination[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows));
     }
 
-    // Where a row takes several runs, a few rows at a time, so that they are still in the cache for the next run.
+    // Where a row takes several runs, a few rows at a time, so that they are still in the cache for the next run, unless each row
+    // has to be done before the next one.
     constexpr size_t rowsAtOnce = 16;
     const bool hasEnds = c.lastSiteAlone || oddPixel, oneRun = tail.sites == 0 && block.rest == 0 && !hasEnds;
-    const size_t band = oneRun ? groups : rowsAtOnce;
+    const size_t band = oneRun ? groups : rowsOverlap(c, images, columns) ? 1 : rowsAtOnce;
     for (MovedRow start(c, first, 0);; start.next(c, steps, band)) {
         const size_t now = groups < band ? groups : band;
         if (tail.sites != 0) tail(c, start, steps, now);
