@@ -29,7 +29,7 @@ template <class Constants>
 ZEL_INLINE void convert(const Parametric<Constants>& p, const Images& images, bool bypassing = false) {
     const Constants constants = p.constants(images);
     Conversion c = p;
-    for (Kernel* k : {&c.block, &c.bypassing, &c.tail}) k->constants = &constants;
+    c.block.constants = c.bypassing.constants = c.tail.constants = &constants;
     convert(c, images, {}, bypassing);
 }
 
