@@ -137,6 +137,18 @@ constexpr Export table[] = {
     ROW(bind, zeliYCbCr420ToYCbCr411_8u_P2P3R, nv12, i411),
     ROW(bind, zeliYCbCr420ToYCbCr411_8u_P3P2R, i420, nv11),
     ROW(bindCrFirstSource, zeliYCrCb420ToYCbCr411_8u_P3P2R, i420, nv11),
+
+    // with means between samples
+    ROW(bind, zeliYCbCr411To420_8u_P3R, i411, i420),
+    ROW(bind, zeliYCbCr420To411_8u_P3R, i420, i411),
+    ROW(bind, zeliYCbCr1620To420_8u_P3R, i410, i420),
+    ROW(bind, zeliYCbCr420To1620_8u_P3R, i420, i410),
+
+    // by field
+    ROW(bind, zeliCbYCr422ToYCbCr420_Interlace_8u_C2P3R, uyvy, i420, fieldwise),
+    ROW(bind, zeliYCbCr422To420_Interlace_8u_P3R, i422, i420, fieldwise),
+    ROW(bind, zeliYCbCr420To422_Interlace_8u_P3R, i420, i422, fieldwise),
+    ROW(bind, zeliYCbCr420ToCbYCr422_Interlace_8u_P3C2R, i420, uyvy, fieldwise),
 };
 
 constexpr bool isMeasured(std::string_view name) {

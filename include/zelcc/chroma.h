@@ -284,6 +284,99 @@ ZEL_API ZelStatus zeliYCbCr420ToYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], 
 ZEL_API ZelStatus zeliYCrCb420ToYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDstY,
                                                   int32_t dstYStep, uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
 
+/*
+ * 4:1:1 to 4:2:0 and back with means between samples, not the fold above.
+ *
+ * Example: two rows of chroma 10 20 and 30 40 in 4:1:1 become one row 10 15 20 20 in 4:2:0, if the height is a multiple of 4. A
+ * column of chroma rows 10 11 20 21 and 30 31 40 41 in 4:2:0 becomes four rows 10 20, 20 30, 30 40 and 30 40 in 4:1:1.
+ */
+
+/**
+ * Planes to planes, chroma interpolated along the row: out[k][2i] = in[2k][i], and out[k][2i + 1] is the mean of in[2k][i] and
+ * in[2k][i + 1], the last sample standing for its missing neighbour. Odd chroma rows are not read.
+ *
+ * With n = width / 4 the means of i < 16 * floor((n - 1) / 16) are (a + b + 1) >> 1, those of the other samples (a + b) >> 1.
+ *
+ * zelStsSizeErr: width or height is below 4 or no multiple of 4.
+ */
+ZEL_API ZelStatus zeliYCbCr411To420_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                           const int32_t dstStep[3], ZelSize roiSize);
+
+/**
+ * Planes to planes, chroma interpolated between rows: out[2k][i] = in[k][2i], and out[2k + 1][i] is the mean of in[k][2i] and
+ * in[k + 1][2i], the last row standing for its missing neighbour. Odd samples of a row are not used.
+ *
+ * With n = width / 4 the means of i < 32 * floor(n / 32) are (a + b + 1) >> 1, those of the other samples (a + b) >> 1.
+ *
+ * zelStsSizeErr: width is below 4 or no multiple of 4, or height is below 2 or odd.
+ */
+ZEL_API ZelStatus zeliYCbCr420To411_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                           const int32_t dstStep[3], ZelSize roiSize);
+
+/*
+ * 4:2:0 to and from 1620, chroma a quarter as wide and a quarter as high as luma.
+ *
+ * zelStsSizeErr: width or height is below 4 or no multiple of 4.
+ *
+ * Example: rows of chroma 10 20 and 50 60 in 1620 become 10 15 20 20, 30 27 40 40, 50 55 60 60 and 50 55 60 60 in 4:2:0; back,
+ * they become 10 20 and 50 60.
+ */
+
+/** Planes to planes: out[k][i] = in[2k][2i]. */
+ZEL_API ZelStatus zeliYCbCr420To1620_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                            const int32_t dstStep[3], ZelSize roiSize);
+
+/**
+ * Planes to planes, chroma interpolated in both directions. With a = in[k][i], b = in[k][i + 1], c = in[k + 1][i] and
+ * d = in[k + 1][i + 1] the four samples out[2k][2i], out[2k][2i + 1], out[2k + 1][2i] and out[2k + 1][2i + 1] are
+ *
+ *     a          mean(a, b)
+ *     mean(a, c)  mean(mean(a, b), mean(b, d))
+ *
+ * In the last column the right sample of each pair equals the left one. In the last row the two rows are equal, both as the upper
+ * one.
+ *
+ * With n = width / 4 all means of i < 16 * floor((n - 1) / 16) are (a + b + 1) >> 1, those of the other samples (a + b) >> 1.
+ */
+ZEL_API ZelStatus zeliYCbCr1620To420_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* const pDst[3],
+                                            const int32_t dstStep[3], ZelSize roiSize);
+
+/*
+ * 4:2:2 to and from 4:2:0 of interlaced frames. Even rows are one field and odd rows the other, in chroma as in luma; chroma is
+ * interpolated between rows of one field.
+ *
+ * The minimum size is 2 x 4. A region is cut down to an even width and a height that is a multiple of 4; if that takes anything
+ * away, the status is zelStsOddSizeWarn.
+ *
+ * Example: a column of chroma 10 20 30 40 in 4:2:2 becomes 15 35 in 4:2:0. A column 10 20 30 40 in 4:2:0 becomes
+ * 10 20 18 23 28 35 30 40 in 4:2:2.
+ */
+
+/**
+ * 4:2:2 to 4:2:0, planes or pixels Cb Y0 Cr Y1 to planes. Four chroma rows a, b, c, d make two:
+ *
+ *     (3 a + c + 2) >> 2
+ *     (b + 3 d + 2) >> 2
+ */
+ZEL_API ZelStatus zeliYCbCr422To420_Interlace_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                     uint8_t* const pDst[3], const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliCbYCr422ToYCbCr420_Interlace_8u_C2P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                            const int32_t dstStep[3], ZelSize roiSize);
+
+/**
+ * 4:2:0 to 4:2:2, planes to planes or to pixels Cb Y0 Cr Y1. The first two and the last two rows are those of the source. In
+ * between, source rows a, b, c, d from 2k on make the rows from 4k + 2 on:
+ *
+ *     (5 a + 3 c + 4) >> 3
+ *     (7 b + d + 4) >> 3
+ *     (a + 7 c + 4) >> 3
+ *     (3 b + 5 d + 4) >> 3
+ */
+ZEL_API ZelStatus zeliYCbCr420To422_Interlace_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                     uint8_t* const pDst[3], const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
+                                                            int32_t dstStep, ZelSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,0 +1,157 @@
+// Chroma resampled by means of two neighbours: 4:1:1 to and from 4:2:0, 1620 to and from 4:2:0. Luma moves unchanged.
+//
+// A mean rounds up or down by its place in the row: the leading columns round up. It is meant, though nothing but the width of
+// the blocks of old explains it, and images that were converted before must come out as they did.
+#include "chroma/means.h"
+
+#include "chroma/row_copy.h"
+#include "frame/passes.h"
+#include "zelcc/chroma.h"
+
+namespace zel::ZEL_LEVEL {
+namespace {
+
+// The even samples of two vectors' worth.
+ZEL_INLINE Bytes loadEven(const uint8_t* p) {
+    const PackOrder v = loadInPackOrder(p);
+    return packBytes(evenBytes(v.first), evenBytes(v.second));
+}
+
+// Sources come as a sample and its right neighbour, a stream each. Destinations take a sample and the mean of the two, in one row
+// or in two equal ones.
+template <Mean kind, int planes, int rows>
+struct AlongRow {
+    using Constants = NoConstants;
+    static constexpr int sites = vectorBytes;
+
+    ZEL_INLINE explicit AlongRow(Constants) {}
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        for (int p = 0; p < planes; ++p) {
+            const Bytes own = loadBytes(row.in[2 * p] + block * vectorBytes),
+                        next = loadBytes(row.in[2 * p + 1] + block * vectorBytes);
+            const Bytes between = meanOf<kind>(own, next);
+            for (int r = 0; r < rows; ++r) storeInterleaved(row.out[p * rows + r] + block * 2 * vectorBytes, own, between);
+        }
+    }
+};
+
+// Every second sample of a row, and its mean with the one in the row below.
+template <Mean kind>
+struct AcrossRows {
+    using Constants = NoConstants;
+    static constexpr int sites = vectorBytes;
+
+    ZEL_INLINE explicit AcrossRows(Constants) {}
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        for (int p = 0; p < 2; ++p) {
+            const Bytes own = loadEven(row.in[2 * p] + block * 2 * vectorBytes);
+            const Bytes below = loadEven(row.in[2 * p + 1] + block * 2 * vectorBytes);
+            storeVector(row.out[2 * p] + block * vectorBytes, own);
+            storeVector(row.out[2 * p + 1] + block * vectorBytes, meanOf<kind>(own, below));
+        }
+    }
+};
+
+struct EverySecond {
+    using Constants = NoConstants;
+    static constexpr int sites = vectorBytes;
+
+    ZEL_INLINE explicit EverySecond(Constants) {}
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        for (int p = 0; p < 2; ++p) storeVector(row.out[p] + block * vectorBytes, loadEven(row.in[p] + block * 2 * vectorBytes));
+    }
+};
+
+// Streams: a sample, its right neighbour, and the two below. The last sample of a row has nothing on its right, and its pairs are
+// equal.
+template <Mean kind, bool isLast = false>
+struct BothWays {
+    using Constants = NoConstants;
+    static constexpr int sites = vectorBytes;
+
+    ZEL_INLINE explicit BothWays(Constants) {}
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const auto in = [&](int i) ZEL_INLINE_LAMBDA { return loadBytes(row.in[i] + block * vectorBytes); };
+        const Bytes own = in(0), next = in(1), below = meanOf<kind>(own, in(2)), nextBelow = meanOf<kind>(next, in(3));
+        const Bytes between = meanOf<kind>(own, next);
+        storeInterleaved(row.out[0] + block * 2 * vectorBytes, own, isLast ? own : between);
+        storeInterleaved(row.out[1] + block * 2 * vectorBytes, below, isLast ? below : meanOf<kind>(between, nextBelow));
+    }
+};
+
+// The columns that round up.
+constexpr int leadingOf16(int width) { return ((width / 4 - 1) & ~15) * 4; }
+constexpr int leadingOf32(int width) { return (width / 4 & ~31) * 4; }
+
+constexpr Conversion betweenColumns{.site = {4, 2},
+                                    .from = {4, {{1, 1, 0, 2}, {1, 1, 0, 2, 1}, {2, 1, 0, 2}, {2, 1, 0, 2, 1}}},
+                                    .to = {2, {{1, 2}, {2, 2}}},
+                                    .block = withoutConstants<AlongRow<Mean::rounded, 2, 1>>,
+                                    .tail = withoutConstants<AlongRow<Mean::truncated, 2, 1>>,
+                                    .blockColumns = leadingOf16,
+                                    .lastSiteAlone = true};
+
+// The last row takes itself for the one below, so that its means are itself.
+constexpr Conversion betweenRows(int8_t below) {
+    return {.site = {4, 2},
+            .from = {4, {{1, 2}, {1, 2, below}, {2, 2}, {2, 2, below}}},
+            .to = {4, {{1, 1, 0, 2}, {1, 1, 1, 2}, {2, 1, 0, 2}, {2, 1, 1, 2}}},
+            .block = withoutConstants<AcrossRows<Mean::rounded>>,
+            .tail = withoutConstants<AcrossRows<Mean::truncated>>,
+            .blockColumns = leadingOf32};
+}
+constexpr Conversion betweenRowsInside = betweenRows(1), betweenRowsLast = betweenRows(0);
+
+constexpr Conversion quarter{.site = {4, 4},
+                             .from = {2, {{1, 2, 0, 2}, {2, 2, 0, 2}}},
+                             .to = {2, {{1, 1}, {2, 1}}},
+                             .block = withoutConstants<EverySecond>};
+
+template <uint8_t plane>
+constexpr Conversion doubled{.site = {4, 4},
+                             .from = {4, {{plane, 1}, {plane, 1, 0, 1, 1}, {plane, 1, 1}, {plane, 1, 1, 1, 1}}},
+                             .to = {2, {{plane, 2, 0, 2}, {plane, 2, 1, 2}}},
+                             .block = withoutConstants<BothWays<Mean::rounded>>,
+                             .tail = withoutConstants<BothWays<Mean::truncated>>,
+                             .blockColumns = leadingOf16,
+                             .lastSiteAlone = true,
+                             .lastSite = withoutConstants<BothWays<Mean::truncated, true>>};
+template <uint8_t plane>
+constexpr Conversion doubledLastRow{.site = {4, 4},
+                                    .from = {2, {{plane, 1}, {plane, 1, 0, 1, 1}}},
+                                    .to = {2, {{plane, 2, 0, 2}, {plane, 2, 1, 2}}},
+                                    .block = withoutConstants<AlongRow<Mean::rounded, 1, 2>>,
+                                    .tail = withoutConstants<AlongRow<Mean::truncated, 1, 2>>,
+                                    .blockColumns = leadingOf16,
+                                    .lastSiteAlone = true};
+
+constexpr Groups allButLast{0, -1}, last{-1, 0};
+constexpr Pass from411[] = {{copyLuma}, {betweenColumns}};
+constexpr Pass to411[] = {{copyLuma}, {betweenRowsInside, allButLast}, {betweenRowsLast, last}};
+constexpr Pass to1620[] = {{copyLuma}, {quarter}};
+constexpr Pass from1620[] = {
+    {copyLuma}, {doubled<1>, allButLast}, {doubledLastRow<1>, last}, {doubled<2>, allButLast}, {doubledLastRow<2>, last}};
+
+// No part of a site is left out: such sizes are errors.
+template <int count>
+constexpr Passes wholeSites(Site site, const Pass (&list)[count]) {
+    Passes p = passes(site, list, {site.width, site.height});
+    p.oddSize = OddSize::refused;
+    return p;
+}
+
+}  // namespace
+
+namespace rows {
+
+constexpr Passes zeliYCbCr411To420_8u_P3R = wholeSites({4, 4}, from411);
+constexpr Passes zeliYCbCr420To411_8u_P3R = wholeSites({4, 2}, to411);
+constexpr Passes zeliYCbCr420To1620_8u_P3R = wholeSites({4, 4}, to1620);
+constexpr Passes zeliYCbCr1620To420_8u_P3R = wholeSites({4, 4}, from1620);
+
+}  // namespace rows
+}  // namespace zel::ZEL_LEVEL
+
+#define ZEL_CURRENT_means ~, 1
+#define ZEL_GROUP means
+#include "frame/table.h"
