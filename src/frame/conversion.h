@@ -329,6 +329,14 @@ ZEL_INLINE bool isOneRow(const Conversion& c, const Images& images) {
     return oneRule && isContiguous(c, images);
 }
 
+// Whether an image is source and destination.
+ZEL_INLINE bool sharesImages(const Conversion& c, const Row& first) {
+    bool shared = false;
+    for (int i = 0; i < c.from.count; ++i)
+        for (int k = 0; k < c.to.count; ++k) shared |= first.in[i] == first.out[k];
+    return shared;
+}
+
 ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Groups part = {}, bool bypassing = false) {
     const int width = images.size.width, allGroups = images.size.height / c.site.height;
     const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
@@ -344,12 +352,6 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Grou
         groups = 1;
     }
     const size_t sites = columns - c.lastSiteAlone;
-    // The last block of a run may cover sites once more, as long as the source is still there, and a block of the tail may cover
-    // sites of the block rule, which comes after it.
-    const bool inPlace = images.source[0] == images.destination[0];
-    const Kernel& whole = bypassing && c.bypassing.blocks ? c.bypassing : c.block;
-    const Run block(c.block, whole, 0, blockSites, !inPlace), tail(c.tail, c.tail, blockSites, sites - blockSites, !inPlace);
-
     Row first;
     Steps steps{};
     first.alpha = images.alpha;
@@ -365,6 +367,12 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Grou
         steps.out[i] = step * s.rows;
         first.out[i] = moved(images.destination[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows));
     }
+
+    // The last block of a run may cover sites once more, as long as the source is still there, and a block of the tail may cover
+    // sites of the block rule, which comes after it.
+    const bool inPlace = sharesImages(c, first);
+    const Kernel& whole = bypassing && c.bypassing.blocks ? c.bypassing : c.block;
+    const Run block(c.block, whole, 0, blockSites, !inPlace), tail(c.tail, c.tail, blockSites, sites - blockSites, !inPlace);
 
     // Where a row takes several runs, a few rows at a time, so that they are still in the cache for the next run, unless each row
     // has to be done before the next one.
