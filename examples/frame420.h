@@ -1,23 +1,13 @@
-// A frame of three planes, Y, Cb and Cr, with chroma halved in both directions; and its file form, a video of one frame.
+// A planar frame with chroma halved in both directions; and its file form, a video of one frame.
 #pragma once
 
-#include <array>
-#include <cstdint>
 #include <string>
-#include <vector>
 
-#include "zelcc.h"
+#include "planar_frame.h"
 
-struct Frame420 {
+struct Frame420 : PlanarFrame {
     // A side that is odd loses its last row or column: a chroma site needs 2 x 2 pixels.
-    explicit Frame420(ZelSize pictureSize);
-
-    std::array<const uint8_t*, 3> planes() const;
-    std::array<uint8_t*, 3> planes();
-
-    ZelSize size;
-    std::array<int32_t, 3> steps;
-    std::array<std::vector<uint8_t>, 3> samples;
+    explicit Frame420(ZelSize pictureSize) : PlanarFrame({pictureSize.width & ~1, pictureSize.height & ~1}, {2, 2}) {}
 };
 
 // Throws std::runtime_error.

@@ -14,35 +14,51 @@ namespace fs = std::filesystem;
 
 namespace {
 
+class Results {
+  public:
+    Results(const fs::path& picture, const fs::path& folder) : start_((folder / picture.stem()).string() + "-") {
+        fs::create_directories(folder);
+    }
+
+    void write(const std::string& name, const Picture& picture) const {
+        const std::string path = start_ + name + ".png";
+        writePng(path, picture);
+        std::printf("%s: %d x %d\n", path.c_str(), picture.size.width, picture.size.height);
+    }
+    void write(const std::string& name, const Frame420& frame) const {
+        const std::string path = start_ + name + ".y4m";
+        writeY4m(path, frame);
+        std::printf("%s: %d x %d\n", path.c_str(), frame.size.width, frame.size.height);
+    }
+
+  private:
+    std::string start_;
+};
+
+// False when a conversion failed.
+bool convertToLayouts(const Picture& original, const Results& results) {
+    const std::vector<RoundTrip> trips{planar420(original), semiPlanar420(original), packed422(original)};
+    std::vector<Conversion> conversions;
+    for (const RoundTrip& trip : trips) conversions.insert(conversions.end(), trip.conversions.begin(), trip.conversions.end());
+    printTable(conversions);
+    std::printf("\n");
+
+    bool complete = true;
+    for (const RoundTrip& trip : trips) {
+        complete = complete && !trip.decoded.pixels.empty();
+        if (trip.decoded.pixels.empty()) continue;
+        results.write(trip.layout, trip.decoded);
+        if (trip.frame) results.write(trip.layout, *trip.frame);
+    }
+    return complete;
+}
+
 // False when a conversion failed.
 bool convert(const fs::path& path, const fs::path& folder) {
     const Picture original = readPicture(path);
     std::printf("%s: %d x %d\n\n", path.c_str(), original.size.width, original.size.height);
-    const std::vector<RoundTrip> trips{planar420(original), semiPlanar420(original), packed422(original)};
-    printTable(trips);
-    std::printf("\n");
-
-    fs::create_directories(folder);
-    bool complete = true;
-    const auto target = [&](const std::string& ending) { return (folder / path.stem()).string() + "-" + ending; };
-    const auto announce = [](const std::string& name, ZelSize size) {
-        std::printf("%s: %d x %d\n", name.c_str(), size.width, size.height);
-    };
-    for (const RoundTrip& trip : trips) {
-        if (trip.decoded.pixels.empty()) {
-            complete = false;
-            continue;
-        }
-        const std::string picture = target(trip.layout + ".png");
-        writePng(picture, trip.decoded);
-        announce(picture, trip.decoded.size);
-        if (trip.frame) {
-            const std::string video = target(trip.layout + ".y4m");
-            writeY4m(video, *trip.frame);
-            announce(video, trip.frame->size);
-        }
-    }
-    return complete;
+    const Results results(path, folder);
+    return convertToLayouts(original, results);
 }
 
 }  // namespace

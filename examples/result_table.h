@@ -1,8 +1,8 @@
-// Prints what the conversions of a picture came to.
+// Prints what conversions of a picture came to.
 #pragma once
 
 #include <vector>
 
-#include "round_trip.h"
+#include "measured_call.h"
 
-void printTable(const std::vector<RoundTrip>& trips);
+void printTable(const std::vector<Conversion>& conversions);

@@ -1,50 +1,8 @@
 #include "round_trip.h"
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
-#include <limits>
 #include <utility>
 
 namespace {
-
-// The fastest call of a tenth of a second, after one that brings the memory in.
-template <class Call>
-Conversion timed(const char* name, ZelSize size, Call call) {
-    using Clock = std::chrono::steady_clock;
-    using Seconds = std::chrono::duration<double>;
-    Conversion conversion{name, call(), 0, std::nullopt};
-    if (conversion.status < 0) return conversion;
-
-    Seconds best(std::numeric_limits<double>::max());
-    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(100);
-    for (Clock::time_point start = Clock::now(); start < end;) {
-        call();
-        const Clock::time_point now = Clock::now();
-        best = std::min<Seconds>(best, now - start);
-        start = now;
-    }
-    const double pixels = double(size.width) * double(size.height);
-    conversion.megapixelsPerSecond = pixels / std::max(best.count(), 1e-9) * 1e-6;
-    return conversion;
-}
-
-// Over the size of the decoded picture, which may lack the original's last row and column.
-SampleError difference(const Picture& original, const Picture& decoded) {
-    SampleError error;
-    double sum = 0;
-    for (int32_t y = 0; y < decoded.size.height; ++y) {
-        const uint8_t* const a = original.pixels.data() + std::size_t(y) * std::size_t(original.step());
-        const uint8_t* const b = decoded.pixels.data() + std::size_t(y) * std::size_t(decoded.step());
-        for (int32_t x = 0; x < decoded.step(); ++x) {
-            const int distance = std::abs(a[x] - b[x]);
-            sum += distance;
-            error.largest = std::max(error.largest, distance);
-        }
-    }
-    error.mean = sum / double(decoded.pixels.size());
-    return error;
-}
 
 // encode(original) and decode(decoded) are the two calls under the names given.
 template <class Encode, class Decode>

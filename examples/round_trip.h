@@ -6,20 +6,8 @@
 #include <vector>
 
 #include "frame420.h"
+#include "measured_call.h"
 #include "picture.h"
-
-// Differences of all samples from the original's.
-struct SampleError {
-    double mean = 0;
-    int largest = 0;
-};
-
-struct Conversion {
-    std::string name;
-    ZelStatus status = zelStsNoErr;
-    double megapixelsPerSecond = 0;
-    std::optional<SampleError> error;  // only where the result is a picture again
-};
 
 struct RoundTrip {
     std::string layout;
