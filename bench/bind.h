@@ -53,6 +53,7 @@ class Arguments {
         } else if constexpr (std::is_same_v<T, const int32_t*>) {
             return steps_;
         } else if constexpr (std::is_same_v<T, ZelSize>) {
+            sizeIsTaken_ = true;
             return {size_.width, size_.height};
         } else if constexpr (std::is_same_v<T, int32_t>) {
             return takeInteger();
@@ -78,8 +79,10 @@ class Arguments {
         return side.planes.data();
     }
 
-    // A step follows its plane; the integers after the last step are width and height.
+    // A step follows its plane; the integers after the last step are width and height. One behind the size as a record says
+    // which slice of an image is converted: all of it.
     int32_t takeInteger() {
+        if (sizeIsTaken_) return zelSliceTop | zelSliceMiddle | zelSliceBottom;
         if (std::exchange(stepIsNext_, false)) return *steps_;
         return std::exchange(widthIsNext_, false) ? size_.width : size_.height;
     }
@@ -91,6 +94,7 @@ class Arguments {
     const int32_t* steps_ = nullptr;
     bool stepIsNext_ = false;
     bool widthIsNext_ = true;
+    bool sizeIsTaken_ = false;
 };
 
 template <class Result, class... Parameters, class... Extras>

@@ -149,6 +149,13 @@ constexpr Export table[] = {
     ROW(bind, zeliYCbCr422To420_Interlace_8u_P3R, i422, i420, fieldwise),
     ROW(bind, zeliYCbCr420To422_Interlace_8u_P3R, i420, i422, fieldwise),
     ROW(bind, zeliYCbCr420ToCbYCr422_Interlace_8u_P3C2R, i420, uyvy, fieldwise),
+
+    // filtered
+    ROW(bindCrFirstDestination, zeliYCbCr420ToYCrCb420_Filter_8u_P2P3R, nv12, i420, smooth),
+    ROW(bind, zeliYCbCr420ToYCbCr422_Filter_8u_P2C2R, nv12, yuy2, smooth),
+    ROW(bind, zeliYCbCr420ToYCbCr422_Filter_8u_P2P3R, nv12, i422, interpolate),
+    ROW(bind, zeliYCbCr420ToYCbCr422_Filter_8u_P3R, i420, i422, interpolate),
+    ROW(bindCrFirstSource, zeliYCrCb420ToYCbCr422_Filter_8u_P3R, i420, i422, interpolate),
 };
 
 constexpr bool isMeasured(std::string_view name) {

@@ -63,10 +63,11 @@ struct Picture {
     }
 };
 
+template <int method>
 Call bindScaler(const Image& source, const Image& destination) {
     const auto [width, height] = source.size;
     const std::shared_ptr<SwsContext> context(sws_getContext(width, height, formatOf(source.layout), width, height,
-                                                             formatOf(destination.layout), SWS_POINT, nullptr, nullptr, nullptr),
+                                                             formatOf(destination.layout), method, nullptr, nullptr, nullptr),
                                               sws_freeContext);
     if (!context) throw std::runtime_error("swscale refuses a pair of formats that it says it supports");
     return [context, height = height, from = Picture(source), to = Picture(destination)] {
@@ -85,8 +86,12 @@ std::string swscaleVersion() {
 
 void addSwscale(const Task& task, std::vector<Peer>& peers) {
     const AVPixelFormat source = formatOf(task.source), destination = formatOf(task.destination);
-    if (task.variant != Variant::replicate || source == AV_PIX_FMT_NONE || destination == AV_PIX_FMT_NONE) return;
-    if (sws_isSupportedInput(source) && sws_isSupportedOutput(destination)) peers.push_back({"swscale", bindScaler});
+    if (source == AV_PIX_FMT_NONE || destination == AV_PIX_FMT_NONE) return;
+    if (!sws_isSupportedInput(source) || !sws_isSupportedOutput(destination)) return;
+    // Chroma is interpolated between rows only, and by four taps, on the way to planar 4:2:2.
+    if (task.variant == Variant::replicate) peers.push_back({"swscale", bindScaler<SWS_POINT>});
+    if (task.variant == Variant::interpolate && task.destination == Layout::i422)
+        peers.push_back({"swscale, bicubic", bindScaler<SWS_BICUBIC>});
 }
 
 }  // namespace bench

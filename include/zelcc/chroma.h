@@ -377,6 +377,85 @@ ZEL_API ZelStatus zeliYCbCr420To422_Interlace_8u_P3R(const uint8_t* const pSrc[3
 ZEL_API ZelStatus zeliYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
                                                             int32_t dstStep, ZelSize roiSize);
 
+/*
+ * 4:2:0 to 4:2:2 with chroma interpolated by four taps: out[2k] = in[k], and
+ *
+ *     out[2k + 1] = (9 (in[k] + in[k + 1]) - in[k - 1] - in[k + 2] + 8) >> 4, bounded to 0 to 255
+ *
+ * where the first and the last row stand for the rows beyond them. Luma stays.
+ *
+ * The minimum size is 2 x 8. The region is cut down to an even width and a height that is a multiple of 8.
+ *
+ * Example: a column of chroma 0 0 160 160 becomes 0 0 0 80 160 170 160 160, if the height is 8: the filter overshoots.
+ */
+
+/** Planes Y, Cb, Cr, for YCrCb420 Y, Cr, Cb, or luma and interleaved chroma to planes Y, Cb, Cr. */
+ZEL_API ZelStatus zeliYCbCr420ToYCbCr422_Filter_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                       uint8_t* const pDst[3], const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCrCb420ToYCbCr422_Filter_8u_P3R(const uint8_t* const pSrc[3], const int32_t srcStep[3],
+                                                       uint8_t* const pDst[3], const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCr420ToYCbCr422_Filter_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                         int32_t srcCbCrStep, uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                         ZelSize roiSize);
+
+/*
+ * Smoothing of whole images or of slices, on the way from luma and interleaved chroma to another layout. Luma row y becomes
+ * (Y[y - 1] + 2 Y[y] + Y[y + 1]) / 4, where the first and the last row of the image stand for the rows beyond them. Chroma row k
+ * becomes the mean of rows k and k + 1, and the last one that of the last two.
+ *
+ * The argument layout says where in the image the region lies:
+ *
+ *     zelSliceTop                                        at the top edge
+ *     zelSliceMiddle                                     at neither edge
+ *     zelSliceBottom                                     at the bottom edge
+ *     zelSliceTop | zelSliceMiddle | zelSliceBottom      the whole image; other bits may be set as well
+ *
+ * Any other value writes nothing, and the status is zelStsNoErr. With height cut down to even, these rows of luma are written,
+ * counted from the region's first row, and half as many of chroma; the rest is left to the slice below, which starts with it:
+ *
+ *     top      0 to height - 3
+ *     middle  -2 to height - 3
+ *     bottom  -2 to height - 1
+ *     whole    0 to height - 1
+ *
+ * So the rows above a middle or a bottom slice must exist: three of luma and one of chroma in the source, two of luma and one of
+ * chroma in the destination.
+ *
+ * The minimum size is 2 x 2. The region is cut down to an even width and an even height.
+ *
+ * Example: luma rows 10 20 30 40 and chroma rows 50 61 of a whole image 2 pixels wide become luma rows 13 21 31 38 and chroma 55
+ * in packed pixels, luma rows 12 20 30 37 and chroma 55 in planes.
+ */
+enum { zelSliceTop = 1, zelSliceMiddle = 4, zelSliceBottom = 16 };
+
+/**
+ * To pixels Y0 Cb Y1 Cr: the two rows of a pair take the smoothed chroma of its row.
+ *
+ * In the leading columns luma is mean(mean(Y[y - 1], Y[y]), mean(Y[y], Y[y + 1])) and chroma mean(a, b). In the others luma is
+ * (Y[y - 1] + 2 Y[y] + Y[y + 1]) >> 2 and chroma (a + b) >> 1. Leading columns: 32 * floor(width / 32), but 8 * floor(width / 8)
+ * in the first two rows of a top slice and the last two of a bottom slice. Width counts even.
+ *
+ * In a whole image nothing leads in the first two and the last two rows, and luma of the columns that do not lead is one higher,
+ * (Y[y - 1] + 2 Y[y] + Y[y + 1] + 4) >> 2, bounded to 255. A whole image of height 2 keeps its chroma.
+ */
+ZEL_API ZelStatus zeliYCbCr420ToYCbCr422_Filter_8u_P2C2R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                         int32_t srcCbCrStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize,
+                                                         int32_t layout);
+
+/**
+ * To planes Y, Cr, Cb of 4:2:0.
+ *
+ * Luma of the leading 16 * floor(width / 16) columns is mean(mean(Y[y - 1], Y[y]), mean(Y[y], Y[y + 1])), of the others
+ * (Y[y - 1] + 2 Y[y] + Y[y + 1]) >> 2. The leading 16 * floor(width / 32) samples of chroma are mean(a, b), the others
+ * (a + b) >> 1. A whole image of height 2 keeps its chroma, and its luma is (Y[y - 1] + 2 Y[y] + Y[y + 1] + 4) >> 2, bounded to
+ * 255.
+ *
+ * A width or height below 1 is reported before null pointers, and those before the minimum size.
+ */
+ZEL_API ZelStatus zeliYCbCr420ToYCrCb420_Filter_8u_P2P3R(const uint8_t* pSrcY, int32_t srcYStep, const uint8_t* pSrcCbCr,
+                                                         int32_t srcCbCrStep, uint8_t* const pDst[3], const int32_t dstStep[3],
+                                                         ZelSize roiSize, int32_t layout);
+
 #ifdef __cplusplus
 }
 #endif

@@ -182,6 +182,8 @@ ZEL_INLINE Words mulAddPairs(Bytes a, Bytes b) { return (Words)ZEL_MM(maddubs_ep
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)ZEL_MM(packus_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)ZEL_MM(packs_epi32)((Register)a, (Register)b); }
 
+ZEL_INLINE Bytes addSaturated(Bytes a, Bytes b) { return (Bytes)ZEL_MM(adds_epu8)((Register)a, (Register)b); }
+
 // Rounded mean of unsigned bytes.
 ZEL_INLINE Bytes mean(Bytes a, Bytes b) { return (Bytes)ZEL_MM(avg_epu8)((Register)a, (Register)b); }
 
