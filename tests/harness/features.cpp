@@ -35,9 +35,12 @@ const char* setting() {
 
 std::string featuresName() { return setting(); }
 
-bool isKnown(const std::string& name) {
+bool isLevel(const std::string& name) { return find(name.c_str()); }
+
+bool isNumber(const std::string& name) {
     char* end;
-    return find(name.c_str()) || (std::strtoull(name.c_str(), &end, 0), !name.empty() && *end == 0);
+    std::strtoull(name.c_str(), &end, 0);
+    return !name.empty() && *end == 0;
 }
 
 uint64_t features() {

@@ -12,7 +12,8 @@ uint64_t features();
 
 // The variable's value, or what stands for it.
 std::string featuresName();
-bool isKnown(const std::string& name);
+bool isLevel(const std::string& name);
+bool isNumber(const std::string& name);
 bool processorHas(uint64_t features);
 
 }  // namespace harness

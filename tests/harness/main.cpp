@@ -10,7 +10,7 @@
 
 int main(int argc, char** argv) {
     const std::string name = harness::featuresName();
-    if (!harness::isKnown(name)) {
+    if (!harness::isLevel(name) && !harness::isNumber(name)) {
         std::fprintf(stderr, "ZELCC_TEST_FEATURES=%s: neither ssse3, avx2, avx512, s8 nor a number\n", name.c_str());
         return 2;
     }
@@ -20,7 +20,8 @@ int main(int argc, char** argv) {
                     v.buildDate);
         return 0;
     }
-    if (!harness::processorHas(harness::features())) {
+    // A mask beyond the processor runs: the library itself has to stay within it.
+    if (harness::isLevel(name) && !harness::processorHas(harness::features())) {
         constexpr int skipped = 77;
         std::printf("Skipped: this processor lacks %s\n", name.c_str());
         return skipped;
