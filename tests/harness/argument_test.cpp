@@ -17,7 +17,8 @@ class Rejection {
                  .destination = destination.operand(),
                  .size = source.size,
                  .alpha = 1,
-                 .slice = tested.slice.argument} {}
+                 .slice = tested.slice.argument,
+                 .parameters = tested.firstParameters()} {}
 
     const model::Call& valid() const { return valid_; }
 
@@ -41,6 +42,7 @@ class Rejection {
         std::vector<int> arguments;
         for (int i = tested_.peculiarity == model::Peculiarity::trustsSourceArray; i < tested_.entry.pointerArguments; ++i)
             arguments.push_back(i);
+        if (tested_.needsCoefficients) arguments.push_back(tested_.entry.pointerArguments);
         return arguments;
     }
 
@@ -49,6 +51,7 @@ class Rejection {
         std::vector<model::Call> calls;
         for (const auto side : {&model::Call::source, &model::Call::destination}) {
             const model::Layout& layout = side == &model::Call::source ? tested_.source : tested_.destination;
+            if (side == &model::Call::source && tested_.entry.isInPlace) continue;
             for (int plane = 0; plane < layout.planeCount && layout.planeCount > 2; ++plane) {
                 calls.push_back(valid_);
                 (calls.back().*side).planes[plane] = nullptr;
@@ -134,6 +137,27 @@ TEST_P(Conversion, ReportsTheFirstOfTwoErrors) {
             expectOneOf(firstErrorOfPointer(tested().checks, isEmpty), rejection.withNullArgument(i), "argument");
         for (const model::Call& call : rejection.withNullPlanes())
             expectOneOf(firstErrorOfEntry(tested().checks, isEmpty), call, "entry");
+    }
+}
+
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(StepCheckingConversion);
+
+TEST_P(StepCheckingConversion, RejectsStepsBelow1) {
+    Random random(seed());
+    const auto [source, destination] = lay(smallSize(36), {aligned, aligned}, random, Content::uniform);
+    const Rejection rejection(tested(), source, destination);
+    for (const auto side : {&model::Call::source, &model::Call::destination}) {
+        if (side == &model::Call::source && tested().entry.isInPlace) continue;
+        for (const int32_t step : {0, -1, -1024, INT_MIN}) {
+            model::Call call = rejection.valid();
+            (call.*side).steps[0] = step;
+            EXPECT_EQ(rejection.statusOf(call), zelStsStepErr) << "step " << step;
+            model::Call withoutPointer = call;
+            withoutPointer.nullArgument = 0;
+            EXPECT_EQ(rejection.statusOf(withoutPointer), zelStsNullPtrErr) << "step " << step;
+            call.size.height = 0;
+            EXPECT_EQ(rejection.statusOf(call), zelStsSizeErr) << "step " << step;
+        }
     }
 }
 

@@ -50,6 +50,11 @@ void Conversion::SetUpTestSuite() {
 
 Conversion::Pictures Conversion::lay(ZelSize size, const Placements& placements, Random& random, Content content) {
     const ZelSize whole = tested().converted(size);
+    if (tested().entry.isInPlace) {
+        const Picture picture = destinationMemory_.lay(tested().destination, whole, placements.destination);
+        picture.fill(random, content);
+        return {picture, picture};
+    }
     const Pictures pictures{
         sourceMemory_.lay(tested().source, whole, placements.source, tested().slice.sourceRowsAbove),
         destinationMemory_.lay(tested().destination, whole, placements.destination, tested().slice.destinationRowsAbove)};
@@ -63,8 +68,10 @@ testing::AssertionResult Conversion::matchesModel(ZelSize size, const Placements
     const Content content = cases_++ % 3 == 2 ? Content::extremes : Content::uniform;
     const auto [source, destination] = lay(size, placements, random, content);
     const auto alpha = static_cast<uint8_t>(random.next());
+    const std::span<const model::Parameters> choice = tested().parameters;
+    const model::Parameters parameters = choice.empty() ? model::Parameters{} : choice[random.next() % choice.size()];
     current = {tested().name, size, &placements};
-    const auto fault = compareWithModel(tested(), source, destination, size, alpha);
+    const auto fault = compareWithModel(tested(), source, destination, size, alpha, parameters);
     current = {};
     if (!fault) return testing::AssertionSuccess();
     return testing::AssertionFailure() << tested().name << tested().slice.name << ", " << size.width << " x " << size.height

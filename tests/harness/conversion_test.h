@@ -26,7 +26,11 @@ class Conversion : public testing::TestWithParam<const model::Export*> {
     testing::AssertionResult matchesModel(ZelSize size, const Placements& placements);
 
     // Rows that share their memory leave the order in which they are stored open, unless they are equal.
+    // Steps below 1 are refused by some, and images that are their own destination lie in one place.
     bool suits(const Placements& placements) const {
+        const auto& [source, destination] = placements;
+        if (tested().entry.isInPlace && source.name != destination.name) return false;
+        if (tested().checksSteps && (source.bottomUp || source.oneRow || destination.bottomUp)) return false;
         return !placements.destination.oneRow || tested().peculiarity != model::Peculiarity::unevenRows;
     }
 
@@ -48,6 +52,9 @@ class Conversion : public testing::TestWithParam<const model::Export*> {
 // Conversions between images of one layout.
 class InPlaceConversion : public Conversion {};
 
+// Conversions that accept no step below 1.
+class StepCheckingConversion : public Conversion {};
+
 // Conversions of three 8-bit channels, few enough colours to try them all.
 class ColourConversion : public Conversion {
   protected:
@@ -62,7 +69,9 @@ inline auto rows(std::span<const model::Export> exports, bool (*has)(const model
     return testing::ValuesIn(rows);
 }
 
-inline bool hasOneLayout(const model::Export& e) { return e.source == e.destination; }
+inline bool hasOneLayout(const model::Export& e) { return e.source == e.destination && !e.entry.isInPlace; }
+
+inline bool checksSteps(const model::Export& e) { return e.checksSteps; }
 
 inline std::string nameOf(const testing::TestParamInfo<const model::Export*>& info) {
     return std::string(info.param->name) + info.param->slice.name;

@@ -35,19 +35,37 @@ struct Picture {
 class Snapshot {
   public:
     explicit Snapshot(const Picture& picture);
+    Snapshot(const Snapshot&) = delete;
 
     model::Image image();
+    // Takes over what the picture has where both have something that is not a number: any will do.
+    void acceptNaNs();
     // Where the picture differs from the copy first, in words.
     std::optional<std::string> difference() const;
 
   private:
+    // A copy that lies as its original does relative to the processor's vectors.
+    class Copy {
+      public:
+        void assign(std::span<const uint8_t> bytes);
+        std::span<uint8_t> bytes() const { return bytes_; }
+
+      private:
+        std::vector<uint8_t> memory_;
+        std::span<uint8_t> bytes_;
+    };
+
     Picture picture_;
-    std::array<std::vector<uint8_t>, 4> copies_;
+    std::array<Copy, 4> copies_;
 };
 
 // Runs an export and its model on the same pictures. Returns what is wrong with the export's status, its destination or its
 // source, if anything. A picture that is its own destination is converted in place.
 std::optional<std::string> compareWithModel(const model::Export& tested, const Picture& source, const Picture& destination,
-                                            ZelSize size, uint8_t alpha);
+                                            ZelSize size, uint8_t alpha, const model::Parameters& parameters);
+inline std::optional<std::string> compareWithModel(const model::Export& tested, const Picture& source, const Picture& destination,
+                                                   ZelSize size, uint8_t alpha) {
+    return compareWithModel(tested, source, destination, size, alpha, tested.firstParameters());
+}
 
 }  // namespace harness

@@ -1,5 +1,7 @@
 #include "harness/placement.h"
 
+#include <cstdlib>
+
 namespace harness {
 namespace {
 
@@ -66,7 +68,9 @@ Picture PictureMemory::lay(const model::Layout& layout, ZelSize size, const Plac
         const int gap = placement.gaps[layout.hasCommonStep() ? 0 : i];
         const size_t step =
             placement.oneRow ? 0 : (rowBytes + placement.stepUnit - 1) / placement.stepUnit * placement.stepUnit + gap;
-        const size_t extent = rowBytes == 0 || rows == 0 ? 0 : (rows - 1) * step + rowBytes;
+        const auto signedStep = static_cast<int32_t>(placement.bottomUp ? 0 - step : step);
+        const size_t pitch = std::abs(layout.pitch(signedStep));
+        const size_t extent = rowBytes == 0 || rows == 0 ? 0 : (rows - 1) * pitch + rowBytes;
 
         const std::span<uint8_t> pages = memory_[i].pages(extent + 4 * margin);
         size_t lowest = 2 * margin + placement.offsets[i], begin = lowest - margin, end = lowest + extent + margin;
@@ -82,12 +86,9 @@ Picture PictureMemory::lay(const model::Layout& layout, ZelSize size, const Plac
         plane.memory = pages.subspan(begin, end - begin);
         plane.first = pages.data() + lowest;
         plane.rowsAbove = rowsAbove[i];
-        plane.step = static_cast<int32_t>(step);
-        if (placement.bottomUp) {
-            if (extent > 0) plane.first += (rows - 1) * step;
-            plane.step = -plane.step;
-        }
-        plane.first += std::ptrdiff_t{plane.rowsAbove} * plane.step;
+        plane.step = signedStep;
+        if (placement.bottomUp && extent > 0) plane.first += (rows - 1) * pitch;
+        plane.first += plane.rowsAbove * layout.pitch(plane.step);
     }
     return picture;
 }

@@ -1,6 +1,7 @@
 // Calls exports of any signature in one way. The order and kind of the arguments are read off the function's type.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <tuple>
@@ -15,19 +16,31 @@ struct Operand {
     std::array<int32_t, 4> steps{};
 };
 
+// What calls pass behind the size, beside an 8-bit alpha and a slice.
+struct Parameters {
+    std::array<double, 16> coefficients{};  // passed as floats or as doubles
+    bool hasCoefficients = false;           // or else as a null pointer
+    std::array<float, 2> numbers{};         // floats by value, from left to right
+    uint16_t word = 0;                      // 16-bit alpha
+};
+
 struct Call {
     Operand source, destination;
     ZelSize size{};
     uint8_t alpha = 0;
     int32_t slice = 0;
+    Parameters parameters{};
     int nullArgument = -1;  // the pointer argument to pass as null, counted from the left
 };
 
 // Deals out the arguments from left to right: a plane pointer takes the next plane of its side, an array all of them, and a
-// step belongs to what came last. Pointers to constants are the source's. A number behind the size names the slice.
+// step belongs to what came last. Pointers to constants are the source's, and coefficients behind the size. An integer there
+// names the slice.
 class Arguments {
   public:
-    explicit Arguments(const Call& call) : call_(call) {}
+    explicit Arguments(const Call& call) : call_(call), doubles_(call.parameters.coefficients) {
+        std::ranges::transform(doubles_, floats_.begin(), [](double c) { return static_cast<float>(c); });
+    }
 
     template <class P>
     P next() {
@@ -36,12 +49,17 @@ class Arguments {
             return call_.size;
         } else if constexpr (std::is_same_v<P, uint8_t>) {
             return call_.alpha;
+        } else if constexpr (std::is_same_v<P, uint16_t>) {
+            return call_.parameters.word;
+        } else if constexpr (std::is_same_v<P, float>) {
+            return call_.parameters.numbers[numbers_++];
         } else if constexpr (std::is_same_v<P, int32_t>) {
             return isSizePassed_ ? call_.slice : side_->steps[plane_];
         } else if constexpr (std::is_same_v<P, const int32_t*>) {
             return isNull() ? nullptr : side_->steps.data();
         } else {
             using Pointee = std::remove_pointer_t<P>;
+            if (isSizePassed_) return isNull() ? nullptr : reinterpret_cast<P>(coefficients<Pointee>());
             if constexpr (std::is_pointer_v<Pointee>) {
                 select(std::is_const_v<std::remove_pointer_t<Pointee>>);
                 return isNull() ? nullptr : reinterpret_cast<P>(side_->planes.data());
@@ -60,17 +78,29 @@ class Arguments {
     }
     bool isNull() { return pointers_++ == call_.nullArgument; }
 
+    template <class Pointee>
+    void* coefficients() {
+        if (!call_.parameters.hasCoefficients) return nullptr;
+        if constexpr (std::is_same_v<std::remove_cv_t<std::remove_all_extents_t<Pointee>>, double>) return doubles_.data();
+        return floats_.data();
+    }
+
     const Call& call_;
     const Operand* side_ = nullptr;
     int plane_ = 0;
     int pointers_ = 0;
+    int numbers_ = 0;
     bool isSizePassed_ = false;
+    std::array<double, 16> doubles_;
+    std::array<float, 16> floats_;
 };
 
 struct Entry {
     ZelStatus (*call)(const Call&);
-    int pointerArguments;
-    bool takesAlpha;
+    int pointerArguments = 0;  // before the size
+    bool takesCoefficients = false;
+    bool takesAlpha = false;
+    bool isInPlace = true;  // has no source
 };
 
 template <class... P>
@@ -82,7 +112,23 @@ ZelStatus invoke(ZelStatus (*function)(P...), const Call& call) {
 
 template <class... P>
 constexpr Entry entryOf(ZelStatus (*)(P...), ZelStatus (*call)(const Call&)) {
-    return {call, (0 + ... + std::is_pointer_v<P>), (false || ... || std::is_same_v<P, uint8_t>)};
+    Entry entry{call};
+    bool isSizePassed = false;
+    const auto add = [&]<class T>(std::type_identity<T>) {
+        if (std::is_same_v<T, ZelSize>) isSizePassed = true;
+        if (std::is_same_v<T, uint8_t>) entry.takesAlpha = true;
+        if (!std::is_pointer_v<T>) return;
+        if (isSizePassed)
+            entry.takesCoefficients = true;
+        else
+            ++entry.pointerArguments;
+        using Elements = std::remove_pointer_t<T>;
+        const bool isRead =
+            std::is_const_v<std::conditional_t<std::is_pointer_v<Elements>, std::remove_pointer_t<Elements>, Elements>>;
+        if (!isSizePassed && isRead && !std::is_same_v<T, const int32_t*>) entry.isInPlace = false;
+    };
+    (add(std::type_identity<P>()), ...);
+    return entry;
 }
 
 }  // namespace model

@@ -17,9 +17,11 @@ struct Conversion {
     bool aligned;                  // every pointer and step of the call is a multiple of 16
     std::optional<uint8_t> alpha;  // value of the alpha channel that the destination gains
     int32_t slice = 0;             // which part of a larger image the region is, of the conversions that ask for it
+    Parameters parameters{};
 };
 
 using Model = void (*)(const Conversion&);
+using ContentStatus = ZelStatus (*)(const Conversion&);
 using Blocks = int (*)(int width);  // pixels of a row that follow the block rule
 
 inline constexpr int32_t anyHeight = INT32_MIN;
@@ -46,6 +48,7 @@ enum class Peculiarity {
     trustsSourceArray,     // the array of source planes must not be null
     misplacesByFirstStep,  // some samples of the last plane are placed by the step of the plane before it
     unevenRows,            // equal source rows become different destination rows
+    differsByAddress,      // where a row starts in memory decides the order in which it is added up
 };
 
 // A region that is a part of a larger image, of which rows above the region are read and written too.
@@ -67,7 +70,12 @@ struct Export {
     Checks checks = Checks::pointersThenSize;
     Peculiarity peculiarity = Peculiarity::none;
     Slice slice{};
+    std::span<const Parameters> parameters{};  // that are tried
+    bool needsCoefficients = false;            // a null pointer to them is an error
+    bool checksSteps = false;                  // and accepts none below 1
+    ContentStatus contentStatus = nullptr;     // of conversions that look at the samples first
 
+    constexpr Parameters firstParameters() const { return parameters.empty() ? Parameters{} : parameters.front(); }
     constexpr ZelSize converted(ZelSize size) const {
         return {size.width - size.width % geometry.site.width, size.height - size.height % geometry.site.height};
     }
@@ -80,5 +88,6 @@ struct Export {
 
 std::span<const Export> lumachromaExports();
 std::span<const Export> chromaExports();
+std::span<const Export> intensityExports();
 
 }  // namespace model

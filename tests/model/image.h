@@ -4,8 +4,25 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace model {
+
+enum class Element { u8, s8, u16, s16, f32, f64 };
+
+constexpr int bytesOf(Element e) {
+    switch (e) {
+        case Element::u16:
+        case Element::s16:
+            return 2;
+        case Element::f32:
+            return 4;
+        case Element::f64:
+            return 8;
+        default:
+            return 1;
+    }
+}
 
 // A plane is rows of units. A unit holds the samples of 2^xShift x 2^yShift pixels.
 struct PlaneShape {
@@ -34,6 +51,10 @@ struct Layout {
     int planeCount = 0;
     std::array<PlaneShape, 4> planes{};
     std::array<Channel, 4> channels{};  // red, green, blue or Y, Cb, Cr; then alpha, if there is one
+    Element element = Element::u8;
+    int stepUnit = 1;  // rows are a multiple of so many bytes apart; what a step has beyond one is lost
+
+    constexpr std::ptrdiff_t pitch(int32_t step) const { return step & -stepUnit; }
 
     // Planes of one size share one step argument; subsampled images have a step for each plane.
     constexpr bool hasCommonStep() const { return planeCount == 3 && planes[0] == planes[1]; }
@@ -53,6 +74,19 @@ struct Image {
     T& sample(const Channel& c, int x, int y) const {
         const Plane& p = planes[c.plane];
         return *reinterpret_cast<T*>(p.first + (y >> c.yShift) * p.step + c.position(x));
+    }
+
+    // The same for samples of several bytes, at any address.
+    uint8_t* address(const Channel& c, int x, int y) const { return &sample(c, x, y); }
+    template <class T>
+    T load(const Channel& c, int x, int y) const {
+        T value;
+        std::memcpy(&value, address(c, x, y), sizeof value);
+        return value;
+    }
+    template <class T>
+    void store(const Channel& c, int x, int y, T value) const {
+        std::memcpy(address(c, x, y), &value, sizeof value);
     }
 };
 
@@ -78,6 +112,21 @@ constexpr Layout semiPlanar(int cbOffset, int crOffset, int xShift, int yShift) 
 // Two bytes a pixel: a luma byte, and a chroma byte that serves the pair.
 constexpr Layout packed422(int lumaOffset, int cbOffset, int crOffset) {
     return {1, {{{2}}}, {{{0, lumaOffset, 2}, {0, cbOffset, 4, 1}, {0, crOffset, 4, 1}}}};
+}
+
+// Channels in their stored order, whatever they stand for.
+constexpr Layout pixels(Element element, int channels, int stepUnit) {
+    const int bytes = bytesOf(element);
+    Layout l{1, {{{channels * bytes}}}, {}, element, stepUnit};
+    for (int c = 0; c < channels; ++c) l.channels[c] = {0, c * bytes, channels * bytes};
+    return l;
+}
+constexpr Layout pixels(Element element, int channels) { return pixels(element, channels, bytesOf(element)); }
+constexpr Layout threePlanes(Element element) {
+    const int bytes = bytesOf(element);
+    Layout l{3, {{{bytes}, {bytes}, {bytes}}}, {}, element, bytes};
+    for (int c = 0; c < 3; ++c) l.channels[c] = {c, 0, bytes};
+    return l;
 }
 
 inline constexpr Layout rgb24 = interleaved(std::array{0, 1, 2});
