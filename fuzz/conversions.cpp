@@ -18,15 +18,21 @@ using harness::PicturePlane;
 // their first.
 class HeapPicture {
   public:
-    HeapPicture(const model::Layout& layout, ZelSize size, FuzzedDataProvider& input) : picture_{&layout, size, {}} {
+    HeapPicture(const model::Layout& layout, ZelSize size, const std::array<int, 4>& rowsAbove, model::Peculiarity peculiarity,
+                FuzzedDataProvider& input)
+        : picture_{&layout, size, {}} {
         const bool bottomUp = input.ConsumeBool();
         const int stepUnit = input.PickValueInArray({1, 1, 2, 16});
-        size_t commonStep = 0;
+        size_t previousStep = 0;
         for (int i = 0; i < layout.planeCount; ++i) {
-            const size_t rowBytes = layout.planes[i].rowBytes(size.width), rows = layout.planes[i].rows(size.height);
+            const size_t rowBytes = layout.planes[i].rowBytes(size.width),
+                         rows = layout.planes[i].rows(size.height) + rowsAbove[i];
             size_t step = (rowBytes + input.ConsumeIntegralInRange(0, 40)) / stepUnit * stepUnit;
             if (step < rowBytes) step += stepUnit;
-            if (layout.hasCommonStep()) step = commonStep = i == 0 ? step : commonStep;
+            if (layout.hasCommonStep() && i > 0) step = previousStep;
+            // What is misplaced by the shorter step is in the plane still.
+            if (peculiarity == model::Peculiarity::misplacesByFirstStep && i == 2 && step < previousStep) step = previousStep;
+            previousStep = step;
             const size_t extent = rowBytes == 0 || rows == 0 ? 0 : (rows - 1) * step + rowBytes;
             const size_t offset = input.ConsumeBool() ? input.ConsumeIntegralInRange(0, 31) : 0;
 
@@ -36,10 +42,12 @@ class HeapPicture {
             plane.memory = {memory_[i].get() + offset, extent};
             plane.first = plane.memory.data();
             plane.step = static_cast<int32_t>(step);
+            plane.rowsAbove = rowsAbove[i];
             if (bottomUp) {
                 if (extent > 0) plane.first += (rows - 1) * step;
                 plane.step = -plane.step;
             }
+            if (extent > 0) plane.first += plane.rowsAbove * std::ptrdiff_t{plane.step};
         }
     }
 
@@ -64,16 +72,19 @@ void fill(const Picture& picture, FuzzedDataProvider& input) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FuzzedDataProvider input(data, size);
-    const auto exports = model::lumachromaExports();
+    const auto exports = input.ConsumeBool() ? model::chromaExports() : model::lumachromaExports();
     const model::Export& tested = exports[input.ConsumeIntegralInRange<size_t>(0, exports.size() - 1)];
-    const ZelSize region{input.ConsumeIntegralInRange(1, 300), input.ConsumeIntegralInRange(1, 6)};
+    ZelSize region{input.ConsumeIntegralInRange(1, 300), input.ConsumeIntegralInRange(1, 6)};
+    if (input.ConsumeBool()) region.height *= 4;
+    if (input.ConsumeBool()) region = tested.converted(region);
     const auto alpha = input.ConsumeIntegral<uint8_t>();
 
-    const HeapPicture source(tested.source, tested.converted(region), input);
-    const HeapPicture destination(tested.destination, tested.converted(region), input);
+    const ZelSize whole = tested.converted(region);
+    const HeapPicture source(tested.source, whole, tested.slice.sourceRowsAbove, tested.peculiarity, input);
+    const HeapPicture destination(tested.destination, whole, tested.slice.destinationRowsAbove, tested.peculiarity, input);
     fill(source.picture(), input);
     if (const auto fault = harness::compareWithModel(tested, source.picture(), destination.picture(), region, alpha)) {
-        std::fprintf(stderr, "%s, %d x %d: %s\n", tested.name, region.width, region.height, fault->c_str());
+        std::fprintf(stderr, "%s%s, %d x %d: %s\n", tested.name, tested.slice.name, region.width, region.height, fault->c_str());
         std::abort();
     }
     return 0;
