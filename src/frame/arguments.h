@@ -14,10 +14,11 @@ using Implementation = void (*)();
 
 namespace zel::ZEL_LEVEL {
 
-// An element of 2, 4 or 8 bytes gives the step its grain: the bits below are lost, of negative steps too.
+// An element of 2 or 4 bytes gives the step its grain: the bits below are lost, of negative steps too. With doubles, steps count
+// as given.
 template <class Element>
 constexpr ptrdiff_t rowBytes(int32_t step) {
-    return step & -static_cast<int32_t>(sizeof(Element));
+    return sizeof(Element) == 8 ? step : step & -static_cast<int32_t>(sizeof(Element));
 }
 
 class Arguments {
@@ -94,15 +95,21 @@ class Arguments {
 
     template <class Element>
     ZEL_INLINE void add(const Element* plane, int32_t step) {
-        stepBelow1_ |= step < 1;
+        noteStep<Element>(step);
         images_.source[sources_] = reinterpret_cast<const uint8_t*>(plane);
         images_.sourceStep[sources_++] = rowBytes<Element>(step);
     }
     template <class Element>
     ZEL_INLINE void add(Element* plane, int32_t step) {
-        stepBelow1_ |= step < 1;
+        noteStep<Element>(step);
         images_.destination[destinations_] = reinterpret_cast<uint8_t*>(plane);
         images_.destinationStep[destinations_++] = rowBytes<Element>(step);
+    }
+
+    template <class Element>
+    ZEL_INLINE void noteStep(int32_t step) {
+        stepBelow1_ |= step < 1;
+        images_.stepsCut |= rowBytes<Element>(step) != step;
     }
 
     Images images_{};
@@ -124,14 +131,20 @@ ZEL_INLINE bool isRefused(const C& c, ZelSize size) {
 
 // A conversion of several passes is one of several rows.
 template <class C>
-ZEL_INLINE bool isOneRow(const C&, const Images&) {
-    return false;
+ZEL_INLINE bool isOneRow(const C& c, const Images& images) {
+    if constexpr (std::is_base_of_v<Conversion, C>)
+        return isOneRow(static_cast<const Conversion&>(c), images);
+    else
+        return false;
 }
 
 // Whether a null pointer to parameters is an error rather than a request for the family's own.
 template <class C>
-ZEL_INLINE bool needsParameters(const C&) {
-    return false;
+ZEL_INLINE bool needsParameters([[maybe_unused]] const C& c) {
+    if constexpr (requires { c.needsParameters; })
+        return c.needsParameters;
+    else
+        return false;
 }
 
 template <class C>

@@ -153,6 +153,7 @@ struct Images {
     int32_t slice;
     const void* parameters;    // the caller's weights or matrix
     float lowerEnd, upperEnd;  // of the range of values
+    bool stepsCut;             // a step as given was no multiple of the element
 };
 
 // The groups of rows that are converted: from the first up to the end, which is not among them. Negative numbers and an end of 0

@@ -16,16 +16,6 @@ struct Parametric : Conversion {
 };
 
 template <class Constants>
-ZEL_INLINE bool needsParameters(const Parametric<Constants>& p) {
-    return p.needsParameters;
-}
-
-template <class Constants>
-ZEL_INLINE bool isOneRow(const Parametric<Constants>& p, const Images& images) {
-    return isOneRow(static_cast<const Conversion&>(p), images);
-}
-
-template <class Constants>
 ZEL_INLINE void convert(const Parametric<Constants>& p, const Images& images, bool bypassing = false) {
     const Constants constants = p.constants(images);
     Conversion c = p;
