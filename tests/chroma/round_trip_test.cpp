@@ -38,6 +38,8 @@ constexpr Trip trips[] = {
     {"zeliYCbCr411ToYCbCr420_8u_P2P3R", "zeliYCbCr420ToYCbCr411_8u_P3P2R"},
     {"zeliYCbCr411ToYCbCr420_8u_P3P2R", "zeliYCbCr420ToYCbCr411_8u_P2P3R"},
     {"zeliYCbCr411ToYCrCb420_8u_P2P3R", "zeliYCrCb420ToYCbCr411_8u_P3P2R"},
+    // Twice the chroma both ways, then every second sample of every second row.
+    {"zeliYCbCr1620To420_8u_P3R", "zeliYCbCr420To1620_8u_P3R"},
 };
 
 const model::Export* find(std::string_view name) {

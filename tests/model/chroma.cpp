@@ -2,6 +2,7 @@
 #include "zelcc/chroma.h"
 
 #include "model/chroma_repacking.h"
+#include "model/chroma_resampling.h"
 
 namespace model {
 namespace {
@@ -13,6 +14,10 @@ constexpr Geometry squares{{2, 2}, {2, 2}};
 constexpr Geometry fours{{4, 1}, {4, 1}};
 constexpr Geometry foursOfAnyHeight{{4, anyHeight}, {4, 1}};
 constexpr Geometry foldedSites{{4, 2}, {4, 2}};
+constexpr Geometry foldedSitesOrRefused{{4, 2}, {4, 2}, zelStsSizeErr};
+constexpr Geometry sixteensOrRefused{{4, 4}, {4, 4}, zelStsSizeErr};
+constexpr Geometry fieldPairs{{2, 4}, {2, 4}, zelStsOddSizeWarn};
+constexpr Geometry eightRows{{2, 8}, {2, 8}};
 
 constexpr auto misplaces = Peculiarity::misplacesByFirstStep;
 constexpr auto trusts = Peculiarity::trustsSourceArray;
@@ -24,6 +29,22 @@ constexpr Export row(const char* name, Entry entry, const Layout& from, const La
                      Peculiarity peculiarity = Peculiarity::none, Checks checks = Checks::planesBeforeSize,
                      const Slice& slice = {}) {
     return {name, entry, from, to, geometry, ofTheModel, model, checks, peculiarity, slice};
+}
+
+// A slice inside an image reads three rows of luma above it and writes two.
+constexpr Slice top{"Top", topSlice};
+constexpr Slice middle{"Middle", middleSlice, {3, 1}, {2, 1, 1}};
+constexpr Slice bottom{"Bottom", bottomSlice, {3, 1}, {2, 1, 1}};
+constexpr Slice whole{"Whole", wholeImage};
+
+constexpr Export toPacked(const Slice& slice) {
+    const auto peculiarity = slice.argument == wholeImage ? Peculiarity::unevenRows : Peculiarity::none;
+    return row(NAMED(zeliYCbCr420ToYCbCr422_Filter_8u_P2C2R), nv12, yuyv, squares, smoothToPacked, peculiarity,
+               Checks::planesBeforeSize, slice);
+}
+constexpr Export toPlanes(const Slice& slice) {
+    return row(NAMED(zeliYCbCr420ToYCrCb420_Filter_8u_P2P3R), nv12, yCrCb420, squares, smoothToPlanes, Peculiarity::none,
+               Checks::emptyThenPointers, slice);
 }
 
 constexpr Export exports[] = {
@@ -90,6 +111,33 @@ constexpr Export exports[] = {
     row(NAMED(zeliYCbCr420ToYCbCr411_8u_P2P3R), nv12, yCbCr411, foldedSites, unfold),
     row(NAMED(zeliYCbCr420ToYCbCr411_8u_P3P2R), yCbCr420, nv11, foldedSites, unfold),
     row(NAMED(zeliYCrCb420ToYCbCr411_8u_P3P2R), yCrCb420, nv11, foldedSites, unfold),
+
+    // Between 4:1:1 and 4:2:0 by means.
+    row(NAMED(zeliYCbCr411To420_8u_P3R), yCbCr411, yCbCr420, sixteensOrRefused, doubleSamples),
+    row(NAMED(zeliYCbCr420To411_8u_P3R), yCbCr420, yCbCr411, foldedSitesOrRefused, doubleRows),
+
+    // Chroma of a quarter of the pixels each way.
+    row(NAMED(zeliYCbCr1620To420_8u_P3R), yCbCr1620, yCbCr420, sixteensOrRefused, doubleSamplesAndRows),
+    row(NAMED(zeliYCbCr420To1620_8u_P3R), yCbCr420, yCbCr1620, sixteensOrRefused, samePixel),
+
+    // Interlaced frames.
+    row(NAMED(zeliYCbCr422To420_Interlace_8u_P3R), yCbCr422, yCbCr420, fieldPairs, halveFields),
+    row(NAMED(zeliCbYCr422ToYCbCr420_Interlace_8u_C2P3R), uyvy, yCbCr420, fieldPairs, halveFields),
+    row(NAMED(zeliYCbCr420To422_Interlace_8u_P3R), yCbCr420, yCbCr422, fieldPairs, doubleFields),
+    row(NAMED(zeliYCbCr420ToCbYCr422_Interlace_8u_P3C2R), yCbCr420, uyvy, fieldPairs, doubleFields),
+
+    // Filters.
+    row(NAMED(zeliYCbCr420ToYCbCr422_Filter_8u_P3R), yCbCr420, yCbCr422, eightRows, interpolateRows),
+    row(NAMED(zeliYCrCb420ToYCbCr422_Filter_8u_P3R), yCrCb420, yCbCr422, eightRows, interpolateRows),
+    row(NAMED(zeliYCbCr420ToYCbCr422_Filter_8u_P2P3R), nv12, yCbCr422, eightRows, interpolateRows),
+    toPacked(top),
+    toPacked(middle),
+    toPacked(bottom),
+    toPacked(whole),
+    toPlanes(top),
+    toPlanes(middle),
+    toPlanes(bottom),
+    toPlanes(whole),
 };
 
 }  // namespace
