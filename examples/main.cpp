@@ -1,11 +1,13 @@
 // Takes a picture from RGB to 4:2:0 planar, 4:2:0 semi-planar and packed 4:2:2 and back, writes what came back as PNG and the
-// 4:2:0 planes as a video of one frame, and tells how far the colours moved and how fast it went.
+// 4:2:0 planes as a video of one frame, and tells how far the colours moved and how fast it went. Then shows on the picture as an
+// interlaced frame what becomes of its chroma when the fields are mixed.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "fields.h"
 #include "picture_file.h"
 #include "result_table.h"
 #include "round_trip.h"
@@ -54,11 +56,27 @@ bool convertToLayouts(const Picture& original, const Results& results) {
 }
 
 // False when a conversion failed.
+bool convertFields(const Picture& original, const Results& results) {
+    constexpr int32_t movement = 16;
+    std::printf(
+        "\nAs an interlaced frame whose second field has moved by %d pixels, chroma of 4:2:2 halved and doubled again:\n\n",
+        movement);
+    const FieldComparison comparison = compareFields(interlaced(original, movement));
+    printTable(comparison.conversions);
+    std::printf("\n");
+    if (comparison.sideBySide.pixels.empty()) return false;
+    results.write("fields", comparison.sideBySide);
+    results.write("fields-detail", comparison.detail);
+    return true;
+}
+
+// False when a conversion failed.
 bool convert(const fs::path& path, const fs::path& folder) {
     const Picture original = readPicture(path);
     std::printf("%s: %d x %d\n\n", path.c_str(), original.size.width, original.size.height);
     const Results results(path, folder);
-    return convertToLayouts(original, results);
+    const bool areLayoutsComplete = convertToLayouts(original, results);
+    return convertFields(original, results) && areLayoutsComplete;
 }
 
 }  // namespace
