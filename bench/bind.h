@@ -17,6 +17,13 @@ namespace bench {
 using Call = std::function<int()>;
 using Bind = Call (*)(const Image& source, const Image& destination);
 
+// What functions take by pointer behind the size: the weights of gray, and the first row of a matrix that also mixes the other
+// channels and keeps the fourth.
+template <class Number>
+inline constexpr Number parameters[16] = {
+    Number(0.299), Number(0.587), Number(0.114), 0, Number(0.1), Number(0.8), Number(0.1), 0,
+    Number(0.1),   Number(0.1),   Number(0.8),   0, 0,           0,           0,           1};
+
 namespace detail {
 
 // One side of a call, in the forms in which functions take it. Plane arrays point into this record, so it must stay in place.
@@ -40,30 +47,38 @@ class Arguments {
 
     template <class T>
     T take() {
+        using Target = std::remove_cv_t<std::remove_pointer_t<T>>;
         if constexpr ((std::is_same_v<T, Extras> || ...)) {
             return std::get<T>(extras_);
-        } else if constexpr (std::is_same_v<T, const uint8_t*>) {
-            return takePlane(source_);
-        } else if constexpr (std::is_same_v<T, uint8_t*>) {
-            return takePlane(destination_);
-        } else if constexpr (std::is_same_v<T, const uint8_t* const*>) {
-            return takePlanes(source_);
-        } else if constexpr (std::is_same_v<T, uint8_t* const*>) {
-            return takePlanes(destination_);
         } else if constexpr (std::is_same_v<T, const int32_t*>) {
             return steps_;
+        } else if constexpr (std::is_pointer_v<Target>) {
+            if constexpr (isConst<Target>)
+                return reinterpret_cast<T>(takePlanes(source_));
+            else
+                return reinterpret_cast<T>(takePlanes(destination_));
+        } else if constexpr (std::is_pointer_v<T> && isConst<T>) {
+            if (sizeIsTaken_) return static_cast<T>(parameters<Target>);
+            return reinterpret_cast<T>(takePlane(source_));
+        } else if constexpr (std::is_pointer_v<T>) {
+            return reinterpret_cast<T>(takePlane(destination_));
         } else if constexpr (std::is_same_v<T, ZelSize>) {
             sizeIsTaken_ = true;
             return {size_.width, size_.height};
         } else if constexpr (std::is_same_v<T, int32_t>) {
             return takeInteger();
+        } else if constexpr (std::is_same_v<T, float>) {
+            return std::exchange(lowerEndIsTaken_, true) ? 1.0f : 0.0f;
         } else {
-            static_assert(std::is_same_v<T, uint8_t>, "a parameter that no rule covers: pass it as an extra");
-            return 255;
+            static_assert(std::is_unsigned_v<T>, "a parameter that no rule covers: pass it as an extra");
+            return static_cast<T>(-1);
         }
     }
 
   private:
+    template <class Pointer>
+    static constexpr bool isConst = std::is_const_v<std::remove_pointer_t<Pointer>>;
+
     template <class Byte>
     Byte* takePlane(Side<Byte>& side) {
         const size_t plane = side.next++;
@@ -95,6 +110,7 @@ class Arguments {
     bool stepIsNext_ = false;
     bool widthIsNext_ = true;
     bool sizeIsTaken_ = false;
+    bool lowerEndIsTaken_ = false;
 };
 
 template <class Result, class... Parameters, class... Extras>

@@ -4,6 +4,7 @@ namespace bench {
 
 namespace {
 
+using enum Depth;
 using enum Layout;
 using enum Variant;
 
@@ -156,6 +157,66 @@ constexpr Export table[] = {
     ROW(bind, zeliYCbCr420ToYCbCr422_Filter_8u_P2P3R, nv12, i422, interpolate),
     ROW(bind, zeliYCbCr420ToYCbCr422_Filter_8u_P3R, i420, i422, interpolate),
     ROW(bindCrFirstSource, zeliYCrCb420ToYCbCr422_Filter_8u_P3R, i420, i422, interpolate),
+
+    // intensity
+    ROW(bind, zeliRGBToGray_8u_C3C1R, rgb24, gray),
+    ROW(bind, zeliRGBToGray_8u_AC4C1R, rgba32, gray),
+    ROW(bind, zeliColorToGray_8u_C3C1R, rgb24, gray),
+    ROW(bind, zeliColorToGray_8u_AC4C1R, rgba32, gray),
+    ROW(bind, zeliRGBToGray_16u_C3C1R, Format(rgb24, u16), Format(gray, u16)),
+    ROW(bind, zeliRGBToGray_16u_AC4C1R, Format(rgba32, u16), Format(gray, u16)),
+    ROW(bind, zeliColorToGray_16u_C3C1R, Format(rgb24, u16), Format(gray, u16)),
+    ROW(bind, zeliColorToGray_16u_AC4C1R, Format(rgba32, u16), Format(gray, u16)),
+    ROW(bind, zeliRGBToGray_16s_C3C1R, Format(rgb24, s16), Format(gray, s16)),
+    ROW(bind, zeliRGBToGray_16s_AC4C1R, Format(rgba32, s16), Format(gray, s16)),
+    ROW(bind, zeliColorToGray_16s_C3C1R, Format(rgb24, s16), Format(gray, s16)),
+    ROW(bind, zeliColorToGray_16s_AC4C1R, Format(rgba32, s16), Format(gray, s16)),
+    ROW(bind, zeliRGBToGray_32f_C3C1R, Format(rgb24, f32), Format(gray, f32)),
+    ROW(bind, zeliRGBToGray_32f_AC4C1R, Format(rgba32, f32), Format(gray, f32)),
+    ROW(bind, zeliColorToGray_32f_C3C1R, Format(rgb24, f32), Format(gray, f32)),
+    ROW(bind, zeliColorToGray_32f_AC4C1R, Format(rgba32, f32), Format(gray, f32)),
+    ROW(bind, zeliColorToGray_64f_C3C1R, Format(rgb24, f64), Format(gray, f64)),
+    ROW(bind, zeliColorToGray_64f_AC4C1R, Format(rgba32, f64), Format(gray, f64)),
+    ROW(bind, zeliGrayToRGB_8u_C1C3R, gray, rgb24),
+    ROW(bind, zeliGrayToRGB_8u_C1C4R, gray, rgba32),
+    ROW(bind, zeliGrayToRGB_16u_C1C3R, Format(gray, u16), Format(rgb24, u16)),
+    ROW(bind, zeliGrayToRGB_16u_C1C4R, Format(gray, u16), Format(rgba32, u16)),
+    ROW(bind, zeliGrayToRGB_32f_C1C3R, Format(gray, f32), Format(rgb24, f32)),
+    ROW(bind, zeliGrayToRGB_32f_C1C4R, Format(gray, f32), Format(rgba32, f32)),
+    ROW(bind, zeliYCbCr422ToGray_8u_C2C1R, yuy2, gray),
+
+    // colour twist
+    ROW(bind, zeliColorTwist32f_8u_C3R, rgb24, rgb24, matrix),
+    ROW(bind, zeliColorTwist32f_8u_C3IR, rgb24, rgb24, inPlace),
+    ROW(bind, zeliColorTwist32f_8u_AC4R, rgba32, rgba32, matrix),
+    ROW(bind, zeliColorTwist32f_8u_AC4IR, rgba32, rgba32, inPlace),
+    ROW(bind, zeliColorTwist32f_8u_P3R, rgbPlanes, rgbPlanes, matrix),
+    ROW(bind, zeliColorTwist32f_8u_IP3R, rgbPlanes, rgbPlanes, inPlace),
+    ROW(bind, zeliColorTwist32f_8s_C3R, Format(rgb24, s8), Format(rgb24, s8), matrix),
+    ROW(bind, zeliColorTwist32f_8s_C3IR, Format(rgb24, s8), Format(rgb24, s8), inPlace),
+    ROW(bind, zeliColorTwist32f_8s_AC4R, Format(rgba32, s8), Format(rgba32, s8), matrix),
+    ROW(bind, zeliColorTwist32f_8s_AC4IR, Format(rgba32, s8), Format(rgba32, s8), inPlace),
+    ROW(bind, zeliColorTwist32f_8s_P3R, Format(rgbPlanes, s8), Format(rgbPlanes, s8), matrix),
+    ROW(bind, zeliColorTwist32f_8s_IP3R, Format(rgbPlanes, s8), Format(rgbPlanes, s8), inPlace),
+    ROW(bind, zeliColorTwist32f_16u_C3R, Format(rgb24, u16), Format(rgb24, u16), matrix),
+    ROW(bind, zeliColorTwist32f_16u_C3IR, Format(rgb24, u16), Format(rgb24, u16), inPlace),
+    ROW(bind, zeliColorTwist32f_16u_AC4R, Format(rgba32, u16), Format(rgba32, u16), matrix),
+    ROW(bind, zeliColorTwist32f_16u_AC4IR, Format(rgba32, u16), Format(rgba32, u16), inPlace),
+    ROW(bind, zeliColorTwist32f_16u_P3R, Format(rgbPlanes, u16), Format(rgbPlanes, u16), matrix),
+    ROW(bind, zeliColorTwist32f_16u_IP3R, Format(rgbPlanes, u16), Format(rgbPlanes, u16), inPlace),
+    ROW(bind, zeliColorTwist32f_16s_C3R, Format(rgb24, s16), Format(rgb24, s16), matrix),
+    ROW(bind, zeliColorTwist32f_16s_C3IR, Format(rgb24, s16), Format(rgb24, s16), inPlace),
+    ROW(bind, zeliColorTwist32f_16s_AC4R, Format(rgba32, s16), Format(rgba32, s16), matrix),
+    ROW(bind, zeliColorTwist32f_16s_AC4IR, Format(rgba32, s16), Format(rgba32, s16), inPlace),
+    ROW(bind, zeliColorTwist32f_16s_P3R, Format(rgbPlanes, s16), Format(rgbPlanes, s16), matrix),
+    ROW(bind, zeliColorTwist32f_16s_IP3R, Format(rgbPlanes, s16), Format(rgbPlanes, s16), inPlace),
+    ROW(bind, zeliColorTwist_32f_C3R, Format(rgb24, f32), Format(rgb24, f32), matrix),
+    ROW(bind, zeliColorTwist_32f_C3IR, Format(rgb24, f32), Format(rgb24, f32), inPlace),
+    ROW(bind, zeliColorTwist_32f_AC4R, Format(rgba32, f32), Format(rgba32, f32), matrix),
+    ROW(bind, zeliColorTwist_32f_AC4IR, Format(rgba32, f32), Format(rgba32, f32), inPlace),
+    ROW(bind, zeliColorTwist_32f_P3R, Format(rgbPlanes, f32), Format(rgbPlanes, f32), matrix),
+    ROW(bind, zeliColorTwist_32f_IP3R, Format(rgbPlanes, f32), Format(rgbPlanes, f32), inPlace),
+    ROW(bind, zeliColorTwist_32f_C4R, Format(rgba32, f32), Format(rgba32, f32), matrix),
 };
 
 constexpr bool isMeasured(std::string_view name) {

@@ -9,13 +9,15 @@ namespace bench {
 enum class Variant {
     replicate,    // a subsampled chroma sample serves all pixels of its site
     interpolate,  // chroma is interpolated between sites
+    matrix,       // the channels go through the caller's matrix
+    inPlace,      // the same, of the destination into itself
     smooth,       // luma and chroma are filtered
     fieldwise,    // rows of chroma are interpolated within their field
 };
 
 struct Task {
-    Layout source;
-    Layout destination;
+    Format source;
+    Format destination;
     Variant variant = Variant::replicate;
 
     bool operator==(const Task&) const = default;

@@ -1,5 +1,6 @@
 #include "image.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -13,13 +14,15 @@ constexpr size_t alignment = 64, page = 4096;
 
 constexpr size_t roundUp(size_t value, size_t multiple) { return (value + multiple - 1) / multiple * multiple; }
 
-int32_t stepOf(const PlaneShape& shape, Size size) {
-    return size.width / shape.columns * static_cast<int32_t>(shape.samples.size());
+int32_t stepOf(const PlaneShape& shape, Depth depth, Size size) {
+    return size.width / shape.columns * static_cast<int32_t>(shape.samples.size()) * bytesOf(depth);
 }
 
 int rowsOf(const PlaneShape& shape, Size size) { return size.height / shape.rows; }
 
-size_t bytesOf(const PlaneShape& shape, Size size) { return size_t(stepOf(shape, size)) * rowsOf(shape, size); }
+size_t bytesOf(const PlaneShape& shape, Depth depth, Size size) {
+    return size_t(stepOf(shape, depth, size)) * rowsOf(shape, size);
+}
 
 // x and y run from 0 to 1.
 double sampleAt(char letter, double x, double y) {
@@ -41,7 +44,68 @@ double sampleAt(char letter, double x, double y) {
     }
 }
 
+// A depth on the scale of 8 bits: value = sample * scale + bias.
+struct Scale {
+    double scale, bias;
+};
+
+constexpr Scale scaleOf(Depth depth) {
+    switch (depth) {
+        case Depth::u8:
+            return {1, 0};
+        case Depth::s8:
+            return {1, 128};
+        case Depth::u16:
+            return {1.0 / 257, 0};
+        case Depth::s16:
+            return {1.0 / 256, 128};
+        case Depth::f32:
+        case Depth::f64:
+            return {255, 0};
+    }
+    return {};
+}
+
+// Calls f with a value of the type of a depth's samples.
+template <class F>
+auto withSample(Depth depth, const F& f) {
+    switch (depth) {
+        case Depth::s8:
+            return f(int8_t{});
+        case Depth::u16:
+            return f(uint16_t{});
+        case Depth::s16:
+            return f(int16_t{});
+        case Depth::f32:
+            return f(float{});
+        case Depth::f64:
+            return f(double{});
+        default:
+            return f(uint8_t{});
+    }
+}
+
+void write(uint8_t* place, Depth depth, double value) {
+    const Scale scale = scaleOf(depth);
+    withSample(depth, [&](auto sample) {
+        sample = static_cast<decltype(sample)>((value - scale.bias) / scale.scale);
+        std::memcpy(place, &sample, sizeof sample);
+    });
+}
+
+double read(const uint8_t* place, Depth depth) {
+    const Scale scale = scaleOf(depth);
+    return withSample(depth, [&](auto sample) {
+        std::memcpy(&sample, place, sizeof sample);
+        return double(sample) * scale.scale + scale.bias;
+    });
+}
+
 }  // namespace
+
+int bytesOf(Depth depth) {
+    return withSample(depth, [](auto sample) { return static_cast<int>(sizeof sample); });
+}
 
 std::span<const PlaneShape> planesOf(Layout layout) {
     static constexpr PlaneShape rgb24[] = {{"rgb"}}, bgr24[] = {{"bgr"}}, rgba32[] = {{"rgbx"}}, bgra32[] = {{"bgrx"}};
@@ -55,6 +119,7 @@ std::span<const PlaneShape> planesOf(Layout layout) {
     static constexpr PlaneShape nv12[] = {{"y"}, {"uv", 2, 2}}, nv21[] = {{"y"}, {"vu", 2, 2}};
     static constexpr PlaneShape nv11[] = {{"y"}, {"uv", 4}};
     static constexpr PlaneShape yuy2[] = {{"yuyv", 2}}, yvyu[] = {{"yvyu", 2}}, uyvy[] = {{"uyvy", 2}};
+    static constexpr PlaneShape gray[] = {{"y"}};
     switch (layout) {
         case Layout::rgb24:
             return rgb24;
@@ -92,38 +157,42 @@ std::span<const PlaneShape> planesOf(Layout layout) {
             return yvyu;
         case Layout::uyvy:
             return uyvy;
+        case Layout::gray:
+            return gray;
     }
     return {};
 }
 
-size_t bytesOf(Layout layout, Size size) {
+size_t bytesOf(Format format, Size size) {
     size_t total = 0;
-    for (const PlaneShape& shape : planesOf(layout)) total = roundUp(total, alignment) + bytesOf(shape, size);
+    for (const PlaneShape& shape : planesOf(format.layout))
+        total = roundUp(total, alignment) + bytesOf(shape, format.depth, size);
     return total;
 }
 
-Image placeImage(Layout layout, Size size, uint8_t* memory) {
-    Image image{layout, size, {}};
+Image placeImage(Format format, Size size, uint8_t* memory) {
+    Image image{format.layout, format.depth, size, {}};
     size_t offset = 0;
     Plane* plane = image.planes.data();
-    for (const PlaneShape& shape : planesOf(layout)) {
+    for (const PlaneShape& shape : planesOf(format.layout)) {
         offset = roundUp(offset, alignment);
-        *plane++ = {memory + offset, stepOf(shape, size)};
-        offset += bytesOf(shape, size);
+        *plane++ = {memory + offset, stepOf(shape, format.depth, size)};
+        offset += bytesOf(shape, format.depth, size);
     }
     return image;
 }
 
 void paint(const Image& image) {
     const Plane* plane = image.planes.data();
+    const int bytes = bytesOf(image.depth);
     for (const PlaneShape& shape : planesOf(image.layout)) {
         const int samples = static_cast<int>(shape.samples.size());
         for (int row = 0; row < rowsOf(shape, image.size); ++row) {
-            uint8_t* bytes = plane->data + ptrdiff_t{plane->step} * row;
+            uint8_t* place = plane->data + ptrdiff_t{plane->step} * row;
             const double y = double(row * shape.rows) / image.size.height;
-            for (int i = 0; i < plane->step; ++i) {
+            for (int i = 0; i < plane->step / bytes; ++i, place += bytes) {
                 const double x = double(i / samples * shape.columns) / image.size.width;
-                bytes[i] = static_cast<uint8_t>(sampleAt(shape.samples[i % samples], x, y));
+                write(place, image.depth, sampleAt(shape.samples[i % samples], x, y));
             }
         }
         ++plane;
@@ -138,12 +207,17 @@ Image withChromaExchanged(Image image) {
 double meanDifference(const Image& a, const Image& b) {
     double sum = 0, count = 0;
     const auto shapes = planesOf(a.layout);
+    const int bytes = bytesOf(a.depth);
     for (size_t p = 0; p < shapes.size(); ++p) {
+        const std::string_view letters = shapes[p].samples;
         for (int row = 0; row < rowsOf(shapes[p], a.size); ++row) {
             const uint8_t* left = a.planes[p].data + ptrdiff_t{a.planes[p].step} * row;
             const uint8_t* right = b.planes[p].data + ptrdiff_t{b.planes[p].step} * row;
-            for (int i = 0; i < a.planes[p].step; ++i) sum += std::abs(left[i] - right[i]);
-            count += a.planes[p].step;
+            for (int i = 0; i < a.planes[p].step / bytes; ++i) {
+                if (letters[i % letters.size()] == 'x') continue;
+                sum += std::abs(read(left + i * bytes, a.depth) - read(right + i * bytes, b.depth));
+                ++count;
+            }
         }
     }
     return sum / count;
@@ -159,7 +233,7 @@ Memory allocate(size_t bytes) {
     return memory;
 }
 
-OwnImage::OwnImage(Layout layout, Size size)
-    : memory(allocate(bytesOf(layout, size))), image(placeImage(layout, size, memory.get())) {}
+OwnImage::OwnImage(Format format, Size size)
+    : memory(allocate(bytesOf(format, size))), image(placeImage(format, size, memory.get())) {}
 
 }  // namespace bench

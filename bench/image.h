@@ -29,9 +29,24 @@ enum class Layout {
     yuy2,
     yvyu,
     uyvy,
+    gray,
 };
 
-// The samples that one site of a plane holds, a letter a byte (u is Cb, v is Cr, x is unused), and the pixels that it covers.
+// Samples of more or less than 8 bits hold the same picture: 255 is the highest value of the unsigned depths and 1 of the floats,
+// and 128 is 0 of the signed ones.
+enum class Depth { u8, s8, u16, s16, f32, f64 };
+
+int bytesOf(Depth depth);
+
+struct Format {
+    Layout layout;
+    Depth depth;
+
+    constexpr Format(Layout l, Depth d = Depth::u8) : layout(l), depth(d) {}
+    bool operator==(const Format&) const = default;
+};
+
+// The samples that one site of a plane holds, a letter each (u is Cb, v is Cr, x is unused), and the pixels that it covers.
 struct PlaneShape {
     std::string_view samples;
     int columns = 1;
@@ -52,14 +67,15 @@ struct Plane {
 
 // Planes in memory of somebody else. Planes that the layout lacks are null.
 struct Image {
-    Layout layout;
-    Size size;
-    std::array<Plane, 4> planes;
+    Layout layout{};
+    Depth depth{};
+    Size size{};
+    std::array<Plane, 4> planes{};
 };
 
 // Rows follow each other without a gap, planes too, but each plane begins on a boundary of 64 bytes.
-size_t bytesOf(Layout layout, Size size);
-Image placeImage(Layout layout, Size size, uint8_t* memory);
+size_t bytesOf(Format format, Size size);
+Image placeImage(Format format, Size size, uint8_t* memory);
 
 // A smooth, strongly coloured picture, on which methods that differ in rounding and siting agree within a few levels.
 void paint(const Image& image);
@@ -67,7 +83,7 @@ void paint(const Image& image);
 // The same planes with the second and the third exchanged: Cr before Cb.
 Image withChromaExchanged(Image image);
 
-// The mean of |a - b| over all bytes of two images of one layout.
+// The mean of |a - b| over all samples but the unused ones of two images of one format, on the scale of 8 bits.
 double meanDifference(const Image& a, const Image& b);
 
 struct FreeMemory {
@@ -80,7 +96,7 @@ Memory allocate(size_t bytes);
 
 // An image with memory of its own.
 struct OwnImage {
-    OwnImage(Layout layout, Size size);
+    OwnImage(Format format, Size size);
 
     Memory memory;
     Image image;

@@ -149,6 +149,12 @@ const Row table[] = {
     {{nv12, uyvy}, "NV12ToI420, I420ToUYVY", via(i420, bind<NV12ToI420>, bind<I420ToUYVY>)},
     {{i420, i422}, "I420ToI422", bind<I420ToI422>},
     {{nv12, i422}, "NV12ToI420, I420ToI422", via(i420, bind<NV12ToI420>, bind<I420ToI422>)},
+
+    // gray
+    {{rgb24, gray}, "RAWToJ400", bind<RAWToJ400>},
+    {{rgba32, gray}, "ABGRToJ400", bind<ABGRToJ400>},
+    {{gray, rgba32}, "J400ToARGB", bind<J400ToARGB>},
+    {{yuy2, gray}, "YUY2ToY", bind<YUY2ToY>},
 };
 
 }  // namespace

@@ -8,6 +8,7 @@ namespace bench {
 
 namespace {
 
+using enum Depth;
 using enum Layout;
 
 struct Row {
@@ -34,8 +35,26 @@ constexpr Row table[] = {
 
     ROW(yuy2, rgb24, YUV2RGB_YUY2),   ROW(yuy2, bgr24, YUV2BGR_YUY2),   ROW(yuy2, rgba32, YUV2RGBA_YUY2),
     ROW(yuy2, bgra32, YUV2BGRA_YUY2), ROW(yvyu, rgb24, YUV2RGB_YVYU),   ROW(yvyu, bgr24, YUV2BGR_YVYU),
-    ROW(yvyu, rgba32, YUV2RGBA_YVYU), ROW(yvyu, bgra32, YUV2BGRA_YVYU),
+    ROW(yvyu, rgba32, YUV2RGBA_YVYU), ROW(yvyu, bgra32, YUV2BGRA_YVYU), ROW(yuy2, gray, YUV2GRAY_YUY2),
+
+    ROW(rgb24, gray, RGB2GRAY),       ROW(rgba32, gray, RGBA2GRAY),     ROW(gray, rgb24, GRAY2RGB),
+    ROW(gray, rgba32, GRAY2RGBA),
 };
+
+// Deeper samples, with the same functions.
+constexpr int conversionOf(const Task& task) {
+    const Depth depth = task.source.depth;
+    const bool converts = depth == u8 || depth == u16 || depth == f32;
+    if (!converts || task.destination.depth != depth || task.variant != Variant::replicate) return -1;
+    for (const Row& row : table)
+        if (row.task == Task{task.source.layout, task.destination.layout}) return int(&row - table);
+    return -1;
+}
+
+bool isTransform(const Task& task) {
+    const bool toGray = task.destination.layout == gray && (task.source.depth == s16 || task.source.depth == f64);
+    return toGray || (task.variant == Variant::matrix && task.source.layout != rgbPlanes);
+}
 
 // A 4:2:0 image is one matrix of one channel, half as high again, whose planes follow each other without a gap.
 cv::Mat matrixOf(const Image& image) {
@@ -44,7 +63,9 @@ cv::Mat matrixOf(const Image& image) {
     const bool planar = shapes.size() > 1;
     const int channels = planar ? 1 : static_cast<int>(shapes[0].samples.size()) / shapes[0].columns;
     const int rows = planar ? height * 3 / 2 : height;
-    return cv::Mat(rows, width, CV_8UC(channels), image.planes[0].data, static_cast<size_t>(image.planes[0].step));
+    constexpr int types[] = {CV_8U, CV_8S, CV_16U, CV_16S, CV_32F, CV_64F};
+    return cv::Mat(rows, width, CV_MAKETYPE(types[int(image.depth)], channels), image.planes[0].data,
+                   static_cast<size_t>(image.planes[0].step));
 }
 
 Call bindCode(int code, const Image& source, const Image& destination) {
@@ -55,17 +76,31 @@ Call bindCode(int code, const Image& source, const Image& destination) {
     };
 }
 
+// As many rows and columns of the matrix as there are channels on either side. 16-bit and float samples are computed in floats.
+Call bindTransform(const Image& source, const Image& destination) {
+    cv::setNumThreads(1);
+    const cv::Mat from = matrixOf(source);
+    cv::Mat to = matrixOf(destination);
+    const cv::Mat whole(4, 4, CV_32F, const_cast<float*>(parameters<float>));
+    const cv::Mat m = whole(cv::Rect(0, 0, from.channels(), to.channels())).clone();
+    return [from, to, m]() mutable {
+        cv::transform(from, to, m);
+        return 0;
+    };
+}
+
 }  // namespace
 
 std::string openCvVersion() { return "OpenCV " CV_VERSION; }
 
 void addOpenCv(const Task& task, std::vector<Peer>& peers) {
-    for (const Row& row : table) {
-        if (row.task != task) continue;
-        peers.push_back({std::string("OpenCV ") + row.name, [code = row.code](const Image& source, const Image& destination) {
-                             return bindCode(code, source, destination);
-                         }});
+    if (const int i = conversionOf(task); i >= 0) {
+        peers.push_back(
+            {std::string("OpenCV ") + table[i].name, [code = table[i].code](const Image& source, const Image& destination) {
+                 return bindCode(code, source, destination);
+             }});
     }
+    if (isTransform(task)) peers.push_back({"OpenCV transform", bindTransform});
 }
 
 }  // namespace bench

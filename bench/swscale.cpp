@@ -85,7 +85,8 @@ std::string swscaleVersion() {
 }
 
 void addSwscale(const Task& task, std::vector<Peer>& peers) {
-    const AVPixelFormat source = formatOf(task.source), destination = formatOf(task.destination);
+    if (task.source.depth != Depth::u8 || task.destination.depth != Depth::u8) return;
+    const AVPixelFormat source = formatOf(task.source.layout), destination = formatOf(task.destination.layout);
     if (source == AV_PIX_FMT_NONE || destination == AV_PIX_FMT_NONE) return;
     if (!sws_isSupportedInput(source) || !sws_isSupportedOutput(destination)) return;
     // Chroma is interpolated between rows only, and by four taps, on the way to planar 4:2:2.

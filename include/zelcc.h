@@ -8,6 +8,7 @@
 #define ZELCC_H
 
 #include "zelcc/chroma.h"
+#include "zelcc/intensity.h"
 #include "zelcc/lumachroma.h"
 #include "zelcc/types.h"
 #include "zelcc/version.h"

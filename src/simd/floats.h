@@ -1,0 +1,116 @@
+// Vectors of floats and doubles, and vectors of integer samples as floats and back. Arithmetic comes from the compiler's vector
+// types: every operation is rounded by itself, in the order written.
+#pragma once
+
+#include "simd/vector.h"
+
+namespace zel::ZEL_LEVEL {
+
+typedef float Floats __attribute__((vector_size(vectorBytes)));
+typedef double Doubles __attribute__((vector_size(vectorBytes)));
+
+#if ZEL_LANES == 4
+using FloatRegister = __m512;
+using DoubleRegister = __m512d;
+#elif ZEL_LANES == 2
+using FloatRegister = __m256;
+using DoubleRegister = __m256d;
+#else
+using FloatRegister = __m128;
+using DoubleRegister = __m128d;
+#endif
+
+ZEL_INLINE Floats splatFloat(float x) { return (Floats)ZEL_MM(set1_ps)(x); }
+ZEL_INLINE Doubles splatDouble(double x) { return (Doubles)ZEL_MM(set1_pd)(x); }
+
+ZEL_INLINE Floats toFloats(Dwords v) { return (Floats)ZEL_MM(cvtepi32_ps)((Register)v); }
+
+// By the rounding mode of the thread; what no dword can hold gives the lowest one.
+ZEL_INLINE Dwords rounded(Floats v) { return (Dwords)ZEL_MM(cvtps_epi32)((FloatRegister)v); }
+
+// v < limit ? v : limit and v > limit ? v : limit, so NaN gives the limit.
+ZEL_INLINE Floats atMost(Floats v, Floats limit) { return (Floats)ZEL_MM(min_ps)((FloatRegister)v, (FloatRegister)limit); }
+ZEL_INLINE Floats atLeast(Floats v, Floats limit) { return (Floats)ZEL_MM(max_ps)((FloatRegister)v, (FloatRegister)limit); }
+
+ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)ZEL_MM(packs_epi16)((Register)a, (Register)b); }
+
+// Depths. A vector of samples takes `parts` vectors of floats; what `limited` takes back may be any float: it is bounded to
+// the samples' range, NaN to its upper end, and rounded. `lowest` and `highest` are that range.
+struct Depth8u {
+    using Element = uint8_t;
+    using Vector = Bytes;
+    static constexpr int parts = 4;
+    static constexpr float lowest = 0, highest = 255;
+
+    template <int part>
+    ZEL_INLINE static Floats toFloats(Bytes v) {
+        const Words half = part < 2 ? lowBytes(v) : highBytes(v), none{};
+        return ZEL_LEVEL::toFloats((Dwords)(part % 2 == 0 ? interleaveLow(half, none) : interleaveHigh(half, none)));
+    }
+    // The packs bound it from below, and the lowest dword stands for everything that is too low.
+    ZEL_INLINE static Bytes limited(const Floats (&v)[parts]) {
+        const auto sample = [&](int i) { return rounded(atMost(v[i], splatFloat(highest))); };
+        return packBytes(packWords(sample(0), sample(1)), packWords(sample(2), sample(3)));
+    }
+};
+
+struct Depth8s {
+    using Element = int8_t;
+    using Vector = Bytes;
+    static constexpr int parts = 4;
+    static constexpr float lowest = -128, highest = 127;
+
+    template <int part>
+    ZEL_INLINE static Floats toFloats(Bytes v) {
+        const Words half = (Words)(part < 2 ? interleaveLow(Bytes{}, v) : interleaveHigh(Bytes{}, v)), none{};
+        return ZEL_LEVEL::toFloats((Dwords)(part % 2 == 0 ? interleaveLow(none, half) : interleaveHigh(none, half)) >> 24);
+    }
+    ZEL_INLINE static Bytes limited(const Floats (&v)[parts]) {
+        const auto sample = [&](int i) { return rounded(atMost(v[i], splatFloat(highest))); };
+        return packSignedBytes(packWords(sample(0), sample(1)), packWords(sample(2), sample(3)));
+    }
+};
+
+// Words go by even and odd places, which needs no shuffle.
+template <class Sample>
+struct Depth16 {
+    using Element = Sample;
+    using Vector = Words;
+    static constexpr int parts = 2;
+    static constexpr bool isSigned = Sample(-1) < 0;
+    static constexpr float lowest = isSigned ? -32768 : 0, highest = isSigned ? 32767 : 65535;
+
+    template <int part>
+    ZEL_INLINE static Floats toFloats(Words v) {
+        const Dwords even = isSigned ? (Dwords)v << 16 >> 16 : (Dwords)v & splatDword(0xffff);
+        const Dwords odd = isSigned ? (Dwords)v >> 16 : (Dwords)((UDwords)v >> 16);
+        return ZEL_LEVEL::toFloats(part == 0 ? even : odd);
+    }
+    ZEL_INLINE static Words joined(Dwords even, Dwords odd) { return (Words)((even & splatDword(0xffff)) | odd << 16); }
+    ZEL_INLINE static Words limited(const Floats (&v)[parts]) {
+        const auto sample = [&](int i) { return rounded(atLeast(atMost(v[i], splatFloat(highest)), splatFloat(lowest))); };
+        return joined(sample(0), sample(1));
+    }
+};
+using Depth16u = Depth16<uint16_t>;
+using Depth16s = Depth16<int16_t>;
+
+// Floats have no limits.
+struct Depth32f {
+    using Element = float;
+    using Vector = Floats;
+    static constexpr int parts = 1;
+
+    template <int part>
+    ZEL_INLINE static Floats toFloats(Floats v) {
+        return v;
+    }
+    ZEL_INLINE static Floats limited(const Floats (&v)[parts]) { return v[0]; }
+};
+
+struct Depth64f {
+    using Element = double;
+    using Vector = Doubles;
+};
+
+}  // namespace zel::ZEL_LEVEL

@@ -1,0 +1,184 @@
+// Interleaved pixels of samples of any size: how a block becomes one vector per channel, and back. A block has as many pixels as
+// a vector has samples, in natural order.
+#pragma once
+
+#include "simd/floats.h"
+#include "simd/pixels.h"
+
+namespace zel::ZEL_LEVEL {
+
+template <class V>
+struct Channels {
+    V a, b, c;
+};
+
+namespace samples {
+
+// Shuffles of three interleaved samples of `size` bytes within lanes, and across a whole vector at the widest level: 3 has no
+// common factor with the number of samples in a vector, so a channel's samples stand at different places of the three vectors,
+// and two blends and one permute bring them together, or apart.
+template <int size>
+struct Triples {
+    alignas(16) uint8_t gather[3][3][16];   // [vector][channel]
+    alignas(16) uint8_t scatter[3][3][16];  // [vector][channel]
+    alignas(64) uint8_t wideGather[3][64];
+    alignas(64) uint8_t wideScatter[3][64];
+    uint64_t place[3][3];  // [vector][channel]: the bytes of a vector that are the channel's
+};
+
+template <int size>
+constexpr Triples<size> makeTriples() {
+    Triples<size> t{};
+    for (int v = 0; v < 3; ++v)
+        for (int c = 0; c < 3; ++c)
+            for (int i = 0; i < 16; ++i) {
+                const int from = (i / size * 3 + c) * size + i % size;
+                t.gather[v][c][i] = from / 16 == v ? uint8_t(from % 16) : triples::none;
+                const int to = 16 * v + i, sample = to / size;
+                t.scatter[v][c][i] = sample % 3 == c ? uint8_t(sample / 3 * size + to % size) : triples::none;
+            }
+    for (int c = 0; c < 3; ++c)
+        for (int i = 0; i < 64; ++i) {
+            const int from = (i / size * 3 + c) * size + i % size;
+            t.wideGather[c][i] = uint8_t(from % 64);
+            t.wideScatter[c][from % 64] = uint8_t(i);
+            t.place[from / 64][c] |= uint64_t{1} << from % 64;
+        }
+    return t;
+}
+
+template <int size>
+inline constexpr Triples<size> table = makeTriples<size>();
+
+// The bytes of the first three of every four samples.
+template <int size>
+constexpr uint64_t coloursOfFour() {
+    uint64_t places = 0;
+    for (int i = 0; i < 64; ++i)
+        if (i / size % 4 != 3) places |= uint64_t{1} << i;
+    return places;
+}
+
+#if ZEL_LANES == 4
+// The bytes of the vectors x, y and z that belong to the channels or vectors with the given masks.
+ZEL_INLINE Register blend(Register x, Register y, uint64_t yPlaces, Register z, uint64_t zPlaces) {
+    return _mm512_mask_mov_epi8(_mm512_mask_mov_epi8(x, yPlaces, y), zPlaces, z);
+}
+#endif
+
+}  // namespace samples
+
+// Three samples a pixel.
+template <class Depth>
+struct InterleavedThree {
+    using V = typename Depth::Vector;
+    static constexpr int size = sizeof(typename Depth::Element), bytes = 3 * size;
+
+    ZEL_INLINE static Channels<V> load(const uint8_t* p) {
+#if ZEL_LANES == 4
+        constexpr auto& t = samples::table<size>;
+        const Register v[3] = {(Register)loadBytes(p), (Register)loadBytes(p + 64), (Register)loadBytes(p + 128)};
+        const auto channel = [&](int c) ZEL_INLINE_LAMBDA {
+            return (V)triples::permute(samples::blend(v[0], v[1], t.place[1][c], v[2], t.place[2][c]), t.wideGather[c]);
+        };
+        return {channel(0), channel(1), channel(2)};
+#else
+        const Bytes v[3] = {loadLanes(p, 48), loadLanes(p + 16, 48), loadLanes(p + 32, 48)};
+        if constexpr (size == 8) {
+            constexpr int highOfSecond = 0b1010 & ((1 << 2 * lanes) - 1), highOfFirst = 0b0101 & ((1 << 2 * lanes) - 1);
+            const DoubleRegister d[3] = {(DoubleRegister)v[0], (DoubleRegister)v[1], (DoubleRegister)v[2]};
+            return {(V)ZEL_MM(shuffle_pd)(d[0], d[1], highOfSecond), (V)ZEL_MM(shuffle_pd)(d[0], d[2], highOfFirst),
+                    (V)ZEL_MM(shuffle_pd)(d[1], d[2], highOfSecond)};
+        } else {
+            const auto channel = [&](int c) ZEL_INLINE_LAMBDA {
+                const auto part = [&](int i) { return shuffle(v[i], everyLane(samples::table<size>.gather[i][c])); };
+                return (V)(part(0) | part(1) | part(2));
+            };
+            return {channel(0), channel(1), channel(2)};
+        }
+#endif
+    }
+
+    template <Stores stores = Stores::cached>
+    ZEL_INLINE static void store(uint8_t* p, Channels<V> x) {
+        constexpr auto& t = samples::table<size>;
+        const Bytes channels[3] = {(Bytes)x.a, (Bytes)x.b, (Bytes)x.c};
+#if ZEL_LANES == 4
+        const auto spread = [&](int c)
+                                ZEL_INLINE_LAMBDA { return (Register)triples::permute((Register)channels[c], t.wideScatter[c]); };
+        const Register v[3] = {spread(0), spread(1), spread(2)};
+        unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA {
+            ZEL_LEVEL::store<stores>(p + 64 * i, (Bytes)samples::blend(v[0], v[1], t.place[i][1], v[2], t.place[i][2]));
+        });
+#else
+        unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA {
+            const auto part = [&](int c) { return shuffle(channels[c], everyLane(t.scatter[i][c])); };
+            storeLanes<stores>(p + 16 * i, 48, part(0) | part(1) | part(2));
+        });
+#endif
+    }
+};
+
+// Four samples a pixel, of which the fourth is not read.
+template <class Depth>
+struct InterleavedFour {
+    using V = typename Depth::Vector;
+    static constexpr int size = sizeof(typename Depth::Element), bytes = 4 * size;
+
+    ZEL_INLINE static Channels<V> load(const uint8_t* p) {
+        if constexpr (size == 8) {
+            const auto part = [&](int i) { return loadLanes(p + 16 * i, 64); };
+            const Bytes v0 = part(0), v1 = part(1), v2 = part(2), v3 = part(3);
+            return {(V)interleaveLow64(v0, v2), (V)interleaveHigh64(v0, v2), (V)interleaveLow64(v1, v3)};
+        } else {
+#if ZEL_LANES == 4
+            // Vectors as they stand in memory leave every fourth dword of a channel in a lane.
+            const auto part = [&](int i) { return loadBytes(p + 64 * i); };
+            const auto sorted = [](Bytes v) {
+                const __m512i places = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
+                return (V)_mm512_permutexvar_epi32(places, (Register)v);
+            };
+#else
+            const auto part = [&](int i) { return loadLanes(p + 16 * i, 64); };
+            const auto sorted = [](Bytes v) { return (V)v; };
+#endif
+            // ab: two dwords of channel a, then two of b.
+            struct Half {
+                Bytes ab, cd;
+            };
+            const auto half = [](Bytes x, Bytes y) {
+                if constexpr (size == 4) {
+                    return Half{(Bytes)interleaveLow((Dwords)x, (Dwords)y), (Bytes)interleaveHigh((Dwords)x, (Dwords)y)};
+                } else {
+                    const Words first = interleaveLow((Words)x, (Words)y), second = interleaveHigh((Words)x, (Words)y);
+                    return Half{(Bytes)interleaveLow(first, second), (Bytes)interleaveHigh(first, second)};
+                }
+            };
+            const Half low = half(part(0), part(1)), high = half(part(2), part(3));
+            return {sorted(interleaveLow64(low.ab, high.ab)), sorted(interleaveHigh64(low.ab, high.ab)),
+                    sorted(interleaveLow64(low.cd, high.cd))};
+        }
+    }
+};
+
+// A vector of four-sample pixels to memory, but for the fourth sample of each, which is written with what it held.
+template <int size>
+ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
+    constexpr uint64_t colours = samples::coloursOfFour<size>();
+#if ZEL_LANES == 4
+    _mm512_mask_storeu_epi8(p, colours, (Register)v);
+#else
+    struct Mask {
+        alignas(16) uint8_t bytes[16];
+    };
+    constexpr Mask mask = [] {
+        Mask m{};
+        for (int i = 0; i < 16; ++i) m.bytes[i] = colours >> i & 1 ? 0xff : 0;
+        return m;
+    }();
+    const Bytes taken = everyLane(mask.bytes);
+    storeVector(p, (v & taken) | (loadBytes(p) & ~taken));
+#endif
+}
+
+}  // namespace zel::ZEL_LEVEL
