@@ -3,6 +3,7 @@
 #include "chroma/means.h"
 #include "chroma/pairs.h"
 #include "chroma/row_copy.h"
+#include "chroma/slices.h"
 #include "zelcc/chroma.h"
 
 namespace zel::ZEL_LEVEL {
@@ -70,7 +71,7 @@ constexpr Conversion fourTapInterleaved(TapRows taps) {
 
 // Rows beyond the first and the last are those again.
 constexpr TapRows tapsFirst{{0, 0, 1, 2}}, tapsInside{{-1, 0, 1, 2}}, tapsNextToLast{{-1, 0, 1, 1}}, tapsLast{{-1, 0, 0, 0}};
-constexpr Groups first{0, 1}, last{-1, 0}, inside{1, -1}, allButFirst{1, 0}, allButLast{0, -1}, all{};
+constexpr Groups first{0, 1}, last{-1, 0}, inside{1, -1}, allButFirst{1, 0}, allButLast{0, -1};
 constexpr Groups insideOfTaps{1, -2}, nextToLast{-2, -1};
 
 template <uint8_t from, uint8_t to>
@@ -193,15 +194,6 @@ constexpr Conversion chromaRow(int8_t next) {
                  {withoutConstants<SmoothChroma<RoundedTwice>>, withoutConstants<SmoothChroma<CutOff>>, leadingChroma});
 }
 
-// An image, or the part of it that a slice owns, in passes. A whole image of one pair of rows has its own.
-struct Sliced {
-    Passes top, middle, bottom, whole, wholePair;
-    Site site{2, 2};
-    Minimum minimum{2, 2};
-    OddSize oddSize = OddSize::accepted;
-    Checks checks = Checks::planesFirst;
-};
-
 constexpr Rules packedEdge = roundedThenCutOff<SmoothPacked, 8>, packedInside = roundedThenCutOff<SmoothPacked, 32>;
 constexpr Conversion packedTop = packedPair(Edge::top, packedEdge), packedMiddle = packedPair(Edge::none, packedInside),
                      packedBottom = packedPair(Edge::bottom, packedEdge);
@@ -234,30 +226,6 @@ constexpr Pass planesPairImage[] = {{lumaPairTop, first}, {lumaPairBottom, last}
 template <int count>
 constexpr Passes inPairs(const Pass (&list)[count]) {
     return passes({2, 2}, list, {2, 2});
-}
-
-ZEL_INLINE bool isOneRow(const Sliced&, const Images&) { return false; }
-
-// The first pair of rows that a middle or a bottom slice owns is the last one that the slice above left undone, and so is the
-// last pair of a top or a middle slice.
-ZEL_OWN_CODE inline void convert(const Sliced& s, const Images& images) {
-    constexpr int wholeImage = zelSliceTop | zelSliceMiddle | zelSliceBottom;
-    Images part = images;
-    part.size.width &= ~1;
-    part.size.height &= ~1;
-    const int slice = images.slice;
-    if ((slice & wholeImage) == wholeImage) return convert(part.size.height == 2 ? s.wholePair : s.whole, part);
-    if (slice != zelSliceTop && slice != zelSliceMiddle && slice != zelSliceBottom) return;
-    if (slice != zelSliceTop) {
-        part.size.height += 2;
-        for (int plane = 0; plane < 4; ++plane) {
-            const size_t rows = plane == 0 ? 2 : 1;
-            part.source[plane] = moved(part.source[plane], -rows * size_t(part.sourceStep[plane]));
-            part.destination[plane] = moved(part.destination[plane], -rows * size_t(part.destinationStep[plane]));
-        }
-    }
-    if (slice != zelSliceBottom) part.size.height -= 2;
-    if (part.size.height != 0) convert(slice == zelSliceTop ? s.top : slice == zelSliceMiddle ? s.middle : s.bottom, part);
 }
 
 }  // namespace
