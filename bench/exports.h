@@ -11,8 +11,10 @@ enum class Variant {
     interpolate,  // chroma is interpolated between sites
     matrix,       // the channels go through the caller's matrix
     inPlace,      // the same, of the destination into itself
-    smooth,       // luma and chroma are filtered
-    fieldwise,    // rows of chroma are interpolated within their field
+    curve,        // the channels go through a transfer curve
+    inverseCurve,
+    smooth,     // luma and chroma are filtered
+    fieldwise,  // rows of chroma are interpolated within their field
 };
 
 struct Task {

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <opencv2/core.hpp>
 #include <opencv2/core/version.hpp>
 #include <opencv2/imgproc.hpp>
@@ -89,6 +90,26 @@ Call bindTransform(const Image& source, const Image& destination) {
     };
 }
 
+// A table of all results, made beforehand.
+bool isTable(const Task& task) {
+    const bool curved = task.variant == Variant::curve || task.variant == Variant::inverseCurve;
+    return curved && task.source.depth == u8 && task.source.layout != rgbPlanes;
+}
+
+double curveAt(double v) { return v < 0.018 ? 4.5 * v : 1.099 * std::pow(v, 0.45) - 0.099; }
+double inverseCurveAt(double v) { return v < 0.0812 ? v / 4.5 : std::pow((v + 0.099) / 1.099, 1 / 0.45); }
+
+template <double (*at)(double)>
+Call bindTable(const Image& source, const Image& destination) {
+    cv::setNumThreads(1);
+    cv::Mat results(1, 256, CV_8U);
+    for (int i = 0; i < 256; ++i) results.at<uint8_t>(i) = static_cast<uint8_t>(std::lround(255 * at(i / 255.0)));
+    return [from = matrixOf(source), to = matrixOf(destination), results]() mutable {
+        cv::LUT(from, results, to);
+        return 0;
+    };
+}
+
 }  // namespace
 
 std::string openCvVersion() { return "OpenCV " CV_VERSION; }
@@ -101,6 +122,8 @@ void addOpenCv(const Task& task, std::vector<Peer>& peers) {
              }});
     }
     if (isTransform(task)) peers.push_back({"OpenCV transform", bindTransform});
+    if (isTable(task))
+        peers.push_back({"OpenCV LUT", task.variant == Variant::curve ? bindTable<curveAt> : bindTable<inverseCurveAt>});
 }
 
 }  // namespace bench

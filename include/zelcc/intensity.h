@@ -1,5 +1,6 @@
 /*
- * Conversion from and to one intensity, and matrices over the channels of a pixel, at the depths 8u, 8s, 16u, 16s, 32f and 64f.
+ * Conversion from and to one intensity, matrices over the channels of a pixel, and transfer curves, at the depths 8u, 8s, 16u,
+ * 16s, 32f and 64f.
  *
  * Channels. Nothing here depends on what the channels mean: channel 0 is the first of a pixel in memory, or the first plane.
  *
@@ -207,6 +208,78 @@ ZEL_API ZelStatus zeliColorTwist_32f_IP3R(float* const pSrcDst[3], int32_t srcDs
  */
 ZEL_API ZelStatus zeliColorTwist_32f_C4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep, ZelSize roiSize,
                                          const float matrix[16]);
+
+/*
+ * The transfer curve of Recommendation ITU-R BT.709, from linear light to video, and its inverse. v is a sample on a scale on
+ * which black is 0 and white is 1:
+ *
+ *     Fwd:  v < 0.018 ? 4.5 v : 1.099 v^0.45 - 0.099
+ *     Inv:  v < 0.0812 ? v / 4.5 : ((v + 0.099) / 1.099)^(1 / 0.45)
+ *
+ * The knees do not quite meet: 0.018 becomes 0.081. A step below 1 is an error. The powers are those of the C library's pow, in
+ * double precision.
+ *
+ * Status, in addition: zelStsRangeErr, before all others, if vMax - vMin is not above 0 (depth 32f); zelStsMemAllocErr, after all
+ * others, if there is no memory for the table of a large image (depth 16u).
+ *
+ * Example, Fwd_8u: (200, 100, 50) -> (226, 159, 109) in a 1 x 1 image; Inv_8u: (200, 100, 50) -> (157, 43, 14).
+ */
+
+/** 8-bit samples, 255 is white. No memory is taken. */
+ZEL_API ZelStatus zeliGammaFwd_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaFwd_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaFwd_8u_P3R(const uint8_t* const pSrc[3], int32_t srcStep, uint8_t* const pDst[3], int32_t dstStep,
+                                      ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaFwd_8u_C3IR(uint8_t* pSrcDst, int32_t srcDstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaFwd_8u_AC4IR(uint8_t* pSrcDst, int32_t srcDstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaFwd_8u_IP3R(uint8_t* const pSrcDst[3], int32_t srcDstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_8u_P3R(const uint8_t* const pSrc[3], int32_t srcStep, uint8_t* const pDst[3], int32_t dstStep,
+                                      ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_8u_C3IR(uint8_t* pSrcDst, int32_t srcDstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_8u_AC4IR(uint8_t* pSrcDst, int32_t srcDstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_8u_IP3R(uint8_t* const pSrcDst[3], int32_t srcDstStep, ZelSize roiSize);
+
+/**
+ * 16-bit samples, 65535 is white. The sums before rounding are single-precision numbers, so results near a half may be 1 away
+ * from the nearest integer to the curve. From 65537 samples on (3 * width * height, whatever the layout), a table of 128 KiB is
+ * taken for the call.
+ */
+ZEL_API ZelStatus zeliGammaFwd_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaFwd_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaFwd_16u_P3R(const uint16_t* const pSrc[3], int32_t srcStep, uint16_t* const pDst[3], int32_t dstStep,
+                                       ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaFwd_16u_C3IR(uint16_t* pSrcDst, int32_t srcDstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaFwd_16u_AC4IR(uint16_t* pSrcDst, int32_t srcDstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaFwd_16u_IP3R(uint16_t* const pSrcDst[3], int32_t srcDstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_16u_P3R(const uint16_t* const pSrc[3], int32_t srcStep, uint16_t* const pDst[3], int32_t dstStep,
+                                       ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_16u_C3IR(uint16_t* pSrcDst, int32_t srcDstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_16u_AC4IR(uint16_t* pSrcDst, int32_t srcDstStep, ZelSize roiSize);
+ZEL_API ZelStatus zeliGammaInv_16u_IP3R(uint16_t* const pSrcDst[3], int32_t srcDstStep, ZelSize roiSize);
+
+/** Floats, vMin is black and vMax is white; neither bounds the samples or the results. NaN stays NaN. */
+ZEL_API ZelStatus zeliGammaFwd_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep, ZelSize roiSize,
+                                       float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaFwd_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep, ZelSize roiSize,
+                                        float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaFwd_32f_P3R(const float* const pSrc[3], int32_t srcStep, float* const pDst[3], int32_t dstStep,
+                                       ZelSize roiSize, float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaFwd_32f_C3IR(float* pSrcDst, int32_t srcDstStep, ZelSize roiSize, float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaFwd_32f_AC4IR(float* pSrcDst, int32_t srcDstStep, ZelSize roiSize, float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaFwd_32f_IP3R(float* const pSrcDst[3], int32_t srcDstStep, ZelSize roiSize, float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaInv_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep, ZelSize roiSize,
+                                       float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaInv_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep, ZelSize roiSize,
+                                        float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaInv_32f_P3R(const float* const pSrc[3], int32_t srcStep, float* const pDst[3], int32_t dstStep,
+                                       ZelSize roiSize, float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaInv_32f_C3IR(float* pSrcDst, int32_t srcDstStep, ZelSize roiSize, float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaInv_32f_AC4IR(float* pSrcDst, int32_t srcDstStep, ZelSize roiSize, float vMin, float vMax);
+ZEL_API ZelStatus zeliGammaInv_32f_IP3R(float* const pSrcDst[3], int32_t srcDstStep, ZelSize roiSize, float vMin, float vMax);
 
 #ifdef __cplusplus
 }

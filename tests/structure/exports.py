@@ -10,8 +10,9 @@ from verdict import conclude
 # What a shared library in C needs of the dynamic loader and of the C library that the compiler may call without being asked.
 RUNTIME = {"__cxa_finalize", "__gmon_start__", "_ITM_deregisterTMCloneTable", "_ITM_registerTMCloneTable",
            "memcpy", "memmove", "memset", "memcmp", "__stack_chk_fail"}
+MATHEMATICS = {"pow"}
 ZELCORE = {"zelGetEnabledCpuFeatures", "zelGetMaxCacheSizeB", "zelMalloc", "zelFree"}
-NEEDED_LIBRARIES = re.compile(r"libzelcore\.so\.8|libc\.so\.6|ld-linux.*")
+NEEDED_LIBRARIES = re.compile(r"libzelcore\.so\.8|libc\.so\.6|libm\.so\.6|ld-linux.*")
 
 
 def order_faults(listed):
@@ -29,7 +30,7 @@ def offer_faults(listed, library):
 
 def need_faults(library):
     for symbol in symbols(library, "--dynamic", "--undefined-only"):
-        if symbol.name.split("@")[0] not in RUNTIME | ZELCORE:
+        if symbol.name.split("@")[0] not in RUNTIME | MATHEMATICS | ZELCORE:
             yield f"the library needs {symbol.name}"
 
 

@@ -1,0 +1,377 @@
+// Gamma: the three colour samples of every pixel through a transfer curve or its inverse, as bytes, 16-bit words and floats. A
+// rule replaces vectors of samples, whatever pixel they belong to; the layout says where the vectors lie and which samples are
+// alpha.
+#include "frame/memory.h"
+#include "frame/parameters.h"
+#include "frame/passes.h"
+#include "intensity/gamma_curve.h"
+#include "intensity/gamma_power.h"
+#include "simd/samples.h"
+#include "zelcc/intensity.h"
+
+namespace zel::ZEL_LEVEL {
+namespace {
+
+enum class Pixels { withoutAlpha, withAlpha };
+
+// Bytes: a table of all results.
+template <class Curve>
+constexpr GammaBytes byteTable = gammaBytes<Curve>();
+
+#if ZEL_LANES < 4
+// A byte shuffle finds a byte in a row of 16, and gives 0 for a negative place. So the places are counted down by a row at a
+// time, and each row adds to what the rows before it gave the difference between itself and its predecessor. Places are signed:
+// the bytes from 128 on start anew.
+template <class Curve>
+constexpr GammaBytes rowDifferences = [] {
+    GammaBytes d = byteTable<Curve>;
+    for (int i = 16; i < 256; ++i)
+        if (i / 16 != 8) d.of[i] = static_cast<uint8_t>(byteTable<Curve>.of[i] ^ byteTable<Curve>.of[i - 16]);
+    return d;
+}();
+#endif
+
+template <class Curve>
+class ByteGamma {
+  public:
+    using Constants = NoConstants;
+    using Element = uint8_t;
+    static constexpr bool inBatches = true;
+
+#if ZEL_LANES == 4
+    ZEL_INLINE explicit ByteGamma(const Constants&) {
+        for (int i = 0; i < 4; ++i) quarters_[i] = (Register)loadBytes(byteTable<Curve>.of + i * vectorBytes);
+    }
+
+    template <Pixels, int count>
+    ZEL_INLINE void replace(Bytes (&samples)[count]) const {
+        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
+            const Register places = (Register)samples[i], low = _mm512_permutex2var_epi8(quarters_[0], places, quarters_[1]),
+                           high = _mm512_permutex2var_epi8(quarters_[2], places, quarters_[3]);
+            samples[i] = (Bytes)_mm512_mask_blend_epi8(_mm512_movepi8_mask(places), low, high);
+        });
+    }
+
+  private:
+    Register quarters_[4];
+#else
+    ZEL_INLINE explicit ByteGamma(const Constants&) {}
+
+    template <Pixels, int count>
+    ZEL_INLINE void replace(Bytes (&samples)[count]) const {
+        Bytes results[count], places[count];
+        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
+            results[i] = Bytes{};
+            places[i] = samples[i];
+        });
+        addRows(rowDifferences<Curve>.of, places, results);
+        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA { places[i] = samples[i] ^ splatByte(0x80); });
+        addRows(rowDifferences<Curve>.of + 128, places, results);
+        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA { samples[i] = results[i]; });
+    }
+
+  private:
+    // Not unrolled: compilers then put the sums off and keep all their terms.
+    template <int count>
+    ZEL_INLINE static void addRows(const uint8_t* rows, Bytes (&places)[count], Bytes (&results)[count]) {
+        for (const uint8_t* end = rows + 128; rows != end; rows += laneBytes) {
+            const Bytes differences = everyLane(rows);
+            unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
+                results[i] ^= shuffle(differences, places[i]);
+                places[i] = (Bytes)ZEL_MM(subs_epi8)((Register)places[i], (Register)splatByte(laneBytes));
+            });
+        }
+    }
+#endif
+};
+
+// Words and floats: results between bounds for the power are those of the power itself if the bounds have the same one, since
+// every step after the power is monotone. The others, one in thousands, take the rule of single samples.
+constexpr double powerBelow = 1 - powerError, powerAbove = 1 + powerError;
+
+struct BoundsOfPower {
+    Doubles low, high;
+};
+
+template <class Curve>
+ZEL_INLINE BoundsOfPower boundsOfPower(const Powers<Curve>& powers, Doubles v) {
+    const Doubles u = Curve::base(v), power = powers(u);
+    // Outside the table the upper bound is no number and differs from the lower one.
+    const Doubles upper = u < endOfBases ? splatDouble(powerAbove) : splatDouble(__builtin_nan(""));
+    return {Curve::ofPower(power * powerBelow), Curve::ofPower(power * upper)};
+}
+
+template <class Curve>
+class WordGamma {
+  public:
+    using Constants = NoConstants;
+    using Element = uint16_t;
+    static constexpr bool inBatches = false;
+
+    ZEL_INLINE explicit WordGamma(const Constants&) {}
+
+    template <Pixels>
+    ZEL_INLINE void replace(Bytes (&samples)[1]) const {
+        Bytes& x = samples[0];
+        const auto words = (UWords)x;
+        const Results low = half((Dwords)interleaveLow((Words)x, Words{})),
+                      high = half((Dwords)interleaveHigh((Words)x, Words{}));
+        x = (Bytes)packWords(low.words << 16 >> 16, high.words << 16 >> 16);
+        if ((low.doubtful | high.doubtful) != 0) x = (Bytes)bySingles(words);
+    }
+
+  private:
+    struct Results {
+        Dwords words;
+        unsigned doubtful;
+    };
+
+    ZEL_INLINE Results half(Dwords x) const {
+        const BoundsOfPower a = halfOfHalf(widened<0>(x)), b = halfOfHalf(widened<1>(x));
+        const Floats f = narrowed(a.low, b.low);
+        const Dwords r = truncated(f), tie = (Dwords)(f == __builtin_convertvector(r, Floats)) & r & 1;
+        return {r - tie, differing(f, narrowed(a.high, b.high))};
+    }
+    ZEL_INLINE BoundsOfPower halfOfHalf(Doubles x) const {
+        const Doubles v = x * wordUnit, line = x * Curve::slope;
+        const auto power = boundsOfPower<Curve>(powers_, v);
+        return {(v < Curve::knee ? line : power.low * 65535) + 0.5, (v < Curve::knee ? line : power.high * 65535) + 0.5};
+    }
+    ZEL_OWN_CODE static UWords bySingles(UWords x) {
+        for (int i = 0; i < vectorBytes / 2; ++i) x[i] = gammaOfWord<Curve>(x[i]);
+        return x;
+    }
+
+    Powers<Curve> powers_;
+};
+
+template <class Curve>
+class FloatGamma {
+  public:
+    using Constants = GammaRange;
+    using Element = float;
+    static constexpr bool inBatches = false;
+
+    ZEL_INLINE explicit FloatGamma(const GammaRange& range)
+        : range_(range),
+          bottom_(splatFloat(range.bottom)),
+          wideBottom_(splatDouble(range.bottom)),
+          width_(splatDouble(range.width)),
+          perWidth_(splatDouble(1.0 / double(range.width))) {}
+
+    template <Pixels pixels>
+    ZEL_INLINE void replace(Bytes (&samples)[1]) const {
+        Bytes& x = samples[0];
+        const auto floats = (Floats)x;
+        const Floats d = floats - bottom_;
+        const BoundsOfPower a = half(widened<0>(d)), b = half(widened<1>(d));
+        const Floats low = narrowed(a.low, b.low), high = narrowed(a.high, b.high);
+        x = (Bytes)low;
+        const unsigned doubtful = differing(low, high) & (pixels == Pixels::withAlpha ? 0x7777 : 0xffff);
+        if (doubtful != 0) x = (Bytes)withSingles(low, floats, doubtful, range_);
+    }
+
+  private:
+    ZEL_INLINE BoundsOfPower half(Doubles d) const {
+        const Doubles v = d * perWidth_, line = d * Curve::slope;
+        const auto power = boundsOfPower<Curve>(powers_, v);
+        return {(v < Curve::knee ? line : power.low * width_) + wideBottom_,
+                (v < Curve::knee ? line : power.high * width_) + wideBottom_};
+    }
+    ZEL_OWN_CODE static Floats withSingles(Floats results, Floats x, unsigned which, GammaRange range) {
+        for (int i = 0; i < vectorBytes / 4; ++i)
+            if (which >> i & 1) results[i] = gammaOfFloat<Curve>(x[i], range);
+        return results;
+    }
+
+    GammaRange range_;
+    Floats bottom_;
+    Doubles wideBottom_, width_, perWidth_;
+    Powers<Curve> powers_;
+};
+
+// How the samples lie, and how many vectors of each stream are replaced at a time: a whole number of pixels.
+struct Form {
+    int streams, samples;  // a pixel has in each stream
+    int vectors;
+    Pixels pixels;
+};
+constexpr Form packed3{1, 3, 3, Pixels::withoutAlpha}, packed4{1, 4, 2, Pixels::withAlpha}, planes{3, 1, 1, Pixels::withoutAlpha};
+
+template <class Rule, const Form& form>
+class GammaKernel {
+  public:
+    using Constants = typename Rule::Constants;
+    using Element = typename Rule::Element;
+    static constexpr int sites = form.vectors * vectorBytes / (form.samples * int{sizeof(Element)});
+
+    ZEL_INLINE explicit GammaKernel(const Constants& k) : rule_(k) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        constexpr int count = form.streams * form.vectors, batch = Rule::inBatches ? count : 1;
+        for (int first = 0; first < count; first += batch) {
+            const auto start = [&](int i) { return (block * form.vectors + unsigned((first + i) % form.vectors)) * vectorBytes; };
+            const auto stream = [&](int i) { return (first + i) / form.vectors; };
+            Bytes samples[batch];
+            unrolled<batch>([&](int i) ZEL_INLINE_LAMBDA { samples[i] = loadBytes(row.in[stream(i)] + start(i)); });
+            rule_.template replace<form.pixels>(samples);
+            unrolled<batch>([&](int i) ZEL_INLINE_LAMBDA {
+                uint8_t* to = row.out[stream(i)] + start(i);
+                if constexpr (form.pixels == Pixels::withAlpha)
+                    storeThreeOfFour<sizeof(Element)>(to, samples[i]);
+                else
+                    storeVector(to, samples[i]);
+            });
+        }
+    }
+
+  private:
+    Rule rule_;
+};
+
+// Words by a table of all results, four at a time.
+template <const Form& form>
+struct TableKernel {
+    using Constants = uint16_t;
+    static constexpr int sites = form.vectors * 4 / form.samples;
+
+    const uint16_t* table;
+
+    ZEL_INLINE explicit TableKernel(const uint16_t& firstResult) : table(&firstResult) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        unrolled<form.streams * form.vectors>([&](int i) ZEL_INLINE_LAMBDA {
+            const size_t start = (block * form.vectors + unsigned(i % form.vectors)) * 8;
+            const uint8_t* from = row.in[i / form.vectors] + start;
+            uint8_t* to = row.out[i / form.vectors] + start;
+            uint64_t words;
+            __builtin_memcpy(&words, from, 8);
+            const auto result = [&](int place) { return uint64_t{table[words >> 16 * place & 0xffff]} << 16 * place; };
+            words = result(0) | result(1) | result(2) | (form.pixels == Pixels::withAlpha ? alphaIn(to) : result(3));
+            __builtin_memcpy(to, &words, 8);
+        });
+    }
+
+  private:
+    ZEL_INLINE static uint64_t alphaIn(const uint8_t* pixel) {
+        uint16_t alpha;
+        __builtin_memcpy(&alpha, pixel + 6, 2);
+        return uint64_t{alpha} << 48;
+    }
+};
+
+template <class Element, const Form& form>
+constexpr Conversion conversion(Kernel kernel, Checks checks) {
+    Layout layout{form.streams, {}};
+    for (int i = 0; i < form.streams; ++i)
+        layout.streams[i] = {.plane = uint8_t(i), .bytes = uint8_t(form.samples * sizeof(Element))};
+    return {.site = {1, 1},
+            .from = layout,
+            .to = layout,
+            .block = kernel,
+            .checks = checks,
+            .keepsAlpha = form.pixels == Pixels::withAlpha};
+}
+
+template <class Curve, const Form& form>
+constexpr Conversion bytes() {
+    return conversion<uint8_t, form>(withoutConstants<GammaKernel<ByteGamma<Curve>, form>>, Checks::stepsLast);
+}
+
+// Large images of words take a table of all results, in memory of the call.
+struct WordConversion : Conversion {
+    Kernel byTable;
+    void (*replaceAll)(uint16_t* words, size_t count);
+};
+
+constexpr int wordValues = 65536;
+constexpr uint64_t directSamples = 65536;  // at most
+
+template <class Curve>
+void replaceAll(uint16_t* words, size_t count) {
+    const WordGamma<Curve> rule(noConstants);
+    for (size_t i = 0; i < count; i += vectorBytes / 2) {
+        Bytes samples[1] = {loadBytes(words + i)};
+        rule.template replace<Pixels::withoutAlpha>(samples);
+        storeVector(words + i, samples[0]);
+    }
+}
+
+ZEL_INLINE ZelStatus convert(const WordConversion& c, const Images& images) {
+    const Conversion& direct = c;
+    if (3 * uint64_t(images.size.width) * uint64_t(images.size.height) <= directSamples) {
+        convert(direct, images);
+        return zelStsNoErr;
+    }
+    const CallMemory<uint16_t> table(wordValues);
+    if (!table.get()) return zelStsMemAllocErr;
+    for (int i = 0; i < wordValues; ++i) table.get()[i] = static_cast<uint16_t>(i);
+    c.replaceAll(table.get(), wordValues);
+    Conversion tabulated = c;
+    tabulated.block = c.byTable;
+    tabulated.block.constants = table.get();
+    convert(tabulated, images);
+    return zelStsNoErr;
+}
+
+template <class Curve, const Form& form>
+constexpr WordConversion words() {
+    return {conversion<uint16_t, form>(withoutConstants<GammaKernel<WordGamma<Curve>, form>>, Checks::stepsLast),
+            parametric<TableKernel<form>>, replaceAll<Curve>};
+}
+
+constexpr GammaRange rangeOf(const Images& images) { return {images.lowerEnd, images.upperEnd - images.lowerEnd}; }
+
+template <class Curve, const Form& form>
+constexpr Parametric<GammaRange> floats() {
+    return {conversion<float, form>(parametric<GammaKernel<FloatGamma<Curve>, form>>, Checks::rangeFirst), rangeOf};
+}
+
+}  // namespace
+
+namespace rows {
+
+constexpr auto zeliGammaFwd_8u_C3R = bytes<GammaForward, packed3>();
+constexpr auto zeliGammaFwd_8u_C3IR = bytes<GammaForward, packed3>();
+constexpr auto zeliGammaFwd_8u_AC4R = bytes<GammaForward, packed4>();
+constexpr auto zeliGammaFwd_8u_AC4IR = bytes<GammaForward, packed4>();
+constexpr auto zeliGammaFwd_8u_P3R = bytes<GammaForward, planes>();
+constexpr auto zeliGammaFwd_8u_IP3R = bytes<GammaForward, planes>();
+constexpr auto zeliGammaFwd_16u_C3R = words<GammaForward, packed3>();
+constexpr auto zeliGammaFwd_16u_C3IR = words<GammaForward, packed3>();
+constexpr auto zeliGammaFwd_16u_AC4R = words<GammaForward, packed4>();
+constexpr auto zeliGammaFwd_16u_AC4IR = words<GammaForward, packed4>();
+constexpr auto zeliGammaFwd_16u_P3R = words<GammaForward, planes>();
+constexpr auto zeliGammaFwd_16u_IP3R = words<GammaForward, planes>();
+constexpr auto zeliGammaFwd_32f_C3R = floats<GammaForward, packed3>();
+constexpr auto zeliGammaFwd_32f_C3IR = floats<GammaForward, packed3>();
+constexpr auto zeliGammaFwd_32f_AC4R = floats<GammaForward, packed4>();
+constexpr auto zeliGammaFwd_32f_AC4IR = floats<GammaForward, packed4>();
+constexpr auto zeliGammaFwd_32f_P3R = floats<GammaForward, planes>();
+constexpr auto zeliGammaFwd_32f_IP3R = floats<GammaForward, planes>();
+
+constexpr auto zeliGammaInv_8u_C3R = bytes<GammaInverse, packed3>();
+constexpr auto zeliGammaInv_8u_C3IR = bytes<GammaInverse, packed3>();
+constexpr auto zeliGammaInv_8u_AC4R = bytes<GammaInverse, packed4>();
+constexpr auto zeliGammaInv_8u_AC4IR = bytes<GammaInverse, packed4>();
+constexpr auto zeliGammaInv_8u_P3R = bytes<GammaInverse, planes>();
+constexpr auto zeliGammaInv_8u_IP3R = bytes<GammaInverse, planes>();
+constexpr auto zeliGammaInv_16u_C3R = words<GammaInverse, packed3>();
+constexpr auto zeliGammaInv_16u_C3IR = words<GammaInverse, packed3>();
+constexpr auto zeliGammaInv_16u_AC4R = words<GammaInverse, packed4>();
+constexpr auto zeliGammaInv_16u_AC4IR = words<GammaInverse, packed4>();
+constexpr auto zeliGammaInv_16u_P3R = words<GammaInverse, planes>();
+constexpr auto zeliGammaInv_16u_IP3R = words<GammaInverse, planes>();
+constexpr auto zeliGammaInv_32f_C3R = floats<GammaInverse, packed3>();
+constexpr auto zeliGammaInv_32f_C3IR = floats<GammaInverse, packed3>();
+constexpr auto zeliGammaInv_32f_AC4R = floats<GammaInverse, packed4>();
+constexpr auto zeliGammaInv_32f_AC4IR = floats<GammaInverse, packed4>();
+constexpr auto zeliGammaInv_32f_P3R = floats<GammaInverse, planes>();
+constexpr auto zeliGammaInv_32f_IP3R = floats<GammaInverse, planes>();
+
+}  // namespace rows
+}  // namespace zel::ZEL_LEVEL
+
+#define ZEL_CURRENT_gamma ~, 1
+#define ZEL_GROUP gamma
+#include "frame/table.h"
