@@ -62,9 +62,8 @@ struct EverySecond {
     }
 };
 
-// Streams: a sample, its right neighbour, and the two below. The last sample of a row has nothing on its right, and its pairs are
-// equal.
-template <Mean kind, bool isLast = false>
+// Streams: a sample, its right neighbour, and the two below.
+template <Mean kind>
 struct BothWays {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes;
@@ -74,8 +73,33 @@ struct BothWays {
         const auto in = [&](int i) ZEL_INLINE_LAMBDA { return loadBytes(row.in[i] + block * vectorBytes); };
         const Bytes own = in(0), next = in(1), below = meanOf<kind>(own, in(2)), nextBelow = meanOf<kind>(next, in(3));
         const Bytes between = meanOf<kind>(own, next);
-        storeInterleaved(row.out[0] + block * 2 * vectorBytes, own, isLast ? own : between);
-        storeInterleaved(row.out[1] + block * 2 * vectorBytes, below, isLast ? below : meanOf<kind>(between, nextBelow));
+        storeInterleaved(row.out[0] + block * 2 * vectorBytes, own, between);
+        storeInterleaved(row.out[1] + block * 2 * vectorBytes, below, meanOf<kind>(between, nextBelow));
+    }
+};
+
+// The last sample of a row has nothing on its right: its pairs are equal.
+template <int planes, int rows>
+struct LastAlongRow {
+    using Constants = NoConstants;
+    static constexpr int sites = 1;
+
+    ZEL_INLINE explicit LastAlongRow(Constants) {}
+    ZEL_INLINE void operator()(const Row& row, size_t) const {
+        for (int p = 0; p < planes; ++p)
+            for (int r = 0; r < rows; ++r) row.out[p * rows + r][0] = row.out[p * rows + r][1] = *row.in[2 * p];
+    }
+};
+
+struct LastBothWays {
+    using Constants = NoConstants;
+    static constexpr int sites = 1;
+
+    ZEL_INLINE explicit LastBothWays(Constants) {}
+    ZEL_INLINE void operator()(const Row& row, size_t) const {
+        const uint8_t own = *row.in[0], below = *row.in[2];
+        row.out[0][0] = row.out[0][1] = own;
+        row.out[1][0] = row.out[1][1] = static_cast<uint8_t>((own + below) >> 1);
     }
 };
 
@@ -89,7 +113,8 @@ constexpr Conversion betweenColumns{.site = {4, 2},
                                     .block = withoutConstants<AlongRow<Mean::rounded, 2, 1>>,
                                     .tail = withoutConstants<AlongRow<Mean::truncated, 2, 1>>,
                                     .blockColumns = leadingOf16,
-                                    .lastSiteAlone = true};
+                                    .lastSiteAlone = true,
+                                    .lastSite = withoutConstants<LastAlongRow<2, 1>>};
 
 // The last row takes itself for the one below, so that its means are itself.
 constexpr Conversion betweenRows(int8_t below) {
@@ -115,7 +140,7 @@ constexpr Conversion doubled{.site = {4, 4},
                              .tail = withoutConstants<BothWays<Mean::truncated>>,
                              .blockColumns = leadingOf16,
                              .lastSiteAlone = true,
-                             .lastSite = withoutConstants<BothWays<Mean::truncated, true>>};
+                             .lastSite = withoutConstants<LastBothWays>};
 template <uint8_t plane>
 constexpr Conversion doubledLastRow{.site = {4, 4},
                                     .from = {2, {{plane, 1}, {plane, 1, 0, 1, 1}}},
@@ -123,7 +148,8 @@ constexpr Conversion doubledLastRow{.site = {4, 4},
                                     .block = withoutConstants<AlongRow<Mean::rounded, 1, 2>>,
                                     .tail = withoutConstants<AlongRow<Mean::truncated, 1, 2>>,
                                     .blockColumns = leadingOf16,
-                                    .lastSiteAlone = true};
+                                    .lastSiteAlone = true,
+                                    .lastSite = withoutConstants<LastAlongRow<1, 2>>};
 
 constexpr Groups allButLast{0, -1}, last{-1, 0};
 constexpr Pass from411[] = {{copyLuma}, {betweenColumns}};

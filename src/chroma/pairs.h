@@ -52,10 +52,10 @@ struct FromPacked {
     static constexpr int lumaStreams = rows;
     ZEL_INLINE static Bytes load(const Row& row, int, size_t block) {
         Bytes pairs{};
-        for (int r = rows - 1; r >= 0; --r) {
+        for (int r = 0; r < rows; ++r) {
             const Unpacked u = unpack<order>(row.in[r] + block * 2 * vectorBytes);
             store<stores>(row.out[r] + block * vectorBytes, u.luma);
-            pairs = u.pairs;
+            if (r == 0) pairs = u.pairs;
         }
         return pairs;
     }

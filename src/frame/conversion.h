@@ -127,7 +127,7 @@ struct Conversion {
     Checks checks = Checks::pointersFirst;
     OddPixel oddPixel{};
     bool lastSiteAlone = false;  // streams with an offset reach into the next site; the last one has none and takes its own
-    Kernel lastSite{};           // its rule, where that is not the tail's
+    Kernel lastSite{};           // a kernel of single sites for it, in place of the tail's
     bool keepsAlpha = false;
 };
 
@@ -287,8 +287,9 @@ ZEL_OWN_CODE inline void convertEnds(const Conversion& c, MovedRow end, const St
                                      bool alone) {
     if (c.lastSiteAlone)
         for (int i = 0; i < c.from.count; ++i) end.in[i] -= c.from.streams[i].offset;
+    if (c.lastSite.blocks) c.lastSite.blocks(c.lastSite.constants, end, steps, groups, 1);
     for (; groups != 0; --groups, end.next(c, steps)) {
-        if (c.lastSiteAlone) convertPart(c, c.lastSite.blocks ? c.lastSite : c.tail, end, 1);
+        if (c.lastSiteAlone && !c.lastSite.blocks) convertPart(c, c.tail, end, 1);
         if (hasOddPixel) convertOddPixel(c, end, alone);
     }
 }

@@ -143,14 +143,6 @@ ZEL_INLINE void storeLanes(uint8_t* p, [[maybe_unused]] ptrdiff_t stride, Bytes 
 #endif
 }
 
-template <Stores stores>
-ZEL_INLINE void store(uint8_t* p, Bytes v) {
-    if constexpr (stores == Stores::bypassing)
-        storeLanes<stores>(p, laneBytes, v);
-    else
-        storeVector(p, v);
-}
-
 // Bypasses the cache, to a multiple of the vector.
 ZEL_INLINE void streamVector(uint8_t* p, Bytes v) {
 #if ZEL_LANES == 4
@@ -160,6 +152,16 @@ ZEL_INLINE void streamVector(uint8_t* p, Bytes v) {
 #else
     _mm_stream_si128(reinterpret_cast<__m128i*>(p), (Register)v);
 #endif
+}
+
+template <Stores stores>
+ZEL_INLINE void store(uint8_t* p, Bytes v) {
+    if constexpr (stores == Stores::cached)
+        storeVector(p, v);
+    else if (reinterpret_cast<uintptr_t>(p) % vectorBytes == 0)
+        streamVector(p, v);
+    else
+        storeLanes<stores>(p, laneBytes, v);
 }
 
 // Half a vector of consecutive bytes as words, in order over the whole vector.
