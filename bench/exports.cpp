@@ -255,6 +255,10 @@ constexpr Export table[] = {
     ROW(bind, zeliGammaInv_32f_AC4IR, Format(rgba32, f32), Format(rgba32, f32), inPlace),
     ROW(bind, zeliGammaInv_32f_P3R, Format(rgbPlanes, f32), Format(rgbPlanes, f32), inverseCurve),
     ROW(bind, zeliGammaInv_32f_IP3R, Format(rgbPlanes, f32), Format(rgbPlanes, f32), inPlace),
+
+    // tone mapping
+    ROW(bind, zeliToneMapLinear_32f8u_C1R, Format(gray, f32), gray, byMaximum),
+    ROW(bind, zeliToneMapMean_32f8u_C1R, Format(gray, f32), gray, byMean),
 };
 
 constexpr bool isMeasured(std::string_view name) {

@@ -13,6 +13,8 @@ enum class Variant {
     inPlace,      // the same, of the destination into itself
     curve,        // the channels go through a transfer curve
     inverseCurve,
+    byMaximum,  // the image's maximum becomes white
+    byMean,     // twice its mean does
     smooth,     // luma and chroma are filtered
     fieldwise,  // rows of chroma are interpolated within their field
 };

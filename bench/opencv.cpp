@@ -110,6 +110,20 @@ Call bindTable(const Image& source, const Image& destination) {
     };
 }
 
+template <Variant variant>
+Call bindToneMap(const Image& source, const Image& destination) {
+    cv::setNumThreads(1);
+    return [from = matrixOf(source), to = matrixOf(destination)]() mutable {
+        double white = 0;
+        if (variant == Variant::byMaximum)
+            cv::minMaxLoc(from, nullptr, &white);
+        else
+            white = 2 * cv::mean(from)[0];
+        from.convertTo(to, CV_8U, 255 / white);
+        return 0;
+    };
+}
+
 }  // namespace
 
 std::string openCvVersion() { return "OpenCV " CV_VERSION; }
@@ -122,6 +136,8 @@ void addOpenCv(const Task& task, std::vector<Peer>& peers) {
              }});
     }
     if (isTransform(task)) peers.push_back({"OpenCV transform", bindTransform});
+    if (task.variant == Variant::byMaximum) peers.push_back({"OpenCV minMaxLoc, convertTo", bindToneMap<Variant::byMaximum>});
+    if (task.variant == Variant::byMean) peers.push_back({"OpenCV mean, convertTo", bindToneMap<Variant::byMean>});
     if (isTable(task))
         peers.push_back({"OpenCV LUT", task.variant == Variant::curve ? bindTable<curveAt> : bindTable<inverseCurveAt>});
 }

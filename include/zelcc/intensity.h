@@ -281,6 +281,31 @@ ZEL_API ZelStatus zeliGammaInv_32f_C3IR(float* pSrcDst, int32_t srcDstStep, ZelS
 ZEL_API ZelStatus zeliGammaInv_32f_AC4IR(float* pSrcDst, int32_t srcDstStep, ZelSize roiSize, float vMin, float vMax);
 ZEL_API ZelStatus zeliGammaInv_32f_IP3R(float* const pSrcDst[3], int32_t srcDstStep, ZelSize roiSize, float vMin, float vMax);
 
+/*
+ * Tone mapping of floats to bytes, by a factor k that the whole region gives. The products x k are rounded to floats and cut off.
+ *
+ * The source is read twice. Nothing is written and zelStsNoOperationWarn is returned if what becomes white is below 0; if it is
+ * at most the smallest normal float, all bytes become 0. Every step is taken. A destination that begins where the source does,
+ * with the same step, is served too.
+ *
+ * Example: (0.5, 1.0, 2.5) -> (51, 102, 255) by Linear, (47, 95, 239) by Mean in a 3 x 1 image.
+ */
+
+/**
+ * k = 255 / m, where m is the highest sample; NaN is never the highest. Of a product, the low 8 bits of the integer are stored,
+ * so that samples below 0 wrap around. m itself may become 254, since k is rounded to a float.
+ */
+ZEL_API ZelStatus zeliToneMapLinear_32f8u_C1R(const float* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                              ZelSize roiSize);
+
+/**
+ * k = 255 / (2 mean). Products are bounded to 0 to 255; NaN becomes 0.
+ *
+ * Sums are taken as floats along the row, in an order that depends on the address of each row modulo 16, and then as doubles: the
+ * last bits of k, and with them single values, may change when an image moves in memory.
+ */
+ZEL_API ZelStatus zeliToneMapMean_32f8u_C1R(const float* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif
