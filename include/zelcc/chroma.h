@@ -349,7 +349,7 @@ ZEL_API ZelStatus zeliYCbCr1620To420_8u_P3R(const uint8_t* const pSrc[3], const 
  * away, the status is zelStsOddSizeWarn.
  *
  * Example: a column of chroma 10 20 30 40 in 4:2:2 becomes 15 35 in 4:2:0. A column 10 20 30 40 in 4:2:0 becomes
- * 10 20 18 23 28 35 30 40 in 4:2:2.
+ * 10 20 18 23 28 33 30 40 in 4:2:2.
  */
 
 /**
