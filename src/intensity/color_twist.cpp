@@ -136,7 +136,7 @@ struct PixelsOfFour<Depth16<Sample>> {
     ZEL_INLINE static Channels<Floats> load(const uint8_t* p) {
         const FloatRegister v0 = (FloatRegister)loadBytes(p), v1 = (FloatRegister)loadBytes(p + vectorBytes);
         const Words ab = (Words)ZEL_MM(shuffle_ps)(v0, v1, 0x88), cd = (Words)ZEL_MM(shuffle_ps)(v0, v1, 0xdd);
-        return {Depth::template toFloats<0>(ab), Depth::template toFloats<1>(ab), Depth::template toFloats<0>(cd)};
+        return {Depth::evens(ab), Depth::odds(ab), Depth::evens(cd)};
     }
     ZEL_INLINE static void store(uint8_t* p, Channels<Dwords> x) {
         const Dwords ab = (Dwords)Depth::joined(x.a, x.b);

@@ -31,6 +31,13 @@ Weights<Number> weights(const Images& images) {
 // negative, 2 or more loses its high bits.
 struct WordWeights {
     uint16_t c[3];
+
+    // No sum of products, with the half that rounds it, is beyond a signed word.
+    constexpr bool areLight() const {
+        unsigned most = 64;
+        for (const uint16_t weight : c) most += 255u * weight >> 8;
+        return most < 0x8000;
+    }
 };
 
 WordWeights wordWeights(const Images& images) {
@@ -39,36 +46,142 @@ WordWeights wordWeights(const Images& images) {
     return {{word(w.c[0]), word(w.c[1]), word(w.c[2])}};
 }
 
-ZEL_INLINE UWords addSaturated(UWords a, UWords b) { return (UWords)ZEL_MM(adds_epu16)((Register)a, (Register)b); }
-ZEL_INLINE Words atLeastZero(UWords a) { return (Words)ZEL_MM(max_epi16)((Register)a, Register{}); }
+// Bytes as words, 256 times the samples: of each channel two vectors, whose results make up a block when they are packed and
+// `sorted`.
+struct Lifted {
+    UWords first[3], second[3];
+};
 
-// Bytes, in most columns: products lose their low eight bits one by one, so that the sum has room in a word. Heavier weights
-// carry it beyond the signed words, and it comes out black.
+struct LiftedThree {
+    static constexpr int bytes = 3;
+    ZEL_INLINE static Lifted load(const uint8_t* p) {
+#if ZEL_LANES == 4
+        struct Places {
+            alignas(64) uint8_t of[2][3][64];
+        };
+        static constexpr Places places = [] {
+            Places t{};
+            for (int half = 0; half < 2; ++half)
+                for (int c = 0; c < 3; ++c)
+                    for (int i = 1; i < 64; i += 2) {
+                        const int pixel = i / 16 * 16 + half * 8 + i % 16 / 2;
+                        t.of[half][c][i] = uint8_t((3 * pixel + c) % 64);
+                    }
+            return t;
+        }();
+        constexpr uint64_t highBytes = 0xaaaaaaaaaaaaaaaau;
+        const Register v0 = (Register)loadBytes(p), v1 = (Register)loadBytes(p + 64), v2 = (Register)loadBytes(p + 128);
+        const Register channels[3] = {triples::blendThirds(v0, v2, v1), triples::blendThirds(v1, v0, v2),
+                                      triples::blendThirds(v2, v1, v0)};
+        const auto part = [&](int half, int c) ZEL_INLINE_LAMBDA {
+            const Register pattern = _mm512_load_si512(places.of[half][c]);
+            return (UWords)_mm512_maskz_permutexvar_epi8(highBytes, pattern, channels[c]);
+        };
+        return {{part(0, 0), part(0, 1), part(0, 2)}, {part(1, 0), part(1, 1), part(1, 2)}};
+#else
+        const Triple t = Interleaved3::load(p);
+        const auto low = [](Bytes v) { return (UWords)interleaveLow(Bytes{}, v); };
+        const auto high = [](Bytes v) { return (UWords)interleaveHigh(Bytes{}, v); };
+        return {{low(t.a), low(t.b), low(t.c)}, {high(t.a), high(t.b), high(t.c)}};
+#endif
+    }
+    ZEL_INLINE static Bytes sorted(Bytes v) { return v; }
+};
+
+// The even words come from one vector of four pixels a lane and the odd ones from another.
+struct LiftedFour {
+    static constexpr int bytes = 4;
+
+    struct Places {
+        alignas(16) uint8_t even[3][16], odd[3][16];
+    };
+    static constexpr Places places = [] {
+        Places p{};
+        for (int c = 0; c < 3; ++c)
+            for (int i = 0; i < 16; ++i) {
+                p.even[c][i] = i % 4 == 1 ? uint8_t(i / 4 * 4 + c) : triples::none;
+                p.odd[c][i] = i % 4 == 3 ? uint8_t(i / 4 * 4 + c) : triples::none;
+            }
+        return p;
+    }();
+
+    ZEL_INLINE static Lifted load(const uint8_t* p) {
+#if ZEL_LANES == 4
+        const auto part = [&](int i) { return loadBytes(p + 64 * i); };
+#else
+        const auto part = [&](int i) { return loadLanes(p + 16 * i, 64); };
+#endif
+        const Bytes v[4] = {part(0), part(1), part(2), part(3)};
+        const auto channel = [&](int i, int c) ZEL_INLINE_LAMBDA {
+            const Bytes even = shuffle(v[i], everyLane(places.even[c])), odd = everyLane(places.odd[c]);
+#if ZEL_LANES == 4
+            return (UWords)_mm512_mask_shuffle_epi8((Register)even, 0xccccccccccccccccu, (Register)v[i + 1], (Register)odd);
+#else
+            return (UWords)(even | shuffle(v[i + 1], odd));
+#endif
+        };
+        return {{channel(0, 0), channel(0, 1), channel(0, 2)}, {channel(2, 0), channel(2, 1), channel(2, 2)}};
+    }
+
+    ZEL_INLINE static Bytes sorted(Bytes v) {
+        // Pixel j of vector q, in a lane of packed results.
+        const auto place = [](int q, int j) { return uint8_t(q / 2 * 8 + j * 2 + q % 2); };
+#if ZEL_LANES == 4
+        struct Order {
+            alignas(64) uint8_t of[64];
+        };
+        static constexpr Order order = [&place] {
+            Order o{};
+            for (int i = 0; i < 64; ++i) o.of[i] = uint8_t(i % 16 / 4 * 16 + place(i / 16, i % 4));
+            return o;
+        }();
+        return triples::permute((Register)v, order.of);
+#else
+        struct Order {
+            alignas(16) uint8_t of[16];
+        };
+        static constexpr Order order = [&place] {
+            Order o{};
+            for (int i = 0; i < 16; ++i) o.of[i] = place(i / 4, i % 4);
+            return o;
+        }();
+        return shuffle(v, everyLane(order.of));
+#endif
+    }
+};
+
+// Bytes, in most columns: products lose their low eight bits one by one, so that the sum has room in a word. Heavier weights than
+// the fixed ones may carry it beyond the signed words, and then it comes out black.
 template <class Pixels>
 class GrayInWords {
   public:
     using Constants = WordWeights;
     static constexpr int sites = blockPixels;
 
-    ZEL_INLINE explicit GrayInWords(const Constants& k)
-        : c0_((UWords)splatWord(k.c[0])), c1_((UWords)splatWord(k.c[1])), c2_((UWords)splatWord(k.c[2])) {}
-
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const Triple t = Pixels::load(row.in[0] + block * blockPixels * Pixels::bytes);
-        const auto even = [](Bytes v) { return (UWords)v << 8; };
-        const auto odd = [](Bytes v) { return (UWords)v & (UWords)splatWord(0xff00); };
-        const Words evens = sum(even(t.a), even(t.b), even(t.c)), odds = sum(odd(t.a), odd(t.b), odd(t.c));
-        storeVector(row.out[0] + block * blockPixels, evens >> 7 | (odds << 1 & splatWord(0xff00)));
+    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
+        if (k.areLight()) {
+            const auto add = [](UWords a, UWords b) { return a + b; };
+            const auto rounded = [](UWords s) { return mulRound((Words)s, splatWord(256)); };  // s + 64 >> 7
+            convertBlocks(k, row, count, add, rounded);
+        } else {
+            const auto add = [](UWords a, UWords b) { return (UWords)ZEL_MM(adds_epu16)((Register)a, (Register)b); };
+            const auto rounded = [&](UWords s) { return (Words)add(s, (UWords)splatWord(64)) >> 7; };
+            convertBlocks(k, row, count, add, rounded);
+        }
     }
 
   private:
-    // 128 times the result.
-    ZEL_INLINE Words sum(UWords x0, UWords x1, UWords x2) const {
-        const UWords half = (UWords)splatWord(64);
-        return atLeastZero(addSaturated(addSaturated(addSaturated(mulHigh(x0, c0_), mulHigh(x1, c1_)), mulHigh(x2, c2_)), half));
+    template <class Add, class Rounded>
+    ZEL_INLINE static void convertBlocks(const Constants& k, const Row& row, size_t count, Add add, Rounded rounded) {
+        const UWords c0 = (UWords)splatWord(k.c[0]), c1 = (UWords)splatWord(k.c[1]), c2 = (UWords)splatWord(k.c[2]);
+        const auto gray = [&](const UWords(&x)[3]) ZEL_INLINE_LAMBDA {
+            return rounded(add(add(mulHigh(x[0], c0), mulHigh(x[1], c1)), mulHigh(x[2], c2)));
+        };
+        for (size_t i = 0; i < count; ++i) {
+            const Lifted x = Pixels::load(row.in[0] + i * blockPixels * Pixels::bytes);
+            storeVector(row.out[0] + i * blockPixels, Pixels::sorted(packBytes(gray(x.first), gray(x.second))));
+        }
     }
-
-    UWords c0_, c1_, c2_;
 };
 
 // Bytes, in the last columns: the sum is exact, rounded to the nearest and cut down to a byte.
@@ -178,12 +291,14 @@ class GrayOfWords {
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto x = Layout<Depth16u>::load(row.in[0] + block * sites * Layout<Depth16u>::bytes);
         const Words lifted[3] = {lift(x.a), lift(x.b), lift(x.c)};
-        const auto gray = [&](auto part) ZEL_INLINE_LAMBDA {
-            const auto channel = [&](int c) ZEL_INLINE_LAMBDA { return Depth16u::toFloats<part>(lifted[c]); };
-            const Dwords result = rounded(sum_(channel(0), channel(1), channel(2)));
+        const auto gray = [&](Floats x0, Floats x1, Floats x2) ZEL_INLINE_LAMBDA {
+            const Dwords result = rounded(sum_(x0, x1, x2));
             return Depth::isSigned ? (Dwords)((UDwords)result - (UDwords)splatDword(32768)) : result;
         };
-        storeVector(row.out[0] + block * vectorBytes, Store::words(gray(Constant<0>{}), gray(Constant<1>{})));
+        using D = Depth16u;
+        const Dwords evens = gray(D::evens(lifted[0]), D::evens(lifted[1]), D::evens(lifted[2]));
+        const Dwords odds = gray(D::odds(lifted[0]), D::odds(lifted[1]), D::odds(lifted[2]));
+        storeVector(row.out[0] + block * vectorBytes, Store::words(evens, odds));
     }
 
   private:
@@ -276,9 +391,9 @@ constexpr Conversion conversion(int bytesFrom, int bytesTo, Kernel block, Kernel
             .blockColumns = blockColumns};
 }
 
-template <class Pixels, int columns>
+template <class Lifted, class Pixels, int columns>
 constexpr Parametric<WordWeights> grayOfBytes{
-    conversion(Pixels::bytes, 1, parametric<GrayInWords<Pixels>>, parametric<GrayInDwords<Pixels>>, wholeBlocks<columns>),
+    conversion(Pixels::bytes, 1, parametric<GrayInWords<Lifted>>, parametric<GrayInDwords<Pixels>>, wholeBlocks<columns>),
     wordWeights};
 
 template <template <class> class Layout, class Depth, class Store>
@@ -307,8 +422,8 @@ constexpr Kernel evenBytesKernel = withoutConstants<EvenBytes>;
 
 namespace rows {
 
-constexpr auto zeliRGBToGray_8u_C3C1R = grayOfBytes<Interleaved3, 4>;
-constexpr auto zeliRGBToGray_8u_AC4C1R = grayOfBytes<Interleaved4, 8>;
+constexpr auto zeliRGBToGray_8u_C3C1R = grayOfBytes<LiftedThree, Interleaved3, 4>;
+constexpr auto zeliRGBToGray_8u_AC4C1R = grayOfBytes<LiftedFour, Interleaved4, 8>;
 constexpr auto zeliRGBToGray_16u_C3C1R = grayOfWords<InterleavedThree, Depth16u, MixIntoWords>;
 constexpr auto zeliRGBToGray_16u_AC4C1R = grayOfWords<InterleavedFour, Depth16u, MixIntoWords>;
 constexpr auto zeliRGBToGray_16s_C3C1R = grayOfWords<InterleavedThree, Depth16s, SaturateToWords>;

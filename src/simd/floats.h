@@ -34,6 +34,17 @@ ZEL_INLINE Floats atLeast(Floats v, Floats limit) { return (Floats)ZEL_MM(max_ps
 
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)ZEL_MM(packs_epi16)((Register)a, (Register)b); }
 
+// Dwords up to 65535 to unsigned words, those below 0 to 0.
+ZEL_INLINE Words packUnsignedWords(Dwords a, Dwords b) {
+#if ZEL_LANES == 1
+    const Dwords middle = splatDword(32768);
+    const auto lifted = [&](Dwords x) { return (x & ~(x >> 31)) - middle; };
+    return packWords(lifted(a), lifted(b)) ^ splatWord(0x8000);
+#else
+    return (Words)ZEL_MM(packus_epi32)((Register)a, (Register)b);
+#endif
+}
+
 // Depths. A vector of samples takes `parts` vectors of floats; what `limited` takes back may be any float: it is bounded to
 // the samples' range, NaN to its upper end, and rounded. `lowest` and `highest` are that range.
 struct Depth8u {
@@ -71,7 +82,6 @@ struct Depth8s {
     }
 };
 
-// Words go by even and odd places, which needs no shuffle.
 template <class Sample>
 struct Depth16 {
     using Element = Sample;
@@ -82,15 +92,23 @@ struct Depth16 {
 
     template <int part>
     ZEL_INLINE static Floats toFloats(Words v) {
-        const Dwords even = isSigned ? (Dwords)v << 16 >> 16 : (Dwords)v & splatDword(0xffff);
-        const Dwords odd = isSigned ? (Dwords)v >> 16 : (Dwords)((UDwords)v >> 16);
-        return ZEL_LEVEL::toFloats(part == 0 ? even : odd);
+        const Words other = isSigned ? v : Words{};
+        const Dwords half = (Dwords)(part == 0 ? interleaveLow(v, other) : interleaveHigh(v, other));
+        return ZEL_LEVEL::toFloats(isSigned ? half >> 16 : half);
+    }
+    ZEL_INLINE static Words limited(const Floats (&v)[parts]) {
+        const auto sample = [&](int i) { return rounded(atMost(v[i], splatFloat(highest))); };
+        return isSigned ? packWords(sample(0), sample(1)) : packUnsignedWords(sample(0), sample(1));
+    }
+
+    // By even and odd places, which needs no shuffle. What is joined keeps its low words.
+    ZEL_INLINE static Floats evens(Words v) {
+        return ZEL_LEVEL::toFloats(isSigned ? (Dwords)v << 16 >> 16 : (Dwords)v & splatDword(0xffff));
+    }
+    ZEL_INLINE static Floats odds(Words v) {
+        return ZEL_LEVEL::toFloats(isSigned ? (Dwords)v >> 16 : (Dwords)((UDwords)v >> 16));
     }
     ZEL_INLINE static Words joined(Dwords even, Dwords odd) { return (Words)((even & splatDword(0xffff)) | odd << 16); }
-    ZEL_INLINE static Words limited(const Floats (&v)[parts]) {
-        const auto sample = [&](int i) { return rounded(atLeast(atMost(v[i], splatFloat(highest)), splatFloat(lowest))); };
-        return joined(sample(0), sample(1));
-    }
 };
 using Depth16u = Depth16<uint16_t>;
 using Depth16s = Depth16<int16_t>;
