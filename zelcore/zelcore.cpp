@@ -13,7 +13,8 @@ struct Registers {
 
 Registers cpuid(uint32_t leaf, uint32_t subleaf = 0) {
     Registers r{};
-    if (leaf <= __get_cpuid_max(leaf & 0x80000000u, nullptr)) __cpuid_count(leaf, subleaf, r.eax, r.ebx, r.ecx, r.edx);
+    if (leaf <= static_cast<uint32_t>(__get_cpuid_max(leaf & 0x80000000u, nullptr)))
+        __cpuid_count(leaf, subleaf, r.eax, r.ebx, r.ecx, r.edx);
     return r;
 }
 
