@@ -1,11 +1,10 @@
-// The exported entries as a program finds them, and the completeness of the tests' own tables.
+// The exported entries as a program finds them, and that the tests leave none of them out.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <set>
 #include <string>
-
-#include "model/export.h"
 
 namespace {
 
@@ -23,11 +22,25 @@ TEST(Entries, AreExportedOnBoundariesOf16Bytes) {
     }
 }
 
+// The export that a test of the sweep is about; a test's name may go on with the slice that it takes.
+std::string sweptExport(const testing::TestInfo& test) {
+    const std::string name = test.name(), sweep = "MatchesModelAtEverySizeAndPlacement/";
+    std::string longest;
+    if (!name.starts_with(sweep)) return longest;
+    for (const std::string candidate : names)
+        if (name.compare(sweep.size(), candidate.size(), candidate) == 0 && candidate.size() > longest.size())
+            longest = candidate;
+    return longest;
+}
+
 TEST(Entries, AreAllTested) {
     std::set<std::string> untested(std::begin(names), std::end(names));
     untested.erase("zelccGetLibVersion");
-    for (const auto exports : {model::lumachromaExports(), model::chromaExports()})
-        for (const model::Export& e : exports) EXPECT_EQ(untested.erase(e.name), 1u) << e.name;
+    const testing::UnitTest& program = *testing::UnitTest::GetInstance();
+    for (int i = 0; i < program.total_test_suite_count(); ++i) {
+        const testing::TestSuite& suite = *program.GetTestSuite(i);
+        for (int k = 0; k < suite.total_test_count(); ++k) untested.erase(sweptExport(*suite.GetTestInfo(k)));
+    }
     EXPECT_EQ(untested, std::set<std::string>());
 }
 
