@@ -297,7 +297,7 @@ void replaceAll(uint16_t* words, size_t count) {
     }
 }
 
-ZEL_INLINE ZelStatus convert(const WordConversion& c, const Images& images) {
+[[maybe_unused]] ZEL_INLINE ZelStatus convert(const WordConversion& c, const Images& images) {
     const Conversion& direct = c;
     if (3 * uint64_t(images.size.width) * uint64_t(images.size.height) <= directSamples) {
         convert(direct, images);

@@ -148,7 +148,7 @@ struct ToneMap {
 };
 
 // NaN is no reason to do anything else than scale.
-ZEL_INLINE ZelStatus convert(const ToneMap& map, const Images& images) {
+[[maybe_unused]] ZEL_INLINE ZelStatus convert(const ToneMap& map, const Images& images) {
     constexpr double smallestNormal = 0x1p-126;
     const double white = map.white(images);
     if (white < 0) return zelStsNoOperationWarn;
