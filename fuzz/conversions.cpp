@@ -18,10 +18,10 @@ using harness::PicturePlane;
 // their first.
 class HeapPicture {
   public:
-    HeapPicture(const model::Layout& layout, ZelSize size, const std::array<int, 4>& rowsAbove, model::Peculiarity peculiarity,
+    HeapPicture(const model::Export& tested, const model::Layout& layout, ZelSize size, const std::array<int, 4>& rowsAbove,
                 FuzzedDataProvider& input)
         : picture_{&layout, size, {}} {
-        const bool bottomUp = input.ConsumeBool();
+        const bool bottomUp = !tested.checksSteps && input.ConsumeBool();
         const int stepUnit = input.PickValueInArray({1, 1, 2, 16});
         size_t previousStep = 0;
         for (int i = 0; i < layout.planeCount; ++i) {
@@ -31,9 +31,12 @@ class HeapPicture {
             if (step < rowBytes) step += stepUnit;
             if (layout.hasCommonStep() && i > 0) step = previousStep;
             // What is misplaced by the shorter step is in the plane still.
-            if (peculiarity == model::Peculiarity::misplacesByFirstStep && i == 2 && step < previousStep) step = previousStep;
+            if (tested.peculiarity == model::Peculiarity::misplacesByFirstStep && i == 2 && step < previousStep)
+                step = previousStep;
             previousStep = step;
-            const size_t extent = rowBytes == 0 || rows == 0 ? 0 : (rows - 1) * step + rowBytes;
+            const auto signedStep = static_cast<int32_t>(bottomUp ? 0 - step : step);
+            const size_t pitch = std::abs(layout.pitch(signedStep));
+            const size_t extent = rowBytes == 0 || rows == 0 ? 0 : (rows - 1) * pitch + rowBytes;
             const size_t offset = input.ConsumeBool() ? input.ConsumeIntegralInRange(0, 31) : 0;
 
             memory_[i].reset(static_cast<uint8_t*>(std::malloc(offset + extent)));
@@ -41,13 +44,10 @@ class HeapPicture {
             PicturePlane& plane = picture_.planes[i];
             plane.memory = {memory_[i].get() + offset, extent};
             plane.first = plane.memory.data();
-            plane.step = static_cast<int32_t>(step);
+            plane.step = signedStep;
             plane.rowsAbove = rowsAbove[i];
-            if (bottomUp) {
-                if (extent > 0) plane.first += (rows - 1) * step;
-                plane.step = -plane.step;
-            }
-            if (extent > 0) plane.first += plane.rowsAbove * std::ptrdiff_t{plane.step};
+            if (bottomUp && extent > 0) plane.first += (rows - 1) * pitch;
+            if (extent > 0) plane.first += plane.rowsAbove * layout.pitch(plane.step);
         }
     }
 
@@ -68,11 +68,21 @@ void fill(const Picture& picture, FuzzedDataProvider& input) {
     for (const PicturePlane& p : picture.usedPlanes()) input.ConsumeData(p.memory.data(), p.memory.size() / 2);
 }
 
+// One of those that the tests try, or any coefficients.
+model::Parameters parametersOf(const model::Export& tested, FuzzedDataProvider& input) {
+    if (tested.parameters.empty()) return {};
+    model::Parameters parameters = tested.parameters[input.ConsumeIntegralInRange<size_t>(0, tested.parameters.size() - 1)];
+    if (!parameters.hasCoefficients || input.ConsumeBool()) return parameters;
+    std::array<double, 16> coefficients;
+    for (double& c : coefficients) c = input.ConsumeFloatingPointInRange(-3.0, 3.0);
+    return model::withCoefficients(coefficients);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FuzzedDataProvider input(data, size);
-    const auto exports = input.ConsumeBool() ? model::chromaExports() : model::lumachromaExports();
+    const auto exports = input.PickValueInArray({model::lumachromaExports(), model::chromaExports(), model::intensityExports()});
     const model::Export& tested = exports[input.ConsumeIntegralInRange<size_t>(0, exports.size() - 1)];
     ZelSize region{input.ConsumeIntegralInRange(1, 300), input.ConsumeIntegralInRange(1, 6)};
     if (input.ConsumeBool()) region.height *= 4;
@@ -80,10 +90,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const auto alpha = input.ConsumeIntegral<uint8_t>();
 
     const ZelSize whole = tested.converted(region);
-    const HeapPicture source(tested.source, whole, tested.slice.sourceRowsAbove, tested.peculiarity, input);
-    const HeapPicture destination(tested.destination, whole, tested.slice.destinationRowsAbove, tested.peculiarity, input);
-    fill(source.picture(), input);
-    if (const auto fault = harness::compareWithModel(tested, source.picture(), destination.picture(), region, alpha)) {
+    const model::Parameters parameters = parametersOf(tested, input);
+    const HeapPicture apart(tested, tested.source, whole, tested.slice.sourceRowsAbove, input);
+    const HeapPicture destination(tested, tested.destination, whole, tested.slice.destinationRowsAbove, input);
+    const Picture& source = tested.entry.isInPlace ? destination.picture() : apart.picture();
+    fill(source, input);
+    if (const auto fault = harness::compareWithModel(tested, source, destination.picture(), region, alpha, parameters)) {
         std::fprintf(stderr, "%s%s, %d x %d: %s\n", tested.name, tested.slice.name, region.width, region.height, fault->c_str());
         std::abort();
     }

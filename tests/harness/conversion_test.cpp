@@ -90,6 +90,11 @@ std::vector<ZelSize> sweepSizes(const model::Export& tested) {
     const std::vector<int> few = needsManyRows(tested) ? std::vector{minimum, minimum + 9} : std::vector{1, 2};
     const std::vector<int> several = needsManyRows(tested) ? std::vector{minimum, 4, 8, 16, 19} : std::vector{1, 2, 3, 4};
     std::vector<ZelSize> sizes;
+    if (tested.isRowwise) {
+        for (int width = 1; width <= 145; ++width) sizes.push_back({width, width % 4 + 1});
+        for (int width : {191, 192, 255, 256, 257, 511, 640, 1021}) sizes.push_back({width, 2});
+        return sizes;
+    }
     for (int width = 1; width <= 70; ++width)
         for (int height : {1, 2, 3, 4, 5, 8, 11}) sizes.push_back({width, height});
     for (int width = 71; width <= 145; ++width)

@@ -4,17 +4,33 @@
 #include <cstdlib>
 
 #include "harness/features.h"
+#include "harness/machine.h"
+
+namespace harness {
+
+constinit Machine machine;
+
+}  // namespace harness
 
 uint64_t zelGetEnabledCpuFeatures(void) { return harness::features(); }
 
 int32_t zelGetMaxCacheSizeB(int32_t* pSizeByte) {
-    *pSizeByte = 1 << 20;  // less than a frame, so that tests reach what is done beyond it
+    ++harness::machine.cacheQueries;
+    if (harness::machine.cacheBytes < 0) return -1;
+    *pSizeByte = harness::machine.cacheBytes;
     return 0;
 }
 
 void* zelMalloc(int32_t bytes) {
+    ++harness::machine.requests;
+    harness::machine.requestedBytes = bytes;
     void* memory = nullptr;
-    return bytes > 0 && posix_memalign(&memory, 64, static_cast<size_t>(bytes)) == 0 ? memory : nullptr;
+    if (bytes < 1 || !harness::machine.hasMemory || posix_memalign(&memory, 64, static_cast<size_t>(bytes)) != 0) return nullptr;
+    ++harness::machine.blocksInUse;
+    return memory;
 }
 
-void zelFree(void* memory) { std::free(memory); }
+void zelFree(void* memory) {
+    if (memory) --harness::machine.blocksInUse;
+    std::free(memory);
+}

@@ -1,7 +1,6 @@
 // Calls exports of any signature in one way. The order and kind of the arguments are read off the function's type.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <tuple>
@@ -18,11 +17,18 @@ struct Operand {
 
 // What calls pass behind the size, beside an 8-bit alpha and a slice.
 struct Parameters {
-    std::array<double, 16> coefficients{};  // passed as floats or as doubles
-    bool hasCoefficients = false;           // or else as a null pointer
-    std::array<float, 2> numbers{};         // floats by value, from left to right
-    uint16_t word = 0;                      // 16-bit alpha
+    bool hasCoefficients = false;      // or else a null pointer is passed
+    std::array<double, 16> doubles{};  // the coefficients
+    std::array<float, 16> floats{};    // the same, for exports that take floats
+    std::array<float, 2> numbers{};    // floats by value, from left to right
+    uint16_t word = 0;                 // 16-bit alpha
 };
+
+constexpr Parameters withCoefficients(const std::array<double, 16>& coefficients) {
+    Parameters p{.hasCoefficients = true, .doubles = coefficients};
+    for (size_t i = 0; i < coefficients.size(); ++i) p.floats[i] = static_cast<float>(coefficients[i]);
+    return p;
+}
 
 struct Call {
     Operand source, destination;
@@ -38,9 +44,7 @@ struct Call {
 // names the slice.
 class Arguments {
   public:
-    explicit Arguments(const Call& call) : call_(call), doubles_(call.parameters.coefficients) {
-        std::ranges::transform(doubles_, floats_.begin(), [](double c) { return static_cast<float>(c); });
-    }
+    explicit Arguments(const Call& call) : call_(call), parameters_(call.parameters) {}
 
     template <class P>
     P next() {
@@ -81,8 +85,9 @@ class Arguments {
     template <class Pointee>
     void* coefficients() {
         if (!call_.parameters.hasCoefficients) return nullptr;
-        if constexpr (std::is_same_v<std::remove_cv_t<std::remove_all_extents_t<Pointee>>, double>) return doubles_.data();
-        return floats_.data();
+        if constexpr (std::is_same_v<std::remove_cv_t<std::remove_all_extents_t<Pointee>>, double>)
+            return parameters_.doubles.data();
+        return parameters_.floats.data();
     }
 
     const Call& call_;
@@ -91,8 +96,7 @@ class Arguments {
     int pointers_ = 0;
     int numbers_ = 0;
     bool isSizePassed_ = false;
-    std::array<double, 16> doubles_;
-    std::array<float, 16> floats_;
+    Parameters parameters_;
 };
 
 struct Entry {

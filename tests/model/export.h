@@ -73,7 +73,8 @@ struct Export {
     std::span<const Parameters> parameters{};  // that are tried
     bool needsCoefficients = false;            // a null pointer to them is an error
     bool checksSteps = false;                  // and accepts none below 1
-    ContentStatus contentStatus = nullptr;     // of conversions that look at the samples first
+    bool isRowwise = false;                    // no row has a say in another, nor does their number
+    ContentStatus contentStatus = nullptr;     // of a valid region, where more than its size decides
 
     constexpr Parameters firstParameters() const { return parameters.empty() ? Parameters{} : parameters.front(); }
     constexpr ZelSize converted(ZelSize size) const {

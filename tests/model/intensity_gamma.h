@@ -64,8 +64,12 @@ float curveOfFloat(float x, float minimum, float maximum) {
     return static_cast<float>(Curve::at(v, d, range) + double{minimum});
 }
 
+inline ZelStatus statusOfRange(const Conversion& c) {
+    return 0.0f >= c.parameters.numbers[1] - c.parameters.numbers[0] ? zelStsRangeErr : zelStsNoErr;
+}
+
 template <class T, class Curve>
-void gamma(const Conversion& c) {
+void applyCurve(const Conversion& c) {
     for (int y = 0; y < c.size.height; ++y) {
         for (int x = 0; x < c.size.width; ++x) {
             for (int i = 0; i < 3; ++i) {

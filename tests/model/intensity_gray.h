@@ -9,9 +9,15 @@
 
 namespace model {
 
-inline std::array<double, 3> weightsOf(const Conversion& c) {
-    const auto& w = c.parameters.coefficients;
-    return c.parameters.hasCoefficients ? std::array{w[0], w[1], w[2]} : std::array{0.299, 0.587, 0.114};
+inline constexpr Parameters fixedWeights = withCoefficients({0.299, 0.587, 0.114});
+
+template <class T>
+const std::array<T, 16>& weightsOf(const Conversion& c) {
+    const Parameters& p = c.parameters.hasCoefficients ? c.parameters : fixedWeights;
+    if constexpr (std::is_same_v<T, double>)
+        return p.doubles;
+    else
+        return p.floats;
 }
 
 template <class T>
@@ -23,8 +29,8 @@ std::array<T, 3> colourAt(const Conversion& c, int x, int y) {
 // Every operation is rounded by itself, in this order.
 template <class T, class Sample>
 T weightedSum(const Conversion& c, std::array<Sample, 3> x) {
-    const auto w = weightsOf(c);
-    return (T(w[0]) * T(x[0]) + T(w[1]) * T(x[1])) + T(w[2]) * T(x[2]);
+    const auto& w = weightsOf<T>(c);
+    return (w[0] * T(x[0]) + w[1] * T(x[1])) + w[2] * T(x[2]);
 }
 
 template <class Gray>
@@ -37,8 +43,7 @@ void setGray(const Conversion& c, Gray gray) {
 // words and reads the last of them as a signed one; the tail adds up exactly and cuts the result to a byte.
 inline void grayOfBytes(const Conversion& c) {
     std::array<uint32_t, 3> k;
-    for (int i = 0; i < 3; ++i)
-        k[i] = static_cast<uint16_t>(truncated(double{static_cast<float>(weightsOf(c)[i])} * 32768.0 + 0.5));
+    for (int i = 0; i < 3; ++i) k[i] = static_cast<uint16_t>(truncated(double{weightsOf<float>(c)[i]} * 32768.0 + 0.5));
     setGray(c, [&](int x, int y) {
         const auto p = colourAt<uint8_t>(c, x, y);
         if (x >= c.blockPixels) return static_cast<uint8_t>((p[0] * k[0] + p[1] * k[1] + p[2] * k[2] + 16384) >> 15);

@@ -19,8 +19,8 @@ inline float offsetLast(const std::array<float, 4>& t, float x0, float x1, float
 }
 
 inline std::array<float, 4> matrixRow(const Conversion& c, int row) {
-    const double* t = c.parameters.coefficients.data() + 4 * row;
-    return {static_cast<float>(t[0]), static_cast<float>(t[1]), static_cast<float>(t[2]), static_cast<float>(t[3])};
+    const float* t = c.parameters.floats.data() + 4 * row;
+    return {t[0], t[1], t[2], t[3]};
 }
 
 // Limits to the type's range. Something that is not a number becomes the upper limit.

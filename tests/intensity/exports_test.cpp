@@ -1,0 +1,18 @@
+#include <string_view>
+
+#include "harness/conversion_test.h"
+
+namespace harness {
+namespace {
+
+// The rules of bytes to gray, without weights that would have to be tried as well.
+bool convertsAllColours(const model::Export& e) { return std::string_view(e.name).starts_with("zeliRGBToGray_8u_"); }
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(Intensity, Conversion, rows(model::intensityExports()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Intensity, InPlaceConversion, rows(model::intensityExports(), hasOneLayout), nameOf);
+INSTANTIATE_TEST_SUITE_P(Intensity, StepCheckingConversion, rows(model::intensityExports(), checksSteps), nameOf);
+INSTANTIATE_TEST_SUITE_P(Intensity, ColourConversion, rows(model::intensityExports(), convertsAllColours), nameOf);
+
+}  // namespace harness

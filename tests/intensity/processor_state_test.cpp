@@ -1,0 +1,91 @@
+// The control and status register of the processor's vectors: what conversions make of the caller's, and what they leave there.
+#include <pmmintrin.h>
+
+#include <cfenv>
+
+#include "harness/conversion_test.h"
+
+namespace harness {
+namespace {
+
+class ProcessorState : public Conversion {
+  protected:
+    bool setsRounding() const {
+        const model::Element element = tested().source.element;
+        return tested().needsCoefficients && element != model::Element::f32;  // the twists of integers
+    }
+};
+
+// Puts everything back at the end of a test.
+class KeptEnvironment {
+  public:
+    KeptEnvironment() { std::fegetenv(&environment_); }
+    KeptEnvironment(const KeptEnvironment&) = delete;
+    ~KeptEnvironment() { std::fesetenv(&environment_); }
+
+  private:
+    std::fenv_t environment_;
+};
+
+constexpr int roundingModes[] = {FE_TONEAREST, FE_DOWNWARD, FE_UPWARD, FE_TOWARDZERO};
+constexpr unsigned roundingField = 0x6000, flags = 0x3f;
+constexpr unsigned flushesToZero = _MM_FLUSH_ZERO_ON | _MM_DENORMALS_ZERO_ON;
+constexpr ZelSize size{45, 2};
+
+constexpr model::Parameters halves = [] {
+    model::Parameters p = model::withCoefficients({0.5, 0.5, 0, 0.5, 0, 0.5, 0.5, -0.5, 0.5, 0, 0.5, 1, 0.5, 0, 0, 0.5});
+    p.numbers = {0, 1};
+    return p;
+}();
+
+TEST_P(ProcessorState, IsTheCallersAfterwards) {
+    const KeptEnvironment kept;
+    for (const int mode : roundingModes) {
+        for (const unsigned bits : {0u, flushesToZero, unsigned{_MM_EXCEPT_DIV_ZERO}, flushesToZero | _MM_EXCEPT_DENORM}) {
+            Random random(seed());
+            const auto [source, destination] = lay(size, {dense, dense}, random, Content::uniform);
+            model::Call call{
+                .source = source.operand(), .destination = destination.operand(), .size = size, .parameters = halves};
+
+            std::fesetround(mode);
+            const unsigned before = (_mm_getcsr() & ~(flags | flushesToZero)) | bits;
+            _mm_setcsr(before);
+            const ZelStatus status = tested().entry.call(call);
+            const unsigned after = _mm_getcsr();
+            EXPECT_GE(status, zelStsNoErr);
+            EXPECT_EQ(after & ~flags, before & ~flags) << "mode " << mode;
+            EXPECT_EQ(after & before & flags, before & flags) << "flags are sticky";
+            if (setsRounding() && before & roundingField) {
+                EXPECT_EQ(after, before) << "the register comes back whole";
+            }
+
+            call.size.width = 0;
+            _mm_setcsr(before);
+            EXPECT_EQ(tested().entry.call(call), zelStsSizeErr);
+            EXPECT_EQ(_mm_getcsr(), before) << "an error doesn't touch it";
+            std::fenv_t environment;
+            std::fegetenv(&environment);
+            EXPECT_EQ(environment.__tags, 0xffff) << "the registers of the floating-point unit are free";
+        }
+    }
+}
+
+// Sums and conversions to integers go by the caller's mode, but for those that state one of their own; the model knows.
+TEST_P(ProcessorState, DecidesHowResultsAreRounded) {
+    const KeptEnvironment kept;
+    for (const int mode : roundingModes) {
+        for (const unsigned bits : {0u, flushesToZero}) {
+            for (int i = 0; i < 20; ++i) {
+                std::fesetround(mode);
+                _mm_setcsr((_mm_getcsr() & ~flushesToZero) | bits);
+                ASSERT_TRUE(matchesModel({size.width + i, size.height}, {dense, aligned}))
+                    << "mode " << mode << ", bits " << bits;
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Intensity, ProcessorState, rows(model::intensityExports()), nameOf);
+
+}  // namespace
+}  // namespace harness
