@@ -1,9 +1,9 @@
 #include "fields.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "planar_frame.h"
+#include "side_by_side.h"
 
 namespace {
 
@@ -45,48 +45,6 @@ Picture thereAndBack(const Way& way, const PlanarFrame& original, const Picture&
     return decoded;
 }
 
-struct Place {
-    int32_t x, y;
-};
-
-// Copies a region of `from`, every pixel as a square of so many.
-void paste(const Picture& from, Place corner, ZelSize size, int32_t enlargement, Picture& to, int32_t left) {
-    for (int32_t y = 0; y < size.height * enlargement; ++y) {
-        for (int32_t x = 0; x < size.width * enlargement; ++x) {
-            const uint8_t* const source = from.pixel(corner.x + x / enlargement, corner.y + y / enlargement);
-            std::copy_n(source, 3, to.pixel(left + x, y));
-        }
-    }
-}
-
-// Regions one beside the other, with a gap of black.
-Picture beside(const Picture& left, const Picture& right, Place corner, ZelSize size, int32_t enlargement) {
-    constexpr int32_t gap = 8;
-    const int32_t width = size.width * enlargement;
-    Picture both(ZelSize{2 * width + gap, size.height * enlargement});
-    paste(left, corner, size, enlargement, both, 0);
-    paste(right, corner, size, enlargement, both, width + gap);
-    return both;
-}
-
-// The corner of the tile in which two pictures differ most.
-Place mostDifferent(const Picture& a, const Picture& b, ZelSize tile) {
-    Place most{0, 0};
-    int64_t largest = -1;
-    for (int32_t top = 0; top + tile.height <= a.size.height; top += tile.height / 2) {
-        for (int32_t left = 0; left + tile.width <= a.size.width; left += tile.width / 2) {
-            int64_t sum = 0;
-            for (int32_t y = top; y < top + tile.height; ++y)
-                for (int32_t i = 0; i < 3 * tile.width; ++i) sum += std::abs(a.pixel(left, y)[i] - b.pixel(left, y)[i]);
-            if (sum > largest) {
-                largest = sum;
-                most = {left, top};
-            }
-        }
-    }
-    return most;
-}
-
 }  // namespace
 
 Picture interlaced(const Picture& scene, int32_t movement) {
@@ -113,8 +71,7 @@ FieldComparison compareFields(const Picture& frame) {
     const Picture aware = thereAndBack(fieldAware, original, reference, comparison.conversions);
     if (blind.pixels.empty() || aware.pixels.empty()) return comparison;
 
-    comparison.sideBySide = beside(blind, aware, {0, 0}, frame.size, 1);
-    const ZelSize tile{std::min(frame.size.width, 96), std::min(frame.size.height, 96)};
-    comparison.detail = beside(blind, aware, mostDifferent(blind, aware, tile), tile, 6);
+    comparison.sideBySide = beside(blind, aware);
+    comparison.detail = detailBeside(blind, aware);
     return comparison;
 }

@@ -1,14 +1,20 @@
 // Takes a picture from RGB to 4:2:0 planar, 4:2:0 semi-planar and packed 4:2:2 and back, writes what came back as PNG and the
 // 4:2:0 planes as a video of one frame, and tells how far the colours moved and how fast it went. Then shows on the picture as an
-// interlaced frame what becomes of its chroma when the fields are mixed.
+// interlaced frame what becomes of its chroma when the fields are mixed. Last, makes it gray, saturated and sepia, halves it in
+// linear light and without, and merges a range of exposures to floats that are tone-mapped.
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "exposures.h"
 #include "fields.h"
+#include "half_size.h"
 #include "picture_file.h"
+#include "recoloured.h"
 #include "result_table.h"
 #include "round_trip.h"
 
@@ -71,12 +77,34 @@ bool convertFields(const Picture& original, const Results& results) {
 }
 
 // False when a conversion failed.
+bool convertIntensities(const Picture& original, const Results& results) {
+    std::printf("\nIntensity, matrices over the channels, and linear light:\n\n");
+    const Study colours = recoloured(original);
+    const HalfSize half = halfSize(original);
+    const Study range = exposures(original);
+    const std::array<const Study*, 3> studies{&colours, &half, &range};
+
+    std::vector<Conversion> conversions;
+    for (const Study* study : studies)
+        conversions.insert(conversions.end(), study->conversions.begin(), study->conversions.end());
+    printTable(conversions);
+    std::printf("\n");
+    if (half.isComplete())
+        std::printf("half size averaged in linear light, against the same without: mean difference %.3f, largest %d\n\n",
+                    half.difference.mean, half.difference.largest);
+    for (const Study* study : studies)
+        for (const auto& [name, picture] : study->pictures) results.write(name, picture);
+    return std::all_of(studies.begin(), studies.end(), [](const Study* study) { return study->isComplete(); });
+}
+
+// False when a conversion failed.
 bool convert(const fs::path& path, const fs::path& folder) {
     const Picture original = readPicture(path);
     std::printf("%s: %d x %d\n\n", path.c_str(), original.size.width, original.size.height);
     const Results results(path, folder);
     const bool areLayoutsComplete = convertToLayouts(original, results);
-    return convertFields(original, results) && areLayoutsComplete;
+    const bool areFieldsComplete = convertFields(original, results);
+    return convertIntensities(original, results) && areLayoutsComplete && areFieldsComplete;
 }
 
 }  // namespace

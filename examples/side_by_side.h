@@ -1,0 +1,10 @@
+// Two results of the same picture in one, so that the eye can compare them.
+#pragma once
+
+#include "picture.h"
+
+// One beside the other, with a gap of black. They have the same height.
+Picture beside(const Picture& left, const Picture& right);
+
+// The region in which two pictures of the same size differ most, of both and enlarged.
+Picture detailBeside(const Picture& left, const Picture& right);
