@@ -208,7 +208,8 @@ ZEL_INLINE void copyFromBuffer(uint8_t* to, const uint8_t* buffer, size_t bytes)
 }
 
 // Fewer sites than a block.
-ZEL_OWN_CODE inline void convertPart(const Conversion& c, const Kernel& kernel, const Row& row, size_t sites) {
+ZEL_OWN_CODE inline void convertPart(const Conversion& c, const Kernel& kernel, const void* constants, const Row& row,
+                                     size_t sites) {
     alignas(64) uint8_t source[maxSources][maxStreamBlock];
     alignas(64) uint8_t destination[maxDestinations][maxStreamBlock];
     Row buffer;
@@ -221,7 +222,7 @@ ZEL_OWN_CODE inline void convertPart(const Conversion& c, const Kernel& kernel, 
         if (c.keepsAlpha) copyToBuffer(destination[i], row.out[i], sites * c.to.streams[i].bytes);
         buffer.out[i] = destination[i];
     }
-    kernel.blocks(kernel.constants, buffer, {}, 1, 1);
+    kernel.blocks(constants, buffer, {}, 1, 1);
     for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], sites * c.to.streams[i].bytes);
 }
 
@@ -257,12 +258,14 @@ struct MovedRow : Row {
 struct Run {
     const Kernel& kernel;
     const Kernel& whole;  // the same rule for all blocks but the last one
+    const void* constants;
     size_t before, sites, blocks, rest;
     ptrdiff_t lastBlock;  // where one more block ends with the last site; negative where the row has no room for it
 
-    Run(const Kernel& k, const Kernel& whole, size_t before, size_t sites, bool overlapping)
+    Run(const Kernel& k, const Kernel& whole, const void* constantsOfCall, size_t before, size_t sites, bool overlapping)
         : kernel(k),
           whole(whole),
+          constants(constantsOfCall ? constantsOfCall : k.constants),
           before(before),
           sites(sites),
           blocks(sites / unsigned(k.sites)),
@@ -270,14 +273,14 @@ struct Run {
           lastBlock(overlapping ? ptrdiff_t(before + sites) - k.sites : -1) {}
 
     ZEL_INLINE void operator()(const Conversion& c, const Row& start, const Steps& steps, size_t groups) const {
-        if (blocks != 0 && before == 0) whole.blocks(kernel.constants, start, steps, groups, blocks);
-        if (blocks != 0 && before != 0) whole.blocks(kernel.constants, MovedRow(c, start, before), steps, groups, blocks);
+        if (blocks != 0 && before == 0) whole.blocks(constants, start, steps, groups, blocks);
+        if (blocks != 0 && before != 0) whole.blocks(constants, MovedRow(c, start, before), steps, groups, blocks);
         if (rest == 0) return;
         if (lastBlock >= 0) {
-            kernel.blocks(kernel.constants, MovedRow(c, start, size_t(lastBlock)), steps, groups, 1);
+            kernel.blocks(constants, MovedRow(c, start, size_t(lastBlock)), steps, groups, 1);
         } else {
             MovedRow part(c, start, before + sites - rest);
-            for (; groups != 0; --groups, part.next(c, steps)) convertPart(c, kernel, part, rest);
+            for (; groups != 0; --groups, part.next(c, steps)) convertPart(c, kernel, constants, part, rest);
         }
     }
 };
@@ -289,7 +292,7 @@ ZEL_OWN_CODE inline void convertEnds(const Conversion& c, MovedRow end, const St
         for (int i = 0; i < c.from.count; ++i) end.in[i] -= c.from.streams[i].offset;
     if (c.lastSite.blocks) c.lastSite.blocks(c.lastSite.constants, end, steps, groups, 1);
     for (; groups != 0; --groups, end.next(c, steps)) {
-        if (c.lastSiteAlone && !c.lastSite.blocks) convertPart(c, c.tail, end, 1);
+        if (c.lastSiteAlone && !c.lastSite.blocks) convertPart(c, c.tail, c.tail.constants, end, 1);
         if (hasOddPixel) convertOddPixel(c, end, alone);
     }
 }
@@ -339,7 +342,9 @@ ZEL_INLINE bool sharesImages(const Conversion& c, const Row& first) {
     return shared;
 }
 
-ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Groups part = {}, bool bypassing = false) {
+// Constants that are made at the call take the place of the kernels' own.
+ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Groups part = {}, bool bypassing = false,
+                                 const void* constants = nullptr) {
     const int width = images.size.width, allGroups = images.size.height / c.site.height;
     const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
     const int endGroup = part.end > 0 ? part.end : allGroups + part.end;
@@ -374,7 +379,8 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Grou
     // sites of the block rule, which comes after it.
     const bool inPlace = sharesImages(c, first);
     const Kernel& whole = bypassing && c.bypassing.blocks ? c.bypassing : c.block;
-    const Run block(c.block, whole, 0, blockSites, !inPlace), tail(c.tail, c.tail, blockSites, sites - blockSites, !inPlace);
+    const Run block(c.block, whole, constants, 0, blockSites, !inPlace),
+        tail(c.tail, c.tail, constants, blockSites, sites - blockSites, !inPlace);
 
     // Where a row takes several runs, a few rows at a time, so that they are still in the cache for the next run, unless each row
     // has to be done before the next one.

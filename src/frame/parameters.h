@@ -18,9 +18,7 @@ struct Parametric : Conversion {
 template <class Constants>
 ZEL_INLINE void convert(const Parametric<Constants>& p, const Images& images, bool bypassing = false) {
     const Constants constants = p.constants(images);
-    Conversion c = p;
-    c.block.constants = c.bypassing.constants = c.tail.constants = &constants;
-    convert(c, images, {}, bypassing);
+    convert(static_cast<const Conversion&>(p), images, {}, bypassing, &constants);
 }
 
 }  // namespace zel::ZEL_LEVEL
