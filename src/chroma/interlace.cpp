@@ -37,12 +37,13 @@ struct FieldPlanes {
 
     ZEL_INLINE explicit FieldPlanes(const Constants& k) : weights(k) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        for (int p = 0; p < 2; ++p) {
+        unrolled<2>([&](int p) ZEL_INLINE_LAMBDA {
             const Bytes upper = loadBytes(row.in[2 * p] + block * vectorBytes),
                         lower = loadBytes(row.in[2 * p + 1] + block * vectorBytes);
-            for (int r = 0; r < rows; ++r)
+            unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
                 storeVector(row.out[rows * p + r] + block * vectorBytes, WeightedMean(weights.weights[r])(upper, lower));
-        }
+            });
+        });
     }
 };
 

@@ -26,12 +26,14 @@ struct AlongRow {
 
     ZEL_INLINE explicit AlongRow(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        for (int p = 0; p < planes; ++p) {
+        unrolled<planes>([&](int p) ZEL_INLINE_LAMBDA {
             const Bytes own = loadBytes(row.in[2 * p] + block * vectorBytes),
                         next = loadBytes(row.in[2 * p + 1] + block * vectorBytes);
             const Bytes between = meanOf<kind>(own, next);
-            for (int r = 0; r < rows; ++r) storeInterleaved(row.out[p * rows + r] + block * 2 * vectorBytes, own, between);
-        }
+            unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
+                storeInterleaved(row.out[p * rows + r] + block * 2 * vectorBytes, own, between);
+            });
+        });
     }
 };
 
@@ -43,12 +45,12 @@ struct AcrossRows {
 
     ZEL_INLINE explicit AcrossRows(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        for (int p = 0; p < 2; ++p) {
+        unrolled<2>([&](int p) ZEL_INLINE_LAMBDA {
             const Bytes own = loadEven(row.in[2 * p] + block * 2 * vectorBytes);
             const Bytes below = loadEven(row.in[2 * p + 1] + block * 2 * vectorBytes);
             storeVector(row.out[2 * p] + block * vectorBytes, own);
             storeVector(row.out[2 * p + 1] + block * vectorBytes, meanOf<kind>(own, below));
-        }
+        });
     }
 };
 
@@ -58,7 +60,9 @@ struct EverySecond {
 
     ZEL_INLINE explicit EverySecond(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        for (int p = 0; p < 2; ++p) storeVector(row.out[p] + block * vectorBytes, loadEven(row.in[p] + block * 2 * vectorBytes));
+        unrolled<2>([&](int p) ZEL_INLINE_LAMBDA {
+            storeVector(row.out[p] + block * vectorBytes, loadEven(row.in[p] + block * 2 * vectorBytes));
+        });
     }
 };
 

@@ -52,11 +52,11 @@ struct FromPacked {
     static constexpr int lumaStreams = rows;
     ZEL_INLINE static Bytes load(const Row& row, int, size_t block) {
         Bytes pairs{};
-        for (int r = 0; r < rows; ++r) {
+        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
             const Unpacked u = unpack<order>(row.in[r] + block * 2 * vectorBytes);
             store<stores>(row.out[r] + block * vectorBytes, u.luma);
             if (r == 0) pairs = u.pairs;
-        }
+        });
         return pairs;
     }
 };
@@ -104,8 +104,9 @@ template <int rows, PackedOrder order, Stores stores = Stores::cached>
 struct ToPacked {
     static constexpr int lumaStreams = rows;
     ZEL_INLINE static void store(const Row& row, int, size_t block, Bytes pairs) {
-        for (int r = 0; r < rows; ++r)
+        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
             storePacked<order, stores>(row.out[r] + block * 2 * vectorBytes, loadBytes(row.in[r] + block * vectorBytes), pairs);
+        });
     }
 };
 
@@ -121,7 +122,8 @@ struct ToPlanes {
     static constexpr int lumaStreams = 0;
     ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes pairs) {
         const size_t at = block * vectorBytes / 2;
-        for (int r = 0; r < rows; ++r) storePairs(row.out[stream + 2 * r] + at, row.out[stream + 2 * r + 1] + at, pairs);
+        unrolled<rows>(
+            [&](int r) ZEL_INLINE_LAMBDA { storePairs(row.out[stream + 2 * r] + at, row.out[stream + 2 * r + 1] + at, pairs); });
     }
 };
 
