@@ -61,8 +61,11 @@ constexpr Kernel kernel(const typename K::Constants* constants) {
     constexpr auto blocks = [](const void* c, const Row& first, const Steps& steps, size_t groups, size_t count) {
         const auto& k = *static_cast<const typename K::Constants*>(c);
         Row row = first;  // which no store can reach, so the pointers stay in registers
+        // Written out, or the pointers go through memory.
         const auto next = [&]() ZEL_INLINE_LAMBDA {
+#pragma GCC unroll 8
             for (int i = 0; i < maxSources; ++i) row.in[i] = moved(row.in[i], steps.in[i]);
+#pragma GCC unroll 8
             for (int i = 0; i < maxDestinations; ++i) row.out[i] = moved(row.out[i], steps.out[i]);
         };
         if constexpr (requires { K::blocks(k, row, count); }) {
