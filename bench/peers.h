@@ -11,7 +11,7 @@ namespace bench {
 
 struct Peer {
     std::string name;
-    std::function<Call(const Image& source, const Image& destination)> bind;
+    std::function<Call(const Image& source, const Image& destination)> bind;  // an empty call where the size is not served
 };
 
 // Each library that the build found, as "name version".

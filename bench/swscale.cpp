@@ -66,6 +66,8 @@ struct Picture {
 template <int method>
 Call bindScaler(const Image& source, const Image& destination) {
     const auto [width, height] = source.size;
+    // Its vector code for interleaved chroma runs past the end of rows that are shorter than a vector, and crashes.
+    if ((source.layout == Layout::nv12 || source.layout == Layout::nv21) && width < 64) return {};
     const std::shared_ptr<SwsContext> context(sws_getContext(width, height, formatOf(source.layout), width, height,
                                                              formatOf(destination.layout), method, nullptr, nullptr, nullptr),
                                               sws_freeContext);

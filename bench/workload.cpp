@@ -22,7 +22,8 @@ Workload::Workload(const Export& row, Size size) {
                                std::memcpy(to, from, copied);
                                return 0;
                            }});
-    for (const Peer& peer : peersOf(row.task)) contenders_.push_back({peer.name, peer.bind(source_, destination_)});
+    for (const Peer& peer : peersOf(row.task))
+        if (Call call = peer.bind(source_, destination_)) contenders_.push_back({peer.name, call});
 
     for (const Contender& contender : contenders_) {
         if (const int status = contender.call()) throw std::runtime_error(contender.name + " returns " + std::to_string(status));
