@@ -1,13 +1,14 @@
 // Rows and planes that move unchanged.
 #pragma once
 
-#include "frame/conversion.h"
+#include "frame/driver.h"
 #include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {
 
-// At least a vector. Stores are brought to a vector's boundary, and the last one overlaps the one before it.
+// Stores are brought to a vector's boundary, and the last one overlaps the one before it.
 ZEL_INLINE void copyRow(uint8_t* to, const uint8_t* from, size_t bytes) {
+    if (bytes < vectorBytes) return copyShort(to, from, bytes);
     const Bytes last = loadBytes(from + bytes - vectorBytes);
     storeVector(to, loadBytes(from));
     for (size_t i = vectorBytes - reinterpret_cast<uintptr_t>(to) % vectorBytes; i + vectorBytes <= bytes; i += vectorBytes)
@@ -23,7 +24,7 @@ ZEL_INLINE bool streamsCollide(const uint8_t* to, const uint8_t* from) {
 
 // The same with stores that bypass the cache.
 ZEL_INLINE void streamRow(uint8_t* to, const uint8_t* from, size_t bytes) {
-    if (streamsCollide(to, from)) return copyRow(to, from, bytes);
+    if (bytes < vectorBytes || streamsCollide(to, from)) return copyRow(to, from, bytes);
     const Bytes last = loadBytes(from + bytes - vectorBytes);
     storeVector(to, loadBytes(from));
     for (size_t i = vectorBytes - reinterpret_cast<uintptr_t>(to) % vectorBytes; i + vectorBytes <= bytes; i += vectorBytes)
@@ -31,7 +32,7 @@ ZEL_INLINE void streamRow(uint8_t* to, const uint8_t* from, size_t bytes) {
     storeVector(to + bytes - vectorBytes, last);
 }
 
-// A plane to a plane, each row to one row or to two.
+// A plane to a plane, each row to one row or to two. A block is a byte.
 template <int rows, Stores stores = Stores::cached>
 inline void copyRows(const void*, const Row& first, const Steps& steps, size_t groups, size_t count) {
     const uint8_t* from = first.in[0];
@@ -40,9 +41,9 @@ inline void copyRows(const void*, const Row& first, const Steps& steps, size_t g
     for (; groups != 0; --groups) {
         for (int r = 0; r < rows; ++r) {
             if constexpr (stores == Stores::bypassing)
-                streamRow(to[r], from, count * vectorBytes);
+                streamRow(to[r], from, count);
             else
-                copyRow(to[r], from, count * vectorBytes);
+                copyRow(to[r], from, count);
             to[r] = moved(to[r], steps.out[r]);
         }
         from = moved(from, steps.in[0]);
@@ -50,7 +51,7 @@ inline void copyRows(const void*, const Row& first, const Steps& steps, size_t g
 }
 
 template <int rows, Stores stores = Stores::cached>
-inline constexpr Kernel copy{copyRows<rows, stores>, nullptr, vectorBytes};
+inline constexpr Kernel copy{copyRows<rows, stores>};
 
 // Large images of luma may bypass the cache.
 inline constexpr Conversion copyLuma{

@@ -18,24 +18,23 @@ struct Sliced {
 
 ZEL_INLINE bool isOneRow(const Sliced&, const Images&) { return false; }
 
-ZEL_OWN_CODE inline void convert(const Sliced& s, const Images& images) {
+ZEL_OWN_CODE inline void convert(const Sliced& s, Images& images) {
     constexpr int wholeImage = zelSliceTop | zelSliceMiddle | zelSliceBottom;
-    Images part = images;
-    part.size.width &= ~1;
-    part.size.height &= ~1;
+    images.size.width &= ~1;
+    images.size.height &= ~1;
     const int slice = images.slice;
-    if ((slice & wholeImage) == wholeImage) return convert(part.size.height == 2 ? s.wholePair : s.whole, part);
+    if ((slice & wholeImage) == wholeImage) return convert(images.size.height == 2 ? s.wholePair : s.whole, images);
     if (slice != zelSliceTop && slice != zelSliceMiddle && slice != zelSliceBottom) return;
     if (slice != zelSliceTop) {
-        part.size.height += 2;
+        images.size.height += 2;
         for (int plane = 0; plane < 4; ++plane) {
             const size_t rows = plane == 0 ? 2 : 1;
-            part.source[plane] = moved(part.source[plane], -rows * size_t(part.sourceStep[plane]));
-            part.destination[plane] = moved(part.destination[plane], -rows * size_t(part.destinationStep[plane]));
+            images.source[plane] = moved(images.source[plane], -rows * size_t(images.sourceStep[plane]));
+            images.destination[plane] = moved(images.destination[plane], -rows * size_t(images.destinationStep[plane]));
         }
     }
-    if (slice != zelSliceBottom) part.size.height -= 2;
-    if (part.size.height != 0) convert(slice == zelSliceTop ? s.top : slice == zelSliceMiddle ? s.middle : s.bottom, part);
+    if (slice != zelSliceBottom) images.size.height -= 2;
+    if (images.size.height != 0) convert(slice == zelSliceTop ? s.top : slice == zelSliceMiddle ? s.middle : s.bottom, images);
 }
 
 }  // namespace zel::ZEL_LEVEL

@@ -4,7 +4,7 @@
 
 #include <type_traits>
 
-#include "frame/conversion.h"
+#include "frame/driver.h"
 #include "simd/pixels.h"
 #include "zelcc/types.h"
 
@@ -32,7 +32,7 @@ class Arguments {
     ZEL_INLINE bool hasNullPlane() const { return nullPlane_; }
     ZEL_INLINE bool hasStepBelow1() const { return stepBelow1_; }
     ZEL_INLINE bool hasEmptyRange() const { return 0.0f >= images_.upperEnd - images_.lowerEnd; }
-    ZEL_INLINE const Images& images() const { return images_; }
+    ZEL_INLINE Images& images() { return images_; }
 
   private:
     // A plane or an array of three planes, with a step for each or one for all. Two single planes on a side are luma and
@@ -42,7 +42,9 @@ class Arguments {
         if constexpr (std::is_pointer_v<std::remove_pointer_t<Pointer>>) {
             const bool present = pointer && isPresent(steps);
             nullPointer_ |= !present;
-            for (int i = 0; present && i < 3; ++i) {
+            if (!present) return read(rest...);
+#pragma GCC unroll 3
+            for (int i = 0; i < 3; ++i) {
                 nullPlane_ |= !pointer[i];
                 add(pointer[i], stepOf(steps, i));
             }
@@ -170,10 +172,11 @@ struct Export<conversion, ZelStatus(A...)> {
     // table.
     template <const Implementation* narrower, int place>
     static ZelStatus call(A... a) {
-        const Arguments arguments(a...);
-        const Images& images = arguments.images();
+        Arguments arguments(a...);
+        Images& images = arguments.images();
+        const ZelSize size = images.size;
         const auto& c = choose(conversion, images);
-        const bool refused = isRefused(c, images.size), empty = images.size.width < 1 || images.size.height < 1;
+        const bool refused = isRefused(c, size), empty = size.width < 1 || size.height < 1;
         if (c.checks == Checks::rangeFirst && arguments.hasEmptyRange()) return zelStsRangeErr;
         if (c.checks == Checks::sizeFirst && refused) return zelStsSizeErr;
         if (c.checks == Checks::emptyFirst && empty) return zelStsSizeErr;
@@ -186,7 +189,7 @@ struct Export<conversion, ZelStatus(A...)> {
         const bool stepsLast = c.checks == Checks::stepsLast || c.checks == Checks::rangeFirst;
         if (stepsLast && arguments.hasStepBelow1()) return zelStsStepErr;
         if constexpr (narrower != nullptr) {
-            if (images.size.width < blockPixels && !isOneRow(c, images))
+            if (size.width < blockPixels && !isOneRow(c, images))
                 return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
         }
         // Only what needs memory can fail from here on.
@@ -194,7 +197,7 @@ struct Export<conversion, ZelStatus(A...)> {
             return convert(c, images);
         else
             convert(c, images);
-        return c.oddSize == OddSize::warned && hasOddSize(c, images.size) ? zelStsOddSizeWarn : zelStsNoErr;
+        return c.oddSize == OddSize::warned && hasOddSize(c, size) ? zelStsOddSizeWarn : zelStsNoErr;
     }
 };
 

@@ -1,7 +1,7 @@
 // Conversions whose kernels take constants that are made at every call, of what the caller gives behind the size.
 #pragma once
 
-#include "frame/conversion.h"
+#include "frame/driver.h"
 
 namespace zel::ZEL_LEVEL {
 

@@ -2,7 +2,7 @@
 // rows at an edge that have a rule of their own. A pass is a conversion like any other.
 #pragma once
 
-#include "frame/conversion.h"
+#include "frame/driver.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -42,15 +42,14 @@ ZEL_INLINE bool isOneRow(const Passes& p, const Images& images) {
     return true;
 }
 
-ZEL_OWN_CODE inline void convert(const Passes& p, const Images& images) {
-    Images whole = images;
-    whole.size.width -= whole.size.width % p.site.width;
-    whole.size.height -= whole.size.height % p.site.height;
-    const bool bypassing = p.bypass && p.bypass(whole);
+ZEL_OWN_CODE inline void convert(const Passes& p, Images& images) {
+    images.size.width &= -int{p.site.width};
+    images.size.height &= -int{p.site.height};
+    const bool bypassing = p.bypass && p.bypass(images);
     const bool unequal = p.unequalChromaSteps && images.destinationStep[1] != images.destinationStep[2];
     const int count = unequal ? 1 : p.count;
-    for (int i = 0; i < count; ++i) convert(p.passes[i].conversion, whole, p.passes[i].groups, bypassing);
-    if (unequal) p.unequalChromaSteps(whole);
+    for (int i = 0; i < count; ++i) convert(p.passes[i].conversion, images, p.passes[i].groups, bypassing);
+    if (unequal) p.unequalChromaSteps(images);
     if (bypassing) _mm_sfence();
 }
 

@@ -282,12 +282,11 @@ struct Transform : Parametric<Matrix<4>> {};
 
 // Rows that are 4 bytes a pixel apart are taken as an image without gaps, although a pixel has 16. That is meant: images with
 // such a step on both sides are read and written beyond what their steps say.
-[[maybe_unused]] void convert(const Transform& transform, const Images& images) {
-    Images whole = images;
+[[maybe_unused]] void convert(const Transform& transform, Images& images) {
     const ptrdiff_t apart = ptrdiff_t{4} * images.size.width;
     if (!images.stepsCut && images.sourceStep[0] == apart && images.destinationStep[0] == apart)
-        whole.sourceStep[0] = whole.destinationStep[0] = 4 * apart;
-    convert(static_cast<const Parametric<Matrix<4>>&>(transform), whole);
+        images.sourceStep[0] = images.destinationStep[0] = 4 * apart;
+    convert(static_cast<const Parametric<Matrix<4>>&>(transform), images);
 }
 
 }  // namespace

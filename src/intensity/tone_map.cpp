@@ -1,4 +1,5 @@
 // Tone mapping: floats to bytes by a factor that the image itself gives, so that its maximum or twice its mean becomes white.
+#include "frame/driver.h"
 #include "intensity/fill.h"
 #include "simd/doubles.h"
 #include "zelcc/intensity.h"
@@ -101,8 +102,8 @@ class Scaling {
             block(from + (width - vectorBytes) * 4, to + width - vectorBytes);
             return;
         }
-        alignas(64) uint8_t samples[4 * vectorBytes]{}, bytes[vectorBytes];
-        copyToBuffer(samples, from + i * 4, (width - i) * 4);
+        alignas(64) uint8_t samples[4 * vectorBytes], bytes[vectorBytes];
+        copyToBuffer(samples, from + i * 4, (width - i) * 4, sizeof samples);
         block(samples, bytes);
         copyFromBuffer(to + i, bytes, width - i);
     }

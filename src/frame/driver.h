@@ -1,0 +1,280 @@
+// The driver of conversions: it walks the rows and puts what is left at a row's end through the same kernel once more, by a block
+// that overlaps the one before it or by way of a buffer.
+#pragma once
+
+#include <immintrin.h>
+
+#include "frame/conversion.h"
+
+namespace zel::ZEL_LEVEL {
+
+// A few bytes, at AVX-512 less than a vector, between places that do not overlap.
+ZEL_INLINE void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
+#if ZEL_LANES == 4
+    const __mmask64 mask = (uint64_t{1} << bytes) - 1;
+    _mm512_mask_storeu_epi8(to, mask, _mm512_maskz_loadu_epi8(mask, from));
+#else
+    // The last piece overlaps the one before it.
+    const auto copyPieces = [&](auto piece) {
+        constexpr size_t size = sizeof piece;
+        for (size_t i = 0; i + size < bytes; i += size) __builtin_memcpy(to + i, from + i, size);
+        __builtin_memcpy(to + bytes - size, from + bytes - size, size);
+    };
+    if (bytes >= 16) {
+        copyPieces(__m128i{});
+    } else if (bytes >= 8) {
+        copyPieces(uint64_t{});
+    } else if (bytes >= 4) {
+        copyPieces(uint32_t{});
+    } else {
+        for (size_t i = 0; i < bytes; ++i) to[i] = from[i];
+    }
+#endif
+}
+
+// What does not fill a block goes through a buffer. The rest of the block is zero there: it takes part in the arithmetic.
+ZEL_INLINE void copyToBuffer(uint8_t* buffer, const uint8_t* from, size_t bytes, size_t blockBytes) {
+#if ZEL_LANES == 4
+    // Whole vectors are stored, so that the kernel's loads need not wait for them.
+    for (size_t i = 0; i < blockBytes; i += 64) {
+        const __mmask64 mask = bytes - i >= 64 ? ~uint64_t{0} : (uint64_t{1} << (bytes - i)) - 1;
+        _mm512_store_si512(buffer + i, _mm512_maskz_loadu_epi8(i < bytes ? mask : 0, from + i));
+    }
+#else
+    for (size_t i = 0; i < blockBytes; i += 16) _mm_store_si128(reinterpret_cast<__m128i*>(buffer + i), _mm_setzero_si128());
+    copyShort(buffer, from, bytes);
+#endif
+}
+
+ZEL_INLINE void copyFromBuffer(uint8_t* to, const uint8_t* buffer, size_t bytes) {
+#if ZEL_LANES == 4
+    for (size_t i = 0; i < bytes; i += 64) {
+        const __mmask64 mask = bytes - i >= 64 ? ~uint64_t{0} : (uint64_t{1} << (bytes - i)) - 1;
+        _mm512_mask_storeu_epi8(to + i, mask, _mm512_load_si512(buffer + i));
+    }
+#else
+    copyShort(to, buffer, bytes);
+#endif
+}
+
+// Fewer sites than a block.
+ZEL_OWN_CODE inline void convertPart(const Conversion& c, const Kernel& kernel, const void* constants, const Row& row,
+                                     size_t sites) {
+    alignas(64) uint8_t source[maxSources][maxStreamBlock];
+    alignas(64) uint8_t destination[maxDestinations][maxStreamBlock];
+    Row buffer;
+    buffer.alpha = row.alpha;
+    const auto load = [&](uint8_t* to, const uint8_t* from, const Stream& s) {
+        copyToBuffer(to, from, sites * s.bytes, unsigned(kernel.sites) * s.bytes);
+    };
+    for (int i = 0; i < c.from.count; ++i) {
+        load(source[i], row.in[i], c.from.streams[i]);
+        buffer.in[i] = source[i];
+    }
+    for (int i = 0; i < c.to.count; ++i) {
+        if (c.keepsAlpha) load(destination[i], row.out[i], c.to.streams[i]);
+        buffer.out[i] = destination[i];
+    }
+    kernel.blocks(constants, buffer, {}, 1, 1);
+    for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], sites * c.to.streams[i].bytes);
+}
+
+ZEL_OWN_CODE inline void convertOddPixel(const Conversion& c, const Row& row, bool alone) {
+    alignas(64) uint8_t source[maxSources][maxStreamBlock];
+    alignas(64) uint8_t destination[maxDestinations][maxStreamBlock];
+    Row buffer;
+    buffer.alpha = row.alpha;
+    for (int i = 0; i < c.from.count; ++i) {
+        c.oddPixel.makeSite(source[i], row.in[i], c.from.streams[i].bytes, alone);
+        buffer.in[i] = source[i];
+    }
+    for (int i = 0; i < c.to.count; ++i) buffer.out[i] = destination[i];
+    const Kernel& kernel = alone ? c.oddPixel.ruleAlone : c.oddPixel.rule;
+    kernel.blocks(kernel.constants, buffer, {}, 1, 1);
+    for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], c.to.streams[i].bytes / 2);
+}
+
+// The row some sites further on. Field by field: a copy of the whole record would wait for the pointers that were just written.
+struct MovedRow : Row {
+    ZEL_INLINE MovedRow(const Conversion& c, const Row& row, size_t sites) {
+        for (int i = 0; i < c.from.count; ++i) in[i] = row.in[i] + sites * c.from.streams[i].bytes;
+        for (int i = 0; i < c.to.count; ++i) out[i] = row.out[i] + sites * c.to.streams[i].bytes;
+        alpha = row.alpha;
+    }
+    ZEL_INLINE void next(const Conversion& c, const Steps& steps, size_t groups = 1) {
+        for (int i = 0; i < c.from.count; ++i) in[i] = moved(in[i], steps.in[i] * groups);
+        for (int i = 0; i < c.to.count; ++i) out[i] = moved(out[i], steps.out[i] * groups);
+    }
+};
+
+// n / k, for a power of two.
+ZEL_INLINE size_t quotient(size_t n, int k) { return n >> __builtin_ctz(unsigned(k)); }
+
+// The consecutive sites of a row that follow one rule, with as many sites before them that are converted later.
+struct Run {
+    const Kernel& kernel;
+    const Kernel& whole;  // the same rule for all blocks but the last one
+    const void* constants;
+    size_t before, sites, blocks, rest;
+    ptrdiff_t lastBlock;  // where one more block ends with the last site; negative where the row has no room for it
+
+    ZEL_INLINE Run(const Kernel& k, const Kernel& whole, const void* constantsOfCall, size_t before, size_t sites,
+                   bool overlapping)
+        : kernel(k),
+          whole(whole),
+          constants(constantsOfCall ? constantsOfCall : k.constants),
+          before(before),
+          sites(sites),
+          blocks(quotient(sites, k.sites)),
+          rest(sites & unsigned(k.sites - 1)),
+          lastBlock(overlapping ? ptrdiff_t(before + sites) - k.sites : -1) {}
+
+    ZEL_INLINE void operator()(const Conversion& c, const Row& start, const Steps& steps, size_t groups) const {
+        if (blocks != 0 && before == 0) whole.blocks(constants, start, steps, groups, blocks);
+        if (blocks != 0 && before != 0) whole.blocks(constants, MovedRow(c, start, before), steps, groups, blocks);
+        if (rest == 0) return;
+        if (lastBlock >= 0) {
+            kernel.blocks(constants, MovedRow(c, start, size_t(lastBlock)), steps, groups, 1);
+        } else {
+            MovedRow part(c, start, before + sites - rest);
+            for (; groups != 0; --groups, part.next(c, steps)) convertPart(c, kernel, constants, part, rest);
+        }
+    }
+};
+
+// What stands at the end of rows beside the runs: a last site that has no neighbour, or an odd pixel.
+ZEL_OWN_CODE inline void convertEnds(const Conversion& c, MovedRow end, const Steps& steps, size_t groups, bool hasOddPixel,
+                                     bool alone) {
+    if (c.lastSiteAlone)
+        for (int i = 0; i < c.from.count; ++i) end.in[i] -= c.from.streams[i].offset;
+    if (c.lastSite.blocks) c.lastSite.blocks(c.lastSite.constants, end, steps, groups, 1);
+    for (; groups != 0; --groups, end.next(c, steps)) {
+        if (c.lastSiteAlone && !c.lastSite.blocks) convertPart(c, c.tail, c.tail.constants, end, 1);
+        if (hasOddPixel) convertOddPixel(c, end, alone);
+    }
+}
+
+ZEL_INLINE bool hasOddPixel(const Conversion& c, ZelSize size) { return c.oddPixel.makeSite && size.width % 2 != 0; }
+
+// Whether the rows of a stream follow each other in memory.
+ZEL_INLINE bool isContiguous(const Stream& s, ptrdiff_t step, size_t columns) {
+    return s.rows == 1 && step == ptrdiff_t(columns * s.bytes);
+}
+
+// Whether the rule looks at columns.
+ZEL_INLINE bool dependsOnColumns(const Conversion& c, ZelSize size, size_t columns, size_t blockSites) {
+    return (blockSites != 0 && blockSites != columns) || c.lastSiteAlone || hasOddPixel(c, size);
+}
+
+// The sites at the left edge that the block rule owns, of a row's whole ones.
+ZEL_INLINE size_t blockSitesOf(const Conversion& c, int width, size_t columns) {
+    return c.blockColumns ? quotient(unsigned(c.blockColumns(width)), c.site.width) : columns - c.lastSiteAlone;
+}
+
+// Whether all rows make up one.
+ZEL_INLINE bool isOneRow(const Conversion& c, const Images& images) {
+    const size_t columns = quotient(unsigned(images.size.width), c.site.width);
+    for (int i = 0; i < c.from.count; ++i)
+        if (!isContiguous(c.from.streams[i], images.sourceStep[c.from.streams[i].plane], columns)) return false;
+    for (int i = 0; i < c.to.count; ++i)
+        if (!isContiguous(c.to.streams[i], images.destinationStep[c.to.streams[i].plane], columns)) return false;
+    return !dependsOnColumns(c, images.size, columns, blockSitesOf(c, images.size.width, columns));
+}
+
+// Whether a row is written over what an earlier one has left.
+ZEL_INLINE bool rowsOverlap(const Conversion& c, const Images& images, size_t columns) {
+    bool overlap = false;
+    for (int i = 0; i < c.to.count; ++i) {
+        const Stream& s = c.to.streams[i];
+        const ptrdiff_t step = images.destinationStep[s.plane];
+        overlap |= size_t(step < 0 ? -step : step) < columns * s.bytes;
+    }
+    return overlap;
+}
+
+// Whether an image is source and destination.
+ZEL_INLINE bool sharesImages(const Conversion& c, const Row& first) {
+    bool shared = false;
+    for (int i = 0; i < c.from.count; ++i)
+        for (int k = 0; k < c.to.count; ++k) shared |= first.in[i] == first.out[k];
+    return shared;
+}
+
+// The rows of some groups, of which the block rule owns the sites up to blockSites.
+struct Rows {
+    Row first;
+    Steps steps;
+    size_t groups, columns, blockSites;
+};
+
+// Rows that are more than whole blocks of one rule.
+ZEL_OWN_CODE inline void convertRuns(const Conversion& c, const Images& images, const Rows& rows, const Kernel& whole,
+                                     const void* constants) {
+    // The last block of a run may cover sites once more, as long as the source is still there, and a block of the tail may cover
+    // sites of the block rule, which comes after it.
+    const bool inPlace = sharesImages(c, rows.first);
+    const size_t sites = rows.columns - c.lastSiteAlone;
+    const Run block(c.block, whole, constants, 0, rows.blockSites, !inPlace),
+        tail(c.tail, c.tail, constants, rows.blockSites, sites - rows.blockSites, !inPlace);
+
+    // A few rows at a time, so that they are still in the cache for the next run, unless each row has to be done before the next
+    // one.
+    constexpr size_t rowsAtOnce = 16;
+    const bool oddPixel = hasOddPixel(c, images.size), hasEnds = c.lastSiteAlone || oddPixel;
+    const size_t band = rowsOverlap(c, images, rows.columns) ? 1 : rowsAtOnce;
+    size_t groups = rows.groups;
+    for (MovedRow start(c, rows.first, 0);; start.next(c, rows.steps, band)) {
+        const size_t now = groups < band ? groups : band;
+        if (tail.sites != 0) tail(c, start, rows.steps, now);
+        if (block.sites != 0) block(c, start, rows.steps, now);
+        if (hasEnds) convertEnds(c, MovedRow(c, start, sites), rows.steps, now, oddPixel, images.size.width == 1);
+        groups -= now;
+        if (groups == 0) return;
+    }
+}
+
+// Constants that are made at the call take the place of the kernels' own.
+ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Groups part = {}, bool bypassing = false,
+                                 const void* constants = nullptr) {
+    const int width = images.size.width, allGroups = images.size.height >> __builtin_ctz(c.site.height);
+    const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
+    const int endGroup = part.end > 0 ? part.end : allGroups + part.end;
+    const bool oddPixel = hasOddPixel(c, images.size);
+    Rows rows;
+    rows.columns = quotient(unsigned(width), c.site.width);
+    if ((rows.columns == 0 && !oddPixel) || firstGroup >= endGroup) return;
+    rows.groups = size_t(endGroup - firstGroup);
+    rows.blockSites = blockSitesOf(c, width, rows.columns);
+    bool oneRow = !dependsOnColumns(c, images.size, rows.columns, rows.blockSites);
+    rows.first.alpha = images.alpha;
+    for (int i = 0; i < c.from.count; ++i) {
+        const Stream& s = c.from.streams[i];
+        const auto step = size_t(images.sourceStep[s.plane]);
+        oneRow &= isContiguous(s, ptrdiff_t(step), rows.columns);
+        rows.steps.in[i] = step * s.rows;
+        rows.first.in[i] = moved(images.source[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows) + s.offset);
+    }
+    for (int i = 0; i < c.to.count; ++i) {
+        const Stream& s = c.to.streams[i];
+        const auto step = size_t(images.destinationStep[s.plane]);
+        oneRow &= isContiguous(s, ptrdiff_t(step), rows.columns);
+        rows.steps.out[i] = step * s.rows;
+        rows.first.out[i] = moved(images.destination[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows));
+    }
+
+    if (oneRow) {
+        rows.columns *= rows.groups;
+        rows.blockSites *= rows.groups;
+        rows.groups = 1;
+    }
+
+    const Kernel& whole = bypassing && c.bypassing.blocks ? c.bypassing : c.block;
+    const bool blocksOnly = rows.blockSites == rows.columns && (rows.columns & unsigned(c.block.sites - 1)) == 0;
+    if (blocksOnly && !oddPixel)
+        whole.blocks(constants ? constants : c.block.constants, rows.first, rows.steps, rows.groups,
+                     quotient(rows.columns, c.block.sites));
+    else
+        convertRuns(c, images, rows, whole, constants);
+}
+
+}  // namespace zel::ZEL_LEVEL
