@@ -40,9 +40,14 @@ struct WordWeights {
     }
 };
 
+constexpr double inWords(float c) { return double(c) * 32768.0 + 0.5; }
+constexpr WordWeights fixedWordWeights{
+    {uint16_t(inWords(fixedWeights[0])), uint16_t(inWords(fixedWeights[1])), uint16_t(inWords(fixedWeights[2]))}};
+
 WordWeights wordWeights(const Images& images) {
+    if (!images.parameters) return fixedWordWeights;
     const Weights<float> w = weights<float>(images);
-    const auto word = [](float c) { return static_cast<uint16_t>(_mm_cvttsd_si32(_mm_set_sd(double(c) * 32768.0 + 0.5))); };
+    const auto word = [](float c) { return static_cast<uint16_t>(_mm_cvttsd_si32(_mm_set_sd(inWords(c)))); };
     return {{word(w.c[0]), word(w.c[1]), word(w.c[2])}};
 }
 
@@ -312,41 +317,45 @@ template <int size, int channels>
 struct Replicate {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes / size;
-    static constexpr int reach = ZEL_LANES == 4 ? 64 : 16;  // of a shuffle
 
+    // What a vector of results needs lies in a vector of samples, at AVX2 and below in the 16 bytes from `start` on.
     struct Places {
-        alignas(64) uint8_t of[channels][reach];
-        uint64_t alpha;  // the bytes of a vector that are alpha
+        alignas(64) uint8_t of[channels][vectorBytes];
+        alignas(64) uint8_t alpha[vectorBytes];
+        int start[channels];
     };
     static constexpr Places places = [] {
         Places p{};
-        for (int v = 0; v < channels; ++v)
-            for (int i = 0; i < reach; ++i) {
-                const int sample = (v * reach + i) / size;
-                const bool isAlpha = sample % 4 == 3 && channels == 4;
-                p.of[v][i] = isAlpha ? triples::none : uint8_t(sample / channels * size + i % size);
-                if (isAlpha && v == 0) p.alpha |= uint64_t{1} << i;
+        for (int v = 0; v < channels; ++v) {
+            const auto byteOf = [&](int i) { return (v * vectorBytes + i) / size / channels * size + i % size; };
+            p.start[v] = ZEL_LANES == 4 ? 0 : byteOf(0) < vectorBytes - 16 ? byteOf(0) : vectorBytes - 16;
+            for (int i = 0; i < vectorBytes; ++i) {
+                const bool isAlpha = channels == 4 && i / size % 4 == 3;
+                p.of[v][i] = isAlpha ? triples::none : uint8_t(byteOf(i) - p.start[v]);
+                p.alpha[i] = isAlpha ? 0xff : 0;
             }
+        }
         return p;
     }();
 
     ZEL_INLINE explicit Replicate(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const Bytes x = loadBytes(row.in[0] + block * vectorBytes);
+        const uint8_t* const in = row.in[0] + block * vectorBytes;
         uint8_t* const out = row.out[0] + block * vectorBytes * channels;
-        const Bytes alpha = channels == 4 ? splat(row.alpha) : Bytes{};
-        unrolled<channels>([&](auto v) ZEL_INLINE_LAMBDA {
+        const Bytes alpha = splat(row.alpha) & loadBytes(places.alpha);
+        const auto store = [&](int v, Bytes repeated) {
+            storeVector(out + v * vectorBytes, channels == 4 ? repeated | alpha : repeated);
+        };
 #if ZEL_LANES == 4
-            const Register pattern = _mm512_load_si512(places.of[v]);
-            if constexpr (channels == 4)
-                storeVector(out + v * 64, _mm512_mask_permutexvar_epi8((Register)alpha, ~places.alpha, pattern, (Register)x));
-            else
-                storeVector(out + v * 64, _mm512_permutexvar_epi8(pattern, (Register)x));
+        constexpr uint64_t samples = ~alphaBytes();
+        const Register x = (Register)loadBytes(in);
+        const auto repeated = [&](int v) {
+            return (Bytes)_mm512_maskz_permutexvar_epi8(samples, (Register)loadBytes(places.of[v]), x);
+        };
 #else
-            const Bytes repeated = shuffle(x, everyLane(places.of[v]));
-            storeLanes(out + v * 16, 16 * channels, channels == 4 ? repeated | alphaOnly(alpha) : repeated);
+        const auto repeated = [&](int v) { return shuffle(everyLane(in + places.start[v]), loadBytes(places.of[v])); };
 #endif
-        });
+        unrolled<channels>([&](int v) ZEL_INLINE_LAMBDA { store(v, repeated(v)); });
     }
 
   private:
@@ -355,19 +364,12 @@ struct Replicate {
         if constexpr (size == 2) return (Bytes)splatWord(int(element));
         return (Bytes)splatDword(int32_t(element));
     }
-#if ZEL_LANES != 4
-    ZEL_INLINE static Bytes alphaOnly(Bytes alpha) {
-        struct Mask {
-            alignas(16) uint8_t bytes[16];
-        };
-        static constexpr Mask mask = [] {
-            Mask m{};
-            for (int i = 0; i < 16; ++i) m.bytes[i] = places.alpha >> i & 1 ? 0xff : 0;
-            return m;
-        }();
-        return alpha & everyLane(mask.bytes);
+    // As the bits of a mask.
+    static constexpr uint64_t alphaBytes() {
+        uint64_t bits = 0;
+        for (int i = 0; i < vectorBytes; ++i) bits |= uint64_t(places.alpha[i] & 1) << i;
+        return bits;
     }
-#endif
 };
 
 // The even bytes of packed pixels. A site is a pair of them.
