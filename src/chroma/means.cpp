@@ -12,10 +12,7 @@ namespace zel::ZEL_LEVEL {
 namespace {
 
 // The even samples of two vectors' worth.
-ZEL_INLINE Bytes loadEven(const uint8_t* p) {
-    const PackOrder v = loadInPackOrder(p);
-    return packBytes(evenBytes(v.first), evenBytes(v.second));
-}
+ZEL_INLINE Bytes loadEven(const uint8_t* p) { return evenBytes(loadBytes(p), loadBytes(p + vectorBytes)); }
 
 // Sources come as a sample and its right neighbour, a stream each. Destinations take a sample and the mean of the two, in one row
 // or in two equal ones.

@@ -19,8 +19,8 @@ struct Unpacked {
 // A vector's worth of pixels.
 template <PackedOrder order>
 ZEL_INLINE Unpacked unpack(const uint8_t* p) {
-    const PackOrder v = loadInPackOrder(p);
-    const Bytes even = packBytes(evenBytes(v.first), evenBytes(v.second)), odd = packBytes(oddBytes(v.first), oddBytes(v.second));
+    const Bytes first = loadBytes(p), second = loadBytes(p + vectorBytes);
+    const Bytes even = evenBytes(first, second), odd = oddBytes(first, second);
     return order == PackedOrder::lumaFirst ? Unpacked{even, odd} : Unpacked{odd, even};
 }
 
@@ -43,6 +43,11 @@ ZEL_INLINE Bytes loadPairs(const uint8_t* first, const uint8_t* second) {
 ZEL_INLINE void storePairs(uint8_t* first, uint8_t* second, Bytes pairs) {
     storeHalves(first, second, shuffle(pairs, everyLane(firstThenSecond)));
 }
+
+// The pairs of a block and of the next one.
+struct TwoBlocks {
+    Bytes first, second;
+};
 
 // Sources. `stream` is the first one of chroma; streams of two rows follow each other row by row.
 
@@ -73,6 +78,12 @@ struct FromPlanes {
     ZEL_INLINE static Bytes load(const Row& row, int stream, size_t block) {
         const size_t at = block * vectorBytes / 2;
         return loadPairs(row.in[stream] + at, row.in[stream + 1] + at);
+    }
+    ZEL_INLINE static TwoBlocks loadTwo(const Row& row, int stream, size_t block) {
+        const size_t at = block * vectorBytes / 2;
+        const auto samples = [&](int i) { return spreadHalves(loadBytes(row.in[stream + i] + at)); };
+        const Bytes first = samples(0), second = samples(1);
+        return {interleaveLow(first, second), interleaveHigh(first, second)};
     }
 };
 
@@ -125,6 +136,14 @@ struct ToPlanes {
         unrolled<rows>(
             [&](int r) ZEL_INLINE_LAMBDA { storePairs(row.out[stream + 2 * r] + at, row.out[stream + 2 * r + 1] + at, pairs); });
     }
+    ZEL_INLINE static void storeTwo(const Row& row, int stream, size_t block, TwoBlocks pairs) {
+        const size_t at = block * vectorBytes / 2;
+        const Bytes first = evenBytes(pairs.first, pairs.second), second = oddBytes(pairs.first, pairs.second);
+        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
+            storeVector(row.out[stream + 2 * r] + at, first);
+            storeVector(row.out[stream + 2 * r + 1] + at, second);
+        });
+    }
 };
 
 // To 4:1:1: every second pair, from the first one, or those and the others to a second row.
@@ -153,15 +172,31 @@ struct ToQuarterPlanes {
     }
 };
 
-// A site takes `siteBytes` of the pairs.
+// A site takes `siteBytes` of the pairs. Planes are half as wide as pairs, so two blocks at a time give them whole vectors.
 template <int siteBytes, class From, class To>
 struct PairsKernel {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes / siteBytes;
 
-    ZEL_INLINE explicit PairsKernel(Constants) {}
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        To::store(row, From::lumaStreams, block, From::load(row, To::lumaStreams, block));
+    ZEL_INLINE static void blocks(const Constants&, const Row& row, size_t count) {
+        constexpr int in = To::lumaStreams, out = From::lumaStreams;
+        constexpr bool loadsTwo = requires { From::loadTwo(row, in, count); };
+        constexpr bool storesTwo = requires { To::storeTwo(row, out, count, TwoBlocks{}); };
+        size_t i = 0;
+        for (; (loadsTwo || storesTwo) && i + 2 <= count; i += 2) {
+            TwoBlocks pairs;
+            if constexpr (loadsTwo)
+                pairs = From::loadTwo(row, in, i);
+            else
+                pairs = {From::load(row, in, i), From::load(row, in, i + 1)};
+            if constexpr (storesTwo) {
+                To::storeTwo(row, out, i, pairs);
+            } else {
+                To::store(row, out, i, pairs.first);
+                To::store(row, out, i + 1, pairs.second);
+            }
+        }
+        for (; i < count; ++i) To::store(row, out, i, From::load(row, in, i));
     }
 };
 

@@ -379,8 +379,8 @@ struct EvenBytes {
 
     ZEL_INLINE explicit EvenBytes(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const PackOrder x = loadInPackOrder(row.in[0] + block * 2 * vectorBytes);
-        storeVector(row.out[0] + block * vectorBytes, packBytes(evenBytes(x.first), evenBytes(x.second)));
+        const uint8_t* const in = row.in[0] + block * 2 * vectorBytes;
+        storeVector(row.out[0] + block * vectorBytes, evenBytes(loadBytes(in), loadBytes(in + vectorBytes)));
     }
 };
 

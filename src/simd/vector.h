@@ -210,14 +210,39 @@ ZEL_INLINE Words oddBytes(Bytes a) { return (Words)((UWords)a >> 8); }
 ZEL_INLINE Words lowBytes(Bytes a) { return (Words)interleaveLow(a, Bytes{}); }
 ZEL_INLINE Words highBytes(Bytes a) { return (Words)interleaveHigh(a, Bytes{}); }
 
+// Crosses lanes: the low halves of all lanes, then the high ones.
+ZEL_INLINE Bytes lowThenHighHalves(Bytes v) {
+#if ZEL_LANES == 4
+    return (Bytes)_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), (Register)v);
+#elif ZEL_LANES == 2
+    return (Bytes)_mm256_permute4x64_epi64((Register)v, 0xd8);
+#else
+    return v;
+#endif
+}
+
+// Crosses lanes: the first half of the vector to the low halves of the lanes, the second one to the high halves.
+ZEL_INLINE Bytes spreadHalves(Bytes v) {
+#if ZEL_LANES == 4
+    return (Bytes)_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7), (Register)v);
+#elif ZEL_LANES == 2
+    return (Bytes)_mm256_permute4x64_epi64((Register)v, 0xd8);
+#else
+    return v;
+#endif
+}
+
+// Cross lanes: of two vectors' worth of consecutive bytes those at even places, and those at odd ones.
+ZEL_INLINE Bytes evenBytes(Bytes a, Bytes b) { return lowThenHighHalves(packBytes(evenBytes(a), evenBytes(b))); }
+ZEL_INLINE Bytes oddBytes(Bytes a, Bytes b) { return lowThenHighHalves(packBytes(oddBytes(a), oddBytes(b))); }
+
 // Crosses lanes: the low and high halves of all lanes of v, each half brought together, to two places of half a vector.
 ZEL_INLINE void storeHalves(uint8_t* low, uint8_t* high, Bytes v) {
+    [[maybe_unused]] const Register sorted = (Register)lowThenHighHalves(v);
 #if ZEL_LANES == 4
-    const __m512i sorted = _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), (Register)v);
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(low), _mm512_castsi512_si256(sorted));
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(high), _mm512_extracti64x4_epi64(sorted, 1));
 #elif ZEL_LANES == 2
-    const __m256i sorted = _mm256_permute4x64_epi64((Register)v, 0xd8);
     _mm_storeu_si128(reinterpret_cast<__m128i*>(low), _mm256_castsi256_si128(sorted));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(high), _mm256_extracti128_si256(sorted, 1));
 #else
@@ -229,12 +254,12 @@ ZEL_INLINE void storeHalves(uint8_t* low, uint8_t* high, Bytes v) {
 // Crosses lanes: the low halves of all lanes of v, to half a vector. Half of the lowest level's vector does not bypass the cache.
 template <Stores stores = Stores::cached>
 ZEL_INLINE void storeLowHalves(uint8_t* p, Bytes v) {
+    [[maybe_unused]] const Register sorted = (Register)lowThenHighHalves(v);
 #if ZEL_LANES == 4
-    const __m512i sorted = _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), (Register)v);
     storeLane<stores>(p, _mm512_castsi512_si128(sorted));
     storeLane<stores>(p + laneBytes, _mm512_extracti32x4_epi32(sorted, 1));
 #elif ZEL_LANES == 2
-    storeLane<stores>(p, _mm256_castsi256_si128(_mm256_permute4x64_epi64((Register)v, 0xd8)));
+    storeLane<stores>(p, _mm256_castsi256_si128(sorted));
 #else
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p), (Register)v);
 #endif
@@ -307,9 +332,8 @@ ZEL_INLINE PackOrder loadInPackOrder(const uint8_t* p) {
 template <Stores stores = Stores::cached>
 ZEL_INLINE void storeInterleaved(uint8_t* p, Bytes a, Bytes b) {
 #if ZEL_LANES == 4
-    const __m512i spread = _mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7);
-    a = (Bytes)_mm512_permutexvar_epi64(spread, (Register)a);
-    b = (Bytes)_mm512_permutexvar_epi64(spread, (Register)b);
+    a = spreadHalves(a);
+    b = spreadHalves(b);
     store<stores>(p, interleaveLow(a, b));
     store<stores>(p + vectorBytes, interleaveHigh(a, b));
 #else
