@@ -40,7 +40,8 @@
  *
  * On an error nothing is written. Pointers are checked before the size unless stated otherwise. Steps are not checked.
  *
- * Each family below carries an example. Rows of samples are written from left to right.
+ * Each family below carries an example: rows of samples from left to right, with a slash between rows. An image has as many as
+ * its scheme says; what an example does not tell plays no part in it.
  */
 #ifndef ZELCC_CHROMA_H
 #define ZELCC_CHROMA_H
@@ -56,7 +57,10 @@ extern "C" {
  *
  * The minimum size is 2 x 1.
  *
- * Example: Y 10 20, Cb 30, Cr 40 is YCbCr422 10 30 20 40, YCrCb422 10 40 20 30 and CbYCr422 30 10 40 20 in a 2 x 1 image.
+ * Two pixels with luma 10 20, Cb 30 and Cr 40 are the bytes 10 30 20 40 of YCbCr422, 10 40 20 30 of YCrCb422 and 30 10 40 20 of
+ * CbYCr422.
+ *
+ * Example: luma 10 20, Cb 30, Cr 40 -> luma 10 20, Cb 30, Cr 40 in a 2 x 1 image.
  */
 
 /** Packed to packed pixels. To YCrCb422 a height below 1 is no error: nothing is written and the status is zelStsNoErr. */
@@ -93,7 +97,7 @@ ZEL_API ZelStatus zeliYCbCr422ToCbYCr422_8u_P3C2R(const uint8_t* const pSrc[3], 
  * The minimum size of 4:2:0 is 2 x 2. The minimum width of 4:1:1 is 4; a height below 1 is no error there: nothing is written
  * and the status is zelStsNoErr.
  *
- * Example: Cb Cr pairs 1 2 3 4 are Cb 1 3 and Cr 2 4.
+ * Example, 420: Cb 1 3, Cr 2 4 -> Cb 1 3, Cr 2 4 in a 4 x 2 image; 411: Cb 1 3, Cr 2 4 -> Cb 1 3, Cr 2 4 in an 8 x 1 image.
  */
 
 /** Luma and interleaved chroma to planes Y, Cb, Cr. */
@@ -125,7 +129,7 @@ ZEL_API ZelStatus zeliYCrCb420ToYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], 
  *
  * The minimum size is 2 x 2.
  *
- * Example: a column of chroma 10 20 30 40 becomes 10 30.
+ * Example: chroma 10 / 20 / 30 / 40 -> chroma 10 / 30 in a 2 x 4 image.
  */
 
 /** Packed pixels to planes Y, Cb, Cr, for YCrCb420 Y, Cr, Cb. */
@@ -157,7 +161,7 @@ ZEL_API ZelStatus zeliYCbCr422ToYCbCr420_8u_P3P2R(const uint8_t* const pSrc[3], 
  *
  * The minimum size is 2 x 2.
  *
- * Example: a column of chroma 10 30 becomes 10 10 30 30.
+ * Example: chroma 10 / 30 -> chroma 10 / 10 / 30 / 30 in a 2 x 4 image.
  */
 
 /** Luma and interleaved chroma to packed pixels. */
@@ -192,7 +196,7 @@ ZEL_API ZelStatus zeliYCrCb420ToYCbCr422_8u_P3R(const uint8_t* const pSrc[3], co
  *
  * The minimum width is 4. A height below 1 is no error unless stated otherwise: nothing is written and the status is zelStsNoErr.
  *
- * Example: a row of chroma 10 20 30 40 becomes 10 30.
+ * Example: chroma 10 20 30 40 -> chroma 10 30 in an 8 x 1 image.
  */
 
 /** Packed pixels to planes Y, Cb, Cr. From YCbCr422 the minimum size is 4 x 1. */
@@ -218,7 +222,7 @@ ZEL_API ZelStatus zeliYCbCr422ToYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], 
  *
  * The minimum width is 4. A height below 1 is no error: nothing is written and the status is zelStsNoErr.
  *
- * Example: a row of chroma 10 30 becomes 10 10 30 30.
+ * Example: chroma 10 30 -> chroma 10 10 30 30 in an 8 x 1 image.
  */
 
 /** Luma and interleaved chroma to packed pixels, or to planes Y, Cb, Cr. */
@@ -248,7 +252,7 @@ ZEL_API ZelStatus zeliYCbCr411ToYCrCb422_8u_P3R(const uint8_t* const pSrc[3], co
  *
  * The minimum size is 4 x 2.
  *
- * Example: two rows of chroma 10 20 and 30 40 become one row 10 30 20 40.
+ * Example: chroma 10 20 / 30 40 -> chroma 10 30 20 40 in an 8 x 2 image.
  */
 
 /** Luma and interleaved chroma to planes Y, Cb, Cr, for YCrCb420 Y, Cr, Cb. */
@@ -270,7 +274,7 @@ ZEL_API ZelStatus zeliYCbCr411ToYCbCr420_8u_P3R(const uint8_t* const pSrc[3], co
  *
  * The minimum size is 4 x 2.
  *
- * Example: a row of chroma 10 30 20 40 becomes two rows 10 20 and 30 40.
+ * Example: chroma 10 30 20 40 -> chroma 10 20 / 30 40 in an 8 x 2 image.
  */
 
 /** Luma and interleaved chroma to planes Y, Cb, Cr. */
@@ -287,8 +291,8 @@ ZEL_API ZelStatus zeliYCrCb420ToYCbCr411_8u_P3P2R(const uint8_t* const pSrc[3], 
 /*
  * 4:1:1 to 4:2:0 and back with means between samples, not the fold above.
  *
- * Example: two rows of chroma 10 20 and 30 40 in 4:1:1 become one row 10 15 20 20 in 4:2:0, if the height is a multiple of 4. A
- * column of chroma rows 10 11 20 21 and 30 31 40 41 in 4:2:0 becomes four rows 10 20, 20 30, 30 40 and 30 40 in 4:1:1.
+ * Example, 411To420: chroma 10 20 / 1 2 / 30 40 / 3 4 -> chroma 10 15 20 20 / 30 35 40 40 in an 8 x 4 image; 420To411:
+ * chroma 10 11 20 21 / 30 31 40 41 -> chroma 10 20 / 20 30 / 30 40 / 30 40.
  */
 
 /**
@@ -318,8 +322,8 @@ ZEL_API ZelStatus zeliYCbCr420To411_8u_P3R(const uint8_t* const pSrc[3], const i
  *
  * zelStsSizeErr: width or height is below 4 or no multiple of 4.
  *
- * Example: rows of chroma 10 20 and 50 60 in 1620 become 10 15 20 20, 30 27 40 40, 50 55 60 60 and 50 55 60 60 in 4:2:0; back,
- * they become 10 20 and 50 60.
+ * Example, 1620To420: chroma 10 20 / 50 60 -> chroma 10 15 20 20 / 30 27 40 40 / 50 55 60 60 / 50 55 60 60 in an 8 x 8 image;
+ * 420To1620: chroma 10 15 20 20 / 30 27 40 40 / 50 55 60 60 / 50 55 60 60 -> chroma 10 20 / 50 60.
  */
 
 /** Planes to planes: out[k][i] = in[2k][2i]. */
@@ -348,8 +352,8 @@ ZEL_API ZelStatus zeliYCbCr1620To420_8u_P3R(const uint8_t* const pSrc[3], const 
  * The minimum size is 2 x 4. A region is cut down to an even width and a height that is a multiple of 4; if that takes anything
  * away, the status is zelStsOddSizeWarn.
  *
- * Example: a column of chroma 10 20 30 40 in 4:2:2 becomes 15 35 in 4:2:0. A column 10 20 30 40 in 4:2:0 becomes
- * 10 20 18 23 28 33 30 40 in 4:2:2.
+ * Example, YCbCr422To: chroma 10 / 20 / 30 / 40 -> chroma 15 / 35 in a 2 x 4 image; CbYCr422To: chroma 10 / 20 / 30 / 40 ->
+ * chroma 15 / 35; YCbCr420To: chroma 10 / 20 / 30 / 40 -> chroma 10 / 20 / 18 / 23 / 28 / 33 / 30 / 40 in a 2 x 8 image.
  */
 
 /**
@@ -386,7 +390,9 @@ ZEL_API ZelStatus zeliYCbCr420ToCbYCr422_Interlace_8u_P3C2R(const uint8_t* const
  *
  * The minimum size is 2 x 8. The region is cut down to an even width and a height that is a multiple of 8.
  *
- * Example: a column of chroma 0 0 160 160 becomes 0 0 0 80 160 170 160 160, if the height is 8: the filter overshoots.
+ * The filter overshoots at edges.
+ *
+ * Example: chroma 0 / 0 / 160 / 160 -> chroma 0 / 0 / 0 / 80 / 160 / 170 / 160 / 160 in a 2 x 8 image.
  */
 
 /** Planes Y, Cb, Cr, for YCrCb420 Y, Cr, Cb, or luma and interleaved chroma to planes Y, Cb, Cr. */
@@ -423,8 +429,9 @@ ZEL_API ZelStatus zeliYCbCr420ToYCbCr422_Filter_8u_P2P3R(const uint8_t* pSrcY, i
  *
  * The minimum size is 2 x 2. The region is cut down to an even width and an even height.
  *
- * Example: luma rows 10 20 30 40 and chroma rows 50 61 of a whole image 2 pixels wide become luma rows 13 21 31 38 and chroma 55
- * in packed pixels, luma rows 12 20 30 37 and chroma 55 in planes.
+ * Example of a whole image, P2C2R: luma 10 10 / 20 20 / 30 30 / 40 40, chroma 50 / 61 -> luma 13 13 / 21 21 / 31 31 / 38 38,
+ * chroma 55 / 55 / 55 / 55 in a 2 x 4 image; P2P3R: luma 10 10 / 20 20 / 30 30 / 40 40, chroma 50 / 61 -> luma 12 12 / 20 20 /
+ * 30 30 / 37 37, chroma 55 / 55.
  */
 enum { zelSliceTop = 1, zelSliceMiddle = 4, zelSliceBottom = 16 };
 

@@ -107,7 +107,7 @@ ZEL_API ZelStatus zeliColorToGray_64f_AC4C1R(const double* pSrc, int32_t srcStep
 /*
  * Gray to colour: all three channels are the gray sample, and the fourth of C4 is aval.
  *
- * Example: 77 -> (77, 77, 77) in a 1 x 1 image.
+ * Example, GrayToRGB: 77 -> (77, 77, 77) in a 1 x 1 image; ToGray: YCbCr422 (77, 120, 130) -> 77 in a 2 x 1 image.
  */
 
 /** One sample to three or four. */
@@ -136,7 +136,7 @@ ZEL_API ZelStatus zeliYCbCr422ToGray_8u_C2C1R(const uint8_t* pSrc, int32_t srcSt
  * the call), and bounded to what a sample holds; NaN becomes the highest sample. Every one of these conversions reports
  * zelStsStepErr. In place, rows that overlap are converted one after the other from the top.
  *
- * Example: (200, 100, 50) by rows {0.5, 0.5, 0, 10}, {0, 1, 0, 0}, {0, 0, 2, -20} -> (160, 100, 80) in a 1 x 1 image.
+ * Example: (100, 50, 20) by rows {0.5, 0.5, 0, 10}, {0, 1, 0, 0}, {0, 0, 2, -20} -> (85, 50, 20) in a 1 x 1 image.
  */
 
 /** Unsigned 8-bit samples. */
@@ -205,6 +205,8 @@ ZEL_API ZelStatus zeliColorTwist_32f_IP3R(float* const pSrcDst[3], int32_t srcDs
  *
  * Images with both steps equal to 4 * width, which is a quarter of a row, are read and written without gaps as 16 * width *
  * height bytes from the two pointers.
+ *
+ * Example: (0.5, 1, 2) by rows {1, 1, 0, 0}, {0, 2, 0, 0}, {0, 0.5, 0.25, 0}, {0, 0, 0, 1} -> (1.5, 2, 1) in a 1 x 1 image.
  */
 ZEL_API ZelStatus zeliColorTwist_32f_C4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep, ZelSize roiSize,
                                          const float matrix[16]);
@@ -222,7 +224,10 @@ ZEL_API ZelStatus zeliColorTwist_32f_C4R(const float* pSrc, int32_t srcStep, flo
  * Status, in addition: zelStsRangeErr, before all others, if vMax - vMin is not above 0 (depth 32f); zelStsMemAllocErr, after all
  * others, if there is no memory for the table of a large image (depth 16u).
  *
- * Example, Fwd_8u: (200, 100, 50) -> (226, 159, 109) in a 1 x 1 image; Inv_8u: (200, 100, 50) -> (157, 43, 14).
+ * Example, Fwd_8u: (200, 100, 50) -> (226, 159, 109) in a 1 x 1 image; Inv_8u: (200, 100, 50) -> (157, 43, 14);
+ * Fwd_16u: (50000, 20000, 1000) -> (57279, 35732, 4500); Inv_16u: (50000, 20000, 1000) -> (38194, 7097, 222);
+ * Fwd_32f: (0.5, 0.2, 0.01) from 0 to 1 -> (0.7055, 0.4337, 0.0450); Inv_32f: (0.5, 0.2, 0.045) from 0 to 1 ->
+ * (0.2596, 0.0554, 0.0100).
  */
 
 /** 8-bit samples, 255 is white. No memory is taken. */
