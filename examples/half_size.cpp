@@ -42,6 +42,7 @@ HalfSize halfSize(const Picture& original) {
     const Picture asStored = averaged(video).bytes(), inLinearLight = halfVideo.bytes();
     study.difference = difference(asStored, inLinearLight);
     study.keep("half", beside(asStored, inLinearLight));
+    study.keep("half-difference", amplifiedDifference(asStored, inLinearLight));
     study.keep("half-detail", detailBeside(asStored, inLinearLight));
     return study;
 }

@@ -49,6 +49,16 @@ Picture beside(const Picture& left, const Picture& right) {
     return both;
 }
 
+Picture amplifiedDifference(const Picture& left, const Picture& right) {
+    constexpr int gray = 128, amplification = 10;
+    Picture result(left.size);
+    for (std::size_t i = 0; i < result.pixels.size(); ++i) {
+        const int amplified = gray + amplification * (right.pixels[i] - left.pixels[i]);
+        result.pixels[i] = static_cast<uint8_t>(std::clamp(amplified, 0, 255));
+    }
+    return result;
+}
+
 Picture detailBeside(const Picture& left, const Picture& right) {
     constexpr int32_t side = 96, enlargement = 6;
     const ZelSize tile{std::min(left.size.width, side), std::min(left.size.height, side)};

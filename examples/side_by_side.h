@@ -6,5 +6,9 @@
 // One beside the other, with a gap of black. They have the same height.
 Picture beside(const Picture& left, const Picture& right);
 
+// Mid-gray where two pictures of the same size agree, brighter where the right one is and darker where the left one is, by ten
+// times the difference.
+Picture amplifiedDifference(const Picture& left, const Picture& right);
+
 // The region in which two pictures of the same size differ most, of both and enlarged.
 Picture detailBeside(const Picture& left, const Picture& right);
