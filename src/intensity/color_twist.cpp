@@ -17,6 +17,16 @@ namespace {
 template <int rows>
 struct Matrix {
     float t[rows][4];
+
+    // No sum over samples of 16 bits is beyond a dword, so that saturation bounds it.
+    bool isModest() const {
+        bool modest = true;
+        for (const auto& row : t)
+            modest &=
+                (__builtin_fabsf(row[0]) + __builtin_fabsf(row[1]) + __builtin_fabsf(row[2])) * 65536 + __builtin_fabsf(row[3]) <
+                0x1p30f;
+        return modest;
+    }
 };
 
 template <int rows>
@@ -46,12 +56,21 @@ class Twist {
 };
 
 template <class Depth>
+ZEL_INLINE void floatsOf(const Channels<typename Depth::Vector>& pixels, Floats (&x)[3][Depth::parts]) {
+    unrolled<Depth::parts>([&](auto part) ZEL_INLINE_LAMBDA {
+        x[0][part] = Depth::template toFloats<part>(pixels.a);
+        x[1][part] = Depth::template toFloats<part>(pixels.b);
+        x[2][part] = Depth::template toFloats<part>(pixels.c);
+    });
+}
+
+template <class Depth>
 struct FromPlanesOf {
     static constexpr int streams = 3, bytes = sizeof(typename Depth::Element);
     using V = typename Depth::Vector;
-    ZEL_INLINE static Channels<V> load(const Row& row, size_t block) {
+    ZEL_INLINE static void load(const Row& row, size_t block, Floats (&x)[3][Depth::parts]) {
         const auto plane = [&](int i) { return (V)loadBytes(row.in[i] + block * vectorBytes); };
-        return {plane(0), plane(1), plane(2)};
+        floatsOf<Depth>({plane(0), plane(1), plane(2)}, x);
     }
     template <Stores>
     ZEL_INLINE static void store(const Row& row, size_t block, Channels<V> x) {
@@ -66,8 +85,12 @@ template <class Depth>
 struct Packed3Of {
     static constexpr int streams = 1, bytes = 3 * sizeof(typename Depth::Element);
     using V = typename Depth::Vector;
-    ZEL_INLINE static Channels<V> load(const Row& row, size_t block) {
-        return InterleavedThree<Depth>::load(row.in[0] + block * 3 * vectorBytes);
+    ZEL_INLINE static void load(const Row& row, size_t block, Floats (&x)[3][Depth::parts]) {
+        const uint8_t* const p = row.in[0] + block * 3 * vectorBytes;
+        if constexpr (sizeof(typename Depth::Element) == 1)
+            samples::loadBytesAsFloats<Depth>(p, x);
+        else
+            floatsOf<Depth>(InterleavedThree<Depth>::load(p), x);
     }
     template <Stores stores>
     ZEL_INLINE static void store(const Row& row, size_t block, Channels<V> x) {
@@ -81,27 +104,27 @@ class TwistChannels {
     using Constants = Matrix<3>;
     static constexpr int sites = vectorBytes / sizeof(typename Depth::Element);
 
-    ZEL_INLINE explicit TwistChannels(const Constants& k) : twist_(k) {}
-
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const auto pixels = Layout::load(row, block);
-        Floats x[3][Depth::parts];
-        unrolled<Depth::parts>([&](auto part) ZEL_INLINE_LAMBDA {
-            x[0][part] = Depth::template toFloats<part>(pixels.a);
-            x[1][part] = Depth::template toFloats<part>(pixels.b);
-            x[2][part] = Depth::template toFloats<part>(pixels.c);
-        });
-        const auto channel = [&](int r) ZEL_INLINE_LAMBDA {
-            Floats sums[Depth::parts];
-            unrolled<Depth::parts>([&](auto part)
-                                       ZEL_INLINE_LAMBDA { sums[part] = twist_(r, x[0][part], x[1][part], x[2][part]); });
-            return Depth::limited(sums);
-        };
-        Layout::template store<stores>(row, block, {channel(0), channel(1), channel(2)});
+    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
+        const Twist<Depth> twist(k);
+        if (!std::is_same_v<Depth, Depth32f> && k.isModest())
+            for (size_t i = 0; i < count; ++i) convertBlock<Reach::dword>(twist, row, i);
+        else
+            for (size_t i = 0; i < count; ++i) convertBlock<Reach::any>(twist, row, i);
     }
 
   private:
-    Twist<Depth> twist_;
+    template <Reach reach>
+    ZEL_INLINE static void convertBlock(const Twist<Depth>& twist, const Row& row, size_t block) {
+        Floats x[3][Depth::parts];
+        Layout::load(row, block, x);
+        const auto channel = [&](int r) ZEL_INLINE_LAMBDA {
+            Floats sums[Depth::parts];
+            unrolled<Depth::parts>([&](auto part)
+                                       ZEL_INLINE_LAMBDA { sums[part] = twist(r, x[0][part], x[1][part], x[2][part]); });
+            return Depth::template limited<reach>(sums);
+        };
+        Layout::template store<stores>(row, block, {channel(0), channel(1), channel(2)});
+    }
 };
 
 // Four samples a pixel: a dword of bytes, or the two dwords that a pixel's words are.

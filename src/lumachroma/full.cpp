@@ -3,6 +3,7 @@
 #include "frame/layouts.h"
 #include "lumachroma/decoding.h"
 #include "lumachroma/encoding.h"
+#include "simd/samples.h"
 #include "zelcc/lumachroma.h"
 
 namespace zel::ZEL_LEVEL {
@@ -92,15 +93,6 @@ struct PixelKernel {
 };
 
 // Four bytes a pixel to four bytes a pixel by the exact rules, without taking the channels apart. The fourth byte stays.
-ZEL_INLINE void storeColours(uint8_t* p, Bytes colours) {
-#if ZEL_LANES == 4
-    _mm512_mask_storeu_epi8(p, 0x7777777777777777u, (Register)colours);
-#else
-    const Dwords alpha = (Dwords)loadBytes(p) & splatDword(int32_t(0xff000000u));
-    storeVector(p, ((Dwords)colours & splatDword(0x00ffffff)) | alpha);
-#endif
-}
-
 class EncodeExactAlpha {
   public:
     using Constants = EncodeExact::Constants;
@@ -113,7 +105,7 @@ class EncodeExactAlpha {
         const Words ac = evenBytes(pixels), b = oddBytes(pixels) & splatWords(0xff, 0), bb = (Words)((Dwords)b | (Dwords)b << 16);
         // Each sum has its byte in bits 16 to 23.
         const Dwords y = luma_(ac, bb) >> 16, cb = cb_(ac, bb) >> 8 & splatDword(0xff00), cr = cr_(ac, bb) & splatDword(0xff0000);
-        storeColours(row.out[0] + block * vectorBytes, (Bytes)(y | cb | cr));
+        storeThreeOfFour<1>(row.out[0] + block * vectorBytes, (Bytes)(y | cb | cr));
     }
 
   private:
@@ -155,7 +147,7 @@ class DecodeExactAlpha {
         const Dwords a = ((yToA_.low(yp) + biasA_) >> 16) + yToA_.high(yp);
         const Dwords b = ((yToB_.low(yp) + qToB_.low(yq) + biasB_) >> 16) + yToB_.high(yp) + qToB_.high(yq);
         const Dwords c = ((yToC_.low(yq) + biasC_) >> 16) + yToC_.high(yq);
-        storeColours(row.out[0] + block * vectorBytes,
+        storeThreeOfFour<1>(row.out[0] + block * vectorBytes,
                      shuffle(packBytes(packWords(a, c), packWords(b, b)), everyLane(colourOrder)));
     }
 

@@ -34,7 +34,7 @@ ZEL_INLINE Floats atLeast(Floats v, Floats limit) { return (Floats)ZEL_MM(max_ps
 
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)ZEL_MM(packs_epi16)((Register)a, (Register)b); }
 
-// Dwords up to 65535 to unsigned words, those below 0 to 0.
+// Dwords to unsigned words, those below 0 to 0; above 65535 they saturate, but at the lowest level there must be none.
 ZEL_INLINE Words packUnsignedWords(Dwords a, Dwords b) {
 #if ZEL_LANES == 1
     const Dwords middle = splatDword(32768);
@@ -45,8 +45,11 @@ ZEL_INLINE Words packUnsignedWords(Dwords a, Dwords b) {
 #endif
 }
 
-// Depths. A vector of samples takes `parts` vectors of floats; what `limited` takes back may be any float: it is bounded to
-// the samples' range, NaN to its upper end, and rounded. `lowest` and `highest` are that range.
+// What is known of floats that become samples: nothing, or that they fit a dword.
+enum class Reach { any, dword };
+
+// Depths. A vector of samples takes `parts` vectors of floats; what `limited` takes back is bounded to the samples' range, NaN to
+// its upper end, and rounded. `lowest` and `highest` are that range.
 struct Depth8u {
     using Element = uint8_t;
     using Vector = Bytes;
@@ -59,8 +62,9 @@ struct Depth8u {
         return ZEL_LEVEL::toFloats((Dwords)(part % 2 == 0 ? interleaveLow(half, none) : interleaveHigh(half, none)));
     }
     // The packs bound it from below, and the lowest dword stands for everything that is too low.
+    template <Reach reach>
     ZEL_INLINE static Bytes limited(const Floats (&v)[parts]) {
-        const auto sample = [&](int i) { return rounded(atMost(v[i], splatFloat(highest))); };
+        const auto sample = [&](int i) { return rounded(reach == Reach::dword ? v[i] : atMost(v[i], splatFloat(highest))); };
         return packBytes(packWords(sample(0), sample(1)), packWords(sample(2), sample(3)));
     }
 };
@@ -76,8 +80,9 @@ struct Depth8s {
         const Words half = (Words)(part < 2 ? interleaveLow(Bytes{}, v) : interleaveHigh(Bytes{}, v)), none{};
         return ZEL_LEVEL::toFloats((Dwords)(part % 2 == 0 ? interleaveLow(none, half) : interleaveHigh(none, half)) >> 24);
     }
+    template <Reach reach>
     ZEL_INLINE static Bytes limited(const Floats (&v)[parts]) {
-        const auto sample = [&](int i) { return rounded(atMost(v[i], splatFloat(highest))); };
+        const auto sample = [&](int i) { return rounded(reach == Reach::dword ? v[i] : atMost(v[i], splatFloat(highest))); };
         return packSignedBytes(packWords(sample(0), sample(1)), packWords(sample(2), sample(3)));
     }
 };
@@ -96,8 +101,10 @@ struct Depth16 {
         const Dwords half = (Dwords)(part == 0 ? interleaveLow(v, other) : interleaveHigh(v, other));
         return ZEL_LEVEL::toFloats(isSigned ? half >> 16 : half);
     }
+    template <Reach reach>
     ZEL_INLINE static Words limited(const Floats (&v)[parts]) {
-        const auto sample = [&](int i) { return rounded(atMost(v[i], splatFloat(highest))); };
+        constexpr bool saturated = reach == Reach::dword && (isSigned || lanes > 1);
+        const auto sample = [&](int i) { return rounded(saturated ? v[i] : atMost(v[i], splatFloat(highest))); };
         return isSigned ? packWords(sample(0), sample(1)) : packUnsignedWords(sample(0), sample(1));
     }
 
@@ -123,7 +130,10 @@ struct Depth32f {
     ZEL_INLINE static Floats toFloats(Floats v) {
         return v;
     }
-    ZEL_INLINE static Floats limited(const Floats (&v)[parts]) { return v[0]; }
+    template <Reach>
+    ZEL_INLINE static Floats limited(const Floats (&v)[parts]) {
+        return v[0];
+    }
 };
 
 struct Depth64f {

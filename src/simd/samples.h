@@ -66,6 +66,57 @@ ZEL_INLINE Register blend(Register x, Register y, uint64_t yPlaces, Register z, 
 }
 #endif
 
+// The bytes of channels, each taken to the lowest or the highest byte of a dword. Part p of a block has the pixels 4p to 4p + 3
+// of every lane.
+template <bool isSigned>
+struct BytesToDwords {
+    alignas(64) uint8_t of[3][4][vectorBytes];  // [channel][part]
+    int start[4];                               // of the 16 bytes in which a part lies, in the 48 of a lane
+};
+
+template <bool isSigned>
+inline constexpr BytesToDwords<isSigned> bytesToDwords = [] {
+    BytesToDwords<isSigned> b{};
+    for (int part = 0; part < 4; ++part) {
+        b.start[part] = part < 3 ? 12 * part : 32;
+        for (int c = 0; c < 3; ++c)
+            for (int i = 0; i < vectorBytes; ++i) {
+                const int ofLane = 3 * (part * 4 + i % 16 / 4) + c;
+                const int place = ZEL_LANES == 4 ? (i / 16 * 48 + ofLane) % 64 : ofLane - b.start[part];
+                b.of[c][part][i] = i % 4 == (isSigned ? 3 : 0) ? uint8_t(place) : triples::none;
+            }
+    }
+    return b;
+}();
+
+// Three interleaved bytes a pixel as floats.
+template <class Depth>
+ZEL_INLINE void loadBytesAsFloats(const uint8_t* p, Floats (&x)[3][4]) {
+    constexpr bool isSigned = Depth::lowest < 0;
+    constexpr auto& patterns = bytesToDwords<isSigned>;
+#if ZEL_LANES == 4
+    constexpr uint64_t taken = isSigned ? 0x8888888888888888u : 0x1111111111111111u;
+    constexpr auto& t = table<1>;
+    const Register v[3] = {(Register)loadBytes(p), (Register)loadBytes(p + 64), (Register)loadBytes(p + 128)};
+    Register channels[3];
+    unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { channels[c] = blend(v[0], v[1], t.place[1][c], v[2], t.place[2][c]); });
+#endif
+    unrolled<4>([&](auto part) ZEL_INLINE_LAMBDA {
+#if ZEL_LANES != 4
+        const Bytes pixels = loadLanes(p + patterns.start[part], 48);
+#endif
+        unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA {
+            const Bytes pattern = loadBytes(patterns.of[c][part]);
+#if ZEL_LANES == 4
+            const auto dwords = (Dwords)_mm512_maskz_permutexvar_epi8(taken, (Register)pattern, channels[c]);
+#else
+            const auto dwords = (Dwords)shuffle(pixels, pattern);
+#endif
+            x[c][part] = toFloats(isSigned ? dwords >> 24 : dwords);
+        });
+    });
+}
+
 }  // namespace samples
 
 // Three samples a pixel.
