@@ -148,7 +148,7 @@ class DecodeExactAlpha {
         const Dwords b = ((yToB_.low(yp) + qToB_.low(yq) + biasB_) >> 16) + yToB_.high(yp) + qToB_.high(yq);
         const Dwords c = ((yToC_.low(yq) + biasC_) >> 16) + yToC_.high(yq);
         storeThreeOfFour<1>(row.out[0] + block * vectorBytes,
-                     shuffle(packBytes(packWords(a, c), packWords(b, b)), everyLane(colourOrder)));
+                            shuffle(packBytes(packWords(a, c), packWords(b, b)), everyLane(colourOrder)));
     }
 
   private:

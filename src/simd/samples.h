@@ -14,16 +14,21 @@ struct Channels {
 
 namespace samples {
 
-// Shuffles of three interleaved samples of `size` bytes within lanes, and across a whole vector at the widest level: 3 has no
-// common factor with the number of samples in a vector, so a channel's samples stand at different places of the three vectors,
-// and two blends and one permute bring them together, or apart.
+// Shuffles of three interleaved samples of `size` bytes within lanes; and blends: 3 has no common factor with the number of
+// samples in a lane or a vector, so a channel's samples stand at different places of the three vectors, and two blends and one
+// shuffle bring them together, or apart. That goes across a whole vector at the widest level and within lanes below.
+constexpr int blendReach = ZEL_LANES == 4 ? 64 : 16;
+
+template <int size>
+constexpr bool canBlend = ZEL_LANES == 4 || (ZEL_LANES == 2 && (size == 2 || size == 4));
+
 template <int size>
 struct Triples {
     alignas(16) uint8_t gather[3][3][16];   // [vector][channel]
     alignas(16) uint8_t scatter[3][3][16];  // [vector][channel]
-    alignas(64) uint8_t wideGather[3][64];
-    alignas(64) uint8_t wideScatter[3][64];
-    uint64_t place[3][3];  // [vector][channel]: the bytes of a vector that are the channel's
+    alignas(64) uint8_t together[3][blendReach];
+    alignas(64) uint8_t apart[3][blendReach];
+    uint64_t place[3][3];  // [vector][channel]: the bytes of a vector, or of all its lanes, that are the channel's
 };
 
 template <int size>
@@ -38,11 +43,11 @@ constexpr Triples<size> makeTriples() {
                 t.scatter[v][c][i] = sample % 3 == c ? uint8_t(sample / 3 * size + to % size) : triples::none;
             }
     for (int c = 0; c < 3; ++c)
-        for (int i = 0; i < 64; ++i) {
+        for (int i = 0; i < blendReach; ++i) {
             const int from = (i / size * 3 + c) * size + i % size;
-            t.wideGather[c][i] = uint8_t(from % 64);
-            t.wideScatter[c][from % 64] = uint8_t(i);
-            t.place[from / 64][c] |= uint64_t{1} << from % 64;
+            t.together[c][i] = uint8_t(from % blendReach);
+            t.apart[c][from % blendReach] = uint8_t(i);
+            t.place[from / blendReach][c] |= uint64_t{1} << from % blendReach;
         }
     return t;
 }
@@ -59,12 +64,32 @@ constexpr uint64_t coloursOfFour() {
     return places;
 }
 
+// The bytes of the vectors x, y and z that belong to the channels or vectors with the given places.
+template <uint64_t yPlaces, uint64_t zPlaces>
+Bytes blend(Bytes x, Bytes y, Bytes z);
+#if ZEL_LANES > 1
+template <uint64_t yPlaces, uint64_t zPlaces>
+ZEL_INLINE Bytes blend(Bytes x, Bytes y, Bytes z) {
 #if ZEL_LANES == 4
-// The bytes of the vectors x, y and z that belong to the channels or vectors with the given masks.
-ZEL_INLINE Register blend(Register x, Register y, uint64_t yPlaces, Register z, uint64_t zPlaces) {
-    return _mm512_mask_mov_epi8(_mm512_mask_mov_epi8(x, yPlaces, y), zPlaces, z);
+    return (Bytes)_mm512_mask_mov_epi8(_mm512_mask_mov_epi8((Register)x, yPlaces, (Register)y), zPlaces, (Register)z);
+#else
+    constexpr auto words = [](uint64_t bytes) {
+        int bits = 0;
+        for (int i = 0; i < 8; ++i) bits |= int(bytes >> 2 * i & 1) << i;
+        return bits;
+    };
+    return (Bytes)_mm256_blend_epi16(_mm256_blend_epi16((Register)x, (Register)y, words(yPlaces)), (Register)z, words(zPlaces));
+#endif
 }
 #endif
+
+ZEL_INLINE Bytes reorder(Bytes v, const uint8_t (&pattern)[blendReach]) {
+#if ZEL_LANES == 4
+    return triples::permute((Register)v, pattern);
+#else
+    return shuffle(v, everyLane(pattern));
+#endif
+}
 
 // The bytes of channels, each taken to the lowest or the highest byte of a dword. Part p of a block has the pixels 4p to 4p + 3
 // of every lane.
@@ -97,9 +122,9 @@ ZEL_INLINE void loadBytesAsFloats(const uint8_t* p, Floats (&x)[3][4]) {
 #if ZEL_LANES == 4
     constexpr uint64_t taken = isSigned ? 0x8888888888888888u : 0x1111111111111111u;
     constexpr auto& t = table<1>;
-    const Register v[3] = {(Register)loadBytes(p), (Register)loadBytes(p + 64), (Register)loadBytes(p + 128)};
-    Register channels[3];
-    unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { channels[c] = blend(v[0], v[1], t.place[1][c], v[2], t.place[2][c]); });
+    const Bytes v[3] = {loadBytes(p), loadBytes(p + 64), loadBytes(p + 128)};
+    Bytes channels[3];
+    unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { channels[c] = blend<t.place[1][c], t.place[2][c]>(v[0], v[1], v[2]); });
 #endif
     unrolled<4>([&](auto part) ZEL_INLINE_LAMBDA {
 #if ZEL_LANES != 4
@@ -108,7 +133,7 @@ ZEL_INLINE void loadBytesAsFloats(const uint8_t* p, Floats (&x)[3][4]) {
         unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA {
             const Bytes pattern = loadBytes(patterns.of[c][part]);
 #if ZEL_LANES == 4
-            const auto dwords = (Dwords)_mm512_maskz_permutexvar_epi8(taken, (Register)pattern, channels[c]);
+            const auto dwords = (Dwords)_mm512_maskz_permutexvar_epi8(taken, (Register)pattern, (Register)channels[c]);
 #else
             const auto dwords = (Dwords)shuffle(pixels, pattern);
 #endif
@@ -126,47 +151,55 @@ struct InterleavedThree {
     static constexpr int size = sizeof(typename Depth::Element), bytes = 3 * size;
 
     ZEL_INLINE static Channels<V> load(const uint8_t* p) {
-#if ZEL_LANES == 4
         constexpr auto& t = samples::table<size>;
-        const Register v[3] = {(Register)loadBytes(p), (Register)loadBytes(p + 64), (Register)loadBytes(p + 128)};
-        const auto channel = [&](int c) ZEL_INLINE_LAMBDA {
-            return (V)triples::permute(samples::blend(v[0], v[1], t.place[1][c], v[2], t.place[2][c]), t.wideGather[c]);
-        };
-        return {channel(0), channel(1), channel(2)};
+#if ZEL_LANES == 4
+        const Bytes v[3] = {loadBytes(p), loadBytes(p + 64), loadBytes(p + 128)};
 #else
         const Bytes v[3] = {loadLanes(p, 48), loadLanes(p + 16, 48), loadLanes(p + 32, 48)};
-        if constexpr (size == 8) {
+#endif
+        if constexpr (samples::canBlend<size>) {
+            const auto channel = [&](auto c) ZEL_INLINE_LAMBDA {
+                return (V)samples::reorder(samples::blend<t.place[1][c], t.place[2][c]>(v[0], v[1], v[2]), t.together[c]);
+            };
+            return {channel(Constant<0>{}), channel(Constant<1>{}), channel(Constant<2>{})};
+#if ZEL_LANES < 4
+        } else if constexpr (size == 8) {
             constexpr int highOfSecond = 0b1010 & ((1 << 2 * lanes) - 1), highOfFirst = 0b0101 & ((1 << 2 * lanes) - 1);
             const DoubleRegister d[3] = {(DoubleRegister)v[0], (DoubleRegister)v[1], (DoubleRegister)v[2]};
             return {(V)ZEL_MM(shuffle_pd)(d[0], d[1], highOfSecond), (V)ZEL_MM(shuffle_pd)(d[0], d[2], highOfFirst),
                     (V)ZEL_MM(shuffle_pd)(d[1], d[2], highOfSecond)};
         } else {
             const auto channel = [&](int c) ZEL_INLINE_LAMBDA {
-                const auto part = [&](int i) { return shuffle(v[i], everyLane(samples::table<size>.gather[i][c])); };
+                const auto part = [&](int i) { return shuffle(v[i], everyLane(t.gather[i][c])); };
                 return (V)(part(0) | part(1) | part(2));
             };
             return {channel(0), channel(1), channel(2)};
-        }
 #endif
+        }
     }
 
     template <Stores stores = Stores::cached>
     ZEL_INLINE static void store(uint8_t* p, Channels<V> x) {
         constexpr auto& t = samples::table<size>;
         const Bytes channels[3] = {(Bytes)x.a, (Bytes)x.b, (Bytes)x.c};
+        const auto put = [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
 #if ZEL_LANES == 4
-        const auto spread = [&](int c)
-                                ZEL_INLINE_LAMBDA { return (Register)triples::permute((Register)channels[c], t.wideScatter[c]); };
-        const Register v[3] = {spread(0), spread(1), spread(2)};
-        unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA {
-            ZEL_LEVEL::store<stores>(p + 64 * i, (Bytes)samples::blend(v[0], v[1], t.place[i][1], v[2], t.place[i][2]));
-        });
+            ZEL_LEVEL::store<stores>(p + 64 * i, v);
 #else
-        unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA {
-            const auto part = [&](int c) { return shuffle(channels[c], everyLane(t.scatter[i][c])); };
-            storeLanes<stores>(p + 16 * i, 48, part(0) | part(1) | part(2));
-        });
+            storeLanes<stores>(p + 16 * i, 48, v);
 #endif
+        };
+        if constexpr (samples::canBlend<size>) {
+            const auto spread = [&](int c) ZEL_INLINE_LAMBDA { return samples::reorder(channels[c], t.apart[c]); };
+            const Bytes v[3] = {spread(0), spread(1), spread(2)};
+            unrolled<3>([&](auto i)
+                            ZEL_INLINE_LAMBDA { put(i, samples::blend<t.place[i][1], t.place[i][2]>(v[0], v[1], v[2])); });
+        } else {
+            unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA {
+                const auto part = [&](int c) { return shuffle(channels[c], everyLane(t.scatter[i][c])); };
+                put(i, part(0) | part(1) | part(2));
+            });
+        }
     }
 };
 

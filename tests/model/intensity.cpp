@@ -1,5 +1,4 @@
-// The exports of many depths, a row each: gray, colour twist, gamma, tone
-// mapping.
+// The exports of many depths, a row each: gray, colour twist, gamma, tone mapping.
 #include "zelcc/intensity.h"
 
 #include <limits>
@@ -57,8 +56,7 @@ constexpr Parameters alphas[] = {
     {.numbers = {-infinity}, .word = 0xff80},
 };
 
-// Rows of three factors and an offset; all four are factors where four channels
-// are transformed.
+// Rows of three factors and an offset; all four are factors where four channels are transformed.
 constexpr Parameters matrices[] = {
     withCoefficients({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}),
     withCoefficients({1, 0, 0, 0.5, 0, 1, 0, -0.5, 0.5, 0, 0.5, 0, 0.5, 0.5, 0, 0}),
@@ -66,6 +64,7 @@ constexpr Parameters matrices[] = {
     withCoefficients({1.7, -0.6, -0.1, 3.3, -0.3, 1.4, -0.1, -7.7, -0.3, -0.6, 1.9, 100, 0.3, -0.1, 0.7, -1.1}),
     withCoefficients({-1, 0, 0, 255, 0, -1, 0, 65535, 0, 0, -1, -1, 0, 0, -1, 1}),
     withCoefficients({0, 0, 0, 40000, 0, 0, 0, -1000, 0, 0, 0, 1000, 0, 0, 0, 1}),
+    withCoefficients({5000, -3000, 1000, 1e8, -5000, 3000, -2000, -1e8, 0, 0, 9000, -3e8, 0, 0, 70, 1}),
     withCoefficients({1e8, 1, 1, 0, -1e8, 3, 7, 1, 16777216, 1, -16777216, 0.3, 1, -1, 1, 1e7}),
     withCoefficients({3e38, 3e38, 3e38, -3e38, -3e38, 3e38, 0, 3e38, 0, 0, infinity, -infinity, 1e-38, 1e-39, 0, 1e-40}),
     withCoefficients({notANumber, 0, 0, 0, 0, notANumber, 1, 1, 1, 1, 1, notANumber, 0, 1, 0, notANumber}),
