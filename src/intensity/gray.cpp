@@ -51,11 +51,19 @@ WordWeights wordWeights(const Images& images) {
     return {{word(w.c[0]), word(w.c[1]), word(w.c[2])}};
 }
 
-// Bytes as words, 256 times the samples: of each channel two vectors, whose results make up a block when they are packed and
-// `sorted`.
+// s + 64 >> 7
+ZEL_INLINE Words roundedLight(UWords s) { return mulRound((Words)s, splatWord(256)); }
+
+// Bytes as words, 256 times the samples: of each channel two vectors, whose results make up a block when they are packed.
 struct Lifted {
     UWords first[3], second[3];
 };
+
+ZEL_INLINE Lifted lifted(Triple t) {
+    const auto low = [](Bytes v) { return (UWords)interleaveLow(Bytes{}, v); };
+    const auto high = [](Bytes v) { return (UWords)interleaveHigh(Bytes{}, v); };
+    return {{low(t.a), low(t.b), low(t.c)}, {high(t.a), high(t.b), high(t.c)}};
+}
 
 struct LiftedThree {
     static constexpr int bytes = 3;
@@ -84,75 +92,34 @@ struct LiftedThree {
         };
         return {{part(0, 0), part(0, 1), part(0, 2)}, {part(1, 0), part(1, 1), part(1, 2)}};
 #else
-        const Triple t = Interleaved3::load(p);
-        const auto low = [](Bytes v) { return (UWords)interleaveLow(Bytes{}, v); };
-        const auto high = [](Bytes v) { return (UWords)interleaveHigh(Bytes{}, v); };
-        return {{low(t.a), low(t.b), low(t.c)}, {high(t.a), high(t.b), high(t.c)}};
+        return lifted(Interleaved3::load(p));
 #endif
     }
-    ZEL_INLINE static Bytes sorted(Bytes v) { return v; }
 };
 
-// The even words come from one vector of four pixels a lane and the odd ones from another.
 struct LiftedFour {
     static constexpr int bytes = 4;
+    ZEL_INLINE static Lifted load(const uint8_t* p) { return lifted(Interleaved4::load(p)); }
 
-    struct Places {
-        alignas(16) uint8_t even[3][16], odd[3][16];
+    // The gray of a block by light weights, with the channels where they are: red and blue are the words of one product, green of
+    // another.
+    class Light {
+      public:
+        ZEL_INLINE explicit Light(const WordWeights& k)
+            : outer_((UWords)splatWords(k.c[0], k.c[2])), green_((UWords)splatWords(k.c[1], 0)) {}
+
+        ZEL_INLINE Bytes operator()(const uint8_t* p) const {
+            const auto sums = [&](int i) ZEL_INLINE_LAMBDA {
+                const UWords v = (UWords)loadBytes(p + i * vectorBytes);
+                return mulAddPairs((Words)(mulHigh(v << 8, outer_) + mulHigh(v & 0xff00, green_)), splatWord(1));
+            };
+            const auto gray = [&](int i) ZEL_INLINE_LAMBDA { return roundedLight((UWords)packWords(sums(i), sums(i + 1))); };
+            return inOrderOfQuarters(packBytes(gray(0), gray(2)));
+        }
+
+      private:
+        UWords outer_, green_;
     };
-    static constexpr Places places = [] {
-        Places p{};
-        for (int c = 0; c < 3; ++c)
-            for (int i = 0; i < 16; ++i) {
-                p.even[c][i] = i % 4 == 1 ? uint8_t(i / 4 * 4 + c) : triples::none;
-                p.odd[c][i] = i % 4 == 3 ? uint8_t(i / 4 * 4 + c) : triples::none;
-            }
-        return p;
-    }();
-
-    ZEL_INLINE static Lifted load(const uint8_t* p) {
-#if ZEL_LANES == 4
-        const auto part = [&](int i) { return loadBytes(p + 64 * i); };
-#else
-        const auto part = [&](int i) { return loadLanes(p + 16 * i, 64); };
-#endif
-        const Bytes v[4] = {part(0), part(1), part(2), part(3)};
-        const auto channel = [&](int i, int c) ZEL_INLINE_LAMBDA {
-            const Bytes even = shuffle(v[i], everyLane(places.even[c])), odd = everyLane(places.odd[c]);
-#if ZEL_LANES == 4
-            return (UWords)_mm512_mask_shuffle_epi8((Register)even, 0xccccccccccccccccu, (Register)v[i + 1], (Register)odd);
-#else
-            return (UWords)(even | shuffle(v[i + 1], odd));
-#endif
-        };
-        return {{channel(0, 0), channel(0, 1), channel(0, 2)}, {channel(2, 0), channel(2, 1), channel(2, 2)}};
-    }
-
-    ZEL_INLINE static Bytes sorted(Bytes v) {
-        // Pixel j of vector q, in a lane of packed results.
-        const auto place = [](int q, int j) { return uint8_t(q / 2 * 8 + j * 2 + q % 2); };
-#if ZEL_LANES == 4
-        struct Order {
-            alignas(64) uint8_t of[64];
-        };
-        static constexpr Order order = [&place] {
-            Order o{};
-            for (int i = 0; i < 64; ++i) o.of[i] = uint8_t(i % 16 / 4 * 16 + place(i / 16, i % 4));
-            return o;
-        }();
-        return triples::permute((Register)v, order.of);
-#else
-        struct Order {
-            alignas(16) uint8_t of[16];
-        };
-        static constexpr Order order = [&place] {
-            Order o{};
-            for (int i = 0; i < 16; ++i) o.of[i] = place(i / 4, i % 4);
-            return o;
-        }();
-        return shuffle(v, everyLane(order.of));
-#endif
-    }
 };
 
 // Bytes, in most columns: products lose their low eight bits one by one, so that the sum has room in a word. Heavier weights than
@@ -164,14 +131,17 @@ class GrayInWords {
     static constexpr int sites = blockPixels;
 
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        if (k.areLight()) {
-            const auto add = [](UWords a, UWords b) { return a + b; };
-            const auto rounded = [](UWords s) { return mulRound((Words)s, splatWord(256)); };  // s + 64 >> 7
-            convertBlocks(k, row, count, add, rounded);
-        } else {
+        if (!k.areLight()) {
             const auto add = [](UWords a, UWords b) { return (UWords)ZEL_MM(adds_epu16)((Register)a, (Register)b); };
             const auto rounded = [&](UWords s) { return (Words)add(s, (UWords)splatWord(64)) >> 7; };
             convertBlocks(k, row, count, add, rounded);
+        } else if constexpr (requires { typename Pixels::Light; }) {
+            const typename Pixels::Light gray(k);
+            for (size_t i = 0; i < count; ++i)
+                storeVector(row.out[0] + i * blockPixels, gray(row.in[0] + i * blockPixels * Pixels::bytes));
+        } else {
+            const auto add = [](UWords a, UWords b) { return a + b; };
+            convertBlocks(k, row, count, add, roundedLight);
         }
     }
 
@@ -184,7 +154,7 @@ class GrayInWords {
         };
         for (size_t i = 0; i < count; ++i) {
             const Lifted x = Pixels::load(row.in[0] + i * blockPixels * Pixels::bytes);
-            storeVector(row.out[0] + i * blockPixels, Pixels::sorted(packBytes(gray(x.first), gray(x.second))));
+            storeVector(row.out[0] + i * blockPixels, packBytes(gray(x.first), gray(x.second)));
         }
     }
 };

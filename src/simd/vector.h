@@ -221,6 +221,18 @@ ZEL_INLINE Bytes lowThenHighHalves(Bytes v) {
 #endif
 }
 
+// Crosses lanes: what two packs in turn have made of four vectors, in the order of those.
+ZEL_INLINE Bytes inOrderOfQuarters(Bytes packed) {
+#if ZEL_LANES == 4
+    const __m512i order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
+    return (Bytes)_mm512_permutexvar_epi32(order, (Register)packed);
+#elif ZEL_LANES == 2
+    return (Bytes)_mm256_permutevar8x32_epi32((Register)packed, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+#else
+    return packed;
+#endif
+}
+
 // Crosses lanes: the first half of the vector to the low halves of the lanes, the second one to the high halves.
 ZEL_INLINE Bytes spreadHalves(Bytes v) {
 #if ZEL_LANES == 4
