@@ -1,6 +1,7 @@
 // The worked pixels in the public headers, each tried on every conversion that is declared below it, up to the next one:
 //   Example: RGB (255, 0, 0) -> YCbCr (82, 90, 240) in a 1 x 1 image.
-// A colour may be followed by a matrix, "by {...}", or a range, "from 0 to 255". Instead of a colour there may be rows of samples:
+// A colour may be followed by a matrix, "by {...}", or a range, "from 0 to 255". Instead of a colour there may be rows of
+// samples:
 //   Example: luma 10 20, chroma 30 / 40 -> chroma 35 in a 2 x 2 image.
 // with Cb and Cr in place of chroma where they differ. Where conversions differ, a part of their names stands before the colon or
 // behind the result, and their examples in a row.
