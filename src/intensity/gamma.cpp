@@ -85,21 +85,41 @@ class ByteGamma {
 #endif
 };
 
-// Words and floats: results between bounds for the power are those of the power itself if the bounds have the same one, since
-// every step after the power is monotone. The others, one in thousands, take the rule of single samples.
-constexpr double powerBelow = 1 - powerError, powerAbove = 1 + powerError;
-
-struct BoundsOfPower {
+// Words and floats: if bounds of a result have the same single-precision number, the result has it too. Where they have not, one
+// sample in thousands, the rule of single samples decides.
+struct Bounds {
     Doubles low, high;
 };
 
+// Results on a scale that has so many units between black and white, from an offset on.
 template <class Curve>
-ZEL_INLINE BoundsOfPower boundsOfPower(const Powers<Curve>& powers, Doubles v) {
-    const Doubles u = Curve::base(v), power = powers(u);
-    // Outside the table the upper bound is no number and differs from the lower one.
-    const Doubles upper = u < endOfBases ? splatDouble(powerAbove) : splatDouble(__builtin_nan(""));
-    return {Curve::ofPower(power * powerBelow), Curve::ofPower(power * upper)};
-}
+class ScaledCurve {
+  public:
+    ZEL_INLINE ScaledCurve(double unit, double offset)
+        : offset_(splatDouble(offset)),
+          lowFactor_(splatDouble(Curve::factor * unit * (1 - powerError))),
+          highFactor_(splatDouble(Curve::factor * unit * (1 + powerError))),
+          lowTerm_(splatDouble(offset - Curve::subtrahend * unit - roundings(unit, offset))),
+          highTerm_(splatDouble(offset - Curve::subtrahend * unit + roundings(unit, offset))) {}
+
+    // Of a value, and what the line gives for it before the offset.
+    ZEL_INLINE Bounds operator()(Doubles v, Doubles line) const {
+        const Doubles u = Curve::base(v), power = powers_(u), result = line + offset_;
+        // Outside the table the upper bound is no number and differs from the lower one.
+        const auto outside = (Doubles) ~(u < endOfBases);
+        return {v < Curve::knee ? result : power * lowFactor_ + lowTerm_,
+                either(v < Curve::knee ? result : power * highFactor_ + highTerm_, outside)};
+    }
+
+  private:
+    // More than all roundings of either way to a result make up but for those that grow with the power.
+    static double roundings(double unit, double offset) { return 0x1p-49 * (unit + __builtin_fabs(offset)); }
+
+    ZEL_INLINE static Doubles either(Doubles a, Doubles b) { return (Doubles)((UQwords)a | (UQwords)b); }
+
+    Doubles offset_, lowFactor_, highFactor_, lowTerm_, highTerm_;
+    Powers<Curve> powers_;
+};
 
 template <class Curve>
 class WordGamma {
@@ -108,7 +128,7 @@ class WordGamma {
     using Element = uint16_t;
     static constexpr bool inBatches = false;
 
-    ZEL_INLINE explicit WordGamma(const Constants&) {}
+    ZEL_INLINE explicit WordGamma(const Constants&) : curve_(65535, 0.5) {}
 
     template <Pixels>
     ZEL_INLINE void replace(Bytes (&samples)[1]) const {
@@ -127,22 +147,18 @@ class WordGamma {
     };
 
     ZEL_INLINE Results half(Dwords x) const {
-        const BoundsOfPower a = halfOfHalf(widened<0>(x)), b = halfOfHalf(widened<1>(x));
+        const Bounds a = halfOfHalf(widened<0>(x)), b = halfOfHalf(widened<1>(x));
         const Floats f = narrowed(a.low, b.low);
         const Dwords r = truncated(f), tie = (Dwords)(f == __builtin_convertvector(r, Floats)) & r & 1;
         return {r - tie, differing(f, narrowed(a.high, b.high))};
     }
-    ZEL_INLINE BoundsOfPower halfOfHalf(Doubles x) const {
-        const Doubles v = x * wordUnit, line = x * Curve::slope;
-        const auto power = boundsOfPower<Curve>(powers_, v);
-        return {(v < Curve::knee ? line : power.low * 65535) + 0.5, (v < Curve::knee ? line : power.high * 65535) + 0.5};
-    }
+    ZEL_INLINE Bounds halfOfHalf(Doubles x) const { return curve_(x * wordUnit, x * Curve::slope); }
     ZEL_OWN_CODE static UWords bySingles(UWords x) {
         for (int i = 0; i < vectorBytes / 2; ++i) x[i] = gammaOfWord<Curve>(x[i]);
         return x;
     }
 
-    Powers<Curve> powers_;
+    ScaledCurve<Curve> curve_;
 };
 
 template <class Curve>
@@ -155,16 +171,15 @@ class FloatGamma {
     ZEL_INLINE explicit FloatGamma(const GammaRange& range)
         : range_(range),
           bottom_(splatFloat(range.bottom)),
-          wideBottom_(splatDouble(range.bottom)),
-          width_(splatDouble(range.width)),
-          perWidth_(splatDouble(1.0 / double(range.width))) {}
+          perWidth_(splatDouble(1.0 / double(range.width))),
+          curve_(range.width, range.bottom) {}
 
     template <Pixels pixels>
     ZEL_INLINE void replace(Bytes (&samples)[1]) const {
         Bytes& x = samples[0];
         const auto floats = (Floats)x;
         const Floats d = floats - bottom_;
-        const BoundsOfPower a = half(widened<0>(d)), b = half(widened<1>(d));
+        const Bounds a = half(widened<0>(d)), b = half(widened<1>(d));
         const Floats low = narrowed(a.low, b.low), high = narrowed(a.high, b.high);
         x = (Bytes)low;
         const unsigned doubtful = differing(low, high) & (pixels == Pixels::withAlpha ? 0x7777 : 0xffff);
@@ -172,12 +187,7 @@ class FloatGamma {
     }
 
   private:
-    ZEL_INLINE BoundsOfPower half(Doubles d) const {
-        const Doubles v = d * perWidth_, line = d * Curve::slope;
-        const auto power = boundsOfPower<Curve>(powers_, v);
-        return {(v < Curve::knee ? line : power.low * width_) + wideBottom_,
-                (v < Curve::knee ? line : power.high * width_) + wideBottom_};
-    }
+    ZEL_INLINE Bounds half(Doubles d) const { return curve_(d * perWidth_, d * Curve::slope); }
     ZEL_OWN_CODE static Floats withSingles(Floats results, Floats x, unsigned which, GammaRange range) {
         for (int i = 0; i < vectorBytes / 4; ++i)
             if (which >> i & 1) results[i] = gammaOfFloat<Curve>(x[i], range);
@@ -186,8 +196,8 @@ class FloatGamma {
 
     GammaRange range_;
     Floats bottom_;
-    Doubles wideBottom_, width_, perWidth_;
-    Powers<Curve> powers_;
+    Doubles perWidth_;
+    ScaledCurve<Curve> curve_;
 };
 
 // How the samples lie, and how many vectors of each stream are replaced at a time: a whole number of pixels.

@@ -13,7 +13,7 @@ namespace zel::ZEL_LEVEL {
 struct GammaForward {
     static constexpr double knee = 0.018, slope = 4.5;
     static constexpr int numerator = 9, denominator = 20;
-    static constexpr double exponent = 0.45;
+    static constexpr double exponent = 0.45, factor = 1.099, subtrahend = 0.099;
 
     template <class Value>
     ZEL_INLINE static constexpr Value base(Value v) {
@@ -21,14 +21,14 @@ struct GammaForward {
     }
     template <class Value>
     ZEL_INLINE static constexpr Value ofPower(Value p) {
-        return p * 1.099 - 0.099;
+        return p * factor - subtrahend;
     }
 };
 
 struct GammaInverse {
     static constexpr double knee = 0.0812, slope = 0.2222222222222222;
     static constexpr int numerator = 20, denominator = 9;
-    static constexpr double exponent = 2.2222222222222223;
+    static constexpr double exponent = 2.2222222222222223, factor = 1, subtrahend = 0;
 
     template <class Value>
     ZEL_INLINE static constexpr Value base(Value v) {
