@@ -236,6 +236,7 @@ ZEL_OWN_CODE inline void convertRuns(const Conversion& c, const Images& images, 
 // Constants that are made at the call take the place of the kernels' own.
 ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Groups part = {}, bool bypassing = false,
                                  const void* constants = nullptr) {
+    // A height below 1 stays below 1, so that it has no groups.
     const int width = images.size.width, allGroups = images.size.height >> __builtin_ctz(c.site.height);
     const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
     const int endGroup = part.end > 0 ? part.end : allGroups + part.end;

@@ -19,10 +19,7 @@ struct GammaForward {
     ZEL_INLINE static constexpr Value base(Value v) {
         return v;
     }
-    template <class Value>
-    ZEL_INLINE static constexpr Value ofPower(Value p) {
-        return p * factor - subtrahend;
-    }
+    ZEL_INLINE static constexpr double ofPower(double p) { return p * factor - subtrahend; }
 };
 
 struct GammaInverse {
@@ -34,10 +31,7 @@ struct GammaInverse {
     ZEL_INLINE static constexpr Value base(Value v) {
         return (v + 0.099) * 0.9099181073703366;
     }
-    template <class Value>
-    ZEL_INLINE static constexpr Value ofPower(Value p) {
-        return p;
-    }
+    ZEL_INLINE static constexpr double ofPower(double p) { return p; }
 };
 
 // The rules of single samples, by the power function of the C library.

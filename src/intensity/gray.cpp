@@ -334,7 +334,7 @@ struct Replicate {
         if constexpr (size == 2) return (Bytes)splatWord(int(element));
         return (Bytes)splatDword(int32_t(element));
     }
-    // As the bits of a mask.
+    // The bytes of a vector that are alpha, as the bits of a mask.
     static constexpr uint64_t alphaBytes() {
         uint64_t bits = 0;
         for (int i = 0; i < vectorBytes; ++i) bits |= uint64_t(places.alpha[i] & 1) << i;
