@@ -247,7 +247,7 @@ constexpr Sliced zeliYCbCr420ToYCrCb420_Filter_8u_P2P3R{inPairs(planesTopSlice),
                                                         {2, 2},
                                                         {2, 2},
                                                         OddSize::accepted,
-                                                        Checks::emptyFirst};
+                                                        {Check::empty, Check::pointers, Check::planes, Check::size}};
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL

@@ -259,11 +259,26 @@ void repeatRowsByFirstStep(const Images& images) {
     }
 }
 
+// Where the two chroma steps of the destination differ, only the first pass, that of luma, is like the others.
+struct RepeatedRows : Passes {
+    void (*byFirstStep)(const Images& images);
+};
+
+[[maybe_unused]] ZEL_INLINE bool isOneRow(const RepeatedRows& r, const Images& images) {
+    return isOneRow(static_cast<const Passes&>(r), images);
+}
+
+[[maybe_unused]] ZEL_OWN_CODE void convert(const RepeatedRows& r, Images& images, Nothing) {
+    Passes passes = r;
+    const bool equal = images.destinationStep[1] == images.destinationStep[2];
+    if (!equal) passes.count = 1;
+    convert(passes, images);
+    if (!equal) r.byFirstStep(images);
+}
+
 template <Form from, Form to>
-constexpr Passes repackToPlanar422() {
-    Passes result = repack<from, to>({2, 2});
-    result.unequalChromaSteps = repeatRowsByFirstStep<Pairing{from, to}>;
-    return result;
+constexpr RepeatedRows repackToPlanar422() {
+    return {repack<from, to>({2, 2}), repeatRowsByFirstStep<Pairing{from, to}>};
 }
 
 constexpr Passes with(Passes p, Checks checks) {
@@ -294,7 +309,8 @@ constexpr Passes zeliYCbCr411_8u_P2P3R = repack<semi411, i411>({4, any});
 constexpr Passes zeliYCbCr411_8u_P3P2R = repack<i411, semi411>({4, any}, largeLuma);
 constexpr Passes zeliYCbCr420_8u_P2P3R = repack<semi420, i420>({2, 2});
 constexpr Passes zeliYCbCr420_8u_P3P2R = repack<i420, semi420>({2, 2});
-constexpr Passes zeliYCbCr420ToYCrCb420_8u_P2P3R = with(repack<semi420, i420CrCb>({2, 2}), Checks::emptyBetween);
+constexpr Passes zeliYCbCr420ToYCrCb420_8u_P2P3R =
+    with(repack<semi420, i420CrCb>({2, 2}), {Check::pointers, Check::empty, Check::planes, Check::size});
 constexpr Passes zeliYCrCb420ToYCbCr420_8u_P3P2R = repack<i420CrCb, semi420>({2, 2});
 
 // 4:2:2 to 4:2:0.
@@ -314,9 +330,9 @@ constexpr Passes zeliYCbCr420ToCbYCr422_8u_P2C2R = repack<semi420, cbYCr422>({2,
 constexpr Passes zeliYCbCr420ToYCbCr422_8u_P2C2R = repack<semi420, yCbCr422>({2, 2});
 constexpr Passes zeliYCrCb420ToCbYCr422_8u_P3C2R = repack<i420CrCb, cbYCr422>({2, 2}, largePacked);
 constexpr Passes zeliYCrCb420ToYCbCr422_8u_P3C2R = repack<i420CrCb, yCbCr422>({2, 2});
-constexpr Passes zeliYCbCr420ToYCbCr422_8u_P2P3R = repackToPlanar422<semi420, i422>();
-constexpr Passes zeliYCbCr420ToYCbCr422_8u_P3R = repackToPlanar422<i420, i422>();
-constexpr Passes zeliYCrCb420ToYCbCr422_8u_P3R = repackToPlanar422<i420CrCb, i422>();
+constexpr auto zeliYCbCr420ToYCbCr422_8u_P2P3R = repackToPlanar422<semi420, i422>();
+constexpr auto zeliYCbCr420ToYCbCr422_8u_P3R = repackToPlanar422<i420, i422>();
+constexpr auto zeliYCrCb420ToYCbCr422_8u_P3R = repackToPlanar422<i420CrCb, i422>();
 
 // 4:2:2 to 4:1:1.
 constexpr Passes zeliCbYCr422ToYCbCr411_8u_C2P3R = repack<cbYCr422, i411>({4, any});

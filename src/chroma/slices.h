@@ -9,20 +9,24 @@ namespace zel::ZEL_LEVEL {
 
 // An image, or the part of it that a slice owns, in passes. A whole image of one pair of rows has its own.
 struct Sliced {
+    struct Given {
+        int32_t slice;
+    };
+
     Passes top, middle, bottom, whole, wholePair;
     Site site{2, 2};
     Minimum minimum{2, 2};
     OddSize oddSize = OddSize::accepted;
-    Checks checks = Checks::planesFirst;
+    Checks checks = planesFirst;
 };
 
 ZEL_INLINE bool isOneRow(const Sliced&, const Images&) { return false; }
 
-ZEL_OWN_CODE inline void convert(const Sliced& s, Images& images) {
+ZEL_OWN_CODE inline void convert(const Sliced& s, Images& images, Sliced::Given given) {
     constexpr int wholeImage = zelSliceTop | zelSliceMiddle | zelSliceBottom;
     images.size.width &= ~1;
     images.size.height &= ~1;
-    const int slice = images.slice;
+    const int slice = given.slice;
     if ((slice & wholeImage) == wholeImage) return convert(images.size.height == 2 ? s.wholePair : s.whole, images);
     if (slice != zelSliceTop && slice != zelSliceMiddle && slice != zelSliceBottom) return;
     if (slice != zelSliceTop) {

@@ -1,11 +1,12 @@
-// From the argument list of an export to the images of the call. All exports have their arguments in one order: the source, the
-// destination, the size and then what the family adds, so the types of a public declaration say what each argument is.
+// From the argument list of an export to its images and what is given beside them. Exports have their arguments in one order: the
+// source, the destination, the size and then what the family adds, so the types of a public declaration say what each argument
+// is.
 #pragma once
 
 #include <type_traits>
 
 #include "frame/driver.h"
-#include "simd/pixels.h"
+#include "simd/vector.h"
 #include "zelcc/types.h"
 
 namespace zel {
@@ -21,6 +22,28 @@ constexpr ptrdiff_t rowBytes(int32_t step) {
     return sizeof(Element) == 8 ? step : step & -static_cast<int32_t>(sizeof(Element));
 }
 
+// How the images of a conversion are read.
+struct Reading {
+    int sourcePlanes = 3, destinationPlanes = 3;  // of an array of planes
+    bool cutsSteps = true;                        // down to whole elements
+};
+
+constexpr int planesOf(const Layout& layout) {
+    int planes = 3;
+    for (int i = 0; i < layout.count; ++i)
+        if (layout.streams[i].plane >= planes) planes = layout.streams[i].plane + 1;
+    return planes;
+}
+
+template <class C>
+constexpr Reading readingOf(const C& c) {
+    Reading reading;
+    if constexpr (std::is_base_of_v<Conversion, C>) reading = {planesOf(c.from), planesOf(c.to)};
+    if constexpr (requires { C::takesStepsAsGiven; }) reading.cutsSteps = !C::takesStepsAsGiven;
+    return reading;
+}
+
+template <Reading reading>
 class Arguments {
   public:
     template <class... A>
@@ -30,32 +53,29 @@ class Arguments {
 
     ZEL_INLINE bool hasNullPointer() const { return nullPointer_; }
     ZEL_INLINE bool hasNullPlane() const { return nullPlane_; }
+    ZEL_INLINE bool hasNullFourthPlane() const { return nullFourthPlane_; }
     ZEL_INLINE bool hasStepBelow1() const { return stepBelow1_; }
-    ZEL_INLINE bool hasEmptyRange() const { return 0.0f >= images_.upperEnd - images_.lowerEnd; }
     ZEL_INLINE Images& images() { return images_; }
 
   private:
-    // A plane or an array of three planes, with a step for each or one for all. Two single planes on a side are luma and
-    // interleaved chroma.
-    template <class Pointer, class Steps, class... Rest>
-    ZEL_INLINE void read(Pointer pointer, Steps steps, Rest... rest) {
-        if constexpr (std::is_pointer_v<std::remove_pointer_t<Pointer>>) {
-            const bool present = pointer && isPresent(steps);
-            nullPointer_ |= !present;
-            if (!present) return read(rest...);
-#pragma GCC unroll 3
-            for (int i = 0; i < 3; ++i) {
-                nullPlane_ |= !pointer[i];
-                add(pointer[i], stepOf(steps, i));
-            }
+    template <class Argument>
+    static constexpr bool isStep = std::is_same_v<Argument, int32_t> || std::is_same_v<Argument, const int32_t*>;
+
+    // A plane or an array of planes, with a step for each or one for all. Two single planes on a side are luma and interleaved
+    // chroma. Where no step follows, the conversion knows how far apart the rows are.
+    template <class Pointer, class Next, class... Rest>
+    ZEL_INLINE void read(Pointer* pointer, Next next, Rest... rest) {
+        if constexpr (isStep<Next>) {
+            addImage(pointer, next);
+            read(rest...);
         } else {
-            nullPointer_ |= !pointer;
-            add(pointer, steps);
+            addImage(pointer, int32_t{0});
+            read(next, rest...);
         }
-        read(rest...);
     }
     // An image that can be written and has no other beside it is source and destination.
-    ZEL_INLINE void read(ZelSize size) {
+    template <class... Given>
+    ZEL_INLINE void read(ZelSize size, Given...) {
         images_.size = size;
         if (sources_ != 0) return;
         for (int i = 0; i < destinations_; ++i) {
@@ -63,31 +83,24 @@ class Arguments {
             images_.sourceStep[i] = images_.destinationStep[i];
         }
     }
-    ZEL_INLINE void read(ZelSize size, uint8_t alpha) {
-        read(size);
-        images_.alpha = alpha;
-    }
-    ZEL_INLINE void read(ZelSize size, uint16_t alpha) {
-        read(size);
-        images_.alpha = alpha;
-    }
-    ZEL_INLINE void read(ZelSize size, float alpha) {
-        read(size);
-        images_.alpha = __builtin_bit_cast(uint32_t, alpha);
-    }
-    ZEL_INLINE void read(ZelSize size, int32_t slice) {
-        read(size);
-        images_.slice = slice;
-    }
-    template <class Number>
-    ZEL_INLINE void read(ZelSize size, const Number* parameters) {
-        read(size);
-        images_.parameters = parameters;
-    }
-    ZEL_INLINE void read(ZelSize size, float lowerEnd, float upperEnd) {
-        read(size);
-        images_.lowerEnd = lowerEnd;
-        images_.upperEnd = upperEnd;
+
+    template <class Pointer, class Steps>
+    ZEL_INLINE void addImage(Pointer pointer, Steps steps) {
+        if constexpr (std::is_pointer_v<std::remove_pointer_t<Pointer>>) {
+            using Element = std::remove_pointer_t<std::remove_pointer_t<Pointer>>;
+            constexpr int planes = std::is_const_v<Element> ? reading.sourcePlanes : reading.destinationPlanes;
+            const bool present = pointer && isPresent(steps);
+            nullPointer_ |= !present;
+            if (!present) return;
+#pragma GCC unroll 4
+            for (int i = 0; i < planes; ++i) {
+                (i < 3 ? nullPlane_ : nullFourthPlane_) |= !pointer[i];
+                add(pointer[i], stepOf(steps, i));
+            }
+        } else {
+            nullPointer_ |= !pointer;
+            add(pointer, steps);
+        }
     }
 
     ZEL_INLINE static bool isPresent(int32_t) { return true; }
@@ -97,27 +110,34 @@ class Arguments {
 
     template <class Element>
     ZEL_INLINE void add(const Element* plane, int32_t step) {
-        noteStep<Element>(step);
         images_.source[sources_] = reinterpret_cast<const uint8_t*>(plane);
-        images_.sourceStep[sources_++] = rowBytes<Element>(step);
+        images_.sourceStep[sources_++] = taken<Element>(step);
     }
     template <class Element>
     ZEL_INLINE void add(Element* plane, int32_t step) {
-        noteStep<Element>(step);
         images_.destination[destinations_] = reinterpret_cast<uint8_t*>(plane);
-        images_.destinationStep[destinations_++] = rowBytes<Element>(step);
+        images_.destinationStep[destinations_++] = taken<Element>(step);
     }
 
     template <class Element>
-    ZEL_INLINE void noteStep(int32_t step) {
+    ZEL_INLINE ptrdiff_t taken(int32_t step) {
         stepBelow1_ |= step < 1;
-        images_.stepsCut |= rowBytes<Element>(step) != step;
+        return reading.cutsSteps ? rowBytes<Element>(step) : step;
     }
 
     Images images_{};
     int sources_ = 0, destinations_ = 0;
-    bool nullPointer_ = false, nullPlane_ = false, stepBelow1_ = false;
+    bool nullPointer_ = false, nullPlane_ = false, nullFourthPlane_ = false, stepBelow1_ = false;
 };
+
+// What stands behind the size.
+template <class Given, class First, class... Rest>
+ZEL_INLINE Given givenOf(First, Rest... rest) {
+    if constexpr (std::is_same_v<First, ZelSize>)
+        return Given{rest...};
+    else
+        return givenOf<Given>(rest...);
+}
 
 // A conversion of any kind has a site, a minimum, an attitude to odd sizes and an order of checks, and its own `convert`.
 template <class C>
@@ -140,14 +160,12 @@ ZEL_INLINE bool isOneRow(const C& c, const Images& images) {
         return false;
 }
 
-// Whether a null pointer to parameters is an error rather than a request for the family's own.
+// The conversion that stands for all of a kind where only its checks matter, and the one that the images take.
 template <class C>
-ZEL_INLINE bool needsParameters([[maybe_unused]] const C& c) {
-    if constexpr (requires { c.needsParameters; })
-        return c.needsParameters;
-    else
-        return false;
+constexpr const C& anyOf(const C& c) {
+    return c;
 }
+constexpr const Conversion& anyOf(const ByAlignment& c) { return c.aligned; }
 
 template <class C>
 ZEL_INLINE const C& choose(const C& c, const Images&) {
@@ -172,32 +190,62 @@ struct Export<conversion, ZelStatus(A...)> {
     // table.
     template <const Implementation* narrower, int place>
     static ZelStatus call(A... a) {
-        Arguments arguments(a...);
-        Images& images = arguments.images();
-        const ZelSize size = images.size;
-        const auto& c = choose(conversion, images);
-        const bool refused = isRefused(c, size), empty = size.width < 1 || size.height < 1;
-        if (c.checks == Checks::rangeFirst && arguments.hasEmptyRange()) return zelStsRangeErr;
-        if (c.checks == Checks::sizeFirst && refused) return zelStsSizeErr;
-        if (c.checks == Checks::emptyFirst && empty) return zelStsSizeErr;
-        if (arguments.hasNullPointer() || (needsParameters(c) && !images.parameters)) return zelStsNullPtrErr;
-        if (c.checks == Checks::emptyBetween && empty) return zelStsSizeErr;
-        const bool planesFirst = c.checks != Checks::pointersFirst && c.checks != Checks::sizeFirst;
-        if (planesFirst && arguments.hasNullPlane()) return zelStsNullPtrErr;
-        if (refused) return zelStsSizeErr;
-        if (arguments.hasNullPlane()) return zelStsNullPtrErr;
-        const bool stepsLast = c.checks == Checks::stepsLast || c.checks == Checks::rangeFirst;
-        if (stepsLast && arguments.hasStepBelow1()) return zelStsStepErr;
-        if constexpr (narrower != nullptr) {
-            if (size.width < blockPixels && !isOneRow(c, images))
-                return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
+        using C = std::remove_cvref_t<decltype(conversion)>;
+        if constexpr (std::is_same_v<C, ZelStatus (*)(A...)>) {
+            return conversion(a...);
+        } else {
+            using Given = typename C::Given;
+            Arguments<readingOf(conversion)> arguments(a...);
+            const Given given = givenOf<Given>(a...);
+            if (const ZelStatus error = firstError<0>(arguments, given); error != zelStsNoErr) return error;
+            Images& images = arguments.images();
+            const ZelSize size = images.size;
+            const auto& c = choose(conversion, images);
+            if constexpr (narrower != nullptr) {
+                if (size.width < vectorBytes && !isOneRow(c, images))
+                    return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
+            }
+            // Only what needs memory can fail from here on.
+            if constexpr (std::is_same_v<decltype(convert(c, images, given)), ZelStatus>)
+                return convert(c, images, given);
+            else
+                convert(c, images, given);
+            return c.oddSize == OddSize::warned && hasOddSize(c, size) ? zelStsOddSizeWarn : zelStsNoErr;
         }
-        // Only what needs memory can fail from here on.
-        if constexpr (std::is_same_v<decltype(convert(c, images)), ZelStatus>)
-            return convert(c, images);
-        else
-            convert(c, images);
-        return c.oddSize == OddSize::warned && hasOddSize(c, size) ? zelStsOddSizeWarn : zelStsNoErr;
+    }
+
+  private:
+    template <int i, Reading reading, class Given>
+    ZEL_INLINE static ZelStatus firstError(Arguments<reading>& arguments, const Given& given) {
+        constexpr Checks checks = anyOf(conversion).checks;
+        if constexpr (i < maxChecks && checks.list[i] != Check::none) {
+            const ZelStatus error = errorOf<checks.list[i]>(arguments, given);
+            return error != zelStsNoErr ? error : firstError<i + 1>(arguments, given);
+        } else {
+            return zelStsNoErr;
+        }
+    }
+
+    template <Check check, Reading reading, class Given>
+    ZEL_INLINE static ZelStatus errorOf(Arguments<reading>& arguments, const Given& given) {
+        const ZelSize size = arguments.images().size;
+        if constexpr (check == Check::pointers) {
+            bool isNull = arguments.hasNullPointer();
+            if constexpr (requires { given.hasNullPointer(); }) isNull |= given.hasNullPointer();
+            return isNull ? zelStsNullPtrErr : zelStsNoErr;
+        } else if constexpr (check == Check::planes) {
+            return arguments.hasNullPlane() || arguments.hasNullFourthPlane() ? zelStsNullPtrErr : zelStsNoErr;
+        } else if constexpr (check == Check::threePlanes) {
+            return arguments.hasNullPlane() ? zelStsNullPtrErr : zelStsNoErr;
+        } else if constexpr (check == Check::size) {
+            return isRefused(anyOf(conversion), size) ? zelStsSizeErr : zelStsNoErr;
+        } else if constexpr (check == Check::empty) {
+            return size.width < 1 || size.height < 1 ? zelStsSizeErr : zelStsNoErr;
+        } else if constexpr (check == Check::steps) {
+            return arguments.hasStepBelow1() ? zelStsStepErr : zelStsNoErr;
+        } else {
+            return given.check();
+        }
     }
 };
 

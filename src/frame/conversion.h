@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "frame/level.h"
+#include "simd/level.h"
 #include "zelcc/types.h"
 
 namespace zel::ZEL_LEVEL {
@@ -17,11 +17,24 @@ constexpr int maxSources = 6;
 constexpr int maxDestinations = 4;
 constexpr int maxStreamBlock = 256;  // bytes that a block takes at most in one stream
 
+// What an export takes behind the size reaches the conversion as a type of its own, `Given`: nothing in most; or the element that
+// becomes the fourth of every pixel, as its bits.
+struct Nothing {};
+struct Alpha {
+    uint32_t bits = 0;
+
+    Alpha() = default;
+    ZEL_INLINE Alpha(uint8_t alpha) : bits(alpha) {}
+    ZEL_INLINE Alpha(uint16_t alpha) : bits(alpha) {}
+    ZEL_INLINE Alpha(int16_t alpha) : bits(uint16_t(alpha)) {}
+    ZEL_INLINE Alpha(float alpha) : bits(__builtin_bit_cast(uint32_t, alpha)) {}
+};
+
 // Where a kernel reads and writes.
 struct Row {
     const uint8_t* in[maxSources];
     uint8_t* out[maxDestinations];
-    uint32_t alpha;  // the bits of the element that the caller gives
+    Alpha alpha;
 };
 
 struct Stream {
@@ -106,18 +119,29 @@ struct Minimum {
 // A region that does not end on a whole site: cut down to whole sites, with or without a warning, or an error.
 enum class OddSize { accepted, warned, refused };
 
-// The order of the checks: pointer arguments, size, entries of plane arrays. Some conversions test for an empty region apart.
-enum class Checks {
-    pointersFirst,
-    planesFirst,  // pointers and entries before the size
-    sizeFirst,
-    emptyFirst,    // an empty region, pointers and entries, the size
-    emptyBetween,  // pointers, an empty region, entries, the size
-    stepsLast,     // pointers and entries, the size, steps below 1
-    rangeFirst,    // the range of values, then as stepsLast
+// What can be wrong with a call.
+enum class Check : uint8_t {
+    none,
+    pointers,     // a null pointer among the arguments: images, arrays of planes or steps, what is given behind the size
+    planes,       // a null entry of an array of planes
+    threePlanes,  // the same, of an array whose fourth entry is taken as it is
+    size,         // below the minimum, or odd where that is refused
+    empty,        // a side below 1
+    steps,        // a step below 1
+    given,        // values behind the size, which know their own status
 };
 
+// The checks of a conversion, in the order in which they are made.
+constexpr int maxChecks = 6;
+struct Checks {
+    Check list[maxChecks];
+};
+inline constexpr Checks pointersFirst{Check::pointers, Check::size, Check::planes},
+    planesFirst{Check::pointers, Check::planes, Check::size};
+
 struct Conversion {
+    using Given = Alpha;
+
     Site site;
     Layout from, to;
     Kernel block;                              // the rule of the columns that blockColumns counts from the left edge
@@ -126,7 +150,7 @@ struct Conversion {
     int (*blockColumns)(int width) = nullptr;  // null: the block rule owns the whole row
     Minimum minimum{1, 1};
     OddSize oddSize = OddSize::accepted;
-    Checks checks = Checks::pointersFirst;
+    Checks checks = pointersFirst;
     OddPixel oddPixel{};
     bool lastSiteAlone = false;  // streams with an offset reach into the next site; the last one has none and takes its own
     Kernel lastSite{};           // a kernel of single sites for it, in place of the tail's
@@ -135,6 +159,8 @@ struct Conversion {
 
 // A pair of conversions of which the images' alignment picks one: all addresses and steps multiples of 16, or not.
 struct ByAlignment {
+    using Given = Alpha;
+
     const Conversion& aligned;
     const Conversion& other;
 };
@@ -151,11 +177,6 @@ struct alignas(64) Images {
     uint8_t* destination[4];
     ptrdiff_t destinationStep[4];
     ZelSize size;
-    uint32_t alpha;  // the element's bits
-    int32_t slice;
-    const void* parameters;    // the caller's weights or matrix
-    float lowerEnd, upperEnd;  // of the range of values
-    bool stepsCut;             // a step as given was no multiple of the element
 };
 
 // The groups of rows that are converted: from the first up to the end, which is not among them. Negative numbers and an end of 0

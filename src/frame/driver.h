@@ -234,8 +234,8 @@ ZEL_OWN_CODE inline void convertRuns(const Conversion& c, const Images& images, 
 }
 
 // Constants that are made at the call take the place of the kernels' own.
-ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Groups part = {}, bool bypassing = false,
-                                 const void* constants = nullptr) {
+ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Alpha alpha = {}, Groups part = {},
+                                 bool bypassing = false, const void* constants = nullptr) {
     // A height below 1 stays below 1, so that it has no groups.
     const int width = images.size.width, allGroups = images.size.height >> __builtin_ctz(c.site.height);
     const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
@@ -243,11 +243,11 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Grou
     const bool oddPixel = hasOddPixel(c, images.size);
     Rows rows;
     rows.columns = quotient(unsigned(width), c.site.width);
-    if ((rows.columns == 0 && !oddPixel) || firstGroup >= endGroup) return;
+    if (width < 1 || (rows.columns == 0 && !oddPixel) || firstGroup >= endGroup) return;
     rows.groups = size_t(endGroup - firstGroup);
     rows.blockSites = blockSitesOf(c, width, rows.columns);
     bool oneRow = !dependsOnColumns(c, images.size, rows.columns, rows.blockSites);
-    rows.first.alpha = images.alpha;
+    rows.first.alpha = alpha;
     for (int i = 0; i < c.from.count; ++i) {
         const Stream& s = c.from.streams[i];
         const auto step = size_t(images.sourceStep[s.plane]);

@@ -32,7 +32,7 @@ struct ToPacked3 {
 struct ToPacked4 {
     template <Order order>
     ZEL_INLINE static void store(const Row& row, int stream, size_t block, Triple t) {
-        Interleaved4::store<order>(row.out[stream] + block * blockPixels * 4, t, splatByte(row.alpha));
+        Interleaved4::store<order>(row.out[stream] + block * blockPixels * 4, t, splatByte(uint8_t(row.alpha.bits)));
     }
 };
 

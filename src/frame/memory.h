@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "frame/level.h"
+#include "simd/level.h"
 #include "zelcore.h"
 
 namespace zel::ZEL_LEVEL {

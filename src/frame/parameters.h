@@ -9,16 +9,17 @@ namespace zel::ZEL_LEVEL {
 template <class K>
 inline constexpr Kernel parametric = kernel<K>(nullptr);
 
-template <class Constants>
+template <class Constants, class Given_>
 struct Parametric : Conversion {
-    Constants (*constants)(const Images& images);
-    bool needsParameters = false;  // null for them is an error
+    using Given = Given_;
+
+    Constants (*constants)(const Given& given);
 };
 
-template <class Constants>
-ZEL_INLINE void convert(const Parametric<Constants>& p, const Images& images, bool bypassing = false) {
-    const Constants constants = p.constants(images);
-    convert(static_cast<const Conversion&>(p), images, {}, bypassing, &constants);
+template <class Constants, class Given>
+ZEL_INLINE void convert(const Parametric<Constants, Given>& p, const Images& images, const Given& given, bool bypassing = false) {
+    const Constants constants = p.constants(given);
+    convert(static_cast<const Conversion&>(p), images, {}, {}, bypassing, &constants);
 }
 
 }  // namespace zel::ZEL_LEVEL

@@ -20,15 +20,15 @@ struct Pass {
 using Bypass = bool (*)(const Images& images);
 
 struct Passes {
+    using Given = Nothing;
+
     Site site;  // the region is cut down to whole ones
     const Pass* passes;
     int count;
     Minimum minimum{1, 1};
     OddSize oddSize = OddSize::accepted;
-    Checks checks = Checks::planesFirst;
+    Checks checks = planesFirst;
     Bypass bypass = nullptr;  // null: never
-    // In place of all passes but the first one where the steps of the two chroma planes of the destination differ.
-    void (*unequalChromaSteps)(const Images& images) = nullptr;
 };
 
 template <int count>
@@ -42,14 +42,11 @@ ZEL_INLINE bool isOneRow(const Passes& p, const Images& images) {
     return true;
 }
 
-ZEL_OWN_CODE inline void convert(const Passes& p, Images& images) {
+ZEL_OWN_CODE inline void convert(const Passes& p, Images& images, Nothing = {}) {
     images.size.width &= -int{p.site.width};
     images.size.height &= -int{p.site.height};
     const bool bypassing = p.bypass && p.bypass(images);
-    const bool unequal = p.unequalChromaSteps && images.destinationStep[1] != images.destinationStep[2];
-    const int count = unequal ? 1 : p.count;
-    for (int i = 0; i < count; ++i) convert(p.passes[i].conversion, images, p.passes[i].groups, bypassing);
-    if (unequal) p.unequalChromaSteps(images);
+    for (int i = 0; i < p.count; ++i) convert(p.passes[i].conversion, images, {}, p.passes[i].groups, bypassing);
     if (bypassing) _mm_sfence();
 }
 

@@ -7,7 +7,7 @@
 #include <type_traits>
 
 #include "frame/parameters.h"
-#include "frame/rounding.h"
+#include "simd/rounding.h"
 #include "simd/samples.h"
 #include "zelcc/intensity.h"
 
@@ -29,12 +29,21 @@ struct Matrix {
     }
 };
 
+struct Given {
+    const void* matrix;
+
+    bool hasNullPointer() const { return !matrix; }
+};
+
 template <int rows>
-Matrix<rows> matrix(const Images& images) {
+Matrix<rows> matrix(const Given& given) {
     Matrix<rows> m;
-    __builtin_memcpy(m.t, images.parameters, sizeof m.t);
+    __builtin_memcpy(m.t, given.matrix, sizeof m.t);
     return m;
 }
+
+template <int rows>
+using MatrixConversion = Parametric<Matrix<rows>, Given>;
 
 // Signed bytes add the offset last, all others first, and then the last two products before the sum with the first.
 template <class Depth>
@@ -254,7 +263,7 @@ constexpr Conversion conversion(int streams, int bytes, Kernel block, bool keeps
             .to = layout(streams, bytes),
             .block = block,
             .bypassing = bypassing,
-            .checks = Checks::stepsLast,
+            .checks = {Check::pointers, Check::planes, Check::size, Check::steps},
             .keepsAlpha = keepsAlpha};
 }
 
@@ -263,35 +272,35 @@ constexpr Conversion channels(Kernel block, Kernel bypassing = {}) {
     return conversion(Layout::streams, Layout::bytes, block, false, bypassing);
 }
 
-struct IntegerTwist : Parametric<Matrix<3>> {};
+struct IntegerTwist : MatrixConversion<3> {};
 
 // Sums are rounded to the nearest, ties to even, whatever mode the caller's thread is in.
-[[maybe_unused]] void convert(const IntegerTwist& twist, const Images& images) {
+[[maybe_unused]] void convert(const IntegerTwist& twist, const Images& images, Given given) {
     const uint32_t old = setRoundNearestState();
-    convert(static_cast<const Parametric<Matrix<3>>&>(twist), images);
+    convert(static_cast<const MatrixConversion<3>&>(twist), images, given);
     restoreRoundState(old);
 }
 
 template <class Depth, template <class> class Layout>
-constexpr IntegerTwist integerTwist{{channels<Layout<Depth>>(parametric<TwistChannels<Depth, Layout<Depth>>>), matrix<3>, true}};
+constexpr IntegerTwist integerTwist{{channels<Layout<Depth>>(parametric<TwistChannels<Depth, Layout<Depth>>>), matrix<3>}};
 
 template <class Depth>
 constexpr IntegerTwist integerTwistFour{
-    {conversion(1, 4 * sizeof(typename Depth::Element), parametric<TwistFour<Depth>>, true), matrix<3>, true}};
+    {conversion(1, 4 * sizeof(typename Depth::Element), parametric<TwistFour<Depth>>, true), matrix<3>}};
 
 template <template <class> class Layout>
-constexpr Parametric<Matrix<3>> floatTwist{channels<Layout<Depth32f>>(parametric<TwistChannels<Depth32f, Layout<Depth32f>>>),
-                                           matrix<3>, true};
+constexpr MatrixConversion<3> floatTwist{channels<Layout<Depth32f>>(parametric<TwistChannels<Depth32f, Layout<Depth32f>>>),
+                                         matrix<3>};
 
 // Two images of packed floats.
-struct StreamedTwist : Parametric<Matrix<3>> {};
+struct StreamedTwist : MatrixConversion<3> {};
 
-[[maybe_unused]] void convert(const StreamedTwist& twist, const Images& images) {
+[[maybe_unused]] void convert(const StreamedTwist& twist, const Images& images, Given given) {
     constexpr uint64_t large = 34993;  // samples
     const uint64_t samples = uint64_t(images.size.width) * 3 * uint64_t(images.size.height);
     const uintptr_t places = reinterpret_cast<uintptr_t>(images.destination[0]) | uintptr_t(images.destinationStep[0]);
     const bool bypassing = samples >= large && places % 16 == 0;
-    convert(static_cast<const Parametric<Matrix<3>>&>(twist), images, bypassing);
+    convert(static_cast<const MatrixConversion<3>&>(twist), images, given, bypassing);
     if (bypassing) _mm_sfence();
 }
 
@@ -299,17 +308,21 @@ using PackedFloats = Packed3Of<Depth32f>;
 constexpr StreamedTwist streamedTwist{
     {channels<PackedFloats>(parametric<TwistChannels<Depth32f, PackedFloats>>,
                             parametric<TwistChannels<Depth32f, PackedFloats, Stores::bypassing>>),
-     matrix<3>, true}};
+     matrix<3>}};
 
-struct Transform : Parametric<Matrix<4>> {};
+struct Transform : MatrixConversion<4> {
+    static constexpr bool takesStepsAsGiven = true;
+};
 
 // Rows that are 4 bytes a pixel apart are taken as an image without gaps, although a pixel has 16. That is meant: images with
 // such a step on both sides are read and written beyond what their steps say.
-[[maybe_unused]] void convert(const Transform& transform, Images& images) {
+[[maybe_unused]] void convert(const Transform& transform, Images& images, Given given) {
     const ptrdiff_t apart = ptrdiff_t{4} * images.size.width;
-    if (!images.stepsCut && images.sourceStep[0] == apart && images.destinationStep[0] == apart)
+    if (images.sourceStep[0] == apart && images.destinationStep[0] == apart)
         images.sourceStep[0] = images.destinationStep[0] = 4 * apart;
-    convert(static_cast<const Parametric<Matrix<4>>&>(transform), images);
+    images.sourceStep[0] &= -4;
+    images.destinationStep[0] &= -4;
+    convert(static_cast<const MatrixConversion<4>&>(transform), images, given);
 }
 
 }  // namespace
@@ -331,8 +344,8 @@ constexpr auto zeliColorTwist32f_16s_AC4R = integerTwistFour<Depth16s>;
 
 constexpr auto zeliColorTwist_32f_C3R = streamedTwist;
 constexpr auto zeliColorTwist_32f_P3R = floatTwist<FromPlanesOf>;
-constexpr Parametric<Matrix<3>> zeliColorTwist_32f_AC4R{conversion(1, 16, parametric<TwistLanes>, true), matrix<3>, true};
-constexpr Transform zeliColorTwist_32f_C4R{{conversion(1, 16, parametric<TransformLanes>), matrix<4>, true}};
+constexpr MatrixConversion<3> zeliColorTwist_32f_AC4R{conversion(1, 16, parametric<TwistLanes>, true), matrix<3>};
+constexpr Transform zeliColorTwist_32f_C4R{{conversion(1, 16, parametric<TransformLanes>), matrix<4>}};
 
 // In place: the same rules, since a block is read before it is written.
 constexpr auto zeliColorTwist32f_8u_C3IR = zeliColorTwist32f_8u_C3R;

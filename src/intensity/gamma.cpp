@@ -270,8 +270,10 @@ struct TableKernel {
     }
 };
 
+constexpr Checks stepsLast{Check::pointers, Check::planes, Check::size, Check::steps};
+
 template <class Element, const Form& form>
-constexpr Conversion conversion(Kernel kernel, Checks checks) {
+constexpr Conversion conversion(Kernel kernel, Checks checks = stepsLast) {
     Layout layout{form.streams, {}};
     for (int i = 0; i < form.streams; ++i)
         layout.streams[i] = {.plane = uint8_t(i), .bytes = uint8_t(form.samples * sizeof(Element))};
@@ -285,7 +287,7 @@ constexpr Conversion conversion(Kernel kernel, Checks checks) {
 
 template <class Curve, const Form& form>
 constexpr Conversion bytes() {
-    return conversion<uint8_t, form>(withoutConstants<GammaKernel<ByteGamma<Curve>, form>>, Checks::stepsLast);
+    return conversion<uint8_t, form>(withoutConstants<GammaKernel<ByteGamma<Curve>, form>>);
 }
 
 // Large images of words take a table of all results, in memory of the call.
@@ -307,7 +309,7 @@ void replaceAll(uint16_t* words, size_t count) {
     }
 }
 
-[[maybe_unused]] ZEL_INLINE ZelStatus convert(const WordConversion& c, const Images& images) {
+[[maybe_unused]] ZEL_INLINE ZelStatus convert(const WordConversion& c, const Images& images, Alpha) {
     const Conversion& direct = c;
     if (3 * uint64_t(images.size.width) * uint64_t(images.size.height) <= directSamples) {
         convert(direct, images);
@@ -326,15 +328,23 @@ void replaceAll(uint16_t* words, size_t count) {
 
 template <class Curve, const Form& form>
 constexpr WordConversion words() {
-    return {conversion<uint16_t, form>(withoutConstants<GammaKernel<WordGamma<Curve>, form>>, Checks::stepsLast),
-            parametric<TableKernel<form>>, replaceAll<Curve>};
+    return {conversion<uint16_t, form>(withoutConstants<GammaKernel<WordGamma<Curve>, form>>), parametric<TableKernel<form>>,
+            replaceAll<Curve>};
 }
 
-constexpr GammaRange rangeOf(const Images& images) { return {images.lowerEnd, images.upperEnd - images.lowerEnd}; }
+struct GivenRange {
+    float bottom, top;
+
+    ZelStatus check() const { return 0.0f >= top - bottom ? zelStsRangeErr : zelStsNoErr; }
+};
+
+constexpr GammaRange rangeOf(const GivenRange& given) { return {given.bottom, given.top - given.bottom}; }
 
 template <class Curve, const Form& form>
-constexpr Parametric<GammaRange> floats() {
-    return {conversion<float, form>(parametric<GammaKernel<FloatGamma<Curve>, form>>, Checks::rangeFirst), rangeOf};
+constexpr Parametric<GammaRange, GivenRange> floats() {
+    return {conversion<float, form>(parametric<GammaKernel<FloatGamma<Curve>, form>>,
+                                    {Check::given, Check::pointers, Check::planes, Check::size, Check::steps}),
+            rangeOf};
 }
 
 }  // namespace

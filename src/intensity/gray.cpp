@@ -20,10 +20,15 @@ struct Weights {
 
 // No weights are a request for the fixed ones, where there are any: doubles have none, and take what is there.
 template <class Number>
-Weights<Number> weights(const Images& images) {
+struct GivenWeights {
+    const Number* numbers = nullptr;
+};
+
+template <class Number>
+Weights<Number> weights(const GivenWeights<Number>& given) {
     Weights<Number> w;
-    const void* const given = images.parameters || sizeof(Number) == 8 ? images.parameters : fixedWeights;
-    __builtin_memcpy(w.c, given, sizeof w.c);
+    const void* const numbers = given.numbers || sizeof(Number) == 8 ? static_cast<const void*>(given.numbers) : fixedWeights;
+    __builtin_memcpy(w.c, numbers, sizeof w.c);
     return w;
 }
 
@@ -44,9 +49,9 @@ constexpr double inWords(float c) { return double(c) * 32768.0 + 0.5; }
 constexpr WordWeights fixedWordWeights{
     {uint16_t(inWords(fixedWeights[0])), uint16_t(inWords(fixedWeights[1])), uint16_t(inWords(fixedWeights[2]))}};
 
-WordWeights wordWeights(const Images& images) {
-    if (!images.parameters) return fixedWordWeights;
-    const Weights<float> w = weights<float>(images);
+WordWeights wordWeights(const GivenWeights<float>& given) {
+    if (!given.numbers) return fixedWordWeights;
+    const Weights<float> w = weights(given);
     const auto word = [](float c) { return static_cast<uint16_t>(_mm_cvttsd_si32(_mm_set_sd(inWords(c)))); };
     return {{word(w.c[0]), word(w.c[1]), word(w.c[2])}};
 }
@@ -312,7 +317,7 @@ struct Replicate {
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const uint8_t* const in = row.in[0] + block * vectorBytes;
         uint8_t* const out = row.out[0] + block * vectorBytes * channels;
-        const Bytes alpha = splat(row.alpha) & loadBytes(places.alpha);
+        const Bytes alpha = splat(row.alpha.bits) & loadBytes(places.alpha);
         const auto store = [&](int v, Bytes repeated) {
             storeVector(out + v * vectorBytes, channels == 4 ? repeated | alpha : repeated);
         };
@@ -364,22 +369,22 @@ constexpr Conversion conversion(int bytesFrom, int bytesTo, Kernel block, Kernel
 }
 
 template <class Lifted, class Pixels, int columns>
-constexpr Parametric<WordWeights> grayOfBytes{
+constexpr Parametric<WordWeights, GivenWeights<float>> grayOfBytes{
     conversion(Pixels::bytes, 1, parametric<GrayInWords<Lifted>>, parametric<GrayInDwords<Pixels>>, wholeBlocks<columns>),
     wordWeights};
 
 template <template <class> class Layout, class Depth, class Store>
-constexpr Parametric<Weights<float>> grayOfWords{
+constexpr Parametric<Weights<float>, GivenWeights<float>> grayOfWords{
     conversion(Layout<Depth>::bytes, 2, parametric<GrayOfWords<Layout, Depth, Store>>,
                parametric<GrayOfWords<Layout, Depth, CutToWords>>, wholeBlocks<4>),
     weights<float>};
 
 template <template <class> class Layout>
-constexpr Parametric<Weights<float>> grayOfFloats{
+constexpr Parametric<Weights<float>, GivenWeights<float>> grayOfFloats{
     conversion(Layout<Depth32f>::bytes, 4, parametric<GrayInFloats<Layout<Depth32f>>>), weights<float>};
 
 template <template <class> class Layout>
-constexpr Parametric<Weights<double>> grayOfDoubles{
+constexpr Parametric<Weights<double>, GivenWeights<double>> grayOfDoubles{
     conversion(Layout<Depth64f>::bytes, 8, parametric<GrayInDoubles<Layout<Depth64f>>>), weights<double>};
 
 template <int size, int channels>

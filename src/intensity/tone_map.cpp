@@ -139,17 +139,19 @@ void scale(const Images& images, float factor) {
 }
 
 struct ToneMap {
+    using Given = Nothing;
+
     // What becomes white, and the bytes of the samples by it.
     double (*white)(const Images& images);
     void (*scale)(const Images& images, double white);
     Site site{1, 1};
     Minimum minimum{1, 1};
     OddSize oddSize = OddSize::accepted;
-    Checks checks = Checks::pointersFirst;
+    Checks checks = pointersFirst;
 };
 
 // NaN is no reason to do anything else than scale.
-[[maybe_unused]] ZEL_INLINE ZelStatus convert(const ToneMap& map, const Images& images) {
+[[maybe_unused]] ZEL_INLINE ZelStatus convert(const ToneMap& map, const Images& images, Nothing) {
     constexpr double smallestNormal = 0x1p-126;
     const double white = map.white(images);
     if (white < 0) return zelStsNoOperationWarn;

@@ -180,7 +180,9 @@ constexpr Layout rgb24Two{2, {{0, 6, 0, 2}, {0, 6, 1, 2}}}, rgb32Two{2, {{0, 8, 
 constexpr Layout rgb24Pair{1, {{0, 6}}}, rgb32Pair{1, {{0, 8}}}, rgbPlanesPair{3, {{0, 2}, {1, 2}, {2, 2}}};
 constexpr Layout rgb24Quad{1, {{0, 12}}}, rgb32Quad{1, {{0, 16}}};
 
-constexpr Conversion decode420(Layout from, Layout to, Kernel block, Kernel tail = {}, Checks checks = Checks::pointersFirst) {
+constexpr Checks sizeFirst{Check::size, Check::pointers, Check::planes};
+
+constexpr Conversion decode420(Layout from, Layout to, Kernel block, Kernel tail = {}, Checks checks = pointersFirst) {
     return {.site = {2, 2},
             .from = from,
             .to = to,
@@ -192,7 +194,7 @@ constexpr Conversion decode420(Layout from, Layout to, Kernel block, Kernel tail
 }
 
 template <class To, Channels channels, FoldedConstants (*constants)(Channels), ChromaOrder order>
-constexpr Conversion decodeSemiPlanar(Layout to, Checks checks = Checks::pointersFirst) {
+constexpr Conversion decodeSemiPlanar(Layout to, Checks checks = pointersFirst) {
     return decode420(semiPlanar420, to, decode<2, ChromaInterleaved, FoldedDecode, To, constants, channels, order>, {}, checks);
 }
 
@@ -289,11 +291,9 @@ constexpr Conversion zeliYCbCr420ToBGR_8u_P2C4R = decodeSemiPlanar<ToPacked4, bg
 constexpr Conversion zeliYCbCr420ToRGB_8u_P2C3R = decodeSemiPlanar<ToPacked3, rgb, folded420CbCr, qFirst>(rgb24Two);
 constexpr Conversion zeliYCbCr420ToRGB_8u_P2C4R = decodeSemiPlanar<ToPacked4, rgb, folded420CbCr, qFirst>(rgb32Two);
 constexpr Conversion zeliYCrCb420ToBGR_8u_P2C3R = decodeSemiPlanar<ToPacked3, bgr, folded420CrCb, qFirst>(rgb24Two);
-constexpr Conversion zeliYCrCb420ToBGR_8u_P2C4R =
-    decodeSemiPlanar<ToPacked4, bgr, folded420CrCb, qFirst>(rgb32Two, Checks::sizeFirst);
+constexpr Conversion zeliYCrCb420ToBGR_8u_P2C4R = decodeSemiPlanar<ToPacked4, bgr, folded420CrCb, qFirst>(rgb32Two, sizeFirst);
 constexpr Conversion zeliYCrCb420ToRGB_8u_P2C3R = decodeSemiPlanar<ToPacked3, rgb, folded420CrCb, pFirst>(rgb24Two);
-constexpr Conversion zeliYCrCb420ToRGB_8u_P2C4R =
-    decodeSemiPlanar<ToPacked4, rgb, folded420CrCb, pFirst>(rgb32Two, Checks::sizeFirst);
+constexpr Conversion zeliYCrCb420ToRGB_8u_P2C4R = decodeSemiPlanar<ToPacked4, rgb, folded420CrCb, pFirst>(rgb32Two, sizeFirst);
 
 constexpr Conversion zeliYCrCb420ToBGR_Filter_8u_P3C4R =
     filtered420(kernel<FilteredKernel<Plain, ToPacked4>>(constantsOf<Plain, plain, bgr>),

@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "frame/level.h"
+#include "simd/level.h"
 
 namespace zel::ZEL_LEVEL {
 

@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "frame/level.h"
+#include "simd/level.h"
 
 namespace zel::ZEL_LEVEL {
 
