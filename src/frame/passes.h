@@ -3,6 +3,7 @@
 #pragma once
 
 #include "frame/driver.h"
+#include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -47,7 +48,7 @@ ZEL_OWN_CODE inline void convert(const Passes& p, Images& images, Nothing = {}) 
     images.size.height &= -int{p.site.height};
     const bool bypassing = p.bypass && p.bypass(images);
     for (int i = 0; i < p.count; ++i) convert(p.passes[i].conversion, images, {}, p.passes[i].groups, bypassing);
-    if (bypassing) _mm_sfence();
+    if (bypassing) storeFence();
 }
 
 }  // namespace zel::ZEL_LEVEL

@@ -12,10 +12,8 @@
 #define ZEL_TABLE_(level, group) zel_##level##_##group
 #define ZEL_TABLE(level, group) ZEL_TABLE_(level, group)
 
-#if ZEL_LANES == 4
-#define ZEL_NARROWER ZEL_TABLE(avx2, ZEL_GROUP)
-#elif ZEL_LANES == 2
-#define ZEL_NARROWER ZEL_TABLE(ssse3, ZEL_GROUP)
+#ifdef ZEL_NARROWER_LEVEL
+#define ZEL_NARROWER ZEL_TABLE(ZEL_NARROWER_LEVEL, ZEL_GROUP)
 #else
 #define ZEL_NARROWER nullptr
 #endif
@@ -53,7 +51,7 @@ enum Place {
                                                                                     zel::ZEL_LEVEL::places::name>),
 #define ZEL_EXPORT(name, group, columns) ZEL_JOIN(ZEL_IMPLEMENTATION_, ZEL_IS_ROW(group, columns))(name)
 extern "C" {
-#if ZEL_LANES > 1
+#ifdef ZEL_NARROWER_LEVEL
 extern const zel::Implementation ZEL_NARROWER[];
 #endif
 extern const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[];

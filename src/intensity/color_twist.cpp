@@ -166,8 +166,8 @@ struct PixelsOfFour<Depth16<Sample>> {
     using Depth = Depth16<Sample>;
     static constexpr int vectors = 2;
     ZEL_INLINE static Channels<Floats> load(const uint8_t* p) {
-        const FloatRegister v0 = (FloatRegister)loadBytes(p), v1 = (FloatRegister)loadBytes(p + vectorBytes);
-        const Words ab = (Words)ZEL_MM(shuffle_ps)(v0, v1, 0x88), cd = (Words)ZEL_MM(shuffle_ps)(v0, v1, 0xdd);
+        const Bytes v0 = loadBytes(p), v1 = loadBytes(p + vectorBytes);
+        const Words ab = (Words)evenDwords(v0, v1), cd = (Words)oddDwords(v0, v1);
         return {Depth::evens(ab), Depth::odds(ab), Depth::evens(cd)};
     }
     ZEL_INLINE static void store(uint8_t* p, Channels<Dwords> x) {
@@ -211,10 +211,6 @@ struct Columns {
             c[i] = (Floats)everyLane(column);
         }
     }
-    template <int sample>
-    ZEL_INLINE static Floats all(Floats v) {
-        return (Floats)ZEL_MM(shuffle_ps)((FloatRegister)v, (FloatRegister)v, sample * 0x55);
-    }
 };
 
 class TwistLanes {
@@ -225,8 +221,8 @@ class TwistLanes {
     ZEL_INLINE explicit TwistLanes(const Constants& k) : t_(k) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const Floats v = (Floats)loadBytes(row.in[0] + block * vectorBytes);
-        const Floats first = t_.c[3] + t_.c[0] * Columns::all<0>(v);
-        const Floats sum = first + (t_.c[2] * Columns::all<2>(v) + t_.c[1] * Columns::all<1>(v));
+        const Floats first = t_.c[3] + t_.c[0] * everyOf<0>(v);
+        const Floats sum = first + (t_.c[2] * everyOf<2>(v) + t_.c[1] * everyOf<1>(v));
         storeThreeOfFour<4>(row.out[0] + block * vectorBytes, (Bytes)sum);
     }
 
@@ -243,8 +239,8 @@ class TransformLanes {
     ZEL_INLINE explicit TransformLanes(const Constants& k) : m_(k) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const Floats v = (Floats)loadBytes(row.in[0] + block * vectorBytes);
-        const Floats two = Columns::all<0>(v) * m_.c[0] + Columns::all<1>(v) * m_.c[1];
-        storeVector(row.out[0] + block * vectorBytes, (two + Columns::all<2>(v) * m_.c[2]) + Columns::all<3>(v) * m_.c[3]);
+        const Floats two = everyOf<0>(v) * m_.c[0] + everyOf<1>(v) * m_.c[1];
+        storeVector(row.out[0] + block * vectorBytes, (two + everyOf<2>(v) * m_.c[2]) + everyOf<3>(v) * m_.c[3]);
     }
 
   private:
@@ -301,7 +297,7 @@ struct StreamedTwist : MatrixConversion<3> {};
     const uintptr_t places = reinterpret_cast<uintptr_t>(images.destination[0]) | uintptr_t(images.destinationStep[0]);
     const bool bypassing = samples >= large && places % 16 == 0;
     convert(static_cast<const MatrixConversion<3>&>(twist), images, given, bypassing);
-    if (bypassing) _mm_sfence();
+    if (bypassing) storeFence();
 }
 
 using PackedFloats = Packed3Of<Depth32f>;

@@ -31,7 +31,7 @@ ZEL_OWN_CODE inline void fillImage(uint8_t value, uint8_t* to, ptrdiff_t step, Z
         else
             __builtin_memset(to, value, rowBytes);
     }
-    if (bypassing) _mm_sfence();
+    if (bypassing) storeFence();
 }
 
 }  // namespace zel::ZEL_LEVEL

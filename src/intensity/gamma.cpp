@@ -6,6 +6,7 @@
 #include "frame/passes.h"
 #include "intensity/gamma_curve.h"
 #include "intensity/gamma_power.h"
+#include "simd/byte_table.h"
 #include "simd/samples.h"
 #include "zelcc/intensity.h"
 
@@ -16,20 +17,7 @@ enum class Pixels { withoutAlpha, withAlpha };
 
 // Bytes: a table of all results.
 template <class Curve>
-constexpr GammaBytes byteTable = gammaBytes<Curve>();
-
-#if ZEL_LANES < 4
-// A byte shuffle finds a byte in a row of 16, and gives 0 for a negative place. So the places are counted down by a row at a
-// time, and each row adds to what the rows before it gave the difference between itself and its predecessor. Places are signed:
-// the bytes from 128 on start anew.
-template <class Curve>
-constexpr GammaBytes rowDifferences = [] {
-    GammaBytes d = byteTable<Curve>;
-    for (int i = 16; i < 256; ++i)
-        if (i / 16 != 8) d.of[i] = static_cast<uint8_t>(byteTable<Curve>.of[i] ^ byteTable<Curve>.of[i - 16]);
-    return d;
-}();
-#endif
+constexpr ByteTable byteTable = gammaBytes<Curve>();
 
 template <class Curve>
 class ByteGamma {
@@ -38,51 +26,15 @@ class ByteGamma {
     using Element = uint8_t;
     static constexpr bool inBatches = true;
 
-#if ZEL_LANES == 4
-    ZEL_INLINE explicit ByteGamma(const Constants&) {
-        for (int i = 0; i < 4; ++i) quarters_[i] = (Register)loadBytes(byteTable<Curve>.of + i * vectorBytes);
-    }
-
-    template <Pixels, int count>
-    ZEL_INLINE void replace(Bytes (&samples)[count]) const {
-        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
-            const Register places = (Register)samples[i], low = _mm512_permutex2var_epi8(quarters_[0], places, quarters_[1]),
-                           high = _mm512_permutex2var_epi8(quarters_[2], places, quarters_[3]);
-            samples[i] = (Bytes)_mm512_mask_blend_epi8(_mm512_movepi8_mask(places), low, high);
-        });
-    }
-
-  private:
-    Register quarters_[4];
-#else
     ZEL_INLINE explicit ByteGamma(const Constants&) {}
 
     template <Pixels, int count>
     ZEL_INLINE void replace(Bytes (&samples)[count]) const {
-        Bytes results[count], places[count];
-        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
-            results[i] = Bytes{};
-            places[i] = samples[i];
-        });
-        addRows(rowDifferences<Curve>.of, places, results);
-        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA { places[i] = samples[i] ^ splatByte(0x80); });
-        addRows(rowDifferences<Curve>.of + 128, places, results);
-        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA { samples[i] = results[i]; });
+        results_.replace(samples);
     }
 
   private:
-    // Not unrolled: compilers then put the sums off and keep all their terms.
-    template <int count>
-    ZEL_INLINE static void addRows(const uint8_t* rows, Bytes (&places)[count], Bytes (&results)[count]) {
-        for (const uint8_t* end = rows + 128; rows != end; rows += laneBytes) {
-            const Bytes differences = everyLane(rows);
-            unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
-                results[i] ^= shuffle(differences, places[i]);
-                places[i] = (Bytes)ZEL_MM(subs_epi8)((Register)places[i], (Register)splatByte(laneBytes));
-            });
-        }
-    }
-#endif
+    ByteLookup<byteTable<Curve>> results_;
 };
 
 // Words and floats: if bounds of a result have the same single-precision number, the result has it too. Where they have not, one

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "simd/level.h"
+#include "simd/byte_table.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -89,14 +89,10 @@ constexpr double rationalPower(double x) {
     return integerPower(root(x, Curve::denominator), Curve::numerator);
 }
 
-struct GammaBytes {
-    alignas(16) uint8_t of[256];
-};
-
 // The line has two ties, at 1 and 3, and they go to the even byte. No other byte is near one.
 template <class Curve>
-constexpr GammaBytes gammaBytes() {
-    GammaBytes bytes{};
+constexpr ByteTable gammaBytes() {
+    ByteTable bytes{};
     for (int i = 0; i < 256; ++i) {
         const double v = i / 255.0;
         const double exact = v < Curve::knee ? i * Curve::slope : Curve::ofPower(rationalPower<Curve>(Curve::base(v))) * 255;

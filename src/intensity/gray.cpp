@@ -5,6 +5,8 @@
 // over the channels in the order in which they are stored. 8-bit images weigh in fixed point, the others in floats or doubles.
 #include "frame/parameters.h"
 #include "frame/passes.h"
+#include "simd/doubles.h"
+#include "simd/lifted.h"
 #include "simd/samples.h"
 #include "zelcc/intensity.h"
 
@@ -52,55 +54,12 @@ constexpr WordWeights fixedWordWeights{
 WordWeights wordWeights(const GivenWeights<float>& given) {
     if (!given.numbers) return fixedWordWeights;
     const Weights<float> w = weights(given);
-    const auto word = [](float c) { return static_cast<uint16_t>(_mm_cvttsd_si32(_mm_set_sd(inWords(c)))); };
+    const auto word = [](float c) { return static_cast<uint16_t>(truncated(inWords(c))); };
     return {{word(w.c[0]), word(w.c[1]), word(w.c[2])}};
 }
 
 // s + 64 >> 7
 ZEL_INLINE Words roundedLight(UWords s) { return mulRound((Words)s, splatWord(256)); }
-
-// Bytes as words, 256 times the samples: of each channel two vectors, whose results make up a block when they are packed.
-struct Lifted {
-    UWords first[3], second[3];
-};
-
-ZEL_INLINE Lifted lifted(Triple t) {
-    const auto low = [](Bytes v) { return (UWords)interleaveLow(Bytes{}, v); };
-    const auto high = [](Bytes v) { return (UWords)interleaveHigh(Bytes{}, v); };
-    return {{low(t.a), low(t.b), low(t.c)}, {high(t.a), high(t.b), high(t.c)}};
-}
-
-struct LiftedThree {
-    static constexpr int bytes = 3;
-    ZEL_INLINE static Lifted load(const uint8_t* p) {
-#if ZEL_LANES == 4
-        struct Places {
-            alignas(64) uint8_t of[2][3][64];
-        };
-        static constexpr Places places = [] {
-            Places t{};
-            for (int half = 0; half < 2; ++half)
-                for (int c = 0; c < 3; ++c)
-                    for (int i = 1; i < 64; i += 2) {
-                        const int pixel = i / 16 * 16 + half * 8 + i % 16 / 2;
-                        t.of[half][c][i] = uint8_t((3 * pixel + c) % 64);
-                    }
-            return t;
-        }();
-        constexpr uint64_t highBytes = 0xaaaaaaaaaaaaaaaau;
-        const Register v0 = (Register)loadBytes(p), v1 = (Register)loadBytes(p + 64), v2 = (Register)loadBytes(p + 128);
-        const Register channels[3] = {triples::blendThirds(v0, v2, v1), triples::blendThirds(v1, v0, v2),
-                                      triples::blendThirds(v2, v1, v0)};
-        const auto part = [&](int half, int c) ZEL_INLINE_LAMBDA {
-            const Register pattern = _mm512_load_si512(places.of[half][c]);
-            return (UWords)_mm512_maskz_permutexvar_epi8(highBytes, pattern, channels[c]);
-        };
-        return {{part(0, 0), part(0, 1), part(0, 2)}, {part(1, 0), part(1, 1), part(1, 2)}};
-#else
-        return lifted(Interleaved3::load(p));
-#endif
-    }
-};
 
 struct LiftedFour {
     static constexpr int bytes = 4;
@@ -137,7 +96,7 @@ class GrayInWords {
 
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         if (!k.areLight()) {
-            const auto add = [](UWords a, UWords b) { return (UWords)ZEL_MM(adds_epu16)((Register)a, (Register)b); };
+            const auto add = [](UWords a, UWords b) { return addSaturated(a, b); };
             const auto rounded = [&](UWords s) { return (Words)add(s, (UWords)splatWord(64)) >> 7; };
             convertBlocks(k, row, count, add, rounded);
         } else if constexpr (requires { typename Pixels::Light; }) {
@@ -293,57 +252,11 @@ struct Replicate {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes / size;
 
-    // What a vector of results needs lies in a vector of samples, at AVX2 and below in the 16 bytes from `start` on.
-    struct Places {
-        alignas(64) uint8_t of[channels][vectorBytes];
-        alignas(64) uint8_t alpha[vectorBytes];
-        int start[channels];
-    };
-    static constexpr Places places = [] {
-        Places p{};
-        for (int v = 0; v < channels; ++v) {
-            const auto byteOf = [&](int i) { return (v * vectorBytes + i) / size / channels * size + i % size; };
-            p.start[v] = ZEL_LANES == 4 ? 0 : byteOf(0) < vectorBytes - 16 ? byteOf(0) : vectorBytes - 16;
-            for (int i = 0; i < vectorBytes; ++i) {
-                const bool isAlpha = channels == 4 && i / size % 4 == 3;
-                p.of[v][i] = isAlpha ? triples::none : uint8_t(byteOf(i) - p.start[v]);
-                p.alpha[i] = isAlpha ? 0xff : 0;
-            }
-        }
-        return p;
-    }();
-
     ZEL_INLINE explicit Replicate(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const uint8_t* const in = row.in[0] + block * vectorBytes;
+        const Repeated<size, channels> repeated(row.in[0] + block * vectorBytes, row.alpha.bits);
         uint8_t* const out = row.out[0] + block * vectorBytes * channels;
-        const Bytes alpha = splat(row.alpha.bits) & loadBytes(places.alpha);
-        const auto store = [&](int v, Bytes repeated) {
-            storeVector(out + v * vectorBytes, channels == 4 ? repeated | alpha : repeated);
-        };
-#if ZEL_LANES == 4
-        constexpr uint64_t samples = ~alphaBytes();
-        const Register x = (Register)loadBytes(in);
-        const auto repeated = [&](int v) {
-            return (Bytes)_mm512_maskz_permutexvar_epi8(samples, (Register)loadBytes(places.of[v]), x);
-        };
-#else
-        const auto repeated = [&](int v) { return shuffle(everyLane(in + places.start[v]), loadBytes(places.of[v])); };
-#endif
-        unrolled<channels>([&](int v) ZEL_INLINE_LAMBDA { store(v, repeated(v)); });
-    }
-
-  private:
-    ZEL_INLINE static Bytes splat(uint32_t element) {
-        if constexpr (size == 1) return splatByte(uint8_t(element));
-        if constexpr (size == 2) return (Bytes)splatWord(int(element));
-        return (Bytes)splatDword(int32_t(element));
-    }
-    // The bytes of a vector that are alpha, as the bits of a mask.
-    static constexpr uint64_t alphaBytes() {
-        uint64_t bits = 0;
-        for (int i = 0; i < vectorBytes; ++i) bits |= uint64_t(places.alpha[i] & 1) << i;
-        return bits;
+        unrolled<channels>([&](auto v) ZEL_INLINE_LAMBDA { storeVector(out + v * vectorBytes, repeated.template vector<v>()); });
     }
 };
 

@@ -75,19 +75,6 @@ struct Bounded {
     ZEL_INLINE static Dwords bytes(Floats products) { return truncated(atMost(atLeast(products, Floats{}), splatFloat(255))); }
 };
 
-// Crosses lanes: bytes in dwords, of four vectors of consecutive samples.
-ZEL_INLINE void storeBytes(uint8_t* to, Dwords a, Dwords b, Dwords c, Dwords d) {
-    const Bytes byLanes = packBytes(packWords(a, b), packWords(c, d));
-#if ZEL_LANES == 4
-    const __m512i order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
-    storeVector(to, _mm512_permutexvar_epi32(order, (Register)byLanes));
-#elif ZEL_LANES == 2
-    storeVector(to, _mm256_permutevar8x32_epi32((Register)byLanes, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)));
-#else
-    storeVector(to, byLanes);
-#endif
-}
-
 // From the left to the right, and samples are read before their bytes are written: a row may be scaled over itself.
 template <class Rule>
 class Scaling {
@@ -111,7 +98,7 @@ class Scaling {
   private:
     ZEL_INLINE void block(const uint8_t* from, uint8_t* to) const {
         const auto bytes = [&](int v) { return Rule::bytes(loadFloats(from, v * vectorFloats) * factor_); };
-        storeBytes(to, bytes(0), bytes(1), bytes(2), bytes(3));
+        storeVector(to, inOrderOfQuarters(packBytes(packWords(bytes(0), bytes(1)), packWords(bytes(2), bytes(3)))));
     }
 
     Floats factor_;

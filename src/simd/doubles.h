@@ -45,6 +45,7 @@ ZEL_INLINE Floats narrowed(Doubles low, Doubles high) {
 #endif
 
 // What no dword can hold gives the lowest one.
+ZEL_INLINE int32_t truncated(double x) { return _mm_cvttsd_si32(_mm_set_sd(x)); }
 ZEL_INLINE Dwords truncated(Floats v) { return (Dwords)ZEL_MM(cvttps_epi32)((FloatRegister)v); }
 
 // A bit for every element that has not the same bits in both vectors.

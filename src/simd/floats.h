@@ -45,6 +45,16 @@ ZEL_INLINE Words packUnsignedWords(Dwords a, Dwords b) {
 #endif
 }
 
+// The even and the odd dwords of each lane of a, then those of b.
+ZEL_INLINE Bytes evenDwords(Bytes a, Bytes b) { return (Bytes)ZEL_MM(shuffle_ps)((FloatRegister)a, (FloatRegister)b, 0x88); }
+ZEL_INLINE Bytes oddDwords(Bytes a, Bytes b) { return (Bytes)ZEL_MM(shuffle_ps)((FloatRegister)a, (FloatRegister)b, 0xdd); }
+
+// The float at one place of each lane, at all places of the lane.
+template <int place>
+ZEL_INLINE Floats everyOf(Floats v) {
+    return (Floats)ZEL_MM(shuffle_ps)((FloatRegister)v, (FloatRegister)v, place * 0x55);
+}
+
 // What is known of floats that become samples: nothing, or that they fit a dword.
 enum class Reach { any, dword };
 

@@ -245,6 +245,57 @@ struct InterleavedFour {
     }
 };
 
+// A vector of samples, each `channels` times in turn; of four, the last one is alpha instead.
+template <int size, int channels>
+class Repeated {
+    // What a vector of results needs lies in the samples, at AVX2 and below in the 16 bytes from `start` on.
+    struct Places {
+        alignas(64) uint8_t of[channels][vectorBytes];
+        alignas(64) uint8_t alpha[vectorBytes];
+        uint64_t samples;  // the bytes of a vector of results that are not alpha, as bits
+        int start[channels];
+    };
+    static constexpr Places places = [] {
+        Places p{};
+        for (int v = 0; v < channels; ++v) {
+            const auto byteOf = [&](int i) { return (v * vectorBytes + i) / size / channels * size + i % size; };
+            p.start[v] = ZEL_LANES == 4 ? 0 : byteOf(0) < vectorBytes - 16 ? byteOf(0) : vectorBytes - 16;
+            for (int i = 0; i < vectorBytes; ++i) {
+                const bool isAlpha = channels == 4 && i / size % 4 == 3;
+                p.of[v][i] = isAlpha ? triples::none : uint8_t(byteOf(i) - p.start[v]);
+                p.alpha[i] = isAlpha ? 0xff : 0;
+                if (!isAlpha) p.samples |= uint64_t{1} << i;
+            }
+        }
+        return p;
+    }();
+
+  public:
+    ZEL_INLINE Repeated(const uint8_t* samples, uint32_t alpha) : in_(samples), alpha_(splat(alpha) & loadBytes(places.alpha)) {}
+
+    // Result `v` of as many vectors as there are channels.
+    template <int v>
+    ZEL_INLINE Bytes vector() const {
+        const Bytes pattern = loadBytes(places.of[v]);
+#if ZEL_LANES == 4
+        const auto repeated = (Bytes)_mm512_maskz_permutexvar_epi8(places.samples, (Register)pattern, (Register)loadBytes(in_));
+#else
+        const Bytes repeated = shuffle(everyLane(in_ + places.start[v]), pattern);
+#endif
+        return channels == 4 ? repeated | alpha_ : repeated;
+    }
+
+  private:
+    ZEL_INLINE static Bytes splat(uint32_t element) {
+        if constexpr (size == 1) return splatByte(uint8_t(element));
+        if constexpr (size == 2) return (Bytes)splatWord(int(element));
+        return (Bytes)splatDword(int32_t(element));
+    }
+
+    const uint8_t* in_;
+    Bytes alpha_;
+};
+
 // A vector of four-sample pixels to memory, but for the fourth sample of each, which is written with what it held.
 template <int size>
 ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {

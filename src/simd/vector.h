@@ -154,6 +154,9 @@ ZEL_INLINE void streamVector(uint8_t* p, Bytes v) {
 #endif
 }
 
+// Stores that bypassed the cache come before all that follow.
+ZEL_INLINE void storeFence() { _mm_sfence(); }
+
 template <Stores stores>
 ZEL_INLINE void store(uint8_t* p, Bytes v) {
     if constexpr (stores == Stores::cached)
@@ -184,7 +187,10 @@ ZEL_INLINE Words mulAddPairs(Bytes a, Bytes b) { return (Words)ZEL_MM(maddubs_ep
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)ZEL_MM(packus_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)ZEL_MM(packs_epi32)((Register)a, (Register)b); }
 
+// Unsigned sums and signed differences, saturated.
 ZEL_INLINE Bytes addSaturated(Bytes a, Bytes b) { return (Bytes)ZEL_MM(adds_epu8)((Register)a, (Register)b); }
+ZEL_INLINE UWords addSaturated(UWords a, UWords b) { return (UWords)ZEL_MM(adds_epu16)((Register)a, (Register)b); }
+ZEL_INLINE Bytes subtractSigned(Bytes a, Bytes b) { return (Bytes)ZEL_MM(subs_epi8)((Register)a, (Register)b); }
 
 // Rounded mean of unsigned bytes.
 ZEL_INLINE Bytes mean(Bytes a, Bytes b) { return (Bytes)ZEL_MM(avg_epu8)((Register)a, (Register)b); }

@@ -1,0 +1,74 @@
+// Bytes by a table of all 256 results that is known when the library is compiled.
+#pragma once
+
+#include "simd/vector.h"
+
+namespace zel::ZEL_LEVEL {
+
+struct ByteTable {
+    alignas(16) uint8_t of[256];
+};
+
+#if ZEL_LANES < 4
+// A byte shuffle finds a byte in a row of 16, and gives 0 for a negative place. So the places are counted down by a row at a
+// time, and each row adds to what the rows before it gave the difference between itself and its predecessor. Places are signed:
+// the bytes from 128 on start anew.
+template <const ByteTable& table>
+inline constexpr ByteTable rowDifferences = [] {
+    ByteTable d = table;
+    for (int i = 16; i < 256; ++i)
+        if (i / 16 != 8) d.of[i] = static_cast<uint8_t>(table.of[i] ^ table.of[i - 16]);
+    return d;
+}();
+#endif
+
+// Best with several vectors at a time.
+template <const ByteTable& table>
+class ByteLookup {
+  public:
+#if ZEL_LANES == 4
+    ZEL_INLINE ByteLookup() {
+        for (int i = 0; i < 4; ++i) quarters_[i] = (Register)loadBytes(table.of + i * vectorBytes);
+    }
+
+    template <int count>
+    ZEL_INLINE void replace(Bytes (&samples)[count]) const {
+        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
+            const Register places = (Register)samples[i], low = _mm512_permutex2var_epi8(quarters_[0], places, quarters_[1]),
+                           high = _mm512_permutex2var_epi8(quarters_[2], places, quarters_[3]);
+            samples[i] = (Bytes)_mm512_mask_blend_epi8(_mm512_movepi8_mask(places), low, high);
+        });
+    }
+
+  private:
+    Register quarters_[4];
+#else
+    template <int count>
+    ZEL_INLINE void replace(Bytes (&samples)[count]) const {
+        Bytes results[count], places[count];
+        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
+            results[i] = Bytes{};
+            places[i] = samples[i];
+        });
+        addRows(rowDifferences<table>.of, places, results);
+        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA { places[i] = samples[i] ^ splatByte(0x80); });
+        addRows(rowDifferences<table>.of + 128, places, results);
+        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA { samples[i] = results[i]; });
+    }
+
+  private:
+    // Not unrolled: compilers then put the sums off and keep all their terms.
+    template <int count>
+    ZEL_INLINE static void addRows(const uint8_t* rows, Bytes (&places)[count], Bytes (&results)[count]) {
+        for (const uint8_t* end = rows + 128; rows != end; rows += laneBytes) {
+            const Bytes differences = everyLane(rows);
+            unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
+                results[i] ^= shuffle(differences, places[i]);
+                places[i] = subtractSigned(places[i], splatByte(laneBytes));
+            });
+        }
+    }
+#endif
+};
+
+}  // namespace zel::ZEL_LEVEL
