@@ -70,7 +70,7 @@ class Arguments {
         } else if constexpr (std::is_same_v<T, float>) {
             return std::exchange(lowerEndIsTaken_, true) ? 1.0f : 0.0f;
         } else {
-            static_assert(std::is_unsigned_v<T>, "a parameter that no rule covers: pass it as an extra");
+            static_assert(std::is_integral_v<T>, "a parameter that no rule covers: pass it as an extra");
             return static_cast<T>(-1);
         }
     }

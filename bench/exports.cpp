@@ -259,6 +259,34 @@ constexpr Export table[] = {
     // tone mapping
     ROW(bind, zeliToneMapLinear_32f8u_C1R, Format(gray, f32), gray, byMaximum),
     ROW(bind, zeliToneMapMean_32f8u_C1R, Format(gray, f32), gray, byMean),
+
+    // lifting
+    ROW(bind, zeliBGRToYCoCg_8u16s_C3P3R, bgr24, Format(i444, s16), lift),
+    ROW(bind, zeliBGRToYCoCg_8u16s_C4P3R, bgra32, Format(i444, s16), lift),
+    ROW(bind, zeliBGRToYCoCg_Rev_8u16s_C3P3R, bgr24, Format(i444, s16), reversible),
+    ROW(bind, zeliBGRToYCoCg_Rev_8u16s_C4P3R, bgra32, Format(i444, s16), reversible),
+    ROW(bind, zeliSBGRToYCoCg_16s_C3P3R, Format(bgr24, s16), Format(i444, s16), lift),
+    ROW(bind, zeliSBGRToYCoCg_16s_C4P3R, Format(bgra32, s16), Format(i444, s16), lift),
+    ROW(bind, zeliSBGRToYCoCg_16s32s_C3P3R, Format(bgr24, s16), Format(i444, s32), lift),
+    ROW(bind, zeliSBGRToYCoCg_16s32s_C4P3R, Format(bgra32, s16), Format(i444, s32), lift),
+    ROW(bind, zeliSBGRToYCoCg_Rev_16s_C3P3R, Format(bgr24, s16), Format(i444, s16), reversible),
+    ROW(bind, zeliSBGRToYCoCg_Rev_16s_C4P3R, Format(bgra32, s16), Format(i444, s16), reversible),
+    ROW(bind, zeliSBGRToYCoCg_Rev_16s32s_C3P3R, Format(bgr24, s16), Format(i444, s32), reversible),
+    ROW(bind, zeliSBGRToYCoCg_Rev_16s32s_C4P3R, Format(bgra32, s16), Format(i444, s32), reversible),
+    ROW(bind, zeliRGBToYCoCg_8u_C3P3R, rgb24, i444, lift),
+    ROW(bind, zeliYCoCgToBGR_16s8u_P3C3R, Format(i444, s16), bgr24, lift),
+    ROW(bind, zeliYCoCgToBGR_16s8u_P3C4R, Format(i444, s16), bgra32, lift),
+    ROW(bind, zeliYCoCgToBGR_Rev_16s8u_P3C3R, Format(i444, s16), bgr24, reversible),
+    ROW(bind, zeliYCoCgToBGR_Rev_16s8u_P3C4R, Format(i444, s16), bgra32, reversible),
+    ROW(bind, zeliYCoCgToRGB_8u_P3C3R, i444, rgb24, lift),
+    ROW(bind, zeliYCoCgToSBGR_16s_P3C3R, Format(i444, s16), Format(bgr24, s16), lift),
+    ROW(bind, zeliYCoCgToSBGR_16s_P3C4R, Format(i444, s16), Format(bgra32, s16), lift),
+    ROW(bind, zeliYCoCgToSBGR_32s16s_P3C3R, Format(i444, s32), Format(bgr24, s16), lift),
+    ROW(bind, zeliYCoCgToSBGR_32s16s_P3C4R, Format(i444, s32), Format(bgra32, s16), lift),
+    ROW(bind, zeliYCoCgToSBGR_Rev_16s_P3C3R, Format(i444, s16), Format(bgr24, s16), reversible),
+    ROW(bind, zeliYCoCgToSBGR_Rev_16s_P3C4R, Format(i444, s16), Format(bgra32, s16), reversible),
+    ROW(bind, zeliYCoCgToSBGR_Rev_32s16s_P3C3R, Format(i444, s32), Format(bgr24, s16), reversible),
+    ROW(bind, zeliYCoCgToSBGR_Rev_32s16s_P3C4R, Format(i444, s32), Format(bgra32, s16), reversible),
 };
 
 constexpr bool isMeasured(std::string_view name) {

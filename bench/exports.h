@@ -17,6 +17,8 @@ enum class Variant {
     byMean,     // twice its mean does
     smooth,     // luma and chroma are filtered
     fieldwise,  // rows of chroma are interpolated within their field
+    lift,       // luma and differences are integers of the lifting transform
+    reversible,
 };
 
 struct Task {

@@ -59,6 +59,8 @@ constexpr Scale scaleOf(Depth depth) {
             return {1.0 / 257, 0};
         case Depth::s16:
             return {1.0 / 256, 128};
+        case Depth::s32:
+            return {1.0 / (1 << 24), 128};
         case Depth::f32:
         case Depth::f64:
             return {255, 0};
@@ -76,6 +78,8 @@ auto withSample(Depth depth, const F& f) {
             return f(uint16_t{});
         case Depth::s16:
             return f(int16_t{});
+        case Depth::s32:
+            return f(int32_t{});
         case Depth::f32:
             return f(float{});
         case Depth::f64:

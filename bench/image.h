@@ -34,7 +34,7 @@ enum class Layout {
 
 // Samples of more or less than 8 bits hold the same picture: 255 is the highest value of the unsigned depths and 1 of the floats,
 // and 128 is 0 of the signed ones.
-enum class Depth { u8, s8, u16, s16, f32, f64 };
+enum class Depth { u8, s8, u16, s16, s32, f32, f64 };
 
 int bytesOf(Depth depth);
 

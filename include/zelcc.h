@@ -9,6 +9,7 @@
 
 #include "zelcc/chroma.h"
 #include "zelcc/intensity.h"
+#include "zelcc/lifting.h"
 #include "zelcc/lumachroma.h"
 #include "zelcc/types.h"
 #include "zelcc/version.h"

@@ -245,6 +245,25 @@ struct InterleavedFour {
     }
 };
 
+// Words of three channels and a fourth one, interleaved.
+ZEL_INLINE void storeFourWords(uint8_t* p, Channels<Words> x, Words fourth) {
+#if ZEL_LANES == 4
+    // Lane l takes pixels 2l and 2l + 1 of every eight.
+    const auto sorted = [](Words v) { return (Words)inOrderOfQuarters((Bytes)v); };
+    const auto put = [&](int i, Dwords v) { storeVector(p + 64 * i, v); };
+#else
+    const auto sorted = [](Words v) { return v; };
+    const auto put = [&](int i, Dwords v) { storeLanes(p + 16 * i, 64, (Bytes)v); };
+#endif
+    const Words a = sorted(x.a), b = sorted(x.b), c = sorted(x.c);
+    const auto abLow = (Dwords)interleaveLow(a, b), abHigh = (Dwords)interleaveHigh(a, b);
+    const auto cdLow = (Dwords)interleaveLow(c, fourth), cdHigh = (Dwords)interleaveHigh(c, fourth);
+    put(0, interleaveLow(abLow, cdLow));
+    put(1, interleaveHigh(abLow, cdLow));
+    put(2, interleaveLow(abHigh, cdHigh));
+    put(3, interleaveHigh(abHigh, cdHigh));
+}
+
 // A vector of samples, each `channels` times in turn; of four, the last one is alpha instead.
 template <int size, int channels>
 class Repeated {

@@ -191,9 +191,11 @@ ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)ZEL_MM(packs_epi3
 ZEL_INLINE Bytes addSaturated(Bytes a, Bytes b) { return (Bytes)ZEL_MM(adds_epu8)((Register)a, (Register)b); }
 ZEL_INLINE UWords addSaturated(UWords a, UWords b) { return (UWords)ZEL_MM(adds_epu16)((Register)a, (Register)b); }
 ZEL_INLINE Bytes subtractSigned(Bytes a, Bytes b) { return (Bytes)ZEL_MM(subs_epi8)((Register)a, (Register)b); }
+ZEL_INLINE Words subtractSigned(Words a, Words b) { return (Words)ZEL_MM(subs_epi16)((Register)a, (Register)b); }
 
-// Rounded mean of unsigned bytes.
+// Rounded mean of unsigned bytes and words.
 ZEL_INLINE Bytes mean(Bytes a, Bytes b) { return (Bytes)ZEL_MM(avg_epu8)((Register)a, (Register)b); }
+ZEL_INLINE UWords mean(UWords a, UWords b) { return (UWords)ZEL_MM(avg_epu16)((Register)a, (Register)b); }
 
 // Alternating elements of the low or high halves of the lanes of a and b, a first.
 ZEL_INLINE Bytes interleaveLow(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpacklo_epi8)((Register)a, (Register)b); }
@@ -247,6 +249,27 @@ ZEL_INLINE Bytes spreadHalves(Bytes v) {
     return (Bytes)_mm256_permute4x64_epi64((Register)v, 0xd8);
 #else
     return v;
+#endif
+}
+
+// Halves of a vector of signed words as dwords, by lanes.
+ZEL_INLINE Dwords lowWords(Words v) { return (Dwords)interleaveLow(v, v) >> 16; }
+ZEL_INLINE Dwords highWords(Words v) { return (Dwords)interleaveHigh(v, v) >> 16; }
+
+// Crosses lanes: the low words of two vectors' worth of consecutive dwords.
+ZEL_INLINE Words evenWords(Dwords a, Dwords b) {
+#if ZEL_LANES == 4
+    struct Places {
+        alignas(64) uint16_t of[32];
+    };
+    static constexpr Places even = [] {
+        Places p{};
+        for (int i = 0; i < 32; ++i) p.of[i] = uint16_t(2 * i);
+        return p;
+    }();
+    return (Words)_mm512_permutex2var_epi16((Register)a, _mm512_load_si512(even.of), (Register)b);
+#else
+    return (Words)lowThenHighHalves((Bytes)packWords(a << 16 >> 16, b << 16 >> 16));
 #endif
 }
 

@@ -148,7 +148,8 @@ std::vector<Family> familiesOf(const std::filesystem::path& header) {
 // Of a conversion of slices, that of the whole image.
 const model::Export* find(const std::string& name) {
     constexpr int wholeImage = zelSliceTop | zelSliceMiddle | zelSliceBottom;
-    for (const auto exports : {model::lumachromaExports(), model::chromaExports(), model::intensityExports()})
+    for (const auto exports :
+         {model::lumachromaExports(), model::chromaExports(), model::intensityExports(), model::liftingExports()})
         for (const model::Export& e : exports)
             if (e.name == name && (!e.slice.argument || (e.slice.argument & wholeImage) == wholeImage)) return &e;
     return nullptr;
@@ -164,6 +165,8 @@ auto withSampleType(const model::Layout& layout, Function function) {
             return function(uint16_t());
         case model::Element::s16:
             return function(int16_t());
+        case model::Element::s32:
+            return function(int32_t());
         case model::Element::f32:
             return function(float());
         case model::Element::f64:
@@ -289,7 +292,8 @@ TEST(HeaderExamples, AreWhatTheConversionsOfTheirFamilyGive) {
             }
         }
     }
-    for (const auto exports : {model::lumachromaExports(), model::chromaExports(), model::intensityExports()})
+    for (const auto exports :
+         {model::lumachromaExports(), model::chromaExports(), model::intensityExports(), model::liftingExports()})
         for (const model::Export& e : exports) EXPECT_TRUE(withExample.contains(e.name)) << e.name << " has no example";
 }
 

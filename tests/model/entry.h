@@ -53,8 +53,8 @@ class Arguments {
             return call_.size;
         } else if constexpr (std::is_same_v<P, uint8_t>) {
             return call_.alpha;
-        } else if constexpr (std::is_same_v<P, uint16_t>) {
-            return call_.parameters.word;
+        } else if constexpr (std::is_same_v<P, uint16_t> || std::is_same_v<P, int16_t>) {
+            return static_cast<P>(call_.parameters.word);
         } else if constexpr (std::is_same_v<P, float>) {
             return call_.parameters.numbers[numbers_++];
         } else if constexpr (std::is_same_v<P, int32_t>) {

@@ -24,7 +24,7 @@ using Model = void (*)(const Conversion&);
 using ContentStatus = ZelStatus (*)(const Conversion&);
 using Blocks = int (*)(int width);  // pixels of a row that follow the block rule
 
-inline constexpr int32_t anyHeight = INT32_MIN;
+inline constexpr int32_t anyWidth = INT32_MIN, anyHeight = INT32_MIN;
 
 struct Geometry {
     ZelSize minimum;
@@ -90,5 +90,6 @@ struct Export {
 std::span<const Export> lumachromaExports();
 std::span<const Export> chromaExports();
 std::span<const Export> intensityExports();
+std::span<const Export> liftingExports();
 
 }  // namespace model

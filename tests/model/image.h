@@ -8,13 +8,14 @@
 
 namespace model {
 
-enum class Element { u8, s8, u16, s16, f32, f64 };
+enum class Element { u8, s8, u16, s16, s32, f32, f64 };
 
 constexpr int bytesOf(Element e) {
     switch (e) {
         case Element::u16:
         case Element::s16:
             return 2;
+        case Element::s32:
         case Element::f32:
             return 4;
         case Element::f64:
