@@ -79,19 +79,6 @@ struct DecodeCrossed : Decode<Rule> {
     ZEL_INLINE Triple operator()(Triple t) const { return this->rule.pixels(t.a, t.c, t.b); }
 };
 
-template <class From, class Rule, class To>
-struct PixelKernel {
-    using Constants = typename Rule::Constants;
-    static constexpr int sites = blockPixels;
-
-    Rule rule;
-
-    ZEL_INLINE explicit PixelKernel(const Constants& k) : rule(k) {}
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        To::template store<Rule::order>(row, 0, block, rule(From::load(row, block)));
-    }
-};
-
 // Four bytes a pixel to four bytes a pixel by the exact rules, without taking the channels apart. The fourth byte stays.
 class EncodeExactAlpha {
   public:
@@ -206,9 +193,6 @@ template <class To, Green green, const BiasedConstants& constants>
 constexpr Kernel decodeWord = kernel<PixelKernel<FromPlanes, Decode<BiasedDecode<green, 4>>, To>>(constants);
 template <class To, const ExactDecodeConstants& constants>
 constexpr Kernel decodeExact = kernel<PixelKernel<FromPlanes, Decode<ExactDecode>, To>>(constants);
-
-using From3 = FromPacked<Interleaved3>;
-using From4 = FromPacked<Interleaved4>;
 
 }  // namespace
 
