@@ -25,7 +25,7 @@ struct Encode {
     ZEL_INLINE Triple operator()(Triple t) const { return {luma(t), cb(t), cr(t)}; }
 };
 
-using EncodeWord = Encode<TruncatedLuma<8>, TruncatedChroma>;
+using EncodeWord = Encode<TruncatedLuma<8>, TruncatedChroma<7>>;
 using EncodeExact = Encode<ExactPixels, ExactPixels>;
 
 // RGB alone: Cb is a difference from channel c, Cr one from channel a. Only 2 of the 32 that would round are added before the
