@@ -8,11 +8,10 @@
  *     U = 0.492 (B - Y) + 128                 G = Y - 0.394 (U - 128) - 0.581 (V - 128)
  *     V = 0.877 (R - Y) + 128                 B = Y + 2.032 (U - 128)
  *
- * U runs from 16 to 240. V of strong reds and of their complements would be above 255 or below 0 and is bounded: those
+ * U runs from 16 to 239. V of strong reds and of their complements would be above 255 or below 0 and is bounded: those
  * colours do not come back. Decoders take any byte and bound their results. Every conversion computes these formulas in an
- * integer arithmetic of its own, which fixes its result to the last bit. Colours whose V is not bounded are within 1.5 of the
- * exact value, save where stated. A gray has U and V of 128 and its own value as luma, but for the conversions that say
- * otherwise.
+ * integer arithmetic of its own, which fixes its result to the last bit and stays within 1.5 of the exact value. A gray has
+ * U and V of 128 and its own value as luma, but for the conversions that say otherwise.
  *
  * Columns. Most conversions compute the left part of each row, the leading columns, by one arithmetic and the remaining columns
  * by another; a colour can therefore become two values in one row. How many columns lead depends on the width of the region alone
@@ -77,7 +76,7 @@ extern "C" {
 /*
  * RGB to YUV 4:4:4.
  *
- * Example: RGB (128, 64, 32) -> YUV (80, 105, 170) in a 1 x 1 image.
+ * Example: RGB (204, 87, 65) -> YUV (119, 101, 202) in a 1 x 1 image.
  */
 
 /**
@@ -113,7 +112,7 @@ ZEL_API ZelStatus zeliRGBToYUV_8u_AC4P4R(const uint8_t* pSrc, int32_t srcStep, u
 /*
  * YUV 4:4:4 to RGB.
  *
- * Example: YUV (100, 90, 150) -> RGB (125, 102, 23) in a 1 x 1 image.
+ * Example: YUV (90, 99, 128) -> RGB (90, 101, 31) in a 1 x 1 image.
  */
 
 /**
@@ -203,7 +202,7 @@ ZEL_API ZelStatus zeliRGBToYUV422_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep,
 /*
  * 4:2:0 to RGB and BGR.
  *
- * Example: YUV (81, 114, 166) -> RGB (124, 64, 53) in a 2 x 2 image.
+ * Example: YUV (73, 108, 188) -> RGB (141, 46, 32) in a 2 x 2 image.
  */
 
 /** Y, U and V planes to R, G and B planes. Red and blue are rounded, green is cut off. */
@@ -235,7 +234,7 @@ ZEL_API ZelStatus zeliYUV420ToRGB_8u_P3AC4R(const uint8_t* const pSrc[3], const 
 /*
  * 4:2:2 to RGB.
  *
- * Example: YUV (74, 158, 114) -> RGB (58, 70, 135) in a 2 x 1 image.
+ * Example: YUV (175, 136, 193) -> RGB (249, 134, 191) in a 2 x 1 image.
  */
 
 /**
