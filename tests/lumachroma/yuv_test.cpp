@@ -16,9 +16,9 @@ using Bytes = std::vector<uint8_t>;
 class Buffer {
   public:
     explicit Buffer(size_t size, size_t offset = 0) : memory_(size + 128) {
-        harness::Random random(1);
-        random.fill(memory_, harness::Content::uniform);
         bytes_ = memory_.data() + (64 - reinterpret_cast<uintptr_t>(memory_.data()) % 64) % 64 + offset;
+        harness::Random random(1);
+        random.fill({bytes_, size}, harness::Content::uniform);
     }
     uint8_t* data() const { return bytes_; }
     Bytes bytes(size_t size) const { return {bytes_, bytes_ + size}; }
@@ -89,7 +89,7 @@ struct Results {
 Results convertBoth(const Pair& pair, ZelSize size, ZelSize region) {
     const auto pixels = static_cast<size_t>(size.width) * size.height;
     const auto run = [&](bool stepless, ZelStatus& status) {
-        const Buffer rgbBytes(3 * pixels + 64, 1), yuvBytes(3 * pixels + 64);  // off alignment, which does not differ so
+        const Buffer rgbBytes(3 * pixels + 64, 1), yuvBytes(3 * pixels + 64);  // off alignment, whatever the steps
         const size_t planeBytes = pair.hasRgbPlanes ? pixels : 0;
         uint8_t* const rgb[] = {rgbBytes.data(), rgbBytes.data() + planeBytes, rgbBytes.data() + 2 * planeBytes};
         const int chroma = pair.chromaHeight == 2 ? region.width / 2 : (region.width + 1) / 2;
