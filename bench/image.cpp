@@ -115,7 +115,7 @@ std::span<const PlaneShape> planesOf(Layout layout) {
     static constexpr PlaneShape rgb24[] = {{"rgb"}}, bgr24[] = {{"bgr"}}, rgba32[] = {{"rgbx"}}, bgra32[] = {{"bgrx"}};
     static constexpr PlaneShape rgbPlanes[] = {{"r"}, {"g"}, {"b"}};
     static constexpr PlaneShape ycc24[] = {{"yuv"}}, ycc32[] = {{"yuvx"}};
-    static constexpr PlaneShape i444[] = {{"y"}, {"u"}, {"v"}};
+    static constexpr PlaneShape i444[] = {{"y"}, {"u"}, {"v"}}, i444a[] = {{"y"}, {"u"}, {"v"}, {"x"}};
     static constexpr PlaneShape i422[] = {{"y"}, {"u", 2}, {"v", 2}};
     static constexpr PlaneShape i420[] = {{"y"}, {"u", 2, 2}, {"v", 2, 2}};
     static constexpr PlaneShape i411[] = {{"y"}, {"u", 4}, {"v", 4}};
@@ -141,6 +141,8 @@ std::span<const PlaneShape> planesOf(Layout layout) {
             return ycc32;
         case Layout::i444:
             return i444;
+        case Layout::i444a:
+            return i444a;
         case Layout::i422:
             return i422;
         case Layout::i420:

@@ -19,6 +19,7 @@ enum class Layout {
     ycc24,
     ycc32,
     i444,
+    i444a,
     i422,
     i420,
     i411,

@@ -18,10 +18,11 @@ using harness::PicturePlane;
 // their first.
 class HeapPicture {
   public:
-    HeapPicture(const model::Export& tested, const model::Layout& layout, ZelSize size, const std::array<int, 4>& rowsAbove,
+    HeapPicture(const model::Export& tested, const model::Layout& layout, ZelSize region, const std::array<int, 4>& rowsAbove,
                 FuzzedDataProvider& input)
-        : picture_{&layout, size, {}} {
-        const bool bottomUp = !tested.checksSteps && input.ConsumeBool();
+        : picture_{&layout, tested.converted(region), {}} {
+        const ZelSize size = picture_.size;
+        const bool bottomUp = tested.entry.takesSteps && !tested.checksSteps && input.ConsumeBool();
         const int stepUnit = input.PickValueInArray({1, 1, 2, 16});
         size_t previousStep = 0;
         for (int i = 0; i < layout.planeCount; ++i) {
@@ -30,6 +31,7 @@ class HeapPicture {
             size_t step = (rowBytes + input.ConsumeIntegralInRange(0, 40)) / stepUnit * stepUnit;
             if (step < rowBytes) step += stepUnit;
             if (layout.hasCommonStep() && i > 0) step = previousStep;
+            if (!tested.entry.takesSteps) step = layout.planes[i].rowBytes(region.width);
             // What is misplaced by the shorter step is in the plane still.
             if (tested.peculiarity == model::Peculiarity::misplacesByFirstStep && i == 2 && step < previousStep)
                 step = previousStep;
@@ -82,18 +84,17 @@ model::Parameters parametersOf(const model::Export& tested, FuzzedDataProvider& 
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FuzzedDataProvider input(data, size);
-    const auto exports = input.PickValueInArray(
-        {model::lumachromaExports(), model::chromaExports(), model::intensityExports(), model::liftingExports()});
+    const auto exports = input.PickValueInArray({model::lumachromaExports(), model::yuvExports(), model::chromaExports(),
+                                                 model::intensityExports(), model::liftingExports()});
     const model::Export& tested = exports[input.ConsumeIntegralInRange<size_t>(0, exports.size() - 1)];
     ZelSize region{input.ConsumeIntegralInRange(1, 300), input.ConsumeIntegralInRange(1, 6)};
     if (input.ConsumeBool()) region.height *= 4;
     if (input.ConsumeBool()) region = tested.converted(region);
     const auto alpha = input.ConsumeIntegral<uint8_t>();
 
-    const ZelSize whole = tested.converted(region);
     const model::Parameters parameters = parametersOf(tested, input);
-    const HeapPicture apart(tested, tested.source, whole, tested.slice.sourceRowsAbove, input);
-    const HeapPicture destination(tested, tested.destination, whole, tested.slice.destinationRowsAbove, input);
+    const HeapPicture apart(tested, tested.source, region, tested.slice.sourceRowsAbove, input);
+    const HeapPicture destination(tested, tested.destination, region, tested.slice.destinationRowsAbove, input);
     const Picture& source = tested.entry.isInPlace ? destination.picture() : apart.picture();
     fill(source, input);
     if (const auto fault = harness::compareWithModel(tested, source, destination.picture(), region, alpha, parameters)) {

@@ -13,5 +13,6 @@
 #include "zelcc/lumachroma.h"
 #include "zelcc/types.h"
 #include "zelcc/version.h"
+#include "zelcc/yuv.h"
 
 #endif

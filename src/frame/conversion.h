@@ -14,7 +14,7 @@
 namespace zel::ZEL_LEVEL {
 
 constexpr int maxSources = 6;
-constexpr int maxDestinations = 4;
+constexpr int maxDestinations = 6;
 constexpr int maxStreamBlock = 256;  // bytes that a block takes at most in one stream
 
 // What an export takes behind the size reaches the conversion as a type of its own, `Given`: nothing in most; or the element that

@@ -41,7 +41,7 @@ ZEL_OWN_CODE inline void convertOddPixel(const Conversion& c, const Row& row, bo
     for (int i = 0; i < c.to.count; ++i) buffer.out[i] = destination[i];
     const Kernel& kernel = alone ? c.oddPixel.ruleAlone : c.oddPixel.rule;
     kernel.blocks(kernel.constants, buffer, {}, 1, 1);
-    for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], c.to.streams[i].bytes / 2);
+    for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], (c.to.streams[i].bytes + 1u) / 2);
 }
 
 // The row some sites further on. Field by field: a copy of the whole record would wait for the pointers that were just written.

@@ -1,77 +1,11 @@
 // YCbCr with subsampled chroma to RGB. Chroma is replicated over the pixels of its site; one export interpolates it along the
 // row.
-#include "frame/layouts.h"
+#include "lumachroma/decode_pairs.h"
 #include "lumachroma/decoding.h"
 #include "zelcc/lumachroma.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {
-
-// Sources: luma of one row or two, and the chroma terms of the sites under them.
-template <int rows>
-struct ChromaPlanes {
-    ZEL_INLINE static Bytes luma(const Row& row, size_t block, int r) { return loadBytes(row.in[r] + block * blockPixels); }
-    template <class Rule>
-    ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
-        const size_t at = block * blockPixels / 2;
-        return rule.chroma(loadWidened(row.in[rows] + at), loadWidened(row.in[rows + 1] + at));
-    }
-};
-
-struct ChromaInterleaved {
-    ZEL_INLINE static Bytes luma(const Row& row, size_t block, int r) { return loadBytes(row.in[r] + block * blockPixels); }
-    template <class Rule>
-    ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
-        return rule.chroma(loadBytes(row.in[2] + block * blockPixels));
-    }
-};
-
-// Y0 C Y1 C'
-alignas(16) constexpr uint8_t lumaThenChroma[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
-
-struct PackedPairs {
-    ZEL_INLINE static Bytes luma(const Row& row, size_t block, int) {
-        const PackOrder pairs = sorted(row, block);
-        return interleaveLow64(pairs.first, pairs.second);
-    }
-    template <class Rule>
-    ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
-        const PackOrder pairs = sorted(row, block);
-        return rule.chroma(interleaveHigh64(pairs.first, pairs.second));
-    }
-
-  private:
-    ZEL_INLINE static PackOrder sorted(const Row& row, size_t block) {
-        const PackOrder pairs = loadInPackOrder(row.in[0] + block * blockPixels * 2);
-        const Bytes pattern = everyLane(lumaThenChroma);
-        return {shuffle(pairs.first, pattern), shuffle(pairs.second, pattern)};
-    }
-};
-
-// A rule with the order in which interleaved chroma comes.
-template <class Rule>
-struct DecodeConstants {
-    typename Rule::Constants rule;
-    ChromaOrder order;
-};
-
-// Sites of two pixels a row, on one row or on two.
-template <int rows, class From, class Rule, class To>
-struct PairKernel {
-    using Constants = DecodeConstants<Rule>;
-    static constexpr int sites = blockPixels / 2;
-
-    Rule rule;
-
-    ZEL_INLINE explicit PairKernel(const Constants& k) : rule(k.rule, k.order) {}
-
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const auto terms = From::chroma(rule, row, block);
-        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
-            To::template store<Rule::order>(row, r, block, rule.pixels(From::luma(row, block, r), terms));
-        });
-    }
-};
 
 // The same with chroma interpolated along the row: the odd pixel of a site takes the rounded mean of its site and the next. The
 // chroma streams come a second time, one site on.
@@ -167,18 +101,9 @@ constexpr DecodeConstants<Rule> constantsOf{constants(channels), order};
 // Kernels by geometry, source, rule and destination, with the rule's constants, the channel order and that of interleaved chroma.
 template <int rows, class From, class Rule, class To, typename Rule::Constants (*constants)(Channels), Channels channels,
           ChromaOrder order = pFirst>
-constexpr Kernel decode = kernel<PairKernel<rows, From, Rule, To>>(constantsOf<Rule, constants, channels, order>);
+constexpr Kernel decode = kernel<DecodePairs<rows, From, Rule, To>>(constantsOf<Rule, constants, channels, order>);
 
-// Layouts by site. Planes are taken in the order Y, p, q; crossed ones have p in the third plane.
-constexpr Layout planes420{4, {{0, 2, 0, 2}, {0, 2, 1, 2}, {1, 1}, {2, 1}}},
-    planes420Crossed{4, {{0, 2, 0, 2}, {0, 2, 1, 2}, {2, 1}, {1, 1}}};
 constexpr Layout filteredPlanes420{6, {{0, 2, 0, 2}, {0, 2, 1, 2}, {2, 1}, {1, 1}, {2, 1, 0, 1, 1}, {1, 1, 0, 1, 1}}};
-constexpr Layout semiPlanar420{3, {{0, 2, 0, 2}, {0, 2, 1, 2}, {1, 2}}}, packed422{1, {{0, 4}}};
-constexpr Layout planes422{3, {{0, 2}, {1, 1}, {2, 1}}}, planes422Crossed{3, {{0, 2}, {2, 1}, {1, 1}}},
-    planes411{3, {{0, 4}, {1, 1}, {2, 1}}};
-constexpr Layout rgb24Two{2, {{0, 6, 0, 2}, {0, 6, 1, 2}}}, rgb32Two{2, {{0, 8, 0, 2}, {0, 8, 1, 2}}};
-constexpr Layout rgb24Pair{1, {{0, 6}}}, rgb32Pair{1, {{0, 8}}}, rgbPlanesPair{3, {{0, 2}, {1, 2}, {2, 2}}};
-constexpr Layout rgb24Quad{1, {{0, 12}}}, rgb32Quad{1, {{0, 16}}};
 
 constexpr Checks sizeFirst{Check::size, Check::pointers, Check::planes};
 
@@ -195,14 +120,8 @@ constexpr Conversion decode420(Layout from, Layout to, Kernel block, Kernel tail
 
 template <class To, Channels channels, FoldedConstants (*constants)(Channels), ChromaOrder order>
 constexpr Conversion decodeSemiPlanar(Layout to, Checks checks = pointersFirst) {
-    return decode420(semiPlanar420, to, decode<2, ChromaInterleaved, FoldedDecode, To, constants, channels, order>, {}, checks);
-}
-
-// An odd pixel has a chroma byte of its own; the other one is the byte before its luma, which is the previous pair's.
-inline void borrowChroma(uint8_t* site, const uint8_t* pixel, int, bool alone) {
-    site[0] = site[2] = pixel[0];
-    site[1] = pixel[1];
-    site[3] = alone ? pixel[1] : pixel[-1];
+    return decode420(semiPlanar420, to, decode<2, FromChromaInterleaved, FoldedDecode, To, constants, channels, order>, {},
+                     checks);
 }
 
 constexpr Conversion decodePacked422(Layout to, Kernel block, Kernel tail, Kernel alone) {
@@ -217,14 +136,14 @@ constexpr Conversion decodePacked422(Layout to, Kernel block, Kernel tail, Kerne
 
 template <class To, class Rule, typename Rule::Constants (*constants)(Channels), Channels channels, ChromaOrder order>
 constexpr Conversion decodePacked(Layout to) {
-    return decodePacked422(to, decode<1, PackedPairs, Rule, To, constants, channels, order>,
-                           decode<1, PackedPairs, ExactDecode, To, exact<bt601::exactA, 0>, channels, order>,
-                           decode<1, PackedPairs, ExactDecode, To, exactAlone, channels, order>);
+    return decodePacked422(to, decode<1, FromPackedPairs, Rule, To, constants, channels, order>,
+                           decode<1, FromPackedPairs, ExactDecode, To, exact<bt601::exactA, 0>, channels, order>,
+                           decode<1, FromPackedPairs, ExactDecode, To, exactAlone, channels, order>);
 }
 
 template <class To, Channels channels, ChromaOrder order>
 constexpr Conversion decodePackedFolded(Layout to) {
-    const Kernel rule = decode<1, PackedPairs, FoldedDecode, To, folded422, channels, order>;
+    const Kernel rule = decode<1, FromPackedPairs, FoldedDecode, To, folded422, channels, order>;
     return decodePacked422(to, rule, {}, rule);
 }
 
@@ -235,16 +154,16 @@ constexpr Channels rgb = Channels::rgb, bgr = Channels::bgr;
 // Planar members by rule, destination and channel order.
 template <class Rule, class To, typename Rule::Constants (*constants)(Channels), Channels channels>
 constexpr Conversion decodePlanar420(Layout from, Layout to) {
-    return decode420(from, to, decode<2, ChromaPlanes<2>, Rule, To, constants, channels>,
-                     decode<2, ChromaPlanes<2>, ExactDecode, To, exact<bt601::exactA, 32768>, channels>);
+    return decode420(from, to, decode<2, FromChromaPlanes<2>, Rule, To, constants, channels>,
+                     decode<2, FromChromaPlanes<2>, ExactDecode, To, exact<bt601::exactA, 32768>, channels>);
 }
 template <class Rule, typename Rule::Constants (*constants)(Channels), Channels channels, ExactDecodeConstants (*tail)(Channels)>
 constexpr Conversion decodePlanar422(Layout from, int (*columns)(int)) {
     return {.site = {2, 1},
             .from = from,
             .to = rgb24Pair,
-            .block = decode<1, ChromaPlanes<1>, Rule, ToPacked3, constants, channels>,
-            .tail = decode<1, ChromaPlanes<1>, ExactDecode, ToPacked3, tail, channels>,
+            .block = decode<1, FromChromaPlanes<1>, Rule, ToPacked3, constants, channels>,
+            .tail = decode<1, FromChromaPlanes<1>, ExactDecode, ToPacked3, tail, channels>,
             .blockColumns = columns};
 }
 
@@ -280,7 +199,7 @@ constexpr ByAlignment zeliYCbCr420ToBGR_8u_P3C3R{planar420ToBgrPlain, planar420T
 constexpr ByAlignment zeliYCbCr422ToRGB_8u_P3C3R{planar422ToRgbPlain, planar422ToRgb};
 
 constexpr Conversion zeliYCbCr420ToBGR_8u_P3C4R =
-    decode420(planes420, rgb32Two, decode<2, ChromaPlanes<2>, FoldedDecode, ToPacked4, folded420CbCr, bgr>);
+    decode420(planes420, rgb32Two, decode<2, FromChromaPlanes<2>, FoldedDecode, ToPacked4, folded420CbCr, bgr>);
 constexpr Conversion zeliYCbCr420ToRGB_8u_P3C3R =
     decodePlanar420<WordAdding, ToPacked3, wordBAdding, rgb>(planes420Crossed, rgb24Two);
 constexpr Conversion zeliYCrCb420ToRGB_8u_P3C4R =

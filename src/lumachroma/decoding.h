@@ -9,7 +9,7 @@
 // constants and of where a layout takes p and q from.
 #pragma once
 
-#include "simd/pixels.h"
+#include "lumachroma/decode_pairs.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -21,13 +21,6 @@ enum class Green { adds, subtracts };
 struct ChromaTerms {
     Words a, b, c;
 };
-
-// Where p stands in interleaved chroma.
-enum class ChromaOrder { pFirst, qFirst };
-
-// The bytes at even or odd places, times a weight that the two rules take differently, picked by a multiply-add.
-ZEL_INLINE Bytes weights(int even, int odd) { return (Bytes)splatWord(even | odd << 8); }
-ZEL_INLINE Bytes weightsOf(bool evenPlaces, int weight) { return weights(evenPlaces ? weight : 0, evenPlaces ? 0 : weight); }
 
 // 64 Y times twice the coefficient is 128 Y times the coefficient.
 ZEL_INLINE Words luma64(Bytes luma, Parity parity) { return mulAddPairs(luma, weightsOf(parity == Parity::even, 64)); }

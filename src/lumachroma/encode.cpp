@@ -1,17 +1,12 @@
 // RGB to YCbCr with subsampled chroma. Luma is computed for each pixel. Chroma is computed once for each site, from the sums of
 // the channels over its pixels: a box average, with the matrix last. A site is 2 x 1 (4:2:2), 2 x 2 (4:2:0) or 4 x 1 pixels
 // (4:1:1).
-#include "frame/layouts.h"
+#include "lumachroma/encode_pairs.h"
 #include "lumachroma/encoding.h"
 #include "zelcc/lumachroma.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {
-
-// The two chroma samples of a site, in the order of the destination's planes or bytes.
-struct ChromaPair {
-    Words first, second;
-};
 
 // From the outer channels' differences; `firstFrom` names the channel whose difference comes first.
 enum class Outer { a, c };
@@ -54,68 +49,6 @@ class ExactChroma {
     ExactSum first_, second_;
 };
 
-// The weighted sums of horizontal pairs of pixels.
-template <int weight>
-ZEL_INLINE Words pairSums(Bytes x) {
-    return mulAddPairs(x, splatByte(weight));
-}
-
-// Destinations. The first chroma stream follows the luma rows.
-struct ChromaPlanes {
-    static constexpr bool hasLumaStreams = true;
-    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, ChromaPair chroma) {
-        const size_t at = block * blockPixels / 2;
-        storeHalves(row.out[stream] + at, row.out[stream + 1] + at, packBytes(chroma.first, chroma.second));
-    }
-};
-
-struct ChromaInterleaved {
-    static constexpr bool hasLumaStreams = true;
-    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, ChromaPair chroma) {
-        storeVector(row.out[stream] + block * blockPixels, chroma.first | chroma.second << 8);
-    }
-};
-
-// Y0 C Y1 C'
-struct PackedPairs {
-    static constexpr bool hasLumaStreams = false;
-    ZEL_INLINE static void store(const Row& row, int, size_t block, Bytes luma, ChromaPair chroma) {
-        storeInterleaved(row.out[0] + block * blockPixels * 2, luma, (Bytes)(chroma.first | chroma.second << 8));
-    }
-};
-
-template <class Luma, class Chroma>
-struct EncodeConstants {
-    typename Luma::Constants luma;
-    typename Chroma::Constants chroma;
-};
-
-// Sites of two pixels a row, on one row or on two.
-template <int rows, class From, class Luma, class Chroma, class To>
-struct PairKernel {
-    using Constants = EncodeConstants<Luma, Chroma>;
-    static constexpr int sites = blockPixels / 2;
-
-    Luma luma;
-    Chroma chroma;
-
-    ZEL_INLINE explicit PairKernel(const Constants& k) : luma(k.luma), chroma(k.chroma) {}
-
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        Words a{}, b{}, c{};
-        Bytes y{};
-        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
-            const Triple t = From::load(row, block, r);
-            y = luma(t);
-            if constexpr (To::hasLumaStreams) storeVector(row.out[r] + block * blockPixels, y);
-            a += pairSums<Chroma::weight>(t.a);
-            b += pairSums<Chroma::weight>(t.b);
-            c += pairSums<Chroma::weight>(t.c);
-        });
-        To::store(row, rows, block, y, chroma(a, b, c));
-    }
-};
-
 // Sites of four pixels of one row.
 template <class From, class Luma, class Chroma>
 struct QuadKernel {
@@ -141,9 +74,6 @@ struct QuadKernel {
         return packWords(quads, quads);
     }
 };
-
-using From3 = FromPacked<Interleaved3>;
-using From4 = FromPacked<Interleaved4>;
 
 // Rules by geometry and channel order. The shift of a truncated or rounded chroma rule goes with the pixels of a site.
 using WordLuma = TruncatedLuma<7>;
@@ -216,15 +146,6 @@ constexpr int columns422(int width) { return (width & ~31) + ((width & 15) >= 8 
 constexpr int columns420(int width) { return (width & ~15) + ((width & 7) >= 4 ? 4 : 0); }
 constexpr int columns411Rounded(int width) { return (width & ~31) + (width & 16); }
 
-// Layouts by site.
-constexpr Layout rgb24Two{2, {{0, 6, 0, 2}, {0, 6, 1, 2}}}, rgb32Two{2, {{0, 8, 0, 2}, {0, 8, 1, 2}}};
-constexpr Layout rgb24Pair{1, {{0, 6}}}, rgb32Pair{1, {{0, 8}}}, rgbPlanesPair{3, {{0, 2}, {1, 2}, {2, 2}}};
-constexpr Layout rgb24Quad{1, {{0, 12}}}, rgb32Quad{1, {{0, 16}}};
-constexpr Layout planes420{4, {{0, 2, 0, 2}, {0, 2, 1, 2}, {1, 1}, {2, 1}}},
-    semiPlanar420{3, {{0, 2, 0, 2}, {0, 2, 1, 2}, {1, 2}}};
-constexpr Layout planes422{3, {{0, 2}, {1, 1}, {2, 1}}}, planes422Crossed{3, {{0, 2}, {2, 1}, {1, 1}}}, packed422{1, {{0, 4}}};
-constexpr Layout planes411{3, {{0, 4}, {1, 1}, {2, 1}}};
-
 constexpr Conversion encode420(Layout from, Layout to, Kernel block, Kernel tail, int (*columns)(int)) {
     return {.site = {2, 2},
             .from = from,
@@ -272,26 +193,26 @@ constexpr Conversion encodePacked422(Layout from, Kernel block, Kernel tail) {
 }
 
 template <class From, class To>
-constexpr Kernel rounded420 = kernel<PairKernel<2, From, RoundedLuma, Rounded420, To>>(rounded420Rgb);
+constexpr Kernel rounded420 = kernel<EncodePairs<2, From, SiteMatrix<RoundedLuma, Rounded420>, To>>(rounded420Rgb);
 template <class From, const auto& constants>
-constexpr Kernel word420 = kernel<PairKernel<2, From, WordLuma, Word420, ChromaPlanes>>(constants);
+constexpr Kernel word420 = kernel<EncodePairs<2, From, SiteMatrix<WordLuma, Word420>, ToChromaPlanes>>(constants);
 template <class From, class To, const auto& constants>
-constexpr Kernel exact420 = kernel<PairKernel<2, From, ExactPixels, Exact420, To>>(constants);
+constexpr Kernel exact420 = kernel<EncodePairs<2, From, SiteMatrix<ExactPixels, Exact420>, To>>(constants);
 template <class From, class To, const auto& constants>
-constexpr Kernel word422 = kernel<PairKernel<1, From, WordLuma, Word422, To>>(constants);
+constexpr Kernel word422 = kernel<EncodePairs<1, From, SiteMatrix<WordLuma, Word422>, To>>(constants);
 template <class From, class To, const auto& constants>
-constexpr Kernel exact422 = kernel<PairKernel<1, From, ExactPixels, Exact422, To>>(constants);
+constexpr Kernel exact422 = kernel<EncodePairs<1, From, SiteMatrix<ExactPixels, Exact422>, To>>(constants);
 template <class From, const auto& constants>
-constexpr Kernel packed = kernel<PairKernel<1, From, PackedLuma, Exact422, PackedPairs>>(constants);
+constexpr Kernel packed = kernel<EncodePairs<1, From, SiteMatrix<PackedLuma, Exact422>, ToPackedPairs>>(constants);
 template <class From, const auto& constants>
-constexpr Kernel packedTail = exact422<From, PackedPairs, constants>;
+constexpr Kernel packedTail = exact422<From, ToPackedPairs, constants>;
 template <class From>
 constexpr Kernel exact411 = kernel<QuadKernel<From, ExactPixels, Exact420>>(exact420Bgr);
 
 constexpr Conversion bgr24To420 =
-    encode420(rgb24Two, planes420, word420<From3, word420Bgr>, exact420<From3, ChromaPlanes, exact420Bgr>, columns420);
+    encode420(rgb24Two, planes420, word420<From3, word420Bgr>, exact420<From3, ToChromaPlanes, exact420Bgr>, columns420);
 constexpr Conversion bgr32To420 =
-    encode420(rgb32Two, planes420, word420<From4, word420Bgr>, exact420<From4, ChromaPlanes, exact420Bgr>, columns420);
+    encode420(rgb32Two, planes420, word420<From4, word420Bgr>, exact420<From4, ToChromaPlanes, exact420Bgr>, columns420);
 
 // The same kernels write Cr into the second plane and Cb into the third.
 constexpr Conversion withChromaExchanged(Conversion c) {
@@ -305,18 +226,20 @@ constexpr Conversion withChromaExchanged(Conversion c) {
 
 namespace rows {
 
-constexpr Conversion zeliRGBToYCbCr420_8u_C3P3R = encode420(rgb24Two, planes420, rounded420<From3, ChromaPlanes>,
-                                                            exact420<From3, ChromaPlanes, exact420RgbCbCr>, wholeBlocks<8>);
-constexpr Conversion zeliRGBToYCbCr420_8u_C3P2R = encode420(rgb24Two, semiPlanar420, rounded420<From3, ChromaInterleaved>,
-                                                            exact420<From3, ChromaInterleaved, exact420RgbCbCr>, wholeBlocks<8>);
-constexpr Conversion zeliRGBToYCbCr420_8u_C4P2R = encode420(rgb32Two, semiPlanar420, rounded420<From4, ChromaInterleaved>,
-                                                            exact420<From4, ChromaInterleaved, exact420RgbCbCr>, wholeBlocks<8>);
+constexpr Conversion zeliRGBToYCbCr420_8u_C3P3R = encode420(rgb24Two, planes420, rounded420<From3, ToChromaPlanes>,
+                                                            exact420<From3, ToChromaPlanes, exact420RgbCbCr>, wholeBlocks<8>);
+constexpr Conversion zeliRGBToYCbCr420_8u_C3P2R =
+    encode420(rgb24Two, semiPlanar420, rounded420<From3, ToChromaInterleaved>,
+              exact420<From3, ToChromaInterleaved, exact420RgbCbCr>, wholeBlocks<8>);
+constexpr Conversion zeliRGBToYCbCr420_8u_C4P2R =
+    encode420(rgb32Two, semiPlanar420, rounded420<From4, ToChromaInterleaved>,
+              exact420<From4, ToChromaInterleaved, exact420RgbCbCr>, wholeBlocks<8>);
 constexpr Conversion zeliBGRToYCbCr420_8u_C3P3R = bgr24To420;
 constexpr Conversion zeliBGRToYCrCb420_8u_C3P3R = withChromaExchanged(bgr24To420);
 constexpr Conversion zeliBGRToYCbCr420_8u_AC4P3R = bgr32To420;
 constexpr Conversion zeliBGRToYCrCb420_8u_AC4P3R = withChromaExchanged(bgr32To420);
 constexpr Conversion zeliRGBToYCrCb420_8u_AC4P3R =
-    encode420(rgb32Two, planes420, word420<From4, word420Rgb>, exact420<From4, ChromaPlanes, exact420RgbCrCb>, columns420);
+    encode420(rgb32Two, planes420, word420<From4, word420Rgb>, exact420<From4, ToChromaPlanes, exact420RgbCrCb>, columns420);
 
 constexpr Conversion zeliBGRToYCbCr411_8u_C3P3R =
     encode411(rgb24Quad, kernel<QuadKernel<From3, RoundedLuma, Rounded411>>(rounded411Bgr), exact411<From3>, columns411Rounded);
@@ -332,16 +255,17 @@ constexpr Conversion zeliRGBToYCbCr422_8u_P3C2R =
 constexpr Conversion zeliRGBToYCrCb422_8u_P3C2R =
     encodePacked422(rgbPlanesPair, packed<FromPlanes, packedCrCb>, packedTail<FromPlanes, packedTailCrCb>);
 
-constexpr Conversion zeliRGBToYCbCr422_8u_C3P3R = encode422(rgb24Pair, planes422Crossed, word422<From3, ChromaPlanes, word422Rgb>,
-                                                            exact422<From3, ChromaPlanes, exact422Rgb>, OddSize::warned);
+constexpr Conversion zeliRGBToYCbCr422_8u_C3P3R =
+    encode422(rgb24Pair, planes422Crossed, word422<From3, ToChromaPlanes, word422Rgb>,
+              exact422<From3, ToChromaPlanes, exact422Rgb>, OddSize::warned);
 constexpr Conversion zeliBGRToYCbCr422_8u_C3P3R =
-    encode422(rgb24Pair, planes422, word422<From3, ChromaPlanes, word422Bgr>, exact422<From3, ChromaPlanes, exact422Bgr>);
+    encode422(rgb24Pair, planes422, word422<From3, ToChromaPlanes, word422Bgr>, exact422<From3, ToChromaPlanes, exact422Bgr>);
 constexpr Conversion zeliBGRToYCbCr422_8u_AC4P3R =
-    encode422(rgb32Pair, planes422, word422<From4, ChromaPlanes, word422Bgr>, exact422<From4, ChromaPlanes, exact422Bgr>);
+    encode422(rgb32Pair, planes422, word422<From4, ToChromaPlanes, word422Bgr>, exact422<From4, ToChromaPlanes, exact422Bgr>);
 constexpr Conversion zeliBGRToYCbCr422_8u_C3C2R =
-    encode422(rgb24Pair, packed422, word422<From3, PackedPairs, word422Bgr>, exact422<From3, PackedPairs, exact422Bgr>);
+    encode422(rgb24Pair, packed422, word422<From3, ToPackedPairs, word422Bgr>, exact422<From3, ToPackedPairs, exact422Bgr>);
 constexpr Conversion zeliBGRToYCbCr422_8u_AC4C2R =
-    encode422(rgb32Pair, packed422, word422<From4, PackedPairs, word422Bgr>, exact422<From4, PackedPairs, exact422Bgr>);
+    encode422(rgb32Pair, packed422, word422<From4, ToPackedPairs, word422Bgr>, exact422<From4, ToPackedPairs, exact422Bgr>);
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL

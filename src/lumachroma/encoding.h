@@ -82,16 +82,17 @@ class RoundedLuma {
     Words a_, b_, c_, bias_;
 };
 
-// Chroma of single pixels: (floor(a ka / 512) + floor(b kb / 512) + floor(c kc / 512) + 128.5 * 128) >> 7, with signed
-// coefficients, so that a negative product is floored, not truncated.
+// Chroma of single pixels: (floor(a ka / 512) + floor(b kb / 512) + floor(c kc / 512) + half) >> shift, with signed coefficients,
+// so that a negative product is floored, not truncated. The half comes with the 128 of chroma.
 struct TruncatedChromaConstants {
     int16_t a, b, c;
 };
 
+template <int dropped>
 class TruncatedChroma {
   public:
     using Constants = TruncatedChromaConstants;
-    static constexpr int shift = 7;
+    static constexpr int shift = dropped;
 
     ZEL_INLINE explicit TruncatedChroma(const Constants& k) : a_(splatWord(k.a)), b_(splatWord(k.b)), c_(splatWord(k.c)) {}
 
@@ -100,7 +101,7 @@ class TruncatedChroma {
     template <Parity parity>
     ZEL_INLINE UWords at(Triple t) const {
         const auto product = [](Bytes x, Words k) { return mulHigh((Words)(times256<parity>(x) >> 1), k); };
-        return (UWords)(product(t.a, a_) + product(t.b, b_) + product(t.c, c_) + splatWord(128 * 128 + 64));
+        return (UWords)(product(t.a, a_) + product(t.b, b_) + product(t.c, c_) + splatWord((128 << shift) + (1 << (shift - 1))));
     }
 
   private:
@@ -177,19 +178,21 @@ class ExactSum {
 };
 
 // The exact sum of each pixel.
-class ExactPixels {
+template <int shift>
+class ExactPixelsAt {
   public:
     using Constants = ExactConstants;
 
-    ZEL_INLINE explicit ExactPixels(const ExactConstants& k) : sum_(k) {}
+    ZEL_INLINE explicit ExactPixelsAt(const ExactConstants& k) : sum_(k) {}
 
     ZEL_INLINE Bytes operator()(Triple t) const {
         const ChannelPairs low(lowBytes(t.a), lowBytes(t.b), lowBytes(t.c)), high(highBytes(t.a), highBytes(t.b), highBytes(t.c));
-        return packBytes(sum_.at<16>(low), sum_.at<16>(high));
+        return packBytes(sum_.at<shift>(low), sum_.at<shift>(high));
     }
 
   private:
     ExactSum sum_;
 };
+using ExactPixels = ExactPixelsAt<16>;
 
 }  // namespace zel::ZEL_LEVEL

@@ -25,7 +25,7 @@ struct Encode {
     ZEL_INLINE Triple operator()(Triple t) const { return {luma(t), cb(t), cr(t)}; }
 };
 
-using EncodeWord = Encode<TruncatedLuma<8>, TruncatedChroma>;
+using EncodeWord = Encode<TruncatedLuma<8>, TruncatedChroma<7>>;
 using EncodeExact = Encode<ExactPixels, ExactPixels>;
 
 // RGB alone: Cb is a difference from channel c, Cr one from channel a. Only 2 of the 32 that would round are added before the
@@ -77,19 +77,6 @@ template <class Rule>
 struct DecodeCrossed : Decode<Rule> {
     using Decode<Rule>::Decode;
     ZEL_INLINE Triple operator()(Triple t) const { return this->rule.pixels(t.a, t.c, t.b); }
-};
-
-template <class From, class Rule, class To>
-struct PixelKernel {
-    using Constants = typename Rule::Constants;
-    static constexpr int sites = blockPixels;
-
-    Rule rule;
-
-    ZEL_INLINE explicit PixelKernel(const Constants& k) : rule(k) {}
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        To::template store<Rule::order>(row, 0, block, rule(From::load(row, block)));
-    }
 };
 
 // Four bytes a pixel to four bytes a pixel by the exact rules, without taking the channels apart. The fourth byte stays.
@@ -206,9 +193,6 @@ template <class To, Green green, const BiasedConstants& constants>
 constexpr Kernel decodeWord = kernel<PixelKernel<FromPlanes, Decode<BiasedDecode<green, 4>>, To>>(constants);
 template <class To, const ExactDecodeConstants& constants>
 constexpr Kernel decodeExact = kernel<PixelKernel<FromPlanes, Decode<ExactDecode>, To>>(constants);
-
-using From3 = FromPacked<Interleaved3>;
-using From4 = FromPacked<Interleaved4>;
 
 }  // namespace
 

@@ -32,8 +32,6 @@ ZEL_INLINE Dwords rounded(Floats v) { return (Dwords)ZEL_MM(cvtps_epi32)((FloatR
 ZEL_INLINE Floats atMost(Floats v, Floats limit) { return (Floats)ZEL_MM(min_ps)((FloatRegister)v, (FloatRegister)limit); }
 ZEL_INLINE Floats atLeast(Floats v, Floats limit) { return (Floats)ZEL_MM(max_ps)((FloatRegister)v, (FloatRegister)limit); }
 
-ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)ZEL_MM(packs_epi16)((Register)a, (Register)b); }
-
 // Dwords to unsigned words, those below 0 to 0; above 65535 they saturate, but at the lowest level there must be none.
 ZEL_INLINE Words packUnsignedWords(Dwords a, Dwords b) {
 #if ZEL_LANES == 1

@@ -13,6 +13,10 @@ struct Triple {
     Bytes a, b, c;
 };
 
+struct Quad {
+    Bytes a, b, c, d;
+};
+
 // The order of the 16 pixels in a lane of a channel: natural, or split as a pack of even and odd pixels leaves them: 0 2 4 .. 1 3
 // 5 ..
 enum class Order { natural, split };
@@ -174,6 +178,11 @@ struct Interleaved4 {
     static constexpr int bytes = 4;
 
     ZEL_INLINE static Triple load(const uint8_t* p) {
+        const Quad q = loadFour(p);
+        return {q.a, q.b, q.c};
+    }
+
+    ZEL_INLINE static Quad loadFour(const uint8_t* p) {
 #if ZEL_LANES == 4
         using namespace quads;
         // Each lane becomes a dword of every channel; the dwords are then brought together.
@@ -181,25 +190,53 @@ struct Interleaved4 {
         const auto part = [&](int i) { return _mm512_shuffle_epi8((Register)loadBytes(p + 64 * i), pattern); };
         const Register v0 = part(0), v1 = part(1), v2 = part(2), v3 = part(3);
         const Register ab = _mm512_setr_epi32(0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
-        const Register c = _mm512_setr_epi32(2, 6, 10, 14, 18, 22, 26, 30, 0, 0, 0, 0, 0, 0, 0, 0);
+        const Register cd = _mm512_setr_epi32(2, 6, 10, 14, 18, 22, 26, 30, 3, 7, 11, 15, 19, 23, 27, 31);
         const Register ab01 = _mm512_permutex2var_epi32(v0, ab, v1), ab23 = _mm512_permutex2var_epi32(v2, ab, v3);
-        const Register c01 = _mm512_permutex2var_epi32(v0, c, v1), c23 = _mm512_permutex2var_epi32(v2, c, v3);
+        const Register cd01 = _mm512_permutex2var_epi32(v0, cd, v1), cd23 = _mm512_permutex2var_epi32(v2, cd, v3);
         const auto lowHalves = [](Register low, Register high) {
             return (Bytes)_mm512_inserti64x4(low, _mm512_castsi512_si256(high), 1);
         };
-        return {lowHalves(ab01, ab23), (Bytes)_mm512_shuffle_i64x2(ab01, ab23, 0xee), lowHalves(c01, c23)};
+        return {lowHalves(ab01, ab23), (Bytes)_mm512_shuffle_i64x2(ab01, ab23, 0xee), lowHalves(cd01, cd23),
+                (Bytes)_mm512_shuffle_i64x2(cd01, cd23, 0xee)};
 #else
         const Bytes pattern = everyLane(quads::transpose);
         const auto part = [&](int i) { return (Dwords)shuffle(loadLanes(p + 16 * i, 64), pattern); };
         const Dwords v0 = part(0), v1 = part(1), v2 = part(2), v3 = part(3);
         const Bytes low01 = (Bytes)interleaveLow(v0, v1), low23 = (Bytes)interleaveLow(v2, v3);
         const Bytes high01 = (Bytes)interleaveHigh(v0, v1), high23 = (Bytes)interleaveHigh(v2, v3);
-        return {interleaveLow64(low01, low23), interleaveHigh64(low01, low23), interleaveLow64(high01, high23)};
+        return {interleaveLow64(low01, low23), interleaveHigh64(low01, low23), interleaveLow64(high01, high23),
+                interleaveHigh64(high01, high23)};
 #endif
     }
 
     template <Order order>
     ZEL_INLINE static void store(uint8_t* p, Triple t, Bytes alpha) {
+        storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
+#if ZEL_LANES == 4
+            storeVector(p + 64 * i, v);
+#else
+            storeLanes(p + 16 * i, 64, v);
+#endif
+        });
+    }
+
+    // The fourth byte of every pixel is written with what it held, at the widest level not at all.
+    template <Order order>
+    ZEL_INLINE static void storeColours(uint8_t* p, Triple t) {
+        storeQuarters<order>(t, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
+#if ZEL_LANES == 4
+            _mm512_mask_storeu_epi8(p + 64 * i, 0x7777777777777777u, (Register)v);
+#else
+            const Bytes kept = loadLanes(p + 16 * i, 64) & (Bytes)splatDword(int32_t(0xff000000u));
+            storeLanes(p + 16 * i, 64, v | kept);
+#endif
+        });
+    }
+
+  private:
+    // Calls put(i, v) for the quarters of the 16 pixels of all lanes.
+    template <Order order, class Put>
+    ZEL_INLINE static void storeQuarters(Triple t, Bytes alpha, const Put& put) {
 #if ZEL_LANES == 4
         const auto sorted = [](Bytes v) { return triples::permute((Register)v, quads::wide<order>.scatter); };
 #else
@@ -208,15 +245,10 @@ struct Interleaved4 {
         const Bytes a = sorted(t.a), b = sorted(t.b), c = sorted(t.c);
         const Words abLow = (Words)interleaveLow(a, b), abHigh = (Words)interleaveHigh(a, b);
         const Words cdLow = (Words)interleaveLow(c, alpha), cdHigh = (Words)interleaveHigh(c, alpha);
-        const Words quarters[4] = {interleaveLow(abLow, cdLow), interleaveHigh(abLow, cdLow), interleaveLow(abHigh, cdHigh),
-                                   interleaveHigh(abHigh, cdHigh)};
-        unrolled<4>([&](int i) ZEL_INLINE_LAMBDA {
-#if ZEL_LANES == 4
-            storeVector(p + 64 * i, quarters[i]);
-#else
-            storeLanes(p + 16 * i, 64, (Bytes)quarters[i]);
-#endif
-        });
+        put(0, (Bytes)interleaveLow(abLow, cdLow));
+        put(1, (Bytes)interleaveHigh(abLow, cdLow));
+        put(2, (Bytes)interleaveLow(abHigh, cdHigh));
+        put(3, (Bytes)interleaveHigh(abHigh, cdHigh));
     }
 };
 

@@ -185,6 +185,7 @@ ZEL_INLINE Words mulRound(Words a, Words b) { return (Words)ZEL_MM(mulhrs_epi16)
 ZEL_INLINE Dwords mulAddPairs(Words a, Words b) { return (Dwords)ZEL_MM(madd_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Words mulAddPairs(Bytes a, Bytes b) { return (Words)ZEL_MM(maddubs_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)ZEL_MM(packus_epi16)((Register)a, (Register)b); }
+ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)ZEL_MM(packs_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)ZEL_MM(packs_epi32)((Register)a, (Register)b); }
 
 // Unsigned sums and signed differences, saturated.

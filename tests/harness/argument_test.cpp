@@ -52,7 +52,8 @@ class Rejection {
         for (const auto side : {&model::Call::source, &model::Call::destination}) {
             const model::Layout& layout = side == &model::Call::source ? tested_.source : tested_.destination;
             if (side == &model::Call::source && tested_.entry.isInPlace) continue;
-            for (int plane = 0; plane < layout.planeCount && layout.planeCount > 2; ++plane) {
+            const int checked = std::min(layout.planeCount, tested_.peculiarity == model::Peculiarity::trustsFourthPlane ? 3 : 4);
+            for (int plane = 0; plane < checked && layout.planeCount > 2; ++plane) {
                 calls.push_back(valid_);
                 (calls.back().*side).planes[plane] = nullptr;
             }

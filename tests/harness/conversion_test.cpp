@@ -56,8 +56,9 @@ Conversion::Pictures Conversion::lay(ZelSize size, const Placements& placements,
         return {picture, picture};
     }
     const Pictures pictures{
-        sourceMemory_.lay(tested().source, whole, placements.source, tested().slice.sourceRowsAbove),
-        destinationMemory_.lay(tested().destination, whole, placements.destination, tested().slice.destinationRowsAbove)};
+        sourceMemory_.lay(tested().source, whole, suited(tested(), placements.source, size), tested().slice.sourceRowsAbove),
+        destinationMemory_.lay(tested().destination, whole, suited(tested(), placements.destination, size),
+                               tested().slice.destinationRowsAbove)};
     pictures.source.fill(random, content);
     pictures.destination.fill(random, Content::uniform);
     return pictures;

@@ -66,8 +66,8 @@ Picture PictureMemory::lay(const model::Layout& layout, ZelSize size, const Plac
         const size_t rowBytes = layout.planes[i].rowBytes(size.width);
         const size_t rows = layout.planes[i].rows(size.height) + rowsAbove[i];
         const int gap = placement.gaps[layout.hasCommonStep() ? 0 : i];
-        const size_t step =
-            placement.oneRow ? 0 : (rowBytes + placement.stepUnit - 1) / placement.stepUnit * placement.stepUnit + gap;
+        const size_t padded = (rowBytes + placement.stepUnit - 1) / placement.stepUnit * placement.stepUnit + gap;
+        const size_t step = placement.oneRow ? 0 : placement.rowPixels ? layout.planes[i].rowBytes(placement.rowPixels) : padded;
         const auto signedStep = static_cast<int32_t>(placement.bottomUp ? 0 - step : step);
         const size_t pitch = std::abs(layout.pitch(signedStep));
         const size_t extent = rowBytes == 0 || rows == 0 ? 0 : (rows - 1) * pitch + rowBytes;

@@ -23,6 +23,7 @@ struct Placement {
     Edge edge = Edge::open;
     bool bottomUp = false;  // negative steps
     bool oneRow = false;    // a step of zero: all rows are the same memory
+    int rowPixels = 0;      // if not 0, rows of so many pixels follow each other without a gap
 };
 
 constexpr std::array<int, 4> allPlanes(int value) { return {value, value, value, value}; }
@@ -30,6 +31,14 @@ constexpr std::array<int, 4> onlyPlane(int plane, int value) {
     std::array<int, 4> values{};
     values[plane] = value;
     return values;
+}
+
+// Where the export takes an image: as it is, but for those that take no steps.
+inline Placement suited(const model::Export& tested, Placement placement, ZelSize size) {
+    if (tested.entry.takesSteps) return placement;
+    placement.rowPixels = size.width;
+    placement.bottomUp = placement.oneRow = false;
+    return placement;
 }
 
 inline constexpr Placement aligned{.name = "aligned", .stepUnit = 64};

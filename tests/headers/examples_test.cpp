@@ -148,8 +148,8 @@ std::vector<Family> familiesOf(const std::filesystem::path& header) {
 // Of a conversion of slices, that of the whole image.
 const model::Export* find(const std::string& name) {
     constexpr int wholeImage = zelSliceTop | zelSliceMiddle | zelSliceBottom;
-    for (const auto exports :
-         {model::lumachromaExports(), model::chromaExports(), model::intensityExports(), model::liftingExports()})
+    for (const auto exports : {model::lumachromaExports(), model::yuvExports(), model::chromaExports(), model::intensityExports(),
+                               model::liftingExports()})
         for (const model::Export& e : exports)
             if (e.name == name && (!e.slice.argument || (e.slice.argument & wholeImage) == wholeImage)) return &e;
     return nullptr;
@@ -253,8 +253,9 @@ void run(const Example& example, const model::Export& tested) {
 
     const ZelSize size = example.size;
     PictureMemory sourceMemory, destinationMemory;
-    const Picture destination = destinationMemory.lay(tested.destination, size, aligned);
-    const Picture source = tested.entry.isInPlace ? destination : sourceMemory.lay(tested.source, size, aligned);
+    const Placement placement = suited(tested, aligned, size);
+    const Picture destination = destinationMemory.lay(tested.destination, size, placement);
+    const Picture source = tested.entry.isInPlace ? destination : sourceMemory.lay(tested.source, size, placement);
     forEachSample(tested.source, size, example.from, example.rowsFrom,
                   [&](const model::Channel& channel, int x, int y, Number sample) {
                       setSample(source.image(), channel, x, y, sample.value);
@@ -292,8 +293,8 @@ TEST(HeaderExamples, AreWhatTheConversionsOfTheirFamilyGive) {
             }
         }
     }
-    for (const auto exports :
-         {model::lumachromaExports(), model::chromaExports(), model::intensityExports(), model::liftingExports()})
+    for (const auto exports : {model::lumachromaExports(), model::yuvExports(), model::chromaExports(), model::intensityExports(),
+                               model::liftingExports()})
         for (const model::Export& e : exports) EXPECT_TRUE(withExample.contains(e.name)) << e.name << " has no example";
 }
 

@@ -5,10 +5,14 @@
 namespace harness {
 namespace {
 
-// Exports that differ in their layouts alone share rules and model; one of them goes through all colours.
+// Exports that differ in their layouts alone share rules and model; one of them goes through all colours. Those without steps
+// have the rules of their siblings.
 bool isFirstOfItsRules(const model::Export& e) {
-    const auto exports = model::lumachromaExports();
-    return &e == &*std::ranges::find(exports, e.model, &model::Export::model);
+    for (const auto exports : {model::lumachromaExports(), model::yuvExports()}) {
+        const auto first = std::ranges::find(exports, e.model, &model::Export::model);
+        if (first != exports.end()) return &*first == &e && e.entry.takesSteps;
+    }
+    return false;
 }
 
 }  // namespace
@@ -16,5 +20,9 @@ bool isFirstOfItsRules(const model::Export& e) {
 INSTANTIATE_TEST_SUITE_P(LumaChroma, Conversion, rows(model::lumachromaExports()), nameOf);
 INSTANTIATE_TEST_SUITE_P(LumaChroma, InPlaceConversion, rows(model::lumachromaExports(), hasOneLayout), nameOf);
 INSTANTIATE_TEST_SUITE_P(LumaChroma, ColourConversion, rows(model::lumachromaExports(), isFirstOfItsRules), nameOf);
+
+INSTANTIATE_TEST_SUITE_P(AnalogYuv, Conversion, rows(model::yuvExports()), nameOf);
+INSTANTIATE_TEST_SUITE_P(AnalogYuv, InPlaceConversion, rows(model::yuvExports(), hasOneLayout), nameOf);
+INSTANTIATE_TEST_SUITE_P(AnalogYuv, ColourConversion, rows(model::yuvExports(), isFirstOfItsRules), nameOf);
 
 }  // namespace harness

@@ -1,10 +1,9 @@
 // Values worked out by hand from the rules, without the model: they hold the model and the library to the same numbers.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <cstring>
-#include <string>
+#include <string_view>
 
 #include "harness/placement.h"
 #include "zelcc/lumachroma.h"
@@ -80,6 +79,44 @@ constexpr Pin pins[] = {
     {"zeliYCbCr411ToBGR_8u_P3C3R", 16, 0, {131, 120, 119}, {120, 144, 118}},
     {"zeliYCbCr422ToRGB_8u_C2P3R", 1, 0, {148, 90, 90}, {92, 199, 77}},
     {"zeliYCbCr422ToBGR_8u_C2C4R", 1, 0, {148, 90, 90}, {92, 199, 77}},
+    {"zeliRGBToYUV_8u_C3R", 31, 15, {10, 163, 157}, {117, 148, 34}},
+    {"zeliRGBToYUV_8u_C3R", 31, 16, {6, 245, 140}, {161, 117, 0}},
+    {"zeliRGBToYUV_8u_C3P3R", 15, 7, {124, 242, 18}, {181, 48, 78}},
+    {"zeliRGBToYUV_8u_C3P3R", 15, 8, {125, 250, 137}, {199, 97, 62}},
+    {"zeliRGBToYUV_8u_AC4R", 16, 0, {252, 243, 60}, {225, 46, 151}},
+    {"zeliRGBToYUV_8u_P3R", 19, 15, {207, 249, 25}, {211, 36, 125}},
+    {"zeliRGBToYUV_8u_P3R", 19, 16, {142, 82, 146}, {107, 147, 159}},
+    {"zeliRGBToYUV_8u_AC4P4R", 15, 7, {16, 176, 188}, {129, 156, 28}},
+    {"zeliRGBToYUV_8u_AC4P4R", 15, 8, {186, 159, 94}, {160, 95, 150}},
+    {"zeliRGBToYUV420_8u_C3P3R", 30, 15, {3, 236, 31}, {142, 72, 5}},
+    {"zeliRGBToYUV420_8u_C3P3R", 30, 16, {231, 210, 86}, {202, 71, 153}},
+    {"zeliRGBToYUV420_8u_P3R", 16, 0, {27, 124, 25}, {84, 99, 78}},
+    {"zeliBGRToYUV420_8u_AC4P3R", 16, 0, {254, 203, 30}, {199, 45, 176}},
+    {"zeliRGBToYUV422_8u_C3P3R", 31, 15, {192, 67, 6}, {97, 83, 210}},
+    {"zeliRGBToYUV422_8u_C3P3R", 31, 16, {162, 228, 116}, {195, 89, 99}},
+    {"zeliRGBToYUV422_8u_C3P3R", 31, 30, {236, 222, 87}, {210, 66, 150}},
+    {"zeliRGBToYUV422_8u_P3R", 31, 15, {170, 212, 173}, {195, 117, 106}},
+    {"zeliRGBToYUV422_8u_P3R", 31, 16, {158, 81, 212}, {118, 174, 162}},
+    {"zeliRGBToYUV422_8u_P3R", 1, 0, {16, 50, 162}, {52, 181, 96}},
+    {"zeliRGBToYUV422_8u_C3C2R", 30, 15, {250, 210, 12}, {199, 36, 172}},
+    {"zeliYUVToRGB_8u_C3R", 15, 7, {61, 173, 103}, {32, 58, 152}},
+    {"zeliYUVToRGB_8u_C3R", 15, 8, {61, 147, 78}, {4, 82, 100}},
+    {"zeliYUVToRGB_8u_AC4R", 16, 0, {194, 138, 209}, {255, 142, 214}},
+    {"zeliYUVToRGB_8u_P3R", 16, 0, {223, 197, 243}, {255, 129, 255}},
+    {"zeliYUVToRGB_8u_P3C3R", 31, 15, {92, 44, 253}, {234, 53, 0}},
+    {"zeliYUVToRGB_8u_P3C3R", 31, 16, {26, 15, 190}, {97, 34, 0}},
+    {"zeliYUVToRGB_8u_C3C4R", 15, 7, {235, 146, 110}, {214, 239, 255}},
+    {"zeliYUV420ToRGB_8u_P3R", 16, 0, {184, 193, 139}, {197, 151, 255}},
+    {"zeliYUV420ToRGB_8u_P3C3R", 14, 7, {153, 53, 203}, {238, 139, 1}},
+    {"zeliYUV420ToRGB_8u_P3C3R", 14, 8, {117, 124, 16}, {0, 183, 109}},
+    {"zeliYUV420ToBGR_8u_P3C3R", 14, 7, {74, 229, 203}, {160, 0, 255}},
+    {"zeliYUV420ToRGB_8u_P3AC4R", 7, 3, {218, 81, 216}, {255, 186, 122}},
+    {"zeliYUV420ToRGB_8u_P3AC4R", 7, 6, {130, 183, 14}, {0, 175, 242}},
+    {"zeliYUV422ToRGB_8u_P3C3R", 31, 15, {192, 169, 189}, {255, 141, 255}},
+    {"zeliYUV422ToRGB_8u_P3C3R", 31, 30, {192, 43, 98}, {158, 242, 19}},
+    {"zeliYUV422ToRGB_8u_P3AC4R", 15, 7, {125, 171, 197}, {203, 68, 212}},
+    {"zeliYUV422ToRGB_8u_P3AC4R", 15, 14, {99, 87, 168}, {144, 91, 15}},
+    {"zeliYUV422ToRGB_8u_C2C3R", 30, 15, {128, 207, 103}, {100, 112, 255}},
 };
 
 Triple read(const harness::Picture& picture, int x) {
@@ -90,9 +127,11 @@ Triple read(const harness::Picture& picture, int x) {
 }
 
 Triple convertFlat(const Pin& pin, const harness::Placement& source) {
-    const auto exports = model::lumachromaExports();
-    const auto tested = std::ranges::find(exports, std::string(pin.name), &model::Export::name);
-    if (tested == exports.end()) return {-1, -1, -1};
+    const model::Export* tested = nullptr;
+    for (const auto exports : {model::lumachromaExports(), model::yuvExports()})
+        for (const model::Export& e : exports)
+            if (e.name == std::string_view(pin.name)) tested = &e;
+    if (!tested) return {-1, -1, -1};
     const ZelSize size{pin.width, 2};
     harness::PictureMemory sourceMemory, destinationMemory;
     const harness::Picture from = sourceMemory.lay(tested->source, tested->converted(size), source);
@@ -118,6 +157,7 @@ TEST(LumaChromaValues, FollowAnotherBlockRuleInMisalignedImages) {
     constexpr Pin misaligned[] = {
         {"zeliYCbCr420ToBGR_8u_P3C3R", 14, 7, {104, 192, 209}, {232, 11, 231}},
         {"zeliYCbCr422ToRGB_8u_P3C3R", 14, 7, {104, 192, 209}, {232, 11, 231}},
+        {"zeliRGBToYUV422_8u_C3P3R", 31, 15, {15, 15, 15}, {15, 128, 128}},
     };
     for (const Pin& pin : misaligned) {
         EXPECT_EQ(convertFlat(pin, harness::dense), pin.to) << pin.name;

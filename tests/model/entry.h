@@ -104,6 +104,7 @@ struct Entry {
     int pointerArguments = 0;  // before the size
     bool takesCoefficients = false;
     bool takesAlpha = false;
+    bool takesSteps = false;
     bool isInPlace = true;  // has no source
 };
 
@@ -121,6 +122,7 @@ constexpr Entry entryOf(ZelStatus (*)(P...), ZelStatus (*call)(const Call&)) {
     const auto add = [&]<class T>(std::type_identity<T>) {
         if (std::is_same_v<T, ZelSize>) isSizePassed = true;
         if (std::is_same_v<T, uint8_t>) entry.takesAlpha = true;
+        if (!isSizePassed && (std::is_same_v<T, int32_t> || std::is_same_v<T, const int32_t*>)) entry.takesSteps = true;
         if (!std::is_pointer_v<T>) return;
         if (isSizePassed)
             entry.takesCoefficients = true;

@@ -30,6 +30,7 @@ struct Geometry {
     ZelSize minimum;
     ZelSize site;                          // only whole sites are converted
     ZelStatus statusOfRest = zelStsNoErr;  // when a part of the region is left over; an error refuses the region
+    ZelSize statusSite{};                  // whose rest decides about the status, where parts of it are converted
 };
 
 // Which check comes first when two of them fail.
@@ -49,6 +50,7 @@ enum class Peculiarity {
     misplacesByFirstStep,  // some samples of the last plane are placed by the step of the plane before it
     unevenRows,            // equal source rows become different destination rows
     differsByAddress,      // where a row starts in memory decides the order in which it is added up
+    trustsFourthPlane,     // its pointer must not be null
 };
 
 // A region that is a part of a larger image, of which rows above the region are read and written too.
@@ -82,12 +84,13 @@ struct Export {
     }
     constexpr ZelStatus status(ZelSize size) const {
         if (size.width < geometry.minimum.width || size.height < geometry.minimum.height) return zelStsSizeErr;
-        const ZelSize whole = converted(size);
-        return whole.width == size.width && whole.height == size.height ? zelStsNoErr : geometry.statusOfRest;
+        const ZelSize site = geometry.statusSite.width ? geometry.statusSite : geometry.site;
+        return size.width % site.width == 0 && size.height % site.height == 0 ? zelStsNoErr : geometry.statusOfRest;
     }
 };
 
 std::span<const Export> lumachromaExports();
+std::span<const Export> yuvExports();
 std::span<const Export> chromaExports();
 std::span<const Export> intensityExports();
 std::span<const Export> liftingExports();

@@ -30,8 +30,9 @@ struct PlaneShape {
     int unitBytes = 0;
     int xShift = 0;
     int yShift = 0;
+    bool roundsUp = false;  // a part of a unit at the end of a row counts as a whole one
 
-    constexpr int rowBytes(int width) const { return (width >> xShift) * unitBytes; }
+    constexpr int rowBytes(int width) const { return ((width + (roundsUp ? (1 << xShift) - 1 : 0)) >> xShift) * unitBytes; }
     constexpr int rows(int height) const { return height >> yShift; }
     friend constexpr bool operator==(const PlaneShape&, const PlaneShape&) = default;
 };
@@ -58,7 +59,7 @@ struct Layout {
     constexpr std::ptrdiff_t pitch(int32_t step) const { return step & -stepUnit; }
 
     // Planes of one size share one step argument; subsampled images have a step for each plane.
-    constexpr bool hasCommonStep() const { return planeCount == 3 && planes[0] == planes[1]; }
+    constexpr bool hasCommonStep() const { return planeCount >= 3 && planes[0] == planes[1]; }
     friend constexpr bool operator==(const Layout&, const Layout&) = default;
 };
 
@@ -107,6 +108,11 @@ constexpr Layout planar(int cbPlane, int crPlane, int xShift, int yShift) {
             {{{1}, {1, xShift, yShift}, {1, xShift, yShift}}},
             {{{0, 0, 1}, {cbPlane, 0, 1, xShift, yShift}, {crPlane, 0, 1, xShift, yShift}}}};
 }
+// A last pixel without its partner has chroma samples of its own.
+constexpr Layout roundedUp(Layout l) {
+    for (PlaneShape& plane : l.planes) plane.roundsUp = true;
+    return l;
+}
 constexpr Layout semiPlanar(int cbOffset, int crOffset, int xShift, int yShift) {
     return {2, {{{1}, {2, xShift, yShift}}}, {{{0, 0, 1}, {1, cbOffset, 2, xShift, yShift}, {1, crOffset, 2, xShift, yShift}}}};
 }
@@ -145,6 +151,9 @@ inline constexpr Layout yCbCr420 = planar(1, 2, 1, 1);
 inline constexpr Layout yCrCb420 = planar(2, 1, 1, 1);
 inline constexpr Layout yCrCb422 = planar(2, 1, 1, 0);
 inline constexpr Layout yCbCr1620 = planar(1, 2, 2, 2);
+inline constexpr Layout yuv422 = roundedUp(planar(1, 2, 1, 0));
+inline constexpr Layout yuv420RoundedUp = roundedUp(planar(1, 2, 1, 1));
+inline constexpr Layout yuva444{4, {{{1}, {1}, {1}, {1}}}, {{{0, 0, 1}, {1, 0, 1}, {2, 0, 1}, {3, 0, 1}}}};
 inline constexpr Layout nv12 = semiPlanar(0, 1, 1, 1);
 inline constexpr Layout nv21 = semiPlanar(1, 0, 1, 1);
 inline constexpr Layout nv11 = semiPlanar(0, 1, 2, 0);

@@ -1,0 +1,88 @@
+// From sites of two pixels a row, on one row or on two, to RGB.
+#pragma once
+
+#include "lumachroma/sites.h"
+
+namespace zel::ZEL_LEVEL {
+
+// Where p stands in interleaved chroma.
+enum class ChromaOrder { pFirst, qFirst };
+
+// The bytes at even or odd places, times a weight that the two rules take differently, picked by a multiply-add.
+ZEL_INLINE Bytes weights(int even, int odd) { return (Bytes)splatWord(even | odd << 8); }
+ZEL_INLINE Bytes weightsOf(bool evenPlaces, int weight) { return weights(evenPlaces ? weight : 0, evenPlaces ? 0 : weight); }
+
+// Sources: luma of one row or two, and the chroma terms of the sites under them.
+template <int rows>
+struct FromChromaPlanes {
+    ZEL_INLINE static Bytes luma(const Row& row, size_t block, int r) { return loadBytes(row.in[r] + block * blockPixels); }
+    template <class Rule>
+    ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
+        const size_t at = block * blockPixels / 2;
+        return rule.chroma(loadWidened(row.in[rows] + at), loadWidened(row.in[rows + 1] + at));
+    }
+};
+
+struct FromChromaInterleaved {
+    ZEL_INLINE static Bytes luma(const Row& row, size_t block, int r) { return loadBytes(row.in[r] + block * blockPixels); }
+    template <class Rule>
+    ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
+        return rule.chroma(loadBytes(row.in[2] + block * blockPixels));
+    }
+};
+
+// Y0 C Y1 C'
+struct FromPackedPairs {
+    ZEL_INLINE static Bytes luma(const Row& row, size_t block, int) {
+        const PackOrder pairs = sorted(row, block);
+        return interleaveLow64(pairs.first, pairs.second);
+    }
+    template <class Rule>
+    ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
+        const PackOrder pairs = sorted(row, block);
+        return rule.chroma(interleaveHigh64(pairs.first, pairs.second));
+    }
+
+  private:
+    alignas(16) static constexpr uint8_t lumaThenChroma[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
+
+    ZEL_INLINE static PackOrder sorted(const Row& row, size_t block) {
+        const PackOrder pairs = loadInPackOrder(row.in[0] + block * blockPixels * 2);
+        const Bytes pattern = everyLane(lumaThenChroma);
+        return {shuffle(pairs.first, pattern), shuffle(pairs.second, pattern)};
+    }
+};
+
+// A rule with the order in which interleaved chroma comes.
+template <class Rule>
+struct DecodeConstants {
+    typename Rule::Constants rule;
+    ChromaOrder order;
+};
+
+template <int rows, class From, class Rule, class To>
+struct DecodePairs {
+    using Constants = DecodeConstants<Rule>;
+    static constexpr int sites = blockPixels / 2;
+
+    Rule rule;
+
+    ZEL_INLINE explicit DecodePairs(const Constants& k) : rule(k.rule, k.order) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const auto terms = From::chroma(rule, row, block);
+        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
+            To::template store<Rule::order>(row, r, block, rule.pixels(From::luma(row, block, r), terms));
+        });
+    }
+};
+
+// An odd pixel of a packed row has a chroma byte of its own; the other one is the byte before its luma, which is the previous
+// pair's.
+inline void borrowChroma(uint8_t* site, const uint8_t* pixel, int, bool alone) {
+    site[0] = site[2] = pixel[0];
+    site[1] = pixel[1];
+    site[3] = alone ? pixel[1] : pixel[-1];
+}
+
+}  // namespace zel::ZEL_LEVEL

@@ -1,0 +1,94 @@
+// From RGB to sites of two pixels a row, on one row or on two: luma of each pixel, chroma from sums over the pixels of a site.
+#pragma once
+
+#include "lumachroma/sites.h"
+
+namespace zel::ZEL_LEVEL {
+
+// The two chroma samples of a site, in the order of the destination's planes or bytes.
+struct ChromaPair {
+    Words first, second;
+};
+
+// Destinations. The first chroma stream follows the luma rows. Chroma is bounded to bytes, save that of interleaved planes, which
+// is in them already.
+struct ToChromaPlanes {
+    static constexpr bool hasLumaStreams = true;
+    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, ChromaPair chroma) {
+        const size_t at = block * blockPixels / 2;
+        storeHalves(row.out[stream] + at, row.out[stream + 1] + at, packBytes(chroma.first, chroma.second));
+    }
+};
+
+struct ToChromaInterleaved {
+    static constexpr bool hasLumaStreams = true;
+    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, ChromaPair chroma) {
+        storeVector(row.out[stream] + block * blockPixels, chroma.first | chroma.second << 8);
+    }
+};
+
+// Y0 C Y1 C'
+struct ToPackedPairs {
+    static constexpr bool hasLumaStreams = false;
+    ZEL_INLINE static void store(const Row& row, int, size_t block, Bytes luma, ChromaPair chroma) {
+        const Bytes inTurn = shuffle(packBytes(chroma.first, chroma.second), everyLane(quads::natural));
+        storeInterleaved(row.out[0] + block * blockPixels * 2, luma, inTurn);
+    }
+};
+
+// The weighted sums of horizontal pairs of pixels.
+template <int weight>
+ZEL_INLINE Words pairSums(Bytes x) {
+    return mulAddPairs(x, splatByte(weight));
+}
+
+template <class Luma, class Chroma>
+struct EncodeConstants {
+    typename Luma::Constants luma;
+    typename Chroma::Constants chroma;
+};
+
+// A rule for luma of single pixels, and one for chroma of the weighted sums of the channels over a site.
+template <class Luma, class Chroma>
+struct SiteMatrix {
+    using Constants = EncodeConstants<Luma, Chroma>;
+    struct Sums {
+        Words a, b, c;
+    };
+
+    Luma luma;
+    Chroma chroma;
+
+    ZEL_INLINE explicit SiteMatrix(const Constants& k) : luma(k.luma), chroma(k.chroma) {}
+
+    ZEL_INLINE Bytes lumaOf(Triple t, Sums& sums) const {
+        sums.a += pairSums<Chroma::weight>(t.a);
+        sums.b += pairSums<Chroma::weight>(t.b);
+        sums.c += pairSums<Chroma::weight>(t.c);
+        return luma(t);
+    }
+    ZEL_INLINE ChromaPair chromaOf(const Sums& sums) const { return chroma(sums.a, sums.b, sums.c); }
+};
+
+// The rule gives luma of each row's pixels and gathers what chroma is made of.
+template <int rows, class From, class Rule, class To>
+struct EncodePairs {
+    using Constants = typename Rule::Constants;
+    static constexpr int sites = blockPixels / 2;
+
+    Rule rule;
+
+    ZEL_INLINE explicit EncodePairs(const Constants& k) : rule(k) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        typename Rule::Sums sums{};
+        Bytes y{};
+        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
+            y = rule.lumaOf(From::load(row, block, r), sums);
+            if constexpr (To::hasLumaStreams) storeVector(row.out[r] + block * blockPixels, y);
+        });
+        To::store(row, rows, block, y, rule.chromaOf(sums));
+    }
+};
+
+}  // namespace zel::ZEL_LEVEL
