@@ -17,7 +17,11 @@ enum class Variant {
     byMean,     // twice its mean does
     smooth,     // luma and chroma are filtered
     fieldwise,  // rows of chroma are interpolated within their field
-    lift,       // luma and differences are integers of the lifting transform
+    toXyz,      // linear RGB to a space of the same layout, and back
+    fromXyz,
+    toYcc,
+    fromYcc,
+    lift,  // luma and differences are integers of the lifting transform
     reversible,
 };
 

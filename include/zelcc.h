@@ -8,6 +8,7 @@
 #define ZELCC_H
 
 #include "zelcc/chroma.h"
+#include "zelcc/colorimetric.h"
 #include "zelcc/intensity.h"
 #include "zelcc/lifting.h"
 #include "zelcc/lumachroma.h"

@@ -170,7 +170,7 @@ struct ToThreeWords {
 };
 struct ToFourWords {
     ZEL_INLINE static void store(const Row& row, size_t block, const Colour<Words>& x) {
-        storeFourWords(row.out[0] + block * 4 * vectorBytes, {x.b, x.g, x.r}, splatWord(int(row.alpha.bits)));
+        storeFour<2>(row.out[0] + block * 4 * vectorBytes, Channels<Words>{x.b, x.g, x.r}, splatWord(int(row.alpha.bits)));
     }
 };
 

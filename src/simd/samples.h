@@ -64,6 +64,19 @@ constexpr uint64_t coloursOfFour() {
     return places;
 }
 
+template <int size>
+ZEL_INLINE Bytes colours() {
+    struct Mask {
+        alignas(16) uint8_t bytes[16];
+    };
+    static constexpr Mask mask = [] {
+        Mask m{};
+        for (int i = 0; i < 16; ++i) m.bytes[i] = coloursOfFour<size>() >> i & 1 ? 0xff : 0;
+        return m;
+    }();
+    return everyLane(mask.bytes);
+}
+
 // The bytes of the vectors x, y and z that belong to the channels or vectors with the given places.
 template <uint64_t yPlaces, uint64_t zPlaces>
 Bytes blend(Bytes x, Bytes y, Bytes z);
@@ -245,25 +258,6 @@ struct InterleavedFour {
     }
 };
 
-// Words of three channels and a fourth one, interleaved.
-ZEL_INLINE void storeFourWords(uint8_t* p, Channels<Words> x, Words fourth) {
-#if ZEL_LANES == 4
-    // Lane l takes pixels 2l and 2l + 1 of every eight.
-    const auto sorted = [](Words v) { return (Words)inOrderOfQuarters((Bytes)v); };
-    const auto put = [&](int i, Dwords v) { storeVector(p + 64 * i, v); };
-#else
-    const auto sorted = [](Words v) { return v; };
-    const auto put = [&](int i, Dwords v) { storeLanes(p + 16 * i, 64, (Bytes)v); };
-#endif
-    const Words a = sorted(x.a), b = sorted(x.b), c = sorted(x.c);
-    const auto abLow = (Dwords)interleaveLow(a, b), abHigh = (Dwords)interleaveHigh(a, b);
-    const auto cdLow = (Dwords)interleaveLow(c, fourth), cdHigh = (Dwords)interleaveHigh(c, fourth);
-    put(0, interleaveLow(abLow, cdLow));
-    put(1, interleaveHigh(abLow, cdLow));
-    put(2, interleaveLow(abHigh, cdHigh));
-    put(3, interleaveHigh(abHigh, cdHigh));
-}
-
 // A vector of samples, each `channels` times in turn; of four, the last one is alpha instead.
 template <int size, int channels>
 class Repeated {
@@ -318,21 +312,63 @@ class Repeated {
 // A vector of four-sample pixels to memory, but for the fourth sample of each, which is written with what it held.
 template <int size>
 ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
-    constexpr uint64_t colours = samples::coloursOfFour<size>();
 #if ZEL_LANES == 4
-    _mm512_mask_storeu_epi8(p, colours, (Register)v);
+    _mm512_mask_storeu_epi8(p, samples::coloursOfFour<size>(), (Register)v);
 #else
-    struct Mask {
-        alignas(16) uint8_t bytes[16];
-    };
-    constexpr Mask mask = [] {
-        Mask m{};
-        for (int i = 0; i < 16; ++i) m.bytes[i] = colours >> i & 1 ? 0xff : 0;
-        return m;
-    }();
-    const Bytes taken = everyLane(mask.bytes);
+    const Bytes taken = samples::colours<size>();
     storeVector(p, (v & taken) | (loadBytes(p) & ~taken));
 #endif
+}
+
+// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. At the widest level they follow
+// each other in memory, below it lane l of vector i is for the bytes from 64 l + 16 i on.
+template <int size, class Put>
+ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& put) {
+    static_assert(size == 2 || size == 4);
+#if ZEL_LANES == 4
+    const auto sorted = [](Bytes v) { return (Dwords)inOrderOfQuarters(v); };
+#else
+    const auto sorted = [](Bytes v) { return (Dwords)v; };
+#endif
+    const Dwords channels[4] = {sorted(a), sorted(b), sorted(c), sorted(d)};
+    if constexpr (size == 2) {
+        const auto low = [&](int i) { return (Dwords)interleaveLow((Words)channels[i], (Words)channels[i + 1]); };
+        const auto high = [&](int i) { return (Dwords)interleaveHigh((Words)channels[i], (Words)channels[i + 1]); };
+        put(0, (Bytes)interleaveLow(low(0), low(2)));
+        put(1, (Bytes)interleaveHigh(low(0), low(2)));
+        put(2, (Bytes)interleaveLow(high(0), high(2)));
+        put(3, (Bytes)interleaveHigh(high(0), high(2)));
+    } else {
+        const auto low = [&](int i) { return (Bytes)interleaveLow(channels[i], channels[i + 1]); };
+        const auto high = [&](int i) { return (Bytes)interleaveHigh(channels[i], channels[i + 1]); };
+        put(0, interleaveLow64(low(0), low(2)));
+        put(1, interleaveHigh64(low(0), low(2)));
+        put(2, interleaveLow64(high(0), high(2)));
+        put(3, interleaveHigh64(high(0), high(2)));
+    }
+}
+
+template <int size, class V>
+ZEL_INLINE void storeFour(uint8_t* p, Channels<V> x, V fourth) {
+    interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
+#if ZEL_LANES == 4
+        storeVector(p + 64 * i, v);
+#else
+        storeLanes(p + 16 * i, 64, v);
+#endif
+    });
+}
+
+// The fourth sample of each is written with what it held, at the widest level not at all.
+template <int size, class V>
+ZEL_INLINE void storeThree(uint8_t* p, Channels<V> x) {
+    interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
+#if ZEL_LANES == 4
+        storeThreeOfFour<size>(p + 64 * i, v);
+#else
+        storeLanes(p + 16 * i, 64, v | (loadLanes(p + 16 * i, 64) & ~samples::colours<size>()));
+#endif
+    });
 }
 
 }  // namespace zel::ZEL_LEVEL

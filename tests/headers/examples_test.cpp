@@ -95,7 +95,7 @@ std::string behind(const std::string& text, const std::string& word) {
 
 // The examples of one sentence.
 std::vector<Example> parse(const std::string& sentence) {
-    static const std::regex form(R"((\w*): ([^>;]*) -> ([^;]*?)(?: in an? (\d+) x (\d+) image)?(?:; |\.$|\. ))");
+    static const std::regex form(R"((?:Example: )?(\w*): ([^>;]*) -> ([^;]*?)(?: in an? (\d+) x (\d+) image)?(?:; |\.$|\. ))");
     static const std::regex resultOfSome(R"((\([^)]*\)) by (\w+))");
     std::vector<Example> examples;
     ZelSize size{};
@@ -148,8 +148,7 @@ std::vector<Family> familiesOf(const std::filesystem::path& header) {
 // Of a conversion of slices, that of the whole image.
 const model::Export* find(const std::string& name) {
     constexpr int wholeImage = zelSliceTop | zelSliceMiddle | zelSliceBottom;
-    for (const auto exports : {model::lumachromaExports(), model::yuvExports(), model::chromaExports(), model::intensityExports(),
-                               model::liftingExports()})
+    for (const auto exports : model::families())
         for (const model::Export& e : exports)
             if (e.name == name && (!e.slice.argument || (e.slice.argument & wholeImage) == wholeImage)) return &e;
     return nullptr;
@@ -293,8 +292,7 @@ TEST(HeaderExamples, AreWhatTheConversionsOfTheirFamilyGive) {
             }
         }
     }
-    for (const auto exports : {model::lumachromaExports(), model::yuvExports(), model::chromaExports(), model::intensityExports(),
-                               model::liftingExports()})
+    for (const auto exports : model::families())
         for (const model::Export& e : exports) EXPECT_TRUE(withExample.contains(e.name)) << e.name << " has no example";
 }
 

@@ -94,5 +94,9 @@ std::span<const Export> yuvExports();
 std::span<const Export> chromaExports();
 std::span<const Export> intensityExports();
 std::span<const Export> liftingExports();
+std::span<const Export> colorimetricExports();
+
+// All of them, a family each.
+std::span<const std::span<const Export>> families();
 
 }  // namespace model

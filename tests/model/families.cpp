@@ -1,0 +1,12 @@
+#include "model/export.h"
+
+namespace model {
+
+std::span<const std::span<const Export>> families() {
+    static const std::span<const Export> all[] = {
+        lumachromaExports(), yuvExports(), chromaExports(), intensityExports(), liftingExports(), colorimetricExports(),
+    };
+    return all;
+}
+
+}  // namespace model
