@@ -37,6 +37,9 @@ constexpr Export table[] = {
     ROW(bind, zeliYCbCrToBGR_8u_P3C3R, i444, bgr24),
     ROW(bind, zeliYCbCrToBGR_8u_P3C4R, i444, bgra32),
 
+    ROW(bind, zeliYCbCrToBGR_709CSC_8u_P3C3R, i444, bgr24, matrix709),
+    ROW(bind, zeliYCbCrToBGR_709CSC_8u_P3C4R, i444, bgra32, matrix709),
+
     // encoders
     ROW(bind, zeliRGBToYCbCr420_8u_C3P3R, rgb24, i420),
     ROW(bind, zeliRGBToYCbCr420_8u_C3P2R, rgb24, nv12),
@@ -57,6 +60,17 @@ constexpr Export table[] = {
     ROW(bind, zeliBGRToYCbCr422_8u_AC4P3R, bgra32, i422),
     ROW(bind, zeliBGRToYCbCr422_8u_C3C2R, bgr24, yuy2),
     ROW(bind, zeliBGRToYCbCr422_8u_AC4C2R, bgra32, yuy2),
+    ROW(bind, zeliBGRToYCbCr420_709CSC_8u_C3P3R, bgr24, i420, matrix709),
+    ROW(bind, zeliBGRToYCbCr420_709CSC_8u_AC4P3R, bgra32, i420, matrix709),
+    ROW(bind, zeliBGRToYCbCr420_709CSC_8u_C3P2R, bgr24, nv12, matrix709),
+    ROW(bindCrFirstDestination, zeliBGRToYCrCb420_709CSC_8u_C3P3R, bgr24, i420, matrix709),
+    ROW(bindCrFirstDestination, zeliBGRToYCrCb420_709CSC_8u_AC4P3R, bgra32, i420, matrix709),
+    ROW(bind, zeliBGRToYCbCr420_709HDTV_8u_AC4P3R, bgra32, i420, matrix709Full),
+    ROW(bind, zeliRGBToCbYCr422_8u_C3C2R, rgb24, uyvy),
+    ROW(bind, zeliRGBToCbYCr422Gamma_8u_C3C2R, rgb24, uyvy, curve),
+    ROW(bind, zeliBGRToCbYCr422_8u_AC4C2R, bgra32, uyvy),
+    ROW(bind, zeliBGRToCbYCr422_709HDTV_8u_C3C2R, bgr24, uyvy, matrix709Full),
+    ROW(bind, zeliBGRToCbYCr422_709HDTV_8u_AC4C2R, bgra32, uyvy, matrix709Full),
 
     // decoders
     ROW(bind, zeliYCbCr420ToBGR_8u_P3C3R, i420, bgr24),
@@ -86,6 +100,12 @@ constexpr Export table[] = {
     ROW(bind, zeliYCbCr422ToBGR_8u_P3C3R, i422, bgr24),
     ROW(bind, zeliYCbCr411ToBGR_8u_P3C3R, i411, bgr24),
     ROW(bind, zeliYCbCr411ToBGR_8u_P3C4R, i411, bgra32),
+    ROW(bind, zeliYCbCr420ToBGR_709CSC_8u_P3C3R, i420, bgr24, matrix709),
+    ROW(bind, zeliYCbCr420ToBGR_709HDTV_8u_P3C4R, i420, bgra32, matrix709Full),
+    ROW(bind, zeliCbYCr422ToRGB_8u_C2C3R, uyvy, rgb24),
+    ROW(bind, zeliCbYCr422ToBGR_8u_C2C4R, uyvy, bgra32),
+    ROW(bind, zeliCbYCr422ToBGR_709HDTV_8u_C2C3R, uyvy, bgr24, matrix709Full),
+    ROW(bind, zeliCbYCr422ToBGR_709HDTV_8u_C2C4R, uyvy, bgra32, matrix709Full),
 
     // analog YUV
     ROW(bind, zeliRGBToYUV_8u_C3R, rgb24, ycc24),

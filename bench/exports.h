@@ -7,7 +7,9 @@ namespace bench {
 
 // What a conversion computes beyond the change of layout. Only contenders of the same variant are compared.
 enum class Variant {
-    replicate,    // a subsampled chroma sample serves all pixels of its site
+    replicate,  // a subsampled chroma sample serves all pixels of its site
+    matrix709,  // the same, by BT.709 in studio range
+    matrix709Full,
     interpolate,  // chroma is interpolated between sites
     matrix,       // the channels go through the caller's matrix
     inPlace,      // the same, of the destination into itself

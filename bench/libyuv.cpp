@@ -39,6 +39,11 @@ Call bindBilinear(const Image& source, const Image& destination) {
     return detail::bind(I420ToARGBMatrixFilter, source, destination, &kYuvI601Constants, kFilterBilinear);
 }
 
+template <auto function, auto constants>
+Call bindMatrix(const Image& source, const Image& destination) {
+    return detail::bind(function, source, destination, constants);
+}
+
 // Pairs of pixels are as wide as one of 32 bits.
 constexpr uint8_t exchangeBytes[16] = {1, 0, 3, 2, 5, 4, 7, 6, 9, 8, 11, 10, 13, 12, 15, 14};
 constexpr uint8_t exchangeChroma[16] = {0, 3, 2, 1, 4, 7, 6, 5, 8, 11, 10, 9, 12, 15, 14, 13};
@@ -64,6 +69,9 @@ const Row table[] = {
     {{i444, rgba32}, "I444ToABGR", bind<I444ToABGR>},
     {{i444, bgra32}, "I444ToARGB", bind<I444ToARGB>},
 
+    {{i444, bgr24, matrix709}, "I444ToRGB24Matrix, BT.709", bindMatrix<I444ToRGB24Matrix, &kYuvH709Constants>},
+    {{i444, bgra32, matrix709}, "H444ToARGB", bind<H444ToARGB>},
+
     // encoders to 4:2:0
     {{rgb24, i420}, "RAWToI420", bind<RAWToI420>},
     {{bgr24, i420}, "RGB24ToI420", bind<RGB24ToI420>},
@@ -88,11 +96,17 @@ const Row table[] = {
      "MergeARGBPlane, ARGBToI422, I422ToYUY2",
      via(bgra32, bind<MergeARGBPlane>, via(i422, bindCrFirst<ARGBToI422>, bind<I422ToYUY2>))},
 
+    {{rgb24, uyvy}, "RAWToARGB, ARGBToUYVY", via(bgra32, bind<RAWToARGB>, bind<ARGBToUYVY>)},
+    {{bgra32, uyvy}, "ARGBToUYVY", bind<ARGBToUYVY>},
+
     // decoders of 4:2:0
     {{i420, rgb24}, "I420ToRAW", bind<I420ToRAW>},
     {{i420, bgr24}, "I420ToRGB24", bind<I420ToRGB24>},
     {{i420, rgba32}, "I420ToABGR", bind<I420ToABGR>},
     {{i420, bgra32}, "I420ToARGB", bind<I420ToARGB>},
+    {{i420, bgr24, matrix709}, "H420ToRGB24", bind<H420ToRGB24>},
+    {{i420, bgra32, matrix709Full}, "H420ToARGB", bind<H420ToARGB>},
+    {{i420, bgra32, matrix709Full}, "I420ToARGBMatrix, BT.709 full", bindMatrix<I420ToARGBMatrix, &kYuvF709Constants>},
     {{i420, bgra32, interpolate}, "I420ToARGBMatrixFilter, bilinear", bindBilinear},
     {{nv12, rgb24}, "NV12ToRAW", bind<NV12ToRAW>},
     {{nv12, bgr24}, "NV12ToRGB24", bind<NV12ToRGB24>},
@@ -116,6 +130,15 @@ const Row table[] = {
     {{yuy2, rgbPlanes},
      "YUY2ToI422, I422ToRAW, SplitRGBPlane",
      via(i422, bind<YUY2ToI422>, via(rgb24, bind<I422ToRAW>, bind<SplitRGBPlane>))},
+    {{uyvy, rgb24}, "UYVYToARGB, ARGBToRAW", via(bgra32, bind<UYVYToARGB>, bind<ARGBToRAW>)},
+    {{uyvy, rgb24}, "UYVYToI422, I422ToRAW", via(i422, bind<UYVYToI422>, bind<I422ToRAW>)},
+    {{uyvy, bgra32}, "UYVYToARGB", bind<UYVYToARGB>},
+    {{uyvy, bgr24, matrix709Full},
+     "UYVYToI422, I422ToRGB24Matrix, BT.709 full",
+     via(i422, bind<UYVYToI422>, bindMatrix<I422ToRGB24Matrix, &kYuvF709Constants>)},
+    {{uyvy, bgra32, matrix709Full},
+     "UYVYToI422, I422ToARGBMatrix, BT.709 full",
+     via(i422, bind<UYVYToI422>, bindMatrix<I422ToARGBMatrix, &kYuvF709Constants>)},
     {{yvyu, rgb24}, "YUY2ToI422, I422ToRAW", via(i422, bindCrFirst<YUY2ToI422>, bind<I422ToRAW>)},
     {{yvyu, bgr24}, "YUY2ToI422, I422ToRGB24", via(i422, bindCrFirst<YUY2ToI422>, bind<I422ToRGB24>)},
     {{yvyu, rgba32}, "YUY2ToI422, I422ToABGR", via(i422, bindCrFirst<YUY2ToI422>, bind<I422ToABGR>)},

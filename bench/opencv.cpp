@@ -35,8 +35,9 @@ constexpr Row table[] = {
     ROW(nv21, bgr24, YUV2BGR_NV21),   ROW(nv21, rgba32, YUV2RGBA_NV21), ROW(nv21, bgra32, YUV2BGRA_NV21),
 
     ROW(yuy2, rgb24, YUV2RGB_YUY2),   ROW(yuy2, bgr24, YUV2BGR_YUY2),   ROW(yuy2, rgba32, YUV2RGBA_YUY2),
-    ROW(yuy2, bgra32, YUV2BGRA_YUY2), ROW(yvyu, rgb24, YUV2RGB_YVYU),   ROW(yvyu, bgr24, YUV2BGR_YVYU),
-    ROW(yvyu, rgba32, YUV2RGBA_YVYU), ROW(yvyu, bgra32, YUV2BGRA_YVYU), ROW(yuy2, gray, YUV2GRAY_YUY2),
+    ROW(yuy2, bgra32, YUV2BGRA_YUY2), ROW(uyvy, rgb24, YUV2RGB_UYVY),   ROW(uyvy, bgra32, YUV2BGRA_UYVY),
+    ROW(yvyu, rgb24, YUV2RGB_YVYU),   ROW(yvyu, bgr24, YUV2BGR_YVYU),   ROW(yvyu, rgba32, YUV2RGBA_YVYU),
+    ROW(yvyu, bgra32, YUV2BGRA_YVYU), ROW(yuy2, gray, YUV2GRAY_YUY2),
 
     ROW(rgb24, gray, RGB2GRAY),       ROW(rgba32, gray, RGBA2GRAY),     ROW(gray, rgb24, GRAY2RGB),
     ROW(gray, rgba32, GRAY2RGBA),
@@ -93,7 +94,7 @@ Call bindTransform(const Image& source, const Image& destination) {
 // A table of all results, made beforehand.
 bool isTable(const Task& task) {
     const bool curved = task.variant == Variant::curve || task.variant == Variant::inverseCurve;
-    return curved && task.source.depth == u8 && task.source.layout != rgbPlanes;
+    return curved && task.source.depth == u8 && task.source.layout != rgbPlanes && task.destination == task.source;
 }
 
 double curveAt(double v) { return v < 0.018 ? 4.5 * v : 1.099 * std::pow(v, 0.45) - 0.099; }

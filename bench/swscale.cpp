@@ -63,7 +63,20 @@ struct Picture {
     }
 };
 
-template <int method>
+bool isRgb(Layout layout) { return layout <= Layout::rgbPlanes; }
+
+enum class Matrix { bt601, bt709, bt709Full };
+
+// RGB is full range on either side.
+void setMatrix(SwsContext* context, const Image& source, const Image& destination, Matrix matrix) {
+    if (matrix == Matrix::bt601) return;
+    const int* table = sws_getCoefficients(SWS_CS_ITU709);
+    const bool full = matrix == Matrix::bt709Full;
+    sws_setColorspaceDetails(context, table, isRgb(source.layout) || full, table, isRgb(destination.layout) || full, 0, 1 << 16,
+                             1 << 16);
+}
+
+template <int method, Matrix matrix = Matrix::bt601>
 Call bindScaler(const Image& source, const Image& destination) {
     const auto [width, height] = source.size;
     // Its vector code for interleaved chroma runs past the end of rows that are shorter than a vector, and crashes.
@@ -72,6 +85,7 @@ Call bindScaler(const Image& source, const Image& destination) {
                                                              formatOf(destination.layout), method, nullptr, nullptr, nullptr),
                                               sws_freeContext);
     if (!context) throw std::runtime_error("swscale refuses a pair of formats that it says it supports");
+    setMatrix(context.get(), source, destination, matrix);
     return [context, height = height, from = Picture(source), to = Picture(destination)] {
         const int rows = sws_scale(context.get(), from.data, from.steps, 0, height, to.data, to.steps);
         return rows == height ? 0 : -1;
@@ -93,6 +107,9 @@ void addSwscale(const Task& task, std::vector<Peer>& peers) {
     if (!sws_isSupportedInput(source) || !sws_isSupportedOutput(destination)) return;
     // Chroma is interpolated between rows only, and by four taps, on the way to planar 4:2:2.
     if (task.variant == Variant::replicate) peers.push_back({"swscale", bindScaler<SWS_POINT>});
+    if (task.variant == Variant::matrix709) peers.push_back({"swscale, BT.709", bindScaler<SWS_POINT, Matrix::bt709>});
+    if (task.variant == Variant::matrix709Full)
+        peers.push_back({"swscale, BT.709 full", bindScaler<SWS_POINT, Matrix::bt709Full>});
     if (task.variant == Variant::interpolate && task.destination == Layout::i422)
         peers.push_back({"swscale, bicubic", bindScaler<SWS_BICUBIC>});
 }

@@ -1,12 +1,28 @@
 /*
  * Conversion between 8-bit RGB and luma-chroma images: 4:4:4, encoders to and decoders from 4:2:2, 4:2:0 and 4:1:1.
  *
- * Colour. R, G and B are gamma-encoded and use 0 to 255. Luma and chroma are those of Recommendation ITU-R BT.601 in studio
- * range, Y from 16 (black) to 235 (white), Cb and Cr from 16 to 240 around 128 (no colour):
+ * Colour. R, G and B are gamma-encoded and use 0 to 255. Where a name has no word for it, luma and chroma are those of
+ * Recommendation ITU-R BT.601 in studio range, Y from 16 (black) to 235 (white), Cb and Cr from 16 to 240 around 128 (no colour):
  *
  *     Y  =  0.257 R + 0.504 G + 0.098 B +  16         R = 1.164 (Y - 16) + 1.596 (Cr - 128)
  *     Cb = -0.148 R - 0.291 G + 0.439 B + 128         G = 1.164 (Y - 16) - 0.813 (Cr - 128) - 0.392 (Cb - 128)
  *     Cr =  0.439 R - 0.368 G - 0.071 B + 128         B = 1.164 (Y - 16) + 2.017 (Cb - 128)
+ *
+ * 709CSC: those of Recommendation ITU-R BT.709, in studio range too.
+ *
+ *     Y  =  0.183 R + 0.614 G + 0.062 B +  16         R = 1.164 (Y - 16) + 1.793 (Cr - 128)
+ *     Cb = -0.101 R - 0.338 G + 0.439 B + 128         G = 1.164 (Y - 16) - 0.534 (Cr - 128) - 0.213 (Cb - 128)
+ *     Cr =  0.439 R - 0.399 G - 0.040 B + 128         B = 1.164 (Y - 16) + 2.115 (Cb - 128)
+ *
+ * 709HDTV: the same matrix with luma in full range, Y from 0 to 255, and chroma around 128. Chroma is 2 % wider than that of
+ * full-range BT.709 elsewhere. Its encoders limit every Y, Cb and Cr to 1 to 254, the codes that digital video interfaces leave
+ * to the picture, so black is 1 and white 254; its decoders take all codes.
+ *
+ *     Y  =  0.213 R + 0.715 G + 0.072 B               R = Y + 1.540 (Cr - 128)
+ *     Cb = -0.117 R - 0.394 G + 0.511 B + 128         G = Y - 0.459 (Cr - 128) - 0.183 (Cb - 128)
+ *     Cr =  0.511 R - 0.464 G - 0.047 B + 128         B = Y + 1.816 (Cb - 128)
+ *
+ * docs/matrices.md tells which one a picture is in, and what the others make of it.
  *
  * A decoder takes any byte for Y, Cb and Cr and bounds its results to 0 to 255. Every conversion computes these formulas in
  * an integer arithmetic of its own, which fixes its result to the last bit and stays within 1.25 of the exact value.
@@ -25,7 +41,8 @@
  *     C3   three bytes a pixel in the order of the name: R G B, B G R or Y Cb Cr
  *     C4   four bytes a pixel; a source's fourth is ignored, a destination's fourth is set to aval
  *     AC4  four bytes a pixel, the fourth is alpha; a source's alpha is ignored
- *     C2   packed 4:2:2, four bytes a pair of pixels: Y0 Cb Y1 Cr for YCbCr422, Y0 Cr Y1 Cb for YCrCb422
+ *     C2   packed 4:2:2, four bytes a pair of pixels: Y0 Cb Y1 Cr for YCbCr422, Y0 Cr Y1 Cb for YCrCb422, Cb Y0 Cr Y1 for
+ *          CbYCr422
  *     P3   three planes in the order of the name: R, G, B; or Y, Cb, Cr for YCbCr; or Y, Cr, Cb for YCrCb
  *     P2   a luma plane, and a chroma plane of byte pairs: Cb Cr for YCbCr420, Cr Cb for YCrCb420
  *
@@ -141,6 +158,18 @@ ZEL_API ZelStatus zeliYCbCrToBGR_8u_P3C4R(const uint8_t* const pSrc[3], int32_t 
                                           ZelSize roiSize, uint8_t aval);
 
 /*
+ * YCbCr 4:4:4 to BGR by BT.709.
+ *
+ * Example: YCbCr (81, 114, 166) -> RGB (144, 58, 46) in a 1 x 1 image.
+ */
+
+/** Y, Cb and Cr planes, in studio range, to BGR pixels, or to pixels B G R aval. Values are rounded. */
+ZEL_API ZelStatus zeliYCbCrToBGR_709CSC_8u_P3C3R(const uint8_t* const pSrc[3], int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                                 ZelSize roiSize);
+ZEL_API ZelStatus zeliYCbCrToBGR_709CSC_8u_P3C4R(const uint8_t* const pSrc[3], int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                                 ZelSize roiSize, uint8_t aval);
+
+/*
  * RGB and BGR to 4:2:0.
  *
  * The minimum size is 2 x 2. If width or height is odd, the last column or row is neither read nor written and the status is
@@ -179,6 +208,39 @@ ZEL_API ZelStatus zeliBGRToYCrCb420_8u_AC4P3R(const uint8_t* pSrc, int32_t srcSt
                                               const int32_t dstStep[3], ZelSize roiSize);
 ZEL_API ZelStatus zeliRGBToYCrCb420_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
                                               const int32_t dstStep[3], ZelSize roiSize);
+
+/*
+ * BGR to 4:2:0 by BT.709.
+ *
+ * Sizes, planes, rounding and statuses are those of the conversions to 4:2:0 above.
+ *
+ * Example: RGB (255, 0, 0) -> YCbCr420 (63, 102, 240) by 709CSC, (54, 98, 254) by 709HDTV in a 2 x 2 image.
+ */
+
+/**
+ * BGR pixels to planes Y, Cb, Cr, or for the YCrCb forms to planes Y, Cr, Cb, or to a luma plane and a plane of chroma pairs Cb
+ * Cr, all in studio range; the alpha of an AC4 source is dropped.
+ *
+ * Leading columns: 16 * floor(width / 16), and 4 more if width mod 8 is 4 or above.
+ */
+ZEL_API ZelStatus zeliBGRToYCbCr420_709CSC_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                    const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliBGRToYCbCr420_709CSC_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                     const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliBGRToYCrCb420_709CSC_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                    const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliBGRToYCrCb420_709CSC_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                     const int32_t dstStep[3], ZelSize roiSize);
+ZEL_API ZelStatus zeliBGRToYCbCr420_709CSC_8u_C3P2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDstY, int32_t dstYStep,
+                                                    uint8_t* pDstCbCr, int32_t dstCbCrStep, ZelSize roiSize);
+
+/**
+ * BGR and alpha pixels to planes Y, Cb, Cr, with luma in full range and all samples limited to 1 to 254; the alpha is dropped.
+ *
+ * Leading columns: 16 * floor(width / 16). Their chroma is rounded.
+ */
+ZEL_API ZelStatus zeliBGRToYCbCr420_709HDTV_8u_AC4P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3],
+                                                      const int32_t dstStep[3], ZelSize roiSize);
 
 /*
  * RGB and BGR to 4:2:2.
@@ -229,6 +291,45 @@ ZEL_API ZelStatus zeliRGBToYCrCb422_8u_C3C2R(const uint8_t* pSrc, int32_t srcSte
                                              ZelSize roiSize);
 ZEL_API ZelStatus zeliRGBToYCrCb422_8u_P3C2R(const uint8_t* const pSrc[3], int32_t srcStep, uint8_t* pDst, int32_t dstStep,
                                              ZelSize roiSize);
+
+/*
+ * RGB and BGR to 4:2:2 packed as Cb Y0 Cr Y1.
+ *
+ * The minimum size is 2 x 1. Luma is rounded, and chroma cut off as in 4:2:0 unless stated otherwise. The last pixel of an odd
+ * width is written as two bytes, its Cb and its luma, both rounded; the status is zelStsNoErr.
+ *
+ * Example: RGB (128, 64, 32) -> YCbCr422 (84, 104, 158) by CbYCr422_8u, (134, 102, 155) by Gamma, (75, 104, 162) by 709HDTV in a
+ * 2 x 1 image.
+ */
+
+/**
+ * RGB pixels. The Gamma form takes R, G and B through the transfer curve of Recommendation ITU-R BT.709 first, as
+ * zeliGammaFwd_8u_C3R does, and so starts from linear light.
+ *
+ * Leading columns: 4 * floor(width / 4). Their chroma is rounded.
+ */
+ZEL_API ZelStatus zeliRGBToCbYCr422_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                             ZelSize roiSize);
+ZEL_API ZelStatus zeliRGBToCbYCr422Gamma_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                                  ZelSize roiSize);
+
+/**
+ * BGR and alpha pixels; the alpha is dropped.
+ *
+ * Leading columns: 8 * floor(width / 8). Their chroma is rounded.
+ */
+ZEL_API ZelStatus zeliBGRToCbYCr422_8u_AC4C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                              ZelSize roiSize);
+
+/**
+ * BGR pixels by BT.709, with luma in full range and all samples limited to 1 to 254; the alpha of an AC4 source is dropped.
+ *
+ * Leading columns: 32 * floor(width / 32). Chroma is rounded everywhere.
+ */
+ZEL_API ZelStatus zeliBGRToCbYCr422_709HDTV_8u_C3C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                                     ZelSize roiSize);
+ZEL_API ZelStatus zeliBGRToCbYCr422_709HDTV_8u_AC4C2R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                                      ZelSize roiSize);
 
 /*
  * BGR to 4:1:1.
@@ -319,6 +420,26 @@ ZEL_API ZelStatus zeliYCrCb420ToBGR_Filter_8u_P3C4R(const uint8_t* const pSrc[3]
                                                     int32_t dstStep, ZelSize roiSize, uint8_t aval);
 
 /*
+ * 4:2:0 to BGR by BT.709.
+ *
+ * Odd sizes and statuses are those of the conversions from 4:2:0 above.
+ *
+ * Example: YCbCr420 (81, 114, 166) -> RGB (144, 58, 46) by 709CSC, (140, 66, 56) by 709HDTV in a 2 x 2 image.
+ */
+
+/**
+ * Planes Y, Cb, Cr, in studio range, to BGR pixels. Values are rounded.
+ *
+ * Leading columns: 8 * floor(width / 8).
+ */
+ZEL_API ZelStatus zeliYCbCr420ToBGR_709CSC_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
+                                                    int32_t dstStep, ZelSize roiSize);
+
+/** Planes Y, Cb, Cr, with luma in full range, to pixels B G R aval. */
+ZEL_API ZelStatus zeliYCbCr420ToBGR_709HDTV_8u_P3C4R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
+                                                     int32_t dstStep, ZelSize roiSize, uint8_t aval);
+
+/*
  * 4:2:2 to RGB and BGR.
  *
  * The status is zelStsNoErr for every width. A row of packed 4:2:2 is 2 * width bytes: the last pixel of an odd width has
@@ -378,6 +499,29 @@ ZEL_API ZelStatus zeliYCbCr422ToBGR_8u_P3C3R(const uint8_t* const pSrc[3], const
  */
 ZEL_API ZelStatus zeliYCbCr422ToRGB_8u_P3C3R(const uint8_t* const pSrc[3], const int32_t srcStep[3], uint8_t* pDst,
                                              int32_t dstStep, ZelSize roiSize);
+
+/*
+ * 4:2:2 packed as Cb Y0 Cr Y1 to RGB and BGR.
+ *
+ * The status is zelStsNoErr for every width. A row is 2 * width bytes: the last pixel of an odd width has its Cb and its luma in
+ * the stream, and takes the Cr of the pair before it, or if width is 1 its Cb for Cr. Values are rounded. Leading columns:
+ * 8 * floor(width / 8).
+ *
+ * Example: YCbCr422 (74, 158, 114) -> RGB (45, 67, 128) by CbYCr422ToRGB, (45, 67, 128) by ToBGR_8u, (52, 75, 128) by 709HDTV in
+ * a 2 x 1 image.
+ */
+
+/** To RGB pixels, or to pixels B G R aval. */
+ZEL_API ZelStatus zeliCbYCr422ToRGB_8u_C2C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                             ZelSize roiSize);
+ZEL_API ZelStatus zeliCbYCr422ToBGR_8u_C2C4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                             ZelSize roiSize, uint8_t aval);
+
+/** By BT.709, with luma in full range, to BGR pixels, or to pixels B G R aval. */
+ZEL_API ZelStatus zeliCbYCr422ToBGR_709HDTV_8u_C2C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                                     ZelSize roiSize);
+ZEL_API ZelStatus zeliCbYCr422ToBGR_709HDTV_8u_C2C4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep,
+                                                     ZelSize roiSize, uint8_t aval);
 
 /*
  * 4:1:1 to BGR.

@@ -6,7 +6,6 @@
 #include "frame/passes.h"
 #include "intensity/gamma_curve.h"
 #include "intensity/gamma_power.h"
-#include "simd/byte_table.h"
 #include "simd/samples.h"
 #include "zelcc/intensity.h"
 
@@ -16,9 +15,6 @@ namespace {
 enum class Pixels { withoutAlpha, withAlpha };
 
 // Bytes: a table of all results.
-template <class Curve>
-constexpr ByteTable byteTable = gammaBytes<Curve>();
-
 template <class Curve>
 class ByteGamma {
   public:
@@ -34,7 +30,7 @@ class ByteGamma {
     }
 
   private:
-    ByteLookup<byteTable<Curve>> results_;
+    ByteLookup<curveOfBytes<Curve>> results_;
 };
 
 // Words and floats: if bounds of a result have the same single-precision number, the result has it too. Where they have not, one

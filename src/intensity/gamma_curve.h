@@ -103,4 +103,7 @@ constexpr ByteTable gammaBytes() {
     return bytes;
 }
 
+template <class Curve>
+inline constexpr ByteTable curveOfBytes = gammaBytes<Curve>();
+
 }  // namespace zel::ZEL_LEVEL

@@ -158,7 +158,7 @@ class ExactSiteDifferences {
         : minusLuma_(k.minusLuma), uFactor_(splatWord(uFactor)), vFactorLess1_(splatWord(vFactorLess1)) {}
 
     ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
-        const Words minusLuma = minusLuma_.template at<16>(ChannelPairs(a, b, c));
+        const Words minusLuma = minusLuma_.template at<16>(WordPairs(a, b), WordPairs(c, b));
         return {(mulHigh(c + minusLuma, uFactor_) >> shift) + 128, (timesVFactor(a + minusLuma, vFactorLess1_) >> shift) + 128};
     }
 

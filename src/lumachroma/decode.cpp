@@ -44,42 +44,44 @@ struct QuadKernel {
     }
 };
 
-using bt601::Channels;
-using bt601::DecodeMatrix;
-
 constexpr DecodeMatrix plainMatrix{4769, 6537, 3330, 1605, 8263}, foldedMatrixCrCb{4768, 6537, 3330, 1606, 8262};
 
-constexpr FoldedConstants folded420CbCr(Channels channels) {
-    return bt601::folded(plainMatrix, {.r = 1779, .g = 1089, .b = 2211}, channels);
+constexpr FoldedConstants folded420CbCr(ChannelOrder channels) {
+    return foldedConstants(plainMatrix, {.r = 1779, .g = 1089, .b = 2211}, channels);
 }
-constexpr FoldedConstants folded420CrCb(Channels channels) {
-    return bt601::folded(foldedMatrixCrCb, {.r = 1779, .g = 1084, .b = 2210}, channels);
+constexpr FoldedConstants folded420CrCb(ChannelOrder channels) {
+    return foldedConstants(foldedMatrixCrCb, {.r = 1779, .g = 1084, .b = 2210}, channels);
 }
-constexpr FoldedConstants folded422(Channels channels) {
-    return bt601::folded(foldedMatrixCrCb, {.r = 1783, .g = 1085, .b = 2214}, channels);
+constexpr FoldedConstants folded422(ChannelOrder channels) {
+    return foldedConstants(foldedMatrixCrCb, {.r = 1783, .g = 1085, .b = 2214}, channels);
+}
+
+// Full range has a scale of its own. Its offsets are those of chroma alone.
+constexpr FoldedConstants foldedFull(ChannelOrder channels) {
+    return foldedConstants(bt709Full::word, {.r = 3146, .g = 1323, .b = 3711}, channels);
 }
 
 template <const DecodeMatrix& matrix, Green green>
-constexpr BiasedConstants word(Channels channels) {
-    return bt601::biased(matrix, channels, green, 8);
+constexpr BiasedConstants word(ChannelOrder channels) {
+    return biasedConstants(matrix, channels, green, 8);
 }
 // No rounding term at all: results truncate, and are meant to.
-constexpr BiasedConstants plain(Channels channels) { return bt601::biased(plainMatrix, channels, Green::subtracts, 0); }
+constexpr BiasedConstants plain(ChannelOrder channels) { return biasedConstants(plainMatrix, channels, Green::subtracts, 0); }
 
 template <const DecodeMatrix& matrix, int rounding>
-constexpr ExactDecodeConstants exact(Channels channels) {
-    return bt601::exact(matrix, channels, rounding);
+constexpr ExactDecodeConstants exact(ChannelOrder channels) {
+    return exactConstants(matrix, channels, rounding);
 }
 
 // The rule at scale 4096 in the terms of the one at 65536.
-constexpr ExactDecodeConstants exact4096(Channels channels) {
-    return bt601::exact({16 * 4769, 16 * 6537, -16 * 3330, -16 * 1605, 16 * 8263}, channels, 0);
+constexpr ExactDecodeConstants exact4096(ChannelOrder channels) {
+    return exactConstants({16 * 4769, 16 * 6537, -16 * 3330, -16 * 1605, 16 * 8263}, channels, 0);
 }
 
 // A packed row of a single pixel has one chroma byte, which serves as both. The biases are not those of the other rules.
-constexpr ExactDecodeConstants exactAlone(Channels channels) {
-    ExactDecodeConstants k = bt601::exact(bt601::exactA, channels, 0);
-    const bool rgb = channels == Channels::rgb;
+constexpr ExactDecodeConstants exactAlone(ChannelOrder channels) {
+    ExactDecodeConstants k = exactConstants(bt601::exactA, channels, 0);
+    const bool rgb = channels == ChannelOrder::rgb;
     k.biasA = rgb ? -14608761 : -18140365;
     k.biasB = 8887730;
     k.biasC = rgb ? -18140365 : -14608761;
@@ -87,19 +89,21 @@ constexpr ExactDecodeConstants exactAlone(Channels channels) {
 }
 
 // 4:1:1 has coefficients of its own for luma and for green.
-constexpr ExactDecodeConstants exact411 = bt601::exact({76294, 104595, -53281, -25625, 132186}, Channels::bgr, 32768);
+constexpr ExactDecodeConstants exact411 = exactConstants({76294, 104595, -53281, -25625, 132186}, ChannelOrder::bgr, 32768);
 
 using WordAdding = BiasedDecode<Green::adds, 4>;
 using WordSubtracting = BiasedDecode<Green::subtracts, 4>;
 using Plain = BiasedDecode<Green::subtracts, 3>;
+using Folded = FoldedDecode<3>;
+using FoldedFull = FoldedDecode<4>;
 constexpr ChromaOrder pFirst = ChromaOrder::pFirst, qFirst = ChromaOrder::qFirst;
 
 // The constants of a kernel as an object of its own, so that kernels can point to it.
-template <class Rule, typename Rule::Constants (*constants)(Channels), Channels channels, ChromaOrder order = pFirst>
+template <class Rule, typename Rule::Constants (*constants)(ChannelOrder), ChannelOrder channels, ChromaOrder order = pFirst>
 constexpr DecodeConstants<Rule> constantsOf{constants(channels), order};
 
 // Kernels by geometry, source, rule and destination, with the rule's constants, the channel order and that of interleaved chroma.
-template <int rows, class From, class Rule, class To, typename Rule::Constants (*constants)(Channels), Channels channels,
+template <int rows, class From, class Rule, class To, typename Rule::Constants (*constants)(ChannelOrder), ChannelOrder channels,
           ChromaOrder order = pFirst>
 constexpr Kernel decode = kernel<DecodePairs<rows, From, Rule, To>>(constantsOf<Rule, constants, channels, order>);
 
@@ -118,46 +122,58 @@ constexpr Conversion decode420(Layout from, Layout to, Kernel block, Kernel tail
             .checks = checks};
 }
 
-template <class To, Channels channels, FoldedConstants (*constants)(Channels), ChromaOrder order>
+template <class To, ChannelOrder channels, FoldedConstants (*constants)(ChannelOrder), ChromaOrder order>
 constexpr Conversion decodeSemiPlanar(Layout to, Checks checks = pointersFirst) {
-    return decode420(semiPlanar420, to, decode<2, FromChromaInterleaved, FoldedDecode, To, constants, channels, order>, {},
-                     checks);
+    return decode420(semiPlanar420, to, decode<2, FromChromaInterleaved, Folded, To, constants, channels, order>, {}, checks);
 }
 
-constexpr Conversion decodePacked422(Layout to, Kernel block, Kernel tail, Kernel alone) {
+template <Packed packed>
+constexpr Conversion decodePacked422(Layout to, int (*columns)(int), Kernel block, Kernel tail, Kernel alone) {
     return {.site = {2, 1},
             .from = packed422,
             .to = to,
             .block = block,
             .tail = tail,
-            .blockColumns = tail.blocks ? wholeBlocks<16> : nullptr,
-            .oddPixel = {borrowChroma, tail.blocks ? tail : block, alone}};
+            .blockColumns = columns,
+            .oddPixel = {borrowChroma<packed>, tail.blocks ? tail : block, alone}};
 }
 
-template <class To, class Rule, typename Rule::Constants (*constants)(Channels), Channels channels, ChromaOrder order>
+template <class To, class Rule, typename Rule::Constants (*constants)(ChannelOrder), ChannelOrder channels, ChromaOrder order>
 constexpr Conversion decodePacked(Layout to) {
-    return decodePacked422(to, decode<1, FromPackedPairs, Rule, To, constants, channels, order>,
-                           decode<1, FromPackedPairs, ExactDecode, To, exact<bt601::exactA, 0>, channels, order>,
-                           decode<1, FromPackedPairs, ExactDecode, To, exactAlone, channels, order>);
+    return decodePacked422<Packed::lumaFirst>(
+        to, wholeBlocks<16>, decode<1, FromPackedPairs, Rule, To, constants, channels, order>,
+        decode<1, FromPackedPairs, ExactDecode, To, exact<bt601::exactA, 0>, channels, order>,
+        decode<1, FromPackedPairs, ExactDecode, To, exactAlone, channels, order>);
 }
 
-template <class To, Channels channels, ChromaOrder order>
+template <class To, ChannelOrder channels, ChromaOrder order>
 constexpr Conversion decodePackedFolded(Layout to) {
-    const Kernel rule = decode<1, FromPackedPairs, FoldedDecode, To, folded422, channels, order>;
-    return decodePacked422(to, rule, {}, rule);
+    const Kernel rule = decode<1, FromPackedPairs, Folded, To, folded422, channels, order>;
+    return decodePacked422<Packed::lumaFirst>(to, nullptr, rule, {}, rule);
+}
+
+// From Cb Y Cr Y, whose first chroma is the q of RGB and the p of BGR. A single pixel follows the rule of the tail.
+template <class To, const DecodeMatrix& word_, const DecodeMatrix& exact_, ChannelOrder channels>
+constexpr Conversion decodeChromaFirst(Layout to) {
+    constexpr ChromaOrder order = channels == ChannelOrder::rgb ? qFirst : pFirst;
+    const Kernel tail = decode<1, FromChromaFirst, ExactDecode, To, exact<exact_, 32768>, channels, order>;
+    return decodePacked422<Packed::chromaFirst>(
+        to, wholeBlocks<8>, decode<1, FromChromaFirst, WordAdding, To, word<word_, Green::adds>, channels, order>, tail, tail);
 }
 
 constexpr Conversion decode411(Layout to, Kernel rule) { return {.site = {4, 1}, .from = planes411, .to = to, .block = rule}; }
 
-constexpr Channels rgb = Channels::rgb, bgr = Channels::bgr;
+constexpr ChannelOrder rgb = ChannelOrder::rgb, bgr = ChannelOrder::bgr;
 
 // Planar members by rule, destination and channel order.
-template <class Rule, class To, typename Rule::Constants (*constants)(Channels), Channels channels>
+template <class Rule, class To, typename Rule::Constants (*constants)(ChannelOrder), ChannelOrder channels,
+          const DecodeMatrix& tail = bt601::exactA>
 constexpr Conversion decodePlanar420(Layout from, Layout to) {
     return decode420(from, to, decode<2, FromChromaPlanes<2>, Rule, To, constants, channels>,
-                     decode<2, FromChromaPlanes<2>, ExactDecode, To, exact<bt601::exactA, 32768>, channels>);
+                     decode<2, FromChromaPlanes<2>, ExactDecode, To, exact<tail, 32768>, channels>);
 }
-template <class Rule, typename Rule::Constants (*constants)(Channels), Channels channels, ExactDecodeConstants (*tail)(Channels)>
+template <class Rule, typename Rule::Constants (*constants)(ChannelOrder), ChannelOrder channels,
+          ExactDecodeConstants (*tail)(ChannelOrder)>
 constexpr Conversion decodePlanar422(Layout from, int (*columns)(int)) {
     return {.site = {2, 1},
             .from = from,
@@ -199,11 +215,16 @@ constexpr ByAlignment zeliYCbCr420ToBGR_8u_P3C3R{planar420ToBgrPlain, planar420T
 constexpr ByAlignment zeliYCbCr422ToRGB_8u_P3C3R{planar422ToRgbPlain, planar422ToRgb};
 
 constexpr Conversion zeliYCbCr420ToBGR_8u_P3C4R =
-    decode420(planes420, rgb32Two, decode<2, FromChromaPlanes<2>, FoldedDecode, ToPacked4, folded420CbCr, bgr>);
+    decode420(planes420, rgb32Two, decode<2, FromChromaPlanes<2>, Folded, ToPacked4, folded420CbCr, bgr>);
 constexpr Conversion zeliYCbCr420ToRGB_8u_P3C3R =
     decodePlanar420<WordAdding, ToPacked3, wordBAdding, rgb>(planes420Crossed, rgb24Two);
 constexpr Conversion zeliYCrCb420ToRGB_8u_P3C4R =
     decodePlanar420<WordSubtracting, ToPacked4, wordBSubtracting, rgb>(planes420, rgb32Two);
+
+constexpr Conversion zeliYCbCr420ToBGR_709CSC_8u_P3C3R =
+    decodePlanar420<WordAdding, ToPacked3, word<bt709::word, Green::adds>, bgr, bt709::exact>(planes420, rgb24Two);
+constexpr Conversion zeliYCbCr420ToBGR_709HDTV_8u_P3C4R =
+    decode420(planes420, rgb32Two, decode<2, FromChromaPlanes<2>, FoldedFull, ToPacked4, foldedFull, bgr>);
 
 constexpr Conversion zeliYCbCr420ToBGR_8u_P2C3R = decodeSemiPlanar<ToPacked3, bgr, folded420CbCr, pFirst>(rgb24Two);
 constexpr Conversion zeliYCbCr420ToBGR_8u_P2C4R = decodeSemiPlanar<ToPacked4, bgr, folded420CbCr, pFirst>(rgb32Two);
@@ -233,6 +254,13 @@ constexpr Conversion zeliYCrCb422ToBGR_8u_C2C4R = decodePackedFolded<ToPacked4, 
 
 constexpr Conversion zeliYCbCr422ToBGR_8u_P3C3R =
     decodePlanar422<WordAdding, wordBAdding, bgr, exact<bt601::exactA, 0>>(planes422, wholeBlocks<16>);
+
+constexpr Conversion zeliCbYCr422ToRGB_8u_C2C3R = decodeChromaFirst<ToPacked3, bt601::wordB, bt601::exactB, rgb>(rgb24Pair);
+constexpr Conversion zeliCbYCr422ToBGR_8u_C2C4R = decodeChromaFirst<ToPacked4, bt601::wordB, bt601::exactB, bgr>(rgb32Pair);
+constexpr Conversion zeliCbYCr422ToBGR_709HDTV_8u_C2C3R =
+    decodeChromaFirst<ToPacked3, bt709Full::word, bt709Full::exact, bgr>(rgb24Pair);
+constexpr Conversion zeliCbYCr422ToBGR_709HDTV_8u_C2C4R =
+    decodeChromaFirst<ToPacked4, bt709Full::word, bt709Full::exact, bgr>(rgb32Pair);
 
 constexpr Conversion zeliYCbCr411ToBGR_8u_P3C3R = decode411(rgb24Quad, kernel<QuadKernel<ToPacked3>>(exact411));
 constexpr Conversion zeliYCbCr411ToBGR_8u_P3C4R = decode411(rgb32Quad, kernel<QuadKernel<ToPacked4>>(exact411));

@@ -31,27 +31,21 @@ struct FromChromaInterleaved {
     }
 };
 
-// Y0 C Y1 C'
-struct FromPackedPairs {
+template <Packed packed>
+struct FromPacked422 {
     ZEL_INLINE static Bytes luma(const Row& row, size_t block, int) {
-        const PackOrder pairs = sorted(row, block);
-        return interleaveLow64(pairs.first, pairs.second);
+        return packed == Packed::lumaFirst ? parted(row, block).even : parted(row, block).odd;
     }
     template <class Rule>
     ZEL_INLINE static auto chroma(const Rule& rule, const Row& row, size_t block) {
-        const PackOrder pairs = sorted(row, block);
-        return rule.chroma(interleaveHigh64(pairs.first, pairs.second));
+        return rule.chroma(packed == Packed::lumaFirst ? parted(row, block).odd : parted(row, block).even);
     }
 
   private:
-    alignas(16) static constexpr uint8_t lumaThenChroma[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
-
-    ZEL_INLINE static PackOrder sorted(const Row& row, size_t block) {
-        const PackOrder pairs = loadInPackOrder(row.in[0] + block * blockPixels * 2);
-        const Bytes pattern = everyLane(lumaThenChroma);
-        return {shuffle(pairs.first, pattern), shuffle(pairs.second, pattern)};
-    }
+    ZEL_INLINE static Parted parted(const Row& row, size_t block) { return loadParted(row.in[0] + block * blockPixels * 2); }
 };
+using FromPackedPairs = FromPacked422<Packed::lumaFirst>;
+using FromChromaFirst = FromPacked422<Packed::chromaFirst>;
 
 // A rule with the order in which interleaved chroma comes.
 template <class Rule>
@@ -77,12 +71,13 @@ struct DecodePairs {
     }
 };
 
-// An odd pixel of a packed row has a chroma byte of its own; the other one is the byte before its luma, which is the previous
-// pair's.
+// An odd pixel of a packed row has a chroma byte of its own; the other one is the previous pair's.
+template <Packed packed>
 inline void borrowChroma(uint8_t* site, const uint8_t* pixel, int, bool alone) {
-    site[0] = site[2] = pixel[0];
-    site[1] = pixel[1];
-    site[3] = alone ? pixel[1] : pixel[-1];
+    constexpr int y = packed == Packed::lumaFirst ? 0 : 1, c = 1 - y;
+    site[y] = site[2 + y] = pixel[y];
+    site[c] = pixel[c];
+    site[2 + c] = alone ? pixel[c] : pixel[c - 2];
 }
 
 }  // namespace zel::ZEL_LEVEL

@@ -1,12 +1,14 @@
-// Studio-range YCbCr (ITU-R BT.601) to RGB: the arithmetic of one pixel and of one chroma site.
+// YCbCr to RGB: the arithmetic of one pixel and of one chroma site. With u = Cb - 128 and v = Cr - 128:
 //
-//   R = 1.164 (Y - 16) + 1.596 (Cr - 128)
-//   G = 1.164 (Y - 16) - 0.813 (Cr - 128) - 0.392 (Cb - 128)
-//   B = 1.164 (Y - 16) + 2.017 (Cb - 128)
+//   BT.601, studio range           BT.709, studio range           BT.709, full range
+//   R = 1.164 (Y - 16) + 1.596 v   1.164 (Y - 16) + 1.793 v       Y + 1.540 v
+//   G = 1.164 (Y - 16) - 0.813 v   1.164 (Y - 16) - 0.534 v       Y - 0.459 v
+//                      - 0.392 u                  - 0.213 u         - 0.183 u
+//   B = 1.164 (Y - 16) + 2.017 u   1.164 (Y - 16) + 2.115 u       Y + 1.816 u
 //
-// Channels are named a, b, c by their place in the destination pixel, b being green. The chroma sample that drives a is called p,
-// the one that drives c is q: Cr and Cb for RGB, Cb and Cr for BGR. So channel orders and chroma orders are a matter of the
-// constants and of where a layout takes p and q from.
+// ChannelOrder are named a, b, c by their place in the destination pixel, b being green. The chroma sample that drives a is
+// called p, the one that drives c is q: Cr and Cb for RGB, Cb and Cr for BGR. So channel orders and chroma orders are a matter of
+// the constants and of where a layout takes p and q from.
 #pragma once
 
 #include "lumachroma/decode_pairs.h"
@@ -92,14 +94,15 @@ class BiasedDecode {
 };
 
 // Raw samples are multiplied, and the biases of luma and chroma stand in the offsets:
-//   a = sat8((h(Y, ky) + h(p, pa) - offsetA) >> 3)
-//   b = sat8((h(Y, ky) - (h(p, pb) + h(q, qb) - offsetB)) >> 3)
-//   c = sat8((h(Y, ky) + h(q, qc) - offsetC) >> 3)
+//   a = sat8((h(Y, ky) + h(p, pa) - offsetA) >> shift)
+//   b = sat8((h(Y, ky) - (h(p, pb) + h(q, qb) - offsetB)) >> shift)
+//   c = sat8((h(Y, ky) + h(q, qc) - offsetC) >> shift)
 struct FoldedConstants {
     int16_t ky, pa, pb, qb, qc;
     int16_t offsetA, offsetB, offsetC;
 };
 
+template <int shift>
 class FoldedDecode {
   public:
     using Constants = FoldedConstants;
@@ -123,8 +126,8 @@ class FoldedDecode {
     }
 
     ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& pair) const {
-        return combine<Green::subtracts, 3>(mulHigh(luma64(luma, Parity::even), ky_), mulHigh(luma64(luma, Parity::odd), ky_),
-                                            pair, pair);
+        return combine<Green::subtracts, shift>(mulHigh(luma64(luma, Parity::even), ky_), mulHigh(luma64(luma, Parity::odd), ky_),
+                                                pair, pair);
     }
 
   private:
@@ -208,43 +211,54 @@ class ExactDecode {
     Dwords biasA_, biasB_, biasC_;
 };
 
-// The coefficients of each rule. Set A and set B are two roundings of one matrix.
-namespace bt601 {
-
+// The coefficients of a rule, and the luma of black.
 struct DecodeMatrix {
     int32_t y, crToR, crToG, cbToG, cbToB;
+    int32_t black = 16;
 };
 
-constexpr DecodeMatrix exactA{76284, 104595, -53281, -25690, 132186}, exactB{76282, 104593, -53279, -25689, 132184};
-constexpr DecodeMatrix wordA{9536, 13074, 6660, 3203, 16523}, wordB{9535, 13074, 6660, 3211, 16523};
+// Exact ones are signed, at scale 65536; those of words are magnitudes, at scale 8192.
+namespace bt601 {
+// Set A and set B are two roundings of one matrix.
+inline constexpr DecodeMatrix exactA{76284, 104595, -53281, -25690, 132186}, exactB{76282, 104593, -53279, -25689, 132184};
+inline constexpr DecodeMatrix wordA{9536, 13074, 6660, 3203, 16523}, wordB{9535, 13074, 6660, 3211, 16523};
+}  // namespace bt601
 
-enum class Channels { rgb, bgr };
+namespace bt709 {
+inline constexpr DecodeMatrix exact{76284, 117506, -34996, -13959, 138609}, word{9535, 14688, 4375, 1745, 17326};
+}  // namespace bt709
 
-constexpr BiasedConstants biased(const DecodeMatrix& m, Channels channels, Green green, int16_t rounding) {
+namespace bt709Full {
+inline constexpr DecodeMatrix exact{65536, 100925, -30081, -11993, 119013, 0}, word{8192, 12616, 3760, 1499, 14877, 0};
+}  // namespace bt709Full
+
+enum class ChannelOrder { rgb, bgr };
+
+// The rule takes 16 from luma. Where black is 0, the product with the scale of luma is whole, and the rounding gives it back.
+constexpr BiasedConstants biasedConstants(const DecodeMatrix& m, ChannelOrder channels, Green green, int rounding) {
     const int sign = green == Green::adds ? -1 : 1;
     const int16_t y = int16_t(m.y), crToR = int16_t(m.crToR), cbToB = int16_t(m.cbToB);
     const int16_t crToG = int16_t(sign * m.crToG), cbToG = int16_t(sign * m.cbToG);
-    if (channels == Channels::rgb) return {y, crToR, crToG, cbToG, cbToB, rounding};
-    return {y, cbToB, cbToG, crToG, crToR, rounding};
+    const int16_t added = int16_t(rounding + (16 - m.black) * m.y / 512);
+    if (channels == ChannelOrder::rgb) return {y, crToR, crToG, cbToG, cbToB, added};
+    return {y, cbToB, cbToG, crToG, crToR, added};
 }
 
 struct FoldedOffsets {
     int16_t r, g, b;
 };
 
-constexpr FoldedConstants folded(const DecodeMatrix& m, FoldedOffsets offsets, Channels channels) {
-    const BiasedConstants k = biased(m, channels, Green::subtracts, 0);
-    const bool rgb = channels == Channels::rgb;
+constexpr FoldedConstants foldedConstants(const DecodeMatrix& m, FoldedOffsets offsets, ChannelOrder channels) {
+    const bool rgb = channels == ChannelOrder::rgb;
+    const BiasedConstants k = biasedConstants(m, channels, Green::subtracts, 0);
     return {k.ky, k.pa, k.pb, k.qb, k.qc, rgb ? offsets.r : offsets.b, offsets.g, rgb ? offsets.b : offsets.r};
 }
 
-constexpr ExactDecodeConstants exact(const DecodeMatrix& m, Channels channels, int32_t rounding) {
-    const int32_t luma = rounding - 16 * m.y;
+constexpr ExactDecodeConstants exactConstants(const DecodeMatrix& m, ChannelOrder channels, int32_t rounding) {
+    const int32_t luma = rounding - m.black * m.y;
     const int32_t red = luma - 128 * m.crToR, green = luma - 128 * (m.crToG + m.cbToG), blue = luma - 128 * m.cbToB;
-    if (channels == Channels::rgb) return {m.y, m.crToR, m.crToG, m.cbToG, m.cbToB, red, green, blue};
+    if (channels == ChannelOrder::rgb) return {m.y, m.crToR, m.crToG, m.cbToG, m.cbToB, red, green, blue};
     return {m.y, m.cbToB, m.cbToG, m.crToG, m.crToR, blue, green, red};
 }
-
-}  // namespace bt601
 
 }  // namespace zel::ZEL_LEVEL

@@ -8,15 +8,38 @@ namespace zel::ZEL_LEVEL {
 // The two chroma samples of a site, in the order of the destination's planes or bytes.
 struct ChromaPair {
     Words first, second;
+
+    // Bounded to bytes, the first samples of a lane in its low half, the second ones in the high half.
+    ZEL_INLINE Bytes bounded() const { return packBytes(first, second); }
+};
+
+// Codes limited to 1 to 254: a digital video interface keeps 0 and 255 for its timing references.
+ZEL_INLINE Bytes limited(Bytes codes) { return atMost(atLeast(codes, splatByte(1)), splatByte(254)); }
+
+struct LimitedPair : ChromaPair {
+    ZEL_INLINE Bytes bounded() const { return limited(ChromaPair::bounded()); }
+};
+ZEL_INLINE LimitedPair limited(ChromaPair pair) { return {pair}; }
+
+// A rule for luma or for chroma whose codes are limited.
+template <class Rule>
+struct Limited : Rule {
+    using Rule::Rule;
+
+    template <class... Channels>
+    ZEL_INLINE auto operator()(Channels... channels) const {
+        return limited(Rule::operator()(channels...));
+    }
 };
 
 // Destinations. The first chroma stream follows the luma rows. Chroma is bounded to bytes, save that of interleaved planes, which
 // is in them already.
 struct ToChromaPlanes {
     static constexpr bool hasLumaStreams = true;
-    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, ChromaPair chroma) {
+    template <class Pair>
+    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, Pair chroma) {
         const size_t at = block * blockPixels / 2;
-        storeHalves(row.out[stream] + at, row.out[stream + 1] + at, packBytes(chroma.first, chroma.second));
+        storeHalves(row.out[stream] + at, row.out[stream + 1] + at, chroma.bounded());
     }
 };
 
@@ -27,14 +50,18 @@ struct ToChromaInterleaved {
     }
 };
 
-// Y0 C Y1 C'
-struct ToPackedPairs {
+template <Packed packed>
+struct ToPacked422 {
     static constexpr bool hasLumaStreams = false;
-    ZEL_INLINE static void store(const Row& row, int, size_t block, Bytes luma, ChromaPair chroma) {
-        const Bytes inTurn = shuffle(packBytes(chroma.first, chroma.second), everyLane(quads::natural));
-        storeInterleaved(row.out[0] + block * blockPixels * 2, luma, inTurn);
+    template <class Pair>
+    ZEL_INLINE static void store(const Row& row, int, size_t block, Bytes luma, Pair chroma) {
+        const Bytes inTurn = shuffle(chroma.bounded(), everyLane(quads::natural));
+        const bool lumaFirst = packed == Packed::lumaFirst;
+        storeInterleaved(row.out[0] + block * blockPixels * 2, lumaFirst ? luma : inTurn, lumaFirst ? inTurn : luma);
     }
 };
+using ToPackedPairs = ToPacked422<Packed::lumaFirst>;
+using ToChromaFirst = ToPacked422<Packed::chromaFirst>;
 
 // The weighted sums of horizontal pairs of pixels.
 template <int weight>
@@ -67,7 +94,7 @@ struct SiteMatrix {
         sums.c += pairSums<Chroma::weight>(t.c);
         return luma(t);
     }
-    ZEL_INLINE ChromaPair chromaOf(const Sums& sums) const { return chroma(sums.a, sums.b, sums.c); }
+    ZEL_INLINE auto chromaOf(const Sums& sums) const { return chroma(sums.a, sums.b, sums.c); }
 };
 
 // The rule gives luma of each row's pixels and gathers what chroma is made of.

@@ -1,8 +1,11 @@
-// RGB to studio-range YCbCr (ITU-R BT.601): the arithmetic of one pixel and of one chroma site.
+// RGB to YCbCr: the arithmetic of one pixel and of one chroma site.
 //
-//   Y  =  0.257 R + 0.504 G + 0.098 B + 16
-//   Cb = -0.148 R - 0.291 G + 0.439 B + 128
-//   Cr =  0.439 R - 0.368 G - 0.071 B + 128
+//   BT.601, studio range           BT.709, studio range           BT.709, full range
+//   Y   0.257  0.504  0.098   16    0.183  0.614  0.062   16       0.213  0.715  0.072    0
+//   Cb -0.148 -0.291  0.439  128   -0.101 -0.338  0.439  128      -0.117 -0.394  0.511  128
+//   Cr  0.439 -0.368 -0.071  128    0.439 -0.399 -0.040  128       0.511 -0.464 -0.047  128
+//
+// are the weights of R, G, B and the offsets. Chroma of the full-range matrix is wider than a byte and is limited.
 //
 // Each output has several fixed-point rules, whose results differ by one on some colours on purpose: high multiplies of 16-bit
 // words, truncated or rounded, with each product floored by itself, and exact 32-bit sums. Channels are named a, b, c by their
@@ -12,6 +15,36 @@
 #include "simd/pixels.h"
 
 namespace zel::ZEL_LEVEL {
+
+// The weights of the channels in each sample, in the fixed point of the rules that use them. They are not roundings of one
+// another.
+struct Weights {
+    int r, g, b;
+};
+struct EncodeMatrix {
+    Weights y, cb, cr;
+};
+
+namespace bt601 {
+// At scale 65536; with luma at 32768, for high multiplies; and at 16384, for rounding ones.
+inline constexpr EncodeMatrix encode{{16843, 33030, 6423}, {-9699, -19071, 28770}, {28770, -24117, -4653}};
+inline constexpr EncodeMatrix encodeWord{{8422, 16515, 3212}, encode.cb, encode.cr};
+inline constexpr EncodeMatrix encodeRounded{{4211, 8258, 1606}, {-2425, -4768, 7193}, {7193, -6029, -1163}};
+}  // namespace bt601
+
+namespace bt709 {
+inline constexpr EncodeMatrix encode{{11993, 40239, 4063}, {-6619, -22151, 28770}, {28770, -26149, -2621}};
+inline constexpr EncodeMatrix encodeWord{{5997, 20120, 2032}, encode.cb, encode.cr};
+}  // namespace bt709
+
+namespace bt709Full {
+// For high multiplies chroma is at scale 32768 too.
+inline constexpr EncodeMatrix encode{{13959, 46858, 4719}, {-7668, -25821, 33489}, {33489, -30409, -3080}};
+inline constexpr EncodeMatrix encodeWord{{6980, 23429, 2359}, {-3834, -12911, 16744}, {16744, -15204, -1540}};
+}  // namespace bt709Full
+
+// The outer channels by their place in the pixel.
+enum class Outer { a, c };
 
 // The even or the odd pixels of a channel as words.
 template <Parity parity>
@@ -34,6 +67,11 @@ ZEL_INLINE Bytes perPixel(const Rule& rule, Triple t) {
 struct TruncatedLumaConstants {
     uint16_t a, b, c, bias;
 };
+
+constexpr TruncatedLumaConstants truncatedLuma(const EncodeMatrix& m, Outer red, int bias) {
+    const int a = red == Outer::a ? m.y.r : m.y.b, c = red == Outer::a ? m.y.b : m.y.r;
+    return {uint16_t(a), uint16_t(m.y.g), uint16_t(c), uint16_t(bias)};
+}
 
 template <int dropped>
 class TruncatedLuma {
@@ -60,6 +98,11 @@ class TruncatedLuma {
 struct RoundedLumaConstants {
     int16_t a, b, c, bias;
 };
+
+constexpr RoundedLumaConstants roundedLuma(const EncodeMatrix& m, Outer red, int bias) {
+    const int a = red == Outer::a ? m.y.r : m.y.b, c = red == Outer::a ? m.y.b : m.y.r;
+    return {int16_t(a), int16_t(m.y.g), int16_t(c), int16_t(bias)};
+}
 
 class RoundedLuma {
   public:
@@ -88,6 +131,8 @@ struct TruncatedChromaConstants {
     int16_t a, b, c;
 };
 
+constexpr TruncatedChromaConstants truncatedChroma(const Weights& w) { return {int16_t(w.r), int16_t(w.g), int16_t(w.b)}; }
+
 template <int dropped>
 class TruncatedChroma {
   public:
@@ -114,6 +159,13 @@ class TruncatedChroma {
 struct DifferenceConstants {
     int16_t own, other, green, bias;
 };
+
+constexpr DifferenceConstants fromBlue(const EncodeMatrix& m, int bias) {
+    return {int16_t(m.cb.b), int16_t(-m.cb.r), int16_t(-m.cb.g), int16_t(bias)};
+}
+constexpr DifferenceConstants fromRed(const EncodeMatrix& m, int bias) {
+    return {int16_t(m.cr.r), int16_t(-m.cr.b), int16_t(-m.cr.g), int16_t(bias)};
+}
 
 struct Floored {
     ZEL_INLINE static Words product(Words x, Words k) { return mulHigh(x, k); }
@@ -144,18 +196,17 @@ struct ExactConstants {
     int32_t bias, oddBias;  // for the even and the odd of a pair of pixels; a site has the first alone
 };
 
-constexpr ExactConstants exact(int a, int b, int c, int32_t bias, int32_t oddBias) {
-    const int half = b / 2;
-    return {int16_t(a), int16_t(b - half), int16_t(c), int16_t(half), bias, oddBias};
+constexpr ExactConstants exactSum(const Weights& w, Outer red, int32_t bias, int32_t oddBias) {
+    const int half = w.g / 2, a = red == Outer::a ? w.r : w.b, c = red == Outer::a ? w.b : w.r;
+    return {int16_t(a), int16_t(w.g - half), int16_t(c), int16_t(half), bias, oddBias};
 }
-constexpr ExactConstants exact(int a, int b, int c, int32_t bias) { return exact(a, b, c, bias, bias); }
+constexpr ExactConstants exactSum(const Weights& w, Outer red, int32_t bias) { return exactSum(w, red, bias, bias); }
 
-// Channels as pairs of words, ready for the multiply-add.
-struct ChannelPairs {
-    Words abLow, abHigh, cbLow, cbHigh;
+// Two channels as pairs of words, ready for the multiply-add.
+struct WordPairs {
+    Words low, high;
 
-    ZEL_INLINE ChannelPairs(Words a, Words b, Words c)
-        : abLow(interleaveLow(a, b)), abHigh(interleaveHigh(a, b)), cbLow(interleaveLow(c, b)), cbHigh(interleaveHigh(c, b)) {}
+    ZEL_INLINE WordPairs(Words even, Words odd) : low(interleaveLow(even, odd)), high(interleaveHigh(even, odd)) {}
 };
 
 class ExactSum {
@@ -164,12 +215,9 @@ class ExactSum {
         : ab_(splatWords(k.a, k.b)), cb_(splatWords(k.c, k.b2)), bias_(splatDwords(k.bias, k.oddBias)) {}
 
     template <int shift>
-    ZEL_INLINE Dwords at(Words ab, Words cb) const {
-        return (mulAddPairs(ab, ab_) + mulAddPairs(cb, cb_) + bias_) >> shift;
-    }
-    template <int shift>
-    ZEL_INLINE Words at(const ChannelPairs& p) const {
-        return packWords(at<shift>(p.abLow, p.cbLow), at<shift>(p.abHigh, p.cbHigh));
+    ZEL_INLINE Words at(const WordPairs& ab, const WordPairs& cb) const {
+        const auto sums = [&](Words x, Words y) { return (mulAddPairs(x, ab_) + mulAddPairs(y, cb_) + bias_) >> shift; };
+        return packWords(sums(ab.low, cb.low), sums(ab.high, cb.high));
     }
 
   private:
@@ -186,13 +234,60 @@ class ExactPixelsAt {
     ZEL_INLINE explicit ExactPixelsAt(const ExactConstants& k) : sum_(k) {}
 
     ZEL_INLINE Bytes operator()(Triple t) const {
-        const ChannelPairs low(lowBytes(t.a), lowBytes(t.b), lowBytes(t.c)), high(highBytes(t.a), highBytes(t.b), highBytes(t.c));
-        return packBytes(sum_.at<shift>(low), sum_.at<shift>(high));
+        return packBytes(half(lowBytes(t.a), lowBytes(t.b), lowBytes(t.c)), half(highBytes(t.a), highBytes(t.b), highBytes(t.c)));
     }
 
   private:
+    ZEL_INLINE Words half(Words a, Words b, Words c) const { return sum_.template at<shift>(WordPairs(a, b), WordPairs(c, b)); }
+
     ExactSum sum_;
 };
 using ExactPixels = ExactPixelsAt<16>;
+
+// (a ka + b kb + c kc + bias) >> 15, exactly, in words: every weight is 128 high + low, and what is multiplied is a channel less
+// 128, which is its byte with the top bit inverted:
+//   (sum of high (x - 128) + (sum of low (x - 128) >> 7) + offset) >> 8
+struct ByteLumaConstants {
+    struct Part {
+        uint8_t a, b, c;
+    } high, low;
+    uint16_t offset;
+};
+
+constexpr ByteLumaConstants byteLuma(const Weights& w, Outer red, int bias) {
+    const int a = red == Outer::a ? w.r : w.b, b = w.g, c = red == Outer::a ? w.b : w.r;
+    return {{uint8_t(a / 128), uint8_t(b / 128), uint8_t(c / 128)},
+            {uint8_t(a % 128), uint8_t(b % 128), uint8_t(c % 128)},
+            uint16_t(a + b + c + bias / 128)};
+}
+
+class ByteLuma {
+  public:
+    using Constants = ByteLumaConstants;
+
+    ZEL_INLINE explicit ByteLuma(const Constants& k) : high_(k.high), low_(k.low), offset_((UWords)splatWord(k.offset)) {}
+
+    ZEL_INLINE Bytes operator()(Triple t) const {
+        const Bytes a = t.a ^ splatByte(0x80), b = t.b ^ splatByte(0x80), c = t.c ^ splatByte(0x80);
+        return packBytes(half(interleaveLow(a, b), interleaveLow(c, c)), half(interleaveHigh(a, b), interleaveHigh(c, c)));
+    }
+
+  private:
+    struct Sum {
+        Bytes ab, c;
+
+        ZEL_INLINE explicit Sum(const Constants::Part& k) : ab((Bytes)splatWord(k.a | k.b << 8)), c((Bytes)splatWord(k.c)) {}
+        ZEL_INLINE Words operator()(Bytes abPairs, Bytes cPairs) const {
+            return mulAddPairs(ab, abPairs) + mulAddPairs(c, cPairs);
+        }
+    };
+
+    ZEL_INLINE Words half(Bytes ab, Bytes c) const {
+        return (Words)(((UWords)(high_(ab, c) + (low_(ab, c) >> 7)) + offset_) >> 8);
+    }
+
+    Sum high_, low_;
+    UWords offset_;
+};
 
 }  // namespace zel::ZEL_LEVEL

@@ -37,8 +37,7 @@ struct EncodeRounded {
     };
     static constexpr Order order = Order::natural;
 
-    enum class Own { a, c };
-    template <Own own>
+    template <Outer own>
     struct Chroma {
         static constexpr int shift = 6;
         Difference<Rounded> difference;
@@ -47,13 +46,13 @@ struct EncodeRounded {
         ZEL_INLINE UWords at(Triple t) const {
             // The rounding multiply takes 128 x.
             const Words a = times64<parity>(t.a) << 1, b = times64<parity>(t.b) << 1, c = times64<parity>(t.c) << 1;
-            return own == Own::a ? difference(a, c, b) : difference(c, a, b);
+            return own == Outer::a ? difference(a, c, b) : difference(c, a, b);
         }
     };
 
     RoundedLuma luma;
-    Chroma<Own::c> cb;
-    Chroma<Own::a> cr;
+    Chroma<Outer::c> cb;
+    Chroma<Outer::a> cr;
 
     ZEL_INLINE explicit EncodeRounded(const Constants& k)
         : luma(k.luma), cb{Difference<Rounded>(k.cb)}, cr{Difference<Rounded>(k.cr)} {}
@@ -153,24 +152,27 @@ class DecodeExactAlpha {
     Dwords biasA_, biasB_, biasC_;
 };
 
-constexpr EncodeWord::Constants rgbWord{{16843, 33030, 6423, 128 + 16 * 256}, {-9699, -19071, 28770}, {28770, -24117, -4653}};
-constexpr EncodeRounded::Constants rgbRounded{{4211, 8258, 1606, 16 * 64 + 2},
-                                              {.own = 7193, .other = 2425, .green = 4768, .bias = 128 * 64 + 2},
-                                              {.own = 7193, .other = 1163, .green = 6029, .bias = 128 * 64 + 2}};
-constexpr EncodeExact::Constants rgbExact{exact(16843, 33030, 6423, 0x108000), exact(-9699, -19071, 28770, 0x808000),
-                                          exact(28770, -24117, -4653, 0x808000)};
+constexpr EncodeWord::Constants rgbWord{truncatedLuma(bt601::encode, Outer::a, 128 + 16 * 256), truncatedChroma(bt601::encode.cb),
+                                        truncatedChroma(bt601::encode.cr)};
+constexpr EncodeRounded::Constants rgbRounded{roundedLuma(bt601::encodeRounded, Outer::a, 16 * 64 + 2),
+                                              fromBlue(bt601::encodeRounded, 128 * 64 + 2),
+                                              fromRed(bt601::encodeRounded, 128 * 64 + 2)};
+constexpr EncodeExact::Constants rgbExact{exactSum(bt601::encode.y, Outer::a, 0x108000),
+                                          exactSum(bt601::encode.cb, Outer::a, 0x808000),
+                                          exactSum(bt601::encode.cr, Outer::a, 0x808000)};
 
-using bt601::Channels;
-constexpr BiasedConstants wordRgbA = bt601::biased(bt601::wordA, Channels::rgb, Green::adds, 8);
-constexpr BiasedConstants wordRgbATruncated = bt601::biased(bt601::wordA, Channels::rgb, Green::adds, 0);
-constexpr BiasedConstants wordRgbB = bt601::biased(bt601::wordB, Channels::rgb, Green::adds, 8);
-constexpr BiasedConstants wordBgrB = bt601::biased(bt601::wordB, Channels::bgr, Green::adds, 8);
-constexpr BiasedConstants wordRgbBSubtracted = bt601::biased(bt601::wordB, Channels::rgb, Green::subtracts, 8);
-constexpr BiasedConstants wordBgrBSubtracted = bt601::biased(bt601::wordB, Channels::bgr, Green::subtracts, 8);
-constexpr ExactDecodeConstants exactRgbA = bt601::exact(bt601::exactA, Channels::rgb, 0);
-constexpr ExactDecodeConstants exactRgbARounded = bt601::exact(bt601::exactA, Channels::rgb, 32768);
-constexpr ExactDecodeConstants exactRgbB = bt601::exact(bt601::exactB, Channels::rgb, 0);
-constexpr ExactDecodeConstants exactRgbBRounded = bt601::exact(bt601::exactB, Channels::rgb, 32768);
+constexpr BiasedConstants wordRgbA = biasedConstants(bt601::wordA, ChannelOrder::rgb, Green::adds, 8);
+constexpr BiasedConstants wordRgbATruncated = biasedConstants(bt601::wordA, ChannelOrder::rgb, Green::adds, 0);
+constexpr BiasedConstants wordRgbB = biasedConstants(bt601::wordB, ChannelOrder::rgb, Green::adds, 8);
+constexpr BiasedConstants wordBgrB = biasedConstants(bt601::wordB, ChannelOrder::bgr, Green::adds, 8);
+constexpr BiasedConstants wordBgr709 = biasedConstants(bt709::word, ChannelOrder::bgr, Green::adds, 8);
+constexpr BiasedConstants wordRgbBSubtracted = biasedConstants(bt601::wordB, ChannelOrder::rgb, Green::subtracts, 8);
+constexpr BiasedConstants wordBgrBSubtracted = biasedConstants(bt601::wordB, ChannelOrder::bgr, Green::subtracts, 8);
+constexpr BiasedConstants wordBgr709Subtracted = biasedConstants(bt709::word, ChannelOrder::bgr, Green::subtracts, 8);
+constexpr ExactDecodeConstants exactRgbA = exactConstants(bt601::exactA, ChannelOrder::rgb, 0);
+constexpr ExactDecodeConstants exactRgbARounded = exactConstants(bt601::exactA, ChannelOrder::rgb, 32768);
+constexpr ExactDecodeConstants exactRgbB = exactConstants(bt601::exactB, ChannelOrder::rgb, 0);
+constexpr ExactDecodeConstants exactRgbBRounded = exactConstants(bt601::exactB, ChannelOrder::rgb, 32768);
 
 constexpr Layout packed3{1, {{0, 3}}}, packed4{1, {{0, 4}}}, planes{3, {{0, 1}, {1, 1}, {2, 1}}};
 constexpr Layout planesCrossed{3, {{0, 1}, {2, 1}, {1, 1}}};  // the chroma that drives red before the one that drives blue
@@ -224,6 +226,9 @@ constexpr Conversion zeliYCbCrToRGB_8u_P3C4R =
 constexpr Conversion zeliYCbCrToBGR_8u_P3C3R = conversion(planes, packed3, decodeWord<ToPacked3, Green::adds, wordBgrB>);
 constexpr Conversion zeliYCbCrToBGR_8u_P3C4R =
     conversion(planes, packed4, decodeWord<ToPacked4, Green::subtracts, wordBgrBSubtracted>);
+constexpr Conversion zeliYCbCrToBGR_709CSC_8u_P3C3R = conversion(planes, packed3, decodeWord<ToPacked3, Green::adds, wordBgr709>);
+constexpr Conversion zeliYCbCrToBGR_709CSC_8u_P3C4R =
+    conversion(planes, packed4, decodeWord<ToPacked4, Green::subtracts, wordBgr709Subtracted>);
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL

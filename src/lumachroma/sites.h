@@ -5,6 +5,9 @@
 
 namespace zel::ZEL_LEVEL {
 
+// The order of packed 4:2:2: Y0 C Y1 C', or C Y0 C' Y1.
+enum class Packed { lumaFirst, chromaFirst };
+
 inline constexpr Layout rgb24Two{2, {{0, 6, 0, 2}, {0, 6, 1, 2}}}, rgb32Two{2, {{0, 8, 0, 2}, {0, 8, 1, 2}}},
     rgbPlanesTwo{6, {{0, 2, 0, 2}, {1, 2, 0, 2}, {2, 2, 0, 2}, {0, 2, 1, 2}, {1, 2, 1, 2}, {2, 2, 1, 2}}};
 inline constexpr Layout rgb24Pair{1, {{0, 6}}}, rgb32Pair{1, {{0, 8}}}, rgbPlanesPair{3, {{0, 2}, {1, 2}, {2, 2}}};

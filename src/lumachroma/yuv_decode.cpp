@@ -111,7 +111,8 @@ constexpr Conversion zeliYUV422ToRGB_8u_C2C3R{
     .block = decodePacked422<ToPacked3, Words13, wordsDown>,
     .tail = decodePacked422<ToPacked3, Exact, exact>,
     .blockColumns = wholeBlocks<16>,
-    .oddPixel = {borrowChroma, decodePacked422<ToPacked3, Exact, exact>, decodePacked422<ToPacked3, Exact, exact>}};
+    .oddPixel = {borrowChroma<Packed::lumaFirst>, decodePacked422<ToPacked3, Exact, exact>,
+                 decodePacked422<ToPacked3, Exact, exact>}};
 constexpr auto zeliYUV422ToRGB_8u_P3 = stepless(zeliYUV422ToRGB_8u_P3R, 256);
 constexpr auto zeliYUV422ToRGB_8u_P3C3 = stepless(zeliYUV422ToRGB_8u_P3C3R, 256);
 

@@ -58,8 +58,8 @@ inline void copyPixel(uint8_t* site, const uint8_t* pixel, int siteBytes, bool) 
 constexpr DirectMatrix::Constants direct{{19595, 38470, 7471, 128}, {-4816, -9469, 14286}, {20152, -16875, -3276}};
 // Green of luma is one lower, so that the sum is 65535, and the half keeps gray as it is.
 constexpr ExactDirectMatrix::Constants exactDirect{{{19595, 38469, 7471}, 32768},
-                                                   exact(-4816, -9469, 14286, (128 << 15) + 16384),
-                                                   exact(20152, -16875, -3276, (128 << 15) + 16384)};
+                                                   exactSum({-4816, -9469, 14286}, Outer::a, (128 << 15) + 16384),
+                                                   exactSum({20152, -16875, -3276}, Outer::a, (128 << 15) + 16384)};
 constexpr ByteSum<8>::Constants luma65536{19595, 38470, 7471};
 constexpr ExactDifferences::Constants exactRounded{luma65536, 32768, 32768};
 // Luma is cut off, and differences are rounded from just above a half. Both are meant.
@@ -73,8 +73,9 @@ constexpr Kernel exactPixels = kernel<PixelKernel<From, EncodeHalves<ExactDiffer
 
 // Sites.
 constexpr EncodeConstants<ExactLuma, ExactSiteDifferences<2>> exact420{{luma65536, 32768},
-                                                                       {exact(-19595, -38470, -7471, 131071)}};
-constexpr EncodeConstants<ExactLuma, ExactSiteDifferences<1>> exact422{{luma65536, 0}, {exact(-19595, -38470, -7471, 65535)}};
+                                                                       {exactSum({-19595, -38470, -7471}, Outer::a, 131071)}};
+constexpr EncodeConstants<ExactLuma, ExactSiteDifferences<1>> exact422{{luma65536, 0},
+                                                                       {exactSum({-19595, -38470, -7471}, Outer::a, 65535)}};
 template <int rows>
 constexpr typename RoundedDifferences<rows>::Constants rounded{{4899, 9617, 1868, 0}, 8061, 14369};
 

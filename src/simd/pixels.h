@@ -153,22 +153,45 @@ alignas(16) inline constexpr uint8_t transpose[16] = {0, 4, 8, 12, 1, 5, 9, 13, 
 alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
 
 #if ZEL_LANES == 4
-struct WidePattern {
-    alignas(64) uint8_t scatter[64];
+// The places of 32 pixels' channels: a and b from two vectors in turn, and c at even places.
+struct ScatterPatterns {
+    alignas(64) uint8_t ab[2][64];  // [half of the block]
+    alignas(64) uint8_t c[2][64];
 };
 
-// Lane l takes the pixels 4l, 16 + 4l, 32 + 4l, 48 + 4l and the three after each.
-constexpr WidePattern widePattern(Order order) {
-    WidePattern p{};
-    for (int i = 0; i < 64; ++i) {
-        const int pixel = i / 16 * 4 + i % 16 / 4 * 16 + i % 4;
-        p.scatter[i] = static_cast<uint8_t>(pixel / 16 * 16 + placeInLane(order, pixel % 16));
-    }
-    return p;
+// Words and their neighbours are brought together by interleaves of lanes: lane l takes the pixels 4l, 16 + 4l and the three
+// after each, of its half of the block.
+constexpr ScatterPatterns scatterPatterns(Order order) {
+    ScatterPatterns s{};
+    for (int half = 0; half < 2; ++half)
+        for (int i = 0; i < 64; ++i) {
+            const int inLane = i % 16 / 2, pixel = 32 * half + i / 16 * 4 + inLane / 4 * 16 + inLane % 4;
+            const int place = pixel / 16 * 16 + placeInLane(order, pixel % 16);
+            s.ab[half][i] = static_cast<uint8_t>(i % 2 * 64 + place);
+            s.c[half][i] = static_cast<uint8_t>(place);
+        }
+    return s;
 }
 
 template <Order order>
-inline constexpr WidePattern wide = widePattern(order);
+inline constexpr ScatterPatterns scatter = scatterPatterns(order);
+
+// Where 32 pixels have their channels a and b, and c and d.
+struct GatherPatterns {
+    alignas(64) uint8_t ab[64];
+    alignas(64) uint8_t cd[64];
+};
+
+constexpr GatherPatterns gatherPatterns() {
+    GatherPatterns g{};
+    for (int i = 0; i < 64; ++i) {
+        g.ab[i] = static_cast<uint8_t>(i % 32 * 4 + i / 32);
+        g.cd[i] = static_cast<uint8_t>(g.ab[i] + 2);
+    }
+    return g;
+}
+
+inline constexpr GatherPatterns gather = gatherPatterns();
 #endif
 
 }  // namespace quads
@@ -184,15 +207,12 @@ struct Interleaved4 {
 
     ZEL_INLINE static Quad loadFour(const uint8_t* p) {
 #if ZEL_LANES == 4
-        using namespace quads;
-        // Each lane becomes a dword of every channel; the dwords are then brought together.
-        const Register pattern = (Register)everyLane(transpose);
-        const auto part = [&](int i) { return _mm512_shuffle_epi8((Register)loadBytes(p + 64 * i), pattern); };
-        const Register v0 = part(0), v1 = part(1), v2 = part(2), v3 = part(3);
-        const Register ab = _mm512_setr_epi32(0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
-        const Register cd = _mm512_setr_epi32(2, 6, 10, 14, 18, 22, 26, 30, 3, 7, 11, 15, 19, 23, 27, 31);
-        const Register ab01 = _mm512_permutex2var_epi32(v0, ab, v1), ab23 = _mm512_permutex2var_epi32(v2, ab, v3);
-        const Register cd01 = _mm512_permutex2var_epi32(v0, cd, v1), cd23 = _mm512_permutex2var_epi32(v2, cd, v3);
+        // Two channels of half a block each.
+        const Register v0 = (Register)loadBytes(p), v1 = (Register)loadBytes(p + 64), v2 = (Register)loadBytes(p + 128),
+                       v3 = (Register)loadBytes(p + 192);
+        const Register ab = (Register)loadBytes(quads::gather.ab), cd = (Register)loadBytes(quads::gather.cd);
+        const Register ab01 = _mm512_permutex2var_epi8(v0, ab, v1), ab23 = _mm512_permutex2var_epi8(v2, ab, v3);
+        const Register cd01 = _mm512_permutex2var_epi8(v0, cd, v1), cd23 = _mm512_permutex2var_epi8(v2, cd, v3);
         const auto lowHalves = [](Register low, Register high) {
             return (Bytes)_mm512_inserti64x4(low, _mm512_castsi512_si256(high), 1);
         };
@@ -238,10 +258,16 @@ struct Interleaved4 {
     template <Order order, class Put>
     ZEL_INLINE static void storeQuarters(Triple t, Bytes alpha, const Put& put) {
 #if ZEL_LANES == 4
-        const auto sorted = [](Bytes v) { return triples::permute((Register)v, quads::wide<order>.scatter); };
+        constexpr auto& patterns = quads::scatter<order>;
+        unrolled<2>([&](int half) ZEL_INLINE_LAMBDA {
+            const auto ab = (Words)_mm512_permutex2var_epi8((Register)t.a, _mm512_load_si512(patterns.ab[half]), (Register)t.b);
+            const auto cd = (Words)_mm512_mask_permutexvar_epi8((Register)alpha, 0x5555555555555555,
+                                                                _mm512_load_si512(patterns.c[half]), (Register)t.c);
+            put(2 * half, (Bytes)interleaveLow(ab, cd));
+            put(2 * half + 1, (Bytes)interleaveHigh(ab, cd));
+        });
 #else
         const auto sorted = [](Bytes v) { return order == Order::natural ? v : shuffle(v, everyLane(quads::natural)); };
-#endif
         const Bytes a = sorted(t.a), b = sorted(t.b), c = sorted(t.c);
         const Words abLow = (Words)interleaveLow(a, b), abHigh = (Words)interleaveHigh(a, b);
         const Words cdLow = (Words)interleaveLow(c, alpha), cdHigh = (Words)interleaveHigh(c, alpha);
@@ -249,6 +275,7 @@ struct Interleaved4 {
         put(1, (Bytes)interleaveHigh(abLow, cdLow));
         put(2, (Bytes)interleaveLow(abHigh, cdHigh));
         put(3, (Bytes)interleaveHigh(abHigh, cdHigh));
+#endif
     }
 };
 

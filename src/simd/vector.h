@@ -194,6 +194,12 @@ ZEL_INLINE UWords addSaturated(UWords a, UWords b) { return (UWords)ZEL_MM(adds_
 ZEL_INLINE Bytes subtractSigned(Bytes a, Bytes b) { return (Bytes)ZEL_MM(subs_epi8)((Register)a, (Register)b); }
 ZEL_INLINE Words subtractSigned(Words a, Words b) { return (Words)ZEL_MM(subs_epi16)((Register)a, (Register)b); }
 
+// The lesser and the greater of unsigned bytes or of words, named for what they do to v.
+ZEL_INLINE Bytes atMost(Bytes v, Bytes limit) { return (Bytes)ZEL_MM(min_epu8)((Register)v, (Register)limit); }
+ZEL_INLINE Bytes atLeast(Bytes v, Bytes limit) { return (Bytes)ZEL_MM(max_epu8)((Register)v, (Register)limit); }
+ZEL_INLINE Words atMost(Words v, Words limit) { return (Words)ZEL_MM(min_epi16)((Register)v, (Register)limit); }
+ZEL_INLINE Words atLeast(Words v, Words limit) { return (Words)ZEL_MM(max_epi16)((Register)v, (Register)limit); }
+
 // Rounded mean of unsigned bytes and words.
 ZEL_INLINE Bytes mean(Bytes a, Bytes b) { return (Bytes)ZEL_MM(avg_epu8)((Register)a, (Register)b); }
 ZEL_INLINE UWords mean(UWords a, UWords b) { return (UWords)ZEL_MM(avg_epu16)((Register)a, (Register)b); }
@@ -367,6 +373,37 @@ ZEL_INLINE PackOrder loadInPackOrder(const uint8_t* p) {
             (Bytes)_mm512_permutex2var_epi64(low, _mm512_setr_epi64(2, 3, 6, 7, 10, 11, 14, 15), high)};
 #else
     return {loadLanes(p, 32), loadLanes(p + 16, 32)};
+#endif
+}
+
+// Crosses lanes: of two vectors' worth of consecutive bytes those at even places, and those at odd ones.
+struct Parted {
+    Bytes even, odd;
+};
+#if ZEL_LANES == 4
+struct PartedPatterns {
+    alignas(64) uint8_t even[64];
+    alignas(64) uint8_t odd[64];
+};
+inline constexpr PartedPatterns parted = [] {
+    PartedPatterns p{};
+    for (int i = 0; i < 64; ++i) {
+        p.even[i] = uint8_t(2 * i);
+        p.odd[i] = uint8_t(2 * i + 1);
+    }
+    return p;
+}();
+#endif
+ZEL_INLINE Parted loadParted(const uint8_t* p) {
+#if ZEL_LANES == 4
+    const Register low = (Register)loadBytes(p), high = (Register)loadBytes(p + 64);
+    return {(Bytes)_mm512_permutex2var_epi8(low, (Register)loadBytes(parted.even), high),
+            (Bytes)_mm512_permutex2var_epi8(low, (Register)loadBytes(parted.odd), high)};
+#else
+    alignas(16) constexpr uint8_t evenThenOdd[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
+    const PackOrder pairs = loadInPackOrder(p);
+    const Bytes pattern = everyLane(evenThenOdd), first = shuffle(pairs.first, pattern), second = shuffle(pairs.second, pattern);
+    return {interleaveLow64(first, second), interleaveHigh64(first, second)};
 #endif
 }
 

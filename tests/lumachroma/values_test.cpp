@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstring>
+#include <span>
 #include <string_view>
 
 #include "harness/placement.h"
@@ -77,6 +78,24 @@ constexpr Pin pins[] = {
     {"zeliYCbCr422ToRGB_8u_P3C3R", 14, 7, {65, 187, 133}, {64, 30, 176}},
     {"zeliYCbCr422ToRGB_8u_P3C3R", 14, 8, {129, 157, 79}, {53, 159, 190}},
     {"zeliYCbCr411ToBGR_8u_P3C3R", 16, 0, {131, 120, 119}, {120, 144, 118}},
+    {"zeliYCbCrToBGR_709CSC_8u_P3C3R", 15, 14, {113, 52, 116}, {91, 135, 0}},
+    {"zeliYCbCrToBGR_709CSC_8u_P3C4R", 15, 14, {219, 79, 254}, {255, 180, 133}},
+    {"zeliBGRToYCbCr420_709CSC_8u_C3P3R", 28, 19, {56, 10, 18}, {33, 127, 148}},
+    {"zeliBGRToYCbCr420_709CSC_8u_C3P3R", 28, 20, {185, 10, 234}, {71, 208, 195}},
+    {"zeliBGRToYCbCr420_709HDTV_8u_AC4P3R", 28, 15, {137, 105, 184}, {117, 165, 141}},
+    {"zeliBGRToYCbCr420_709HDTV_8u_AC4P3R", 28, 16, {172, 30, 242}, {76, 219, 190}},
+    {"zeliRGBToCbYCr422_8u_C3C2R", 6, 3, {81, 95, 100}, {95, 132, 122}},
+    {"zeliRGBToCbYCr422_8u_C3C2R", 6, 4, {18, 129, 223}, {107, 185, 72}},
+    {"zeliBGRToCbYCr422_8u_AC4C2R", 14, 7, {111, 14, 142}, {65, 170, 161}},
+    {"zeliBGRToCbYCr422_709HDTV_8u_C3C2R", 48, 31, {67, 50, 229}, {66, 218, 128}},
+    {"zeliBGRToCbYCr422_709HDTV_8u_C3C2R", 48, 32, {249, 201, 74}, {202, 57, 158}},
+    {"zeliYCbCr420ToBGR_709CSC_8u_P3C3R", 14, 7, {70, 20, 123}, {54, 88, 0}},
+    {"zeliYCbCr420ToBGR_709CSC_8u_P3C3R", 14, 8, {93, 101, 167}, {160, 75, 33}},
+    {"zeliYCbCr420ToBGR_709HDTV_8u_P3C4R", 14, 13, {108, 109, 78}, {31, 135, 74}},
+    {"zeliCbYCr422ToRGB_8u_C2C3R", 15, 7, {185, 55, 156}, {241, 202, 49}},
+    {"zeliCbYCr422ToBGR_8u_C2C4R", 15, 8, {133, 147, 95}, {84, 156, 175}},
+    {"zeliCbYCr422ToBGR_709HDTV_8u_C2C3R", 15, 7, {248, 22, 204}, {255, 232, 55}},
+    {"zeliCbYCr422ToBGR_709HDTV_8u_C2C4R", 15, 14, {52, 234, 203}, {167, 0, 244}},
     {"zeliYCbCr422ToRGB_8u_C2P3R", 1, 0, {148, 90, 90}, {92, 199, 77}},
     {"zeliYCbCr422ToBGR_8u_C2C4R", 1, 0, {148, 90, 90}, {92, 199, 77}},
     {"zeliRGBToYUV_8u_C3R", 31, 15, {10, 163, 157}, {117, 148, 34}},
@@ -199,6 +218,43 @@ TEST(LumaChromaValues, BorrowTheChromaThatAnOddRowLacks) {
     std::memset(rgb, 1, sizeof rgb);
     ASSERT_EQ(zeliYCbCr422ToBGR_8u_C2C3R(yuyv + 4, 2, rgb, 9, {1, 1}), zelStsNoErr);
     EXPECT_EQ(bytes(rgb), Bytes({0, 118, 0, 1, 1, 1, 1, 1, 1}));
+}
+
+// The same where chroma comes first. A pair's chroma and a single pixel's are rounded differently.
+TEST(LumaChromaValues, StandInTheByteOrderOfChromaFirst) {
+    uint8_t ycc[6];
+    ASSERT_EQ(zeliRGBToCbYCr422_8u_C3C2R(redBlueGreen, 9, ycc, 6, {3, 1}), zelStsNoErr);
+    EXPECT_EQ(bytes(ycc), Bytes({165, 82, 175, 41, 54, 145}));
+    ASSERT_EQ(zeliBGRToCbYCr422_709HDTV_8u_C3C2R(blueRedGreen, 9, ycc, 6, {3, 1}), zelStsNoErr);
+    EXPECT_EQ(bytes(ycc), Bytes({178, 54, 187, 18, 28, 182}));
+
+    uint8_t rgb[9];
+    constexpr uint8_t uyvy[] = {90, 82, 240, 145, 54, 41};
+    ASSERT_EQ(zeliCbYCr422ToRGB_8u_C2C3R(uyvy, 6, rgb, 9, {3, 1}), zelStsNoErr);
+    EXPECT_EQ(bytes(rgb), Bytes({255, 1, 0, 255, 74, 74, 208, 0, 0}));
+    ASSERT_EQ(zeliCbYCr422ToRGB_8u_C2C3R(uyvy + 4, 2, rgb, 9, {1, 1}), zelStsNoErr);
+    EXPECT_EQ(Bytes(rgb, rgb + 3), Bytes({0, 118, 0}));
+}
+
+// A digital video interface keeps the codes 0 and 255 for itself.
+TEST(LumaChromaValues, StayWithin1To254InFullRange) {
+    constexpr int width = 48;  // block and tail
+    for (const int level : {0, 255}) {
+        for (int bits = 0; bits < 8; ++bits) {
+            uint8_t bgra[2][4 * width], luma[2][width], cb[width / 2], cr[width / 2];
+            for (int i = 0; i < 2 * 4 * width; ++i) (&bgra[0][0])[i] = bits >> i % 4 & 1 ? 255 : level * (i % 4 == 3);
+            uint8_t* const planes[] = {luma[0], cb, cr};
+            constexpr int32_t steps[] = {width, width / 2, width / 2};
+            uint8_t uyvy[2 * width];
+            ASSERT_EQ(zeliBGRToYCbCr420_709HDTV_8u_AC4P3R(bgra[0], 4 * width, planes, steps, {width, 2}), zelStsNoErr);
+            ASSERT_EQ(zeliBGRToCbYCr422_709HDTV_8u_AC4C2R(bgra[0], 4 * width, uyvy, 2 * width, {width, 1}), zelStsNoErr);
+            for (const std::span<const uint8_t> codes : {std::span<const uint8_t>(luma[0], width), {cb}, {cr}, {uyvy}})
+                for (const uint8_t code : codes) EXPECT_TRUE(code >= 1 && code <= 254) << int(code) << " of colour " << bits;
+            const int y = bits == 0 ? 1 : bits == 7 ? 254 : luma[0][0];
+            EXPECT_EQ(luma[1][0], y);
+            EXPECT_EQ(uyvy[2 * width - 1], y);
+        }
+    }
 }
 
 TEST(LumaChromaValues, StandInThePlanesOfTheName) {

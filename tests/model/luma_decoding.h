@@ -1,4 +1,4 @@
-// Model of the decoders, luma and chroma to RGB, studio range:
+// Model of the decoders, luma and chroma to RGB, studio range where nothing else is said:
 //   R = 1.164 (Y - 16) + 1.596 (Cr - 128)
 //   G = 1.164 (Y - 16) - 0.813 (Cr - 128) - 0.392 (Cb - 128)
 //   B = 1.164 (Y - 16) + 2.017 (Cb - 128)
@@ -76,6 +76,23 @@ constexpr Rgb scalarDecodeAt4096(Ycc p) {
     return {sat8((luma + 6537 * v) >> 12), sat8((luma - 3330 * v - 1605 * u) >> 12), sat8((luma + 8263 * u) >> 12)};
 }
 
+// BT.709 in studio range.
+inline constexpr WordCoefficients hdWordSet{9535, 14688, 4375, 1745, 17326};
+inline constexpr ScalarCoefficients hdScalarSet{76284, -1220544, 117506, -34996, -13959, 138609};
+
+// BT.709 with luma in full range.
+constexpr Rgb fullWordDecode(Ycc p) {
+    const int luma = p.y << 4, u = p.cb - 128, v = p.cr - 128;
+    return {sat8((luma + high(v, 12616) + 8) >> 4), sat8((luma + high(v, -3760) + high(u, -1499) + 8) >> 4),
+            sat8((luma + high(u, 14877) + 8) >> 4)};
+}
+constexpr Rgb fullFoldedDecode(Ycc p) {
+    const int luma = p.y << 4;
+    return {sat8((luma + high(p.cr, 12616) - 3146) >> 4), sat8((luma - (high(p.cr, 3760) + high(p.cb, 1499) - 1323)) >> 4),
+            sat8((luma + high(p.cb, 14877) - 3711) >> 4)};
+}
+inline constexpr ScalarCoefficients fullScalarSet{65536, 0, 100925, -30081, -11993, 119013};
+
 // An image one pixel wide has a single chroma byte, which stands for both.
 constexpr Rgb singleChromaDecode(Ycc p) {
     const int luma = 76284 * p.y, chroma = p.cb;
@@ -96,6 +113,10 @@ inline constexpr DecodeRule scalarA = scalarDecode<scalarSetA, 32768>;
 inline constexpr DecodeRule scalarATruncated = scalarDecode<scalarSetA, 0>;
 inline constexpr DecodeRule scalarB = scalarDecode<scalarSetB, 32768>;
 inline constexpr DecodeRule scalarBTruncated = scalarDecode<scalarSetB, 0>;
+inline constexpr DecodeRule hdWord = wordDecode<hdWordSet, 8, Green::addsNegated>;
+inline constexpr DecodeRule hdWordSubtracted = wordDecode<hdWordSet, 8, Green::subtracts>;
+inline constexpr DecodeRule hdScalar = scalarDecode<hdScalarSet, 32768>;
+inline constexpr DecodeRule fullScalar = scalarDecode<fullScalarSet, 32768>;
 inline constexpr DecodeRule scalar411 = scalarDecode<scalarSet411, 32768>;
 
 struct Decoder {

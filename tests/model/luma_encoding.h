@@ -1,4 +1,4 @@
-// Model of the encoders, RGB to luma and chroma, studio range:
+// Model of the encoders, RGB to luma and chroma, studio range where nothing else is said:
 //   Y  =  0.257 R + 0.504 G + 0.098 B + 16
 //   Cb = -0.148 R - 0.291 G + 0.439 B + 128
 //   Cr =  0.439 R - 0.368 G - 0.071 B + 128
@@ -6,6 +6,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 
 #include "model/export.h"
 
@@ -91,8 +92,78 @@ inline constexpr EncodeRule wordOf4{halfWordLuma, halfWordLuma, sumWordChroma<16
 inline constexpr EncodeRule roundedOf4{roundedLuma, roundedLuma, roundedSumChroma};
 inline constexpr EncodeRule plainRoundedOf4{plainRoundedLuma, plainRoundedLuma, plainRoundedSumChroma};
 
+// BT.709 in studio range, over sites of 2 x 2.
+constexpr int high5(int sum, int c) { return sum * 32 * c >> 16; }
+
+inline constexpr EncodeRule hdScalarOf4{[](Rgb p) { return (11993 * p.r + 40239 * p.g + 4063 * p.b + 0x108000) >> 16; },
+                                        [](Rgb p) { return (11993 * p.r + 40239 * p.g + 4063 * p.b + 0x108000) >> 16; },
+                                        [](Rgb s) {
+                                            return Chroma{(-6619 * s.r - 22151 * s.g + 28770 * s.b + 0x2008000) >> 18,
+                                                          (28770 * s.r - 26149 * s.g - 2621 * s.b + 0x2008000) >> 18};
+                                        }};
+constexpr int hdWordLuma(Rgb p) { return ((p.r * 5997 >> 8) + (p.g * 20120 >> 8) + (p.b * 2032 >> 8) + 2112) >> 7; }
+inline constexpr EncodeRule hdWordOf4{hdWordLuma, hdWordLuma, [](Rgb s) {
+                                          return Chroma{
+                                              (16400 + high5(s.b, 28770) - (high5(s.r, 6619) + high5(s.g, 22151))) >> 7,
+                                              (16400 + high5(s.r, 28770) - (high5(s.g, 26149) + high5(s.b, 2621))) >> 7};
+                                      }};
+
+// BT.709 with luma in full range. Nothing becomes 0 or 255.
+constexpr int limit(int v) { return std::clamp(v, 1, 254); }
+
+constexpr int fullLuma(Rgb p) { return limit((13959 * p.r + 46858 * p.g + 4719 * p.b + 32768) >> 16); }
+constexpr int fullWordLuma(Rgb p) { return limit(((p.r * 6980 >> 8) + (p.g * 23429 >> 8) + (p.b * 2359 >> 8) + 64) >> 7); }
+template <int CbOffset, int CrOffset, int Shift>
+constexpr Chroma fullChroma(Rgb s) {
+    return {limit((s.r * -7668 + s.g * -25821 + s.b * 33489 + CbOffset) >> Shift),
+            limit((s.r * 33489 + s.g * -30409 + s.b * -3080 + CrOffset) >> Shift)};
+}
+// The sum of a pair is doubled, so that it counts as four pixels.
+template <int Scale>
+constexpr Chroma fullWordChroma(Rgb s) {
+    const auto high = [](int sum, int c) { return sum * Scale * c >> 16; };
+    return {limit((8224 + high(s.b, 16744) - (high(s.r, 3834) + high(s.g, 12911))) >> 6),
+            limit((8224 + high(s.r, 16744) - (high(s.g, 15204) + high(s.b, 1540))) >> 6)};
+}
+inline constexpr EncodeRule fullScalarOf4{fullLuma, fullLuma, fullChroma<0x2008000, 0x2008000, 18>};
+inline constexpr EncodeRule fullWordOf4{fullWordLuma, fullWordLuma, fullWordChroma<32>};
+inline constexpr EncodeRule fullScalar422{fullLuma, fullLuma, fullChroma<0x1010000, 0x100fffe, 17>};
+inline constexpr EncodeRule fullWord422{fullWordLuma, fullWordLuma, fullWordChroma<64>};
+inline constexpr EncodeRule fullSingle{fullLuma, fullLuma, fullChroma<0x808000, 0x808000, 16>};
+
+// Cb Y Cr Y: exact sums at scale 32768, and word luma beside rounded chroma.
+constexpr int luma15(Rgb p) { return ((8422 * p.r + 16515 * p.g + 3212 * p.b + 16384) >> 15) + 16; }
+constexpr Chroma chroma15(Rgb s) {
+    return {((-2425 * s.r - 4768 * s.g + 7193 * s.b + 16384) >> 15) + 128,
+            ((7193 * s.r - 6029 * s.g - 1163 * s.b + 16383) >> 15) + 128};
+}
+inline constexpr EncodeRule scalarAt15{luma15, luma15, chroma15};
+inline constexpr EncodeRule wordWithRoundedChroma{halfWordLuma, halfWordLuma, [](Rgb s) {
+                                                      return Chroma{
+                                                          (((-9699 * s.r - 19071 * s.g + 28770 * s.b) >> 10) + 16448) >> 7,
+                                                          (((28770 * s.r - 24117 * s.g - 4653 * s.b) >> 10) + 16448) >> 7};
+                                                  }};
+
+// The transfer function of BT.709, of which each value is the nearest.
+inline constexpr std::array<uint8_t, 256> transferred{
+    0,   4,   9,   14,  18,  23,  27,  30,  34,  37,  40,  43,  46,  48,  51,  53,  55,  58,  60,  62,  64,  66,  68,  70,
+    72,  73,  75,  77,  78,  80,  82,  83,  85,  86,  88,  89,  91,  92,  94,  95,  97,  98,  99,  101, 102, 103, 104, 106,
+    107, 108, 109, 111, 112, 113, 114, 115, 116, 118, 119, 120, 121, 122, 123, 124, 125, 126, 127, 128, 129, 130, 131, 132,
+    133, 134, 135, 136, 137, 138, 139, 140, 141, 142, 143, 144, 145, 146, 147, 147, 148, 149, 150, 151, 152, 153, 154, 154,
+    155, 156, 157, 158, 159, 159, 160, 161, 162, 163, 164, 164, 165, 166, 167, 168, 168, 169, 170, 171, 171, 172, 173, 174,
+    174, 175, 176, 177, 177, 178, 179, 180, 180, 181, 182, 182, 183, 184, 185, 185, 186, 187, 187, 188, 189, 189, 190, 191,
+    191, 192, 193, 193, 194, 195, 195, 196, 197, 197, 198, 199, 199, 200, 201, 201, 202, 203, 203, 204, 205, 205, 206, 206,
+    207, 208, 208, 209, 209, 210, 211, 211, 212, 213, 213, 214, 214, 215, 216, 216, 217, 217, 218, 218, 219, 220, 220, 221,
+    221, 222, 223, 223, 224, 224, 225, 225, 226, 227, 227, 228, 228, 229, 229, 230, 230, 231, 232, 232, 233, 233, 234, 234,
+    235, 235, 236, 236, 237, 238, 238, 239, 239, 240, 240, 241, 241, 242, 242, 243, 243, 244, 244, 245, 245, 246, 246, 247,
+    247, 248, 248, 249, 249, 250, 251, 251, 252, 252, 253, 253, 254, 254, 255, 255};
+
+// What an encoder sees of the source.
+constexpr Rgb asItIs(Rgb p) { return p; }
+constexpr Rgb transferredRgb(Rgb p) { return {transferred[p.r], transferred[p.g], transferred[p.b]}; }
+
 // A last pixel without its partner gets its luma and the chroma that stands first in the stream.
-template <const EncodeRule& Block, const EncodeRule& Tail, const EncodeRule& Lone = Tail>
+template <const EncodeRule& Block, const EncodeRule& Tail, const EncodeRule& Lone = Tail, Rgb (*Seen)(Rgb) = asItIs>
 void encode(const Conversion& c) {
     const auto& [red, green, blue, alpha] = c.source.layout->channels;
     const auto& [luma, cb, cr, none] = c.destination.layout->channels;
@@ -108,7 +179,8 @@ void encode(const Conversion& c) {
             Rgb sum;
             for (int y = top; y < top + siteHeight; ++y) {
                 for (int x = left; x < right; ++x) {
-                    const Rgb pixel{c.source.sample(red, x, y), c.source.sample(green, x, y), c.source.sample(blue, x, y)};
+                    const Rgb pixel =
+                        Seen({c.source.sample(red, x, y), c.source.sample(green, x, y), c.source.sample(blue, x, y)});
                     sum = {sum.r + pixel.r, sum.g + pixel.g, sum.b + pixel.b};
                     put(luma, x, y, (x - left) % 2 == 0 ? rule.luma(pixel) : rule.secondLuma(pixel));
                 }

@@ -36,6 +36,9 @@ constexpr Model word420 = encode<wordOf4, scalarOf4>;
 constexpr Model words422 = encode<word422, scalar422>;
 constexpr Model packed422 = encode<wordPacked422, scalarPacked422, scalar444>;
 
+constexpr Model hdWord420 = encode<hdWordOf4, hdScalarOf4>;
+constexpr Model full422 = encode<fullWord422, fullScalar422, fullSingle>;
+
 template <DecodeRule Rule>
 constexpr Decoder oneRule{.block = Rule, .tail = Rule};
 template <DecodeRule Rule>
@@ -79,6 +82,9 @@ constexpr Export exports[] = {
     {NAMED(zeliYCbCrToBGR_8u_P3C3R), ycc444, bgr24, everyPixel, all, everywhere<wordB>},
     {NAMED(zeliYCbCrToBGR_8u_P3C4R), ycc444, bgra32, everyPixel, all, everywhere<wordBSubtracted>},
 
+    {NAMED(zeliYCbCrToBGR_709CSC_8u_P3C3R), ycc444, bgr24, everyPixel, all, everywhere<hdWord>},
+    {NAMED(zeliYCbCrToBGR_709CSC_8u_P3C4R), ycc444, bgra32, everyPixel, all, everywhere<hdWordSubtracted>},
+
     // Encoders to 4:2:0.
     {NAMED(zeliRGBToYCbCr420_8u_C3P3R), rgb24, yCbCr420, encode420, sitesBy4, rounded420},
     {NAMED(zeliRGBToYCbCr420_8u_C3P2R), rgb24, nv12, encode420, sitesBy4, rounded420},
@@ -88,6 +94,13 @@ constexpr Export exports[] = {
     {NAMED(zeliBGRToYCbCr420_8u_AC4P3R), bgra32, yCbCr420, encode420, blocksOfWord420, word420},
     {NAMED(zeliBGRToYCrCb420_8u_AC4P3R), bgra32, yCrCb420, encode420, blocksOfWord420, word420},
     {NAMED(zeliRGBToYCrCb420_8u_AC4P3R), rgba32, yCrCb420, encode420, blocksOfWord420, word420},
+
+    {NAMED(zeliBGRToYCbCr420_709CSC_8u_C3P3R), bgr24, yCbCr420, encode420, blocksOfWord420, hdWord420},
+    {NAMED(zeliBGRToYCbCr420_709CSC_8u_AC4P3R), bgra32, yCbCr420, encode420, blocksOfWord420, hdWord420},
+    {NAMED(zeliBGRToYCbCr420_709CSC_8u_C3P2R), bgr24, nv12, encode420, blocksOfWord420, hdWord420},
+    {NAMED(zeliBGRToYCrCb420_709CSC_8u_C3P3R), bgr24, yCrCb420, encode420, blocksOfWord420, hdWord420},
+    {NAMED(zeliBGRToYCrCb420_709CSC_8u_AC4P3R), bgra32, yCrCb420, encode420, blocksOfWord420, hdWord420},
+    {NAMED(zeliBGRToYCbCr420_709HDTV_8u_AC4P3R), bgra32, yCbCr420, encode420, blocksOf16, encode<fullWordOf4, fullScalarOf4>},
 
     // Encoders to 4:1:1.
     {NAMED(zeliBGRToYCbCr411_8u_C3P3R), bgr24, yCbCr411, encode411, blocksOf32Then16, encode<plainRoundedOf4, scalarOf4>},
@@ -103,6 +116,14 @@ constexpr Export exports[] = {
     {NAMED(zeliBGRToYCbCr422_8u_AC4P3R), bgra32, yCbCr422, encode422, blocksOfWord422, words422},
     {NAMED(zeliBGRToYCbCr422_8u_C3C2R), bgr24, yuyv, encode422, blocksOfWord422, words422},
     {NAMED(zeliBGRToYCbCr422_8u_AC4C2R), bgra32, yuyv, encode422, blocksOfWord422, words422},
+
+    {NAMED(zeliRGBToCbYCr422_8u_C3C2R), rgb24, uyvy, encode422Single, blocksOf4, encode<scalarAt15, scalar422, scalar444>},
+    {NAMED(zeliRGBToCbYCr422Gamma_8u_C3C2R), rgb24, uyvy, encode422Single, blocksOf4,
+     encode<scalarAt15, scalar422, scalar444, transferredRgb>},
+    {NAMED(zeliBGRToCbYCr422_8u_AC4C2R), bgra32, uyvy, encode422Single, blocksOf8,
+     encode<wordWithRoundedChroma, scalar422, scalar444>},
+    {NAMED(zeliBGRToCbYCr422_709HDTV_8u_C3C2R), bgr24, uyvy, encode422Single, blocksOf32, full422},
+    {NAMED(zeliBGRToCbYCr422_709HDTV_8u_AC4C2R), bgra32, uyvy, encode422Single, blocksOf32, full422},
 
     // Decoders from 4:2:0.
     {NAMED(zeliYCbCr420ToBGR_8u_P3C3R), yCbCr420, bgr24, decode420, sitesBy4, decodeByAlignment<scalarA>, pointersFirst,
@@ -120,6 +141,9 @@ constexpr Export exports[] = {
     {NAMED(zeliYCrCb420ToRGB_8u_P2C4R), nv21, rgba32, decode420, all, everywhere<foldedCrCb420>, sizeFirst},
     {NAMED(zeliYCrCb420ToBGR_Filter_8u_P3C4R), yCrCb420, bgra32, decode420, sitesBy8BeforeLast, decode<filter>, planesLast},
 
+    {NAMED(zeliYCbCr420ToBGR_709CSC_8u_P3C3R), yCbCr420, bgr24, decode420, sitesBy4, decodeRow<hdWord, hdScalar>},
+    {NAMED(zeliYCbCr420ToBGR_709HDTV_8u_P3C4R), yCbCr420, bgra32, decode420, all, everywhere<fullFoldedDecode>},
+
     // Decoders from 4:2:2.
     {NAMED(zeliYCbCr422ToRGB_8u_C2C3R), yuyv, rgb24, everyPixel, blocksOf16, decodePacked<wordA>},
     {NAMED(zeliYCbCr422ToRGB_8u_C2P3R), yuyv, rgbPlanes, everyPixel, blocksOf16, decodePacked<wordA>},
@@ -134,6 +158,11 @@ constexpr Export exports[] = {
     {NAMED(zeliYCbCr422ToBGR_8u_P3C3R), yCbCr422, bgr24, decodePairs, blocksOf16, decodeRow<wordB, scalarATruncated>},
     {NAMED(zeliYCbCr422ToRGB_8u_P3C3R), yCbCr422, rgb24, decodePairs, blocksOf8, decodeByAlignment<scalarBTruncated>,
      pointersFirst, byAlignment},
+
+    {NAMED(zeliCbYCr422ToRGB_8u_C2C3R), uyvy, rgb24, everyPixel, blocksOf8, decodeRow<wordB, scalarB>},
+    {NAMED(zeliCbYCr422ToBGR_8u_C2C4R), uyvy, bgra32, everyPixel, blocksOf8, decodeRow<wordB, scalarB>},
+    {NAMED(zeliCbYCr422ToBGR_709HDTV_8u_C2C3R), uyvy, bgr24, everyPixel, blocksOf8, decodeRow<fullWordDecode, fullScalar>},
+    {NAMED(zeliCbYCr422ToBGR_709HDTV_8u_C2C4R), uyvy, bgra32, everyPixel, blocksOf8, decodeRow<fullWordDecode, fullScalar>},
 
     // Decoders from 4:1:1.
     {NAMED(zeliYCbCr411ToBGR_8u_P3C3R), yCbCr411, bgr24, decode411, none, everywhere<scalar411>},
