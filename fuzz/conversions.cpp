@@ -84,8 +84,9 @@ model::Parameters parametersOf(const model::Export& tested, FuzzedDataProvider& 
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FuzzedDataProvider input(data, size);
-    const auto exports = input.PickValueInArray({model::lumachromaExports(), model::yuvExports(), model::chromaExports(),
-                                                 model::intensityExports(), model::liftingExports()});
+    const auto exports =
+        input.PickValueInArray({model::lumachromaExports(), model::yuvExports(), model::chromaExports(),
+                                model::intensityExports(), model::liftingExports(), model::packedSourceExports()});
     const model::Export& tested = exports[input.ConsumeIntegralInRange<size_t>(0, exports.size() - 1)];
     ZelSize region{input.ConsumeIntegralInRange(1, 300), input.ConsumeIntegralInRange(1, 6)};
     if (input.ConsumeBool()) region.height *= 4;

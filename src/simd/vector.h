@@ -198,6 +198,9 @@ ZEL_INLINE Words subtractSigned(Words a, Words b) { return (Words)ZEL_MM(subs_ep
 ZEL_INLINE Bytes mean(Bytes a, Bytes b) { return (Bytes)ZEL_MM(avg_epu8)((Register)a, (Register)b); }
 ZEL_INLINE UWords mean(UWords a, UWords b) { return (UWords)ZEL_MM(avg_epu16)((Register)a, (Register)b); }
 
+// The mean of unsigned words, cut off.
+ZEL_INLINE UWords meanBelow(UWords a, UWords b) { return (a & b) + ((a ^ b) >> 1); }
+
 // Alternating elements of the low or high halves of the lanes of a and b, a first.
 ZEL_INLINE Bytes interleaveLow(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpacklo_epi8)((Register)a, (Register)b); }
 ZEL_INLINE Bytes interleaveHigh(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpackhi_epi8)((Register)a, (Register)b); }
@@ -367,6 +370,28 @@ ZEL_INLINE PackOrder loadInPackOrder(const uint8_t* p) {
             (Bytes)_mm512_permutex2var_epi64(low, _mm512_setr_epi64(2, 3, 6, 7, 10, 11, 14, 15), high)};
 #else
     return {loadLanes(p, 32), loadLanes(p + 16, 32)};
+#endif
+}
+
+// The low and the high bytes of two vectors' worth of consecutive words, in order.
+struct WordHalves {
+    Bytes low, high;
+};
+ZEL_INLINE WordHalves loadWordHalves(const uint8_t* p) {
+#if ZEL_LANES == 4
+    alignas(64) constexpr auto evenPlaces = [] {
+        struct {
+            uint8_t of[64];
+        } places{};
+        for (int i = 0; i < 64; ++i) places.of[i] = uint8_t(2 * i);
+        return places;
+    }();
+    const Register even = _mm512_load_si512(evenPlaces.of), odd = even | _mm512_set1_epi8(1);
+    const Register first = (Register)loadBytes(p), second = (Register)loadBytes(p + vectorBytes);
+    return {(Bytes)_mm512_permutex2var_epi8(first, even, second), (Bytes)_mm512_permutex2var_epi8(first, odd, second)};
+#else
+    const PackOrder words = loadInPackOrder(p);
+    return {packBytes(evenBytes(words.first), evenBytes(words.second)), packBytes(oddBytes(words.first), oddBytes(words.second))};
 #endif
 }
 

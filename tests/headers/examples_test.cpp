@@ -149,7 +149,7 @@ std::vector<Family> familiesOf(const std::filesystem::path& header) {
 const model::Export* find(const std::string& name) {
     constexpr int wholeImage = zelSliceTop | zelSliceMiddle | zelSliceBottom;
     for (const auto exports : {model::lumachromaExports(), model::yuvExports(), model::chromaExports(), model::intensityExports(),
-                               model::liftingExports()})
+                               model::liftingExports(), model::packedSourceExports()})
         for (const model::Export& e : exports)
             if (e.name == name && (!e.slice.argument || (e.slice.argument & wholeImage) == wholeImage)) return &e;
     return nullptr;
@@ -294,7 +294,7 @@ TEST(HeaderExamples, AreWhatTheConversionsOfTheirFamilyGive) {
         }
     }
     for (const auto exports : {model::lumachromaExports(), model::yuvExports(), model::chromaExports(), model::intensityExports(),
-                               model::liftingExports()})
+                               model::liftingExports(), model::packedSourceExports()})
         for (const model::Export& e : exports) EXPECT_TRUE(withExample.contains(e.name)) << e.name << " has no example";
 }
 
