@@ -1,5 +1,6 @@
 // Packed 16-bit words to luma and subsampled chroma: the rules for bytes, on the words' fields.
 #include "frame/driver.h"
+#include "lumachroma/analog_encoding.h"
 #include "lumachroma/encode_sites.h"
 #include "packed16/words.h"
 #include "zelcc/packed_sources.h"
@@ -67,11 +68,8 @@ constexpr Quads toYCbCr411{checkingPlanesFirst(encode411(wordsQuad, kernel<Encod
                                                          exact411<From>, wholeBlocks<32>)),
                            lumaOnly<From>};
 
-// YUV, full-range luma and analog colour differences:
-//   Y = 0.299 R + 0.587 G + 0.114 B        U = 0.492 (B - Y) + 128        V = 0.877 (R - Y) + 128
-//
-// Blocks: with w = floor(9798 R / 256) + floor(19235 G / 256) + floor(3736 B / 256) of each pixel, 128 times its luma, and their
-// sum W over a site of n pixels,
+// YUV. Blocks: with w = floor(9798 R / 256) + floor(19235 G / 256) + floor(3736 B / 256) of each pixel, 128 times its luma, and
+// their sum W over a site of n pixels,
 //   Y = (w + 64) >> 7
 //   U = (8224 + floor((floor(128 SB / n) - floor(W / n)) cu / 65536)) >> 6, and V alike of SR
 // A difference at scale 128 fits a signed word; its high multiply by a constant at scale 32768 leaves scale 64, where 8224 is
@@ -109,40 +107,15 @@ class FlooredDifferences {
     Words lumaBias_, u_, v_;
 };
 
-// Tails: with L = 19595 R + 38470 G + 7471 B of each pixel and S their sum over a site,
-//   Y = (L + bias) >> 16
-//   U = ((((SB << 16) - S + siteBias) >> 16) 32244 >> (16 + shift)) + 128, and V alike of SR with 57475
-// SB and SR are whole, so they can be added behind the shift.
-template <int shift>
-class SiteDifferences {
-  public:
-    struct Constants {
-        ExactConstants minusLuma;
-    };
-    static constexpr int weight = 1;
-
-    ZEL_INLINE explicit SiteDifferences(const Constants& k) : minusLuma_(k.minusLuma) {}
-
-    ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
-        const Words minusLuma = minusLuma_.template at<16>(ChannelPairs(a, b, c)), fromC = c + minusLuma, fromA = a + minusLuma;
-        // 57475 does not fit a signed word: 65536 is taken from it.
-        return {(mulHigh(fromC, splatWord(32244)) >> shift) + 128,
-                ((fromA + mulHigh(fromA, splatWord(57475 - 65536))) >> shift) + 128};
-    }
-
-  private:
-    ExactSum minusLuma_;
-};
-
 constexpr int uOfBgr = 16122, uOfRgb = 16121;  // which differ, and are meant to
 template <int rows, int u>
 constexpr typename FlooredDifferences<rows>::Constants flooredConstants{{9798, 19235, 3736, 64}, u, 28737};
 
-// Luma of RGB565 words is cut off in the tail; all other luma is rounded.
+// Tails follow the exact rule. Luma of RGB565 words is cut off there; all other luma is rounded.
 enum class TailLuma { rounded, truncated };
 template <int shift, TailLuma luma>
-constexpr EncodeConstants<ExactPixels, SiteDifferences<shift>> tailConstants{
-    exact(19595, 38470, 7471, luma == TailLuma::rounded ? 32768 : 0), {exact(-19595, -38470, -7471, (65536 << (shift - 1)) - 1)}};
+constexpr EncodeConstants<ExactLuma, ExactSiteDifferences<shift>> tailConstants{
+    {{19595, 38470, 7471}, luma == TailLuma::rounded ? 32768 : 0}, {exact(-19595, -38470, -7471, (65536 << (shift - 1)) - 1)}};
 
 template <class From, int rows, int u, TailLuma luma>
 constexpr Conversion toYuv(Minimum minimum, Checks checks) {
@@ -151,7 +124,7 @@ constexpr Conversion toYuv(Minimum minimum, Checks checks) {
             .from = rows == 2 ? wordsTwo : wordsPair,
             .to = rows == 2 ? planes420 : planes422,
             .block = kernel<EncodePairs<rows, From, FlooredDifferences<rows>, ToChromaPlanes>>(flooredConstants<rows, u>),
-            .tail = kernel<EncodePairs<rows, From, SiteMatrix<ExactPixels, SiteDifferences<shift>>, ToChromaPlanes>>(
+            .tail = kernel<EncodePairs<rows, From, SiteMatrix<ExactLuma, ExactSiteDifferences<shift>>, ToChromaPlanes>>(
                 tailConstants<shift, luma>),
             .blockColumns = rows == 2 ? columns420 : columns422,
             .minimum = minimum,
