@@ -1,6 +1,7 @@
 // Packed 16-bit words to three bytes a pixel and back. Bytes stand in the order of the fields, from the lowest upward.
 #include "frame/passes.h"
 #include "packed16/words.h"
+#include "simd/fields.h"
 #include "zelcc/packed_sources.h"
 
 namespace zel::ZEL_LEVEL {
@@ -14,7 +15,7 @@ struct ExpandWords {
 
     ZEL_INLINE explicit ExpandWords(const Constants&) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        ToPacked3::store<Order::natural>(row, 0, block, FromWords<Fields565>::load(row, block));
+        expand565(row.out[0] + block * blockPixels * 3, row.in[0] + block * blockPixels * 2);
     }
 };
 
