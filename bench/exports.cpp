@@ -141,6 +141,26 @@ constexpr Export table[] = {
     ROW(bind, zeliYUV422ToRGB_8u_P3AC4R, i422, rgba32),
     ROW(bind, zeliYUV422ToRGB_8u_C2C3R, yuy2, rgb24),
 
+    // packed words
+    ROW(bind, zeliBGR555ToYCbCr411_16u8u_C3P3R, Format(bgr24, word555), i411),
+    ROW(bind, zeliBGR565ToYCbCr411_16u8u_C3P3R, Format(bgr24, word565), i411),
+    ROW(bind, zeliBGR555ToYCbCr420_16u8u_C3P3R, Format(bgr24, word555), i420),
+    ROW(bind, zeliBGR565ToYCbCr420_16u8u_C3P3R, Format(bgr24, word565), i420),
+    ROW(bindCrFirstDestination, zeliBGR555ToYCrCb420_16u8u_C3P3R, Format(bgr24, word555), i420),
+    ROW(bindCrFirstDestination, zeliBGR565ToYCrCb420_16u8u_C3P3R, Format(bgr24, word565), i420),
+    ROW(bind, zeliBGR555ToYCbCr422_16u8u_C3C2R, Format(bgr24, word555), yuy2),
+    ROW(bind, zeliBGR565ToYCbCr422_16u8u_C3C2R, Format(bgr24, word565), yuy2),
+    ROW(bind, zeliBGR555ToYCbCr422_16u8u_C3P3R, Format(bgr24, word555), i422),
+    ROW(bind, zeliBGR565ToYCbCr422_16u8u_C3P3R, Format(bgr24, word565), i422),
+    ROW(bind, zeliBGR555ToYUV420_16u8u_C3P3R, Format(bgr24, word555), i420),
+    ROW(bind, zeliBGR565ToYUV420_16u8u_C3P3R, Format(bgr24, word565), i420),
+    ROW(bind, zeliRGB565ToYUV420_16u8u_C3P3R, Format(rgb24, word565), i420),
+    ROW(bind, zeliRGB565ToYUV422_16u8u_C3P3R, Format(rgb24, word565), i422),
+    ROW(bind, zeliBGR565ToBGR_16u8u_C3R, Format(bgr24, word565), bgr24),
+    ROW(bind, zeliRGB565ToRGB_16u8u_C3R, Format(rgb24, word565), rgb24),
+    ROW(bind, zeliBGRToBGR565_8u16u_C3R, bgr24, Format(bgr24, word565)),
+    ROW(bind, zeliRGBToRGB565_8u16u_C3R, rgb24, Format(rgb24, word565)),
+
     // between chroma layouts
     ROW(bind, zeliCbYCr422ToYCbCr422_8u_C2P3R, uyvy, i422),
     ROW(bind, zeliCbYCr422ToYCbCr422_8u_C2R, uyvy, yuy2),

@@ -14,9 +14,11 @@ constexpr size_t alignment = 64, page = 4096;
 
 constexpr size_t roundUp(size_t value, size_t multiple) { return (value + multiple - 1) / multiple * multiple; }
 
-int32_t stepOf(const PlaneShape& shape, Depth depth, Size size) {
-    return size.width / shape.columns * static_cast<int32_t>(shape.samples.size()) * bytesOf(depth);
-}
+constexpr bool isWord(Depth depth) { return depth == Depth::word555 || depth == Depth::word565; }
+
+int unitBytes(const PlaneShape& shape, Depth depth);
+
+int32_t stepOf(const PlaneShape& shape, Depth depth, Size size) { return size.width / shape.columns * unitBytes(shape, depth); }
 
 int rowsOf(const PlaneShape& shape, Size size) { return size.height / shape.rows; }
 
@@ -64,8 +66,9 @@ constexpr Scale scaleOf(Depth depth) {
         case Depth::f32:
         case Depth::f64:
             return {255, 0};
+        default:
+            return {};
     }
-    return {};
 }
 
 // Calls f with a value of the type of a depth's samples.
@@ -89,27 +92,58 @@ auto withSample(Depth depth, const F& f) {
     }
 }
 
-void write(uint8_t* place, Depth depth, double value) {
+int bytesOf(Depth depth) {
+    return withSample(depth, [](auto sample) { return static_cast<int>(sizeof sample); });
+}
+
+int unitBytes(const PlaneShape& shape, Depth depth) {
+    return isWord(depth) ? 2 : static_cast<int>(shape.samples.size()) * bytesOf(depth);
+}
+
+// The lowest bit of a word's field and the number of its bits.
+struct Field {
+    int shift, bits;
+};
+
+constexpr Field fieldOf(Depth depth, int sample) {
+    const int green = depth == Depth::word565 ? 6 : 5;
+    constexpr int blue = 5;
+    return sample == 0 ? Field{0, blue} : sample == 1 ? Field{blue, green} : Field{blue + green, 5};
+}
+
+// A sample of a unit.
+void write(uint8_t* unit, Depth depth, int sample, double value) {
+    if (isWord(depth)) {
+        const auto [shift, bits] = fieldOf(depth, sample);
+        uint16_t word;
+        std::memcpy(&word, unit, sizeof word);
+        const int mask = (1 << bits) - 1;
+        word = static_cast<uint16_t>((word & ~(mask << shift)) | static_cast<int>(value) >> (8 - bits) << shift);
+        std::memcpy(unit, &word, sizeof word);
+        return;
+    }
     const Scale scale = scaleOf(depth);
-    withSample(depth, [&](auto sample) {
-        sample = static_cast<decltype(sample)>((value - scale.bias) / scale.scale);
-        std::memcpy(place, &sample, sizeof sample);
+    withSample(depth, [&](auto number) {
+        number = static_cast<decltype(number)>((value - scale.bias) / scale.scale);
+        std::memcpy(unit + sample * sizeof number, &number, sizeof number);
     });
 }
 
-double read(const uint8_t* place, Depth depth) {
+double read(const uint8_t* unit, Depth depth, int sample) {
+    if (isWord(depth)) {
+        const auto [shift, bits] = fieldOf(depth, sample);
+        uint16_t word;
+        std::memcpy(&word, unit, sizeof word);
+        return (word >> shift & ((1 << bits) - 1)) << (8 - bits);
+    }
     const Scale scale = scaleOf(depth);
-    return withSample(depth, [&](auto sample) {
-        std::memcpy(&sample, place, sizeof sample);
-        return double(sample) * scale.scale + scale.bias;
+    return withSample(depth, [&](auto number) {
+        std::memcpy(&number, unit + sample * sizeof number, sizeof number);
+        return double(number) * scale.scale + scale.bias;
     });
 }
 
 }  // namespace
-
-int bytesOf(Depth depth) {
-    return withSample(depth, [](auto sample) { return static_cast<int>(sizeof sample); });
-}
 
 std::span<const PlaneShape> planesOf(Layout layout) {
     static constexpr PlaneShape rgb24[] = {{"rgb"}}, bgr24[] = {{"bgr"}}, rgba32[] = {{"rgbx"}}, bgra32[] = {{"bgrx"}};
@@ -190,15 +224,14 @@ Image placeImage(Format format, Size size, uint8_t* memory) {
 
 void paint(const Image& image) {
     const Plane* plane = image.planes.data();
-    const int bytes = bytesOf(image.depth);
     for (const PlaneShape& shape : planesOf(image.layout)) {
-        const int samples = static_cast<int>(shape.samples.size());
+        const int samples = static_cast<int>(shape.samples.size()), bytes = unitBytes(shape, image.depth);
         for (int row = 0; row < rowsOf(shape, image.size); ++row) {
-            uint8_t* place = plane->data + ptrdiff_t{plane->step} * row;
+            uint8_t* unit = plane->data + ptrdiff_t{plane->step} * row;
             const double y = double(row * shape.rows) / image.size.height;
-            for (int i = 0; i < plane->step / bytes; ++i, place += bytes) {
-                const double x = double(i / samples * shape.columns) / image.size.width;
-                write(place, image.depth, sampleAt(shape.samples[i % samples], x, y));
+            for (int i = 0; i < plane->step / bytes; ++i, unit += bytes) {
+                const double x = double(i * shape.columns) / image.size.width;
+                for (int k = 0; k < samples; ++k) write(unit, image.depth, k, sampleAt(shape.samples[k], x, y));
             }
         }
         ++plane;
@@ -213,16 +246,19 @@ Image withChromaExchanged(Image image) {
 double meanDifference(const Image& a, const Image& b) {
     double sum = 0, count = 0;
     const auto shapes = planesOf(a.layout);
-    const int bytes = bytesOf(a.depth);
     for (size_t p = 0; p < shapes.size(); ++p) {
         const std::string_view letters = shapes[p].samples;
+        const int bytes = unitBytes(shapes[p], a.depth);
         for (int row = 0; row < rowsOf(shapes[p], a.size); ++row) {
             const uint8_t* left = a.planes[p].data + ptrdiff_t{a.planes[p].step} * row;
             const uint8_t* right = b.planes[p].data + ptrdiff_t{b.planes[p].step} * row;
-            for (int i = 0; i < a.planes[p].step / bytes; ++i) {
-                if (letters[i % letters.size()] == 'x') continue;
-                sum += std::abs(read(left + i * bytes, a.depth) - read(right + i * bytes, b.depth));
-                ++count;
+            for (int at = 0; at < a.planes[p].step; at += bytes) {
+                for (size_t k = 0; k < letters.size(); ++k) {
+                    if (letters[k] == 'x') continue;
+                    const int sample = static_cast<int>(k);
+                    sum += std::abs(read(left + at, a.depth, sample) - read(right + at, b.depth, sample));
+                    ++count;
+                }
             }
         }
     }

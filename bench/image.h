@@ -34,10 +34,8 @@ enum class Layout {
 };
 
 // Samples of more or less than 8 bits hold the same picture: 255 is the highest value of the unsigned depths and 1 of the floats,
-// and 128 is 0 of the signed ones.
-enum class Depth { u8, s8, u16, s16, s32, f32, f64 };
-
-int bytesOf(Depth depth);
+// and 128 is 0 of the signed ones. The samples of a pixel may also be the fields of a 16-bit word, from the lowest upward.
+enum class Depth { u8, s8, u16, s16, s32, f32, f64, word555, word565 };
 
 struct Format {
     Layout layout;

@@ -8,6 +8,7 @@ namespace bench {
 
 namespace {
 
+using enum Depth;
 using enum Layout;
 using enum Variant;
 using namespace libyuv;
@@ -98,6 +99,19 @@ const Row table[] = {
 
     {{rgb24, uyvy}, "RAWToARGB, ARGBToUYVY", via(bgra32, bind<RAWToARGB>, bind<ARGBToUYVY>)},
     {{bgra32, uyvy}, "ARGBToUYVY", bind<ARGBToUYVY>},
+
+    // packed words
+    {{Format(bgr24, word565), i420}, "RGB565ToI420", bind<RGB565ToI420>},
+    {{Format(bgr24, word555), i420}, "ARGB1555ToI420", bind<ARGB1555ToI420>},
+    {{Format(rgb24, word565), i420}, "RGB565ToARGB, ABGRToI420", via(rgba32, bind<RGB565ToARGB>, bind<ABGRToI420>)},
+    {{Format(bgr24, word565), i422}, "RGB565ToARGB, ARGBToI422", via(bgra32, bind<RGB565ToARGB>, bind<ARGBToI422>)},
+    {{Format(bgr24, word555), i422}, "ARGB1555ToARGB, ARGBToI422", via(bgra32, bind<ARGB1555ToARGB>, bind<ARGBToI422>)},
+    {{Format(bgr24, word565), yuy2}, "RGB565ToARGB, ARGBToYUY2", via(bgra32, bind<RGB565ToARGB>, bind<ARGBToYUY2>)},
+    {{Format(bgr24, word555), yuy2}, "ARGB1555ToARGB, ARGBToYUY2", via(bgra32, bind<ARGB1555ToARGB>, bind<ARGBToYUY2>)},
+    {{Format(bgr24, word565), bgr24}, "RGB565ToARGB, ARGBToRGB24", via(bgra32, bind<RGB565ToARGB>, bind<ARGBToRGB24>)},
+    {{Format(rgb24, word565), rgb24}, "RGB565ToARGB, ARGBToRGB24", via(rgba32, bind<RGB565ToARGB>, bind<ARGBToRGB24>)},
+    {{bgr24, Format(bgr24, word565)}, "RGB24ToARGB, ARGBToRGB565", via(bgra32, bind<RGB24ToARGB>, bind<ARGBToRGB565>)},
+    {{rgb24, Format(rgb24, word565)}, "RGB24ToARGB, ARGBToRGB565", via(rgba32, bind<RGB24ToARGB>, bind<ARGBToRGB565>)},
 
     // decoders of 4:2:0
     {{i420, rgb24}, "I420ToRAW", bind<I420ToRAW>},

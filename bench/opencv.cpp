@@ -12,6 +12,8 @@ namespace {
 using enum Depth;
 using enum Layout;
 
+constexpr Format bgr565(bgr24, word565), rgb565(rgb24, word565);
+
 struct Row {
     Task task;
     const char* name;
@@ -39,12 +41,17 @@ constexpr Row table[] = {
     ROW(yvyu, rgb24, YUV2RGB_YVYU),   ROW(yvyu, bgr24, YUV2BGR_YVYU),   ROW(yvyu, rgba32, YUV2RGBA_YVYU),
     ROW(yvyu, bgra32, YUV2BGRA_YVYU), ROW(yuy2, gray, YUV2GRAY_YUY2),
 
+    ROW(bgr565, bgr24, BGR5652BGR),   ROW(rgb565, rgb24, BGR5652BGR),   ROW(bgr24, bgr565, BGR2BGR565),
+    ROW(rgb24, rgb565, BGR2BGR565),
+
     ROW(rgb24, gray, RGB2GRAY),       ROW(rgba32, gray, RGBA2GRAY),     ROW(gray, rgb24, GRAY2RGB),
     ROW(gray, rgba32, GRAY2RGBA),
 };
 
 // Deeper samples, with the same functions.
 constexpr int conversionOf(const Task& task) {
+    for (const Row& row : table)
+        if (row.task == task) return int(&row - table);
     const Depth depth = task.source.depth;
     const bool converts = depth == u8 || depth == u16 || depth == f32;
     if (!converts || task.destination.depth != depth || task.variant != Variant::replicate) return -1;
@@ -63,9 +70,10 @@ cv::Mat matrixOf(const Image& image) {
     const auto shapes = planesOf(image.layout);
     const int width = image.size.width, height = image.size.height;
     const bool planar = shapes.size() > 1;
-    const int channels = planar ? 1 : static_cast<int>(shapes[0].samples.size()) / shapes[0].columns;
+    const bool words = image.depth == word555 || image.depth == word565;  // of two bytes
+    const int channels = planar ? 1 : words ? 2 : static_cast<int>(shapes[0].samples.size()) / shapes[0].columns;
     const int rows = planar ? height * 3 / 2 : height;
-    constexpr int types[] = {CV_8U, CV_8S, CV_16U, CV_16S, CV_32F, CV_64F};
+    constexpr int types[] = {CV_8U, CV_8S, CV_16U, CV_16S, CV_32S, CV_32F, CV_64F, CV_8U, CV_8U};
     return cv::Mat(rows, width, CV_MAKETYPE(types[int(image.depth)], channels), image.planes[0].data,
                    static_cast<size_t>(image.planes[0].step));
 }

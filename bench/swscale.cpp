@@ -11,8 +11,13 @@ namespace bench {
 
 namespace {
 
-AVPixelFormat formatOf(Layout layout) {
-    switch (layout) {
+// Its names of words begin with the highest field.
+AVPixelFormat formatOf(Format format) {
+    const bool isBgr = format.layout == Layout::bgr24;
+    if (format.depth == Depth::word555) return isBgr ? AV_PIX_FMT_RGB555 : AV_PIX_FMT_BGR555;
+    if (format.depth == Depth::word565) return isBgr ? AV_PIX_FMT_RGB565 : AV_PIX_FMT_BGR565;
+    if (format.depth != Depth::u8) return AV_PIX_FMT_NONE;
+    switch (format.layout) {
         case Layout::rgb24:
             return AV_PIX_FMT_RGB24;
         case Layout::bgr24:
@@ -81,9 +86,10 @@ Call bindScaler(const Image& source, const Image& destination) {
     const auto [width, height] = source.size;
     // Its vector code for interleaved chroma runs past the end of rows that are shorter than a vector, and crashes.
     if ((source.layout == Layout::nv12 || source.layout == Layout::nv21) && width < 64) return {};
-    const std::shared_ptr<SwsContext> context(sws_getContext(width, height, formatOf(source.layout), width, height,
-                                                             formatOf(destination.layout), method, nullptr, nullptr, nullptr),
-                                              sws_freeContext);
+    const std::shared_ptr<SwsContext> context(
+        sws_getContext(width, height, formatOf({source.layout, source.depth}), width, height,
+                       formatOf({destination.layout, destination.depth}), method, nullptr, nullptr, nullptr),
+        sws_freeContext);
     if (!context) throw std::runtime_error("swscale refuses a pair of formats that it says it supports");
     setMatrix(context.get(), source, destination, matrix);
     return [context, height = height, from = Picture(source), to = Picture(destination)] {
@@ -101,8 +107,7 @@ std::string swscaleVersion() {
 }
 
 void addSwscale(const Task& task, std::vector<Peer>& peers) {
-    if (task.source.depth != Depth::u8 || task.destination.depth != Depth::u8) return;
-    const AVPixelFormat source = formatOf(task.source.layout), destination = formatOf(task.destination.layout);
+    const AVPixelFormat source = formatOf(task.source), destination = formatOf(task.destination);
     if (source == AV_PIX_FMT_NONE || destination == AV_PIX_FMT_NONE) return;
     if (!sws_isSupportedInput(source) || !sws_isSupportedOutput(destination)) return;
     // Chroma is interpolated between rows only, and by four taps, on the way to planar 4:2:2.

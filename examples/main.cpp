@@ -1,7 +1,8 @@
 // Takes a picture from RGB to 4:2:0 planar, 4:2:0 semi-planar and packed 4:2:2 and back, writes what came back as PNG and the
 // 4:2:0 planes as a video of one frame, and tells how far the colours moved and how fast it went. Then shows on the picture as an
-// interlaced frame what becomes of its chroma when the fields are mixed. Last, makes it gray, saturated and sepia, halves it in
-// linear light and without, and merges a range of exposures to floats that are tone-mapped.
+// interlaced frame what becomes of its chroma when the fields are mixed. Makes it gray, saturated and sepia, halves it in linear
+// light and without, and merges a range of exposures to floats that are tone-mapped. Last, packs it into 16-bit words, with the
+// low bits cut off and dithered.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -13,6 +14,7 @@
 #include "exposures.h"
 #include "fields.h"
 #include "half_size.h"
+#include "packed_words.h"
 #include "picture_file.h"
 #include "recoloured.h"
 #include "result_table.h"
@@ -98,13 +100,24 @@ bool convertIntensities(const Picture& original, const Results& results) {
 }
 
 // False when a conversion failed.
+bool convertToWords(const Picture& original, const Results& results) {
+    std::printf("\nPacked 16-bit words, the low bits cut off and dithered:\n\n");
+    const Study words = packedWords(original);
+    printTable(words.conversions);
+    std::printf("\n");
+    for (const auto& [name, picture] : words.pictures) results.write(name, picture);
+    return words.isComplete();
+}
+
+// False when a conversion failed.
 bool convert(const fs::path& path, const fs::path& folder) {
     const Picture original = readPicture(path);
     std::printf("%s: %d x %d\n\n", path.c_str(), original.size.width, original.size.height);
     const Results results(path, folder);
     const bool areLayoutsComplete = convertToLayouts(original, results);
     const bool areFieldsComplete = convertFields(original, results);
-    return convertIntensities(original, results) && areLayoutsComplete && areFieldsComplete;
+    const bool areIntensitiesComplete = convertIntensities(original, results);
+    return convertToWords(original, results) && areLayoutsComplete && areFieldsComplete && areIntensitiesComplete;
 }
 
 }  // namespace

@@ -9,23 +9,39 @@ struct Place {
     int32_t x, y;
 };
 
-// The corner of the tile in which two pictures differ most.
-Place mostDifferent(const Picture& a, const Picture& b, ZelSize tile) {
+// The corner of the tile with the highest sum of a measure of its pixels.
+template <class Measure>
+Place highest(ZelSize size, ZelSize tile, Measure measure) {
     const int32_t down = std::max(tile.height / 2, 1), across = std::max(tile.width / 2, 1);
-    Place most{0, 0};
+    Place corner{0, 0};
     int64_t largest = -1;
-    for (int32_t top = 0; top + tile.height <= a.size.height; top += down) {
-        for (int32_t left = 0; left + tile.width <= a.size.width; left += across) {
+    for (int32_t top = 0; top + tile.height <= size.height; top += down) {
+        for (int32_t left = 0; left + tile.width <= size.width; left += across) {
             int64_t sum = 0;
             for (int32_t y = top; y < top + tile.height; ++y)
-                for (int32_t i = 0; i < 3 * tile.width; ++i) sum += std::abs(a.pixel(left, y)[i] - b.pixel(left, y)[i]);
+                for (int32_t x = left; x < left + tile.width; ++x) sum += measure(x, y);
             if (sum > largest) {
                 largest = sum;
-                most = {left, top};
+                corner = {left, top};
             }
         }
     }
-    return most;
+    return corner;
+}
+
+int difference(const uint8_t* a, const uint8_t* b) {
+    return std::abs(a[0] - b[0]) + std::abs(a[1] - b[1]) + std::abs(a[2] - b[2]);
+}
+
+// Whether a run of one colour ends at a pixel and another one begins, as bands do.
+bool isBetweenRuns(const Picture& picture, int32_t x, int32_t y) {
+    constexpr int32_t run = 4;
+    if (x + 1 < run || x + run >= picture.size.width) return false;
+    const uint8_t* last = picture.pixel(x, y);
+    const uint8_t* first = picture.pixel(x + 1, y);
+    for (int32_t i = 1; i < run; ++i)
+        if (difference(last, last - 3 * i) != 0 || difference(first, first + 3 * i) != 0) return false;
+    return difference(last, first) != 0;
 }
 
 // Every pixel becomes a square of so many.
@@ -35,6 +51,15 @@ Picture enlarged(const Picture& picture, Place corner, ZelSize size, int32_t enl
         for (int32_t x = 0; x < large.size.width; ++x)
             std::copy_n(picture.pixel(corner.x + x / enlargement, corner.y + y / enlargement), 3, large.pixel(x, y));
     return large;
+}
+
+// The tile of the highest measure of two pictures.
+template <class Measure>
+Picture enlargedBeside(const Picture& left, const Picture& right, Measure measure) {
+    constexpr int32_t side = 96, enlargement = 6;
+    const ZelSize tile{std::min(left.size.width, side), std::min(left.size.height, side)};
+    const Place corner = highest(left.size, tile, measure);
+    return beside(enlarged(left, corner, tile, enlargement), enlarged(right, corner, tile, enlargement));
 }
 
 }  // namespace
@@ -60,8 +85,14 @@ Picture amplifiedDifference(const Picture& left, const Picture& right) {
 }
 
 Picture detailBeside(const Picture& left, const Picture& right) {
-    constexpr int32_t side = 96, enlargement = 6;
-    const ZelSize tile{std::min(left.size.width, side), std::min(left.size.height, side)};
-    const Place corner = mostDifferent(left, right, tile);
-    return beside(enlarged(left, corner, tile, enlargement), enlarged(right, corner, tile, enlargement));
+    const auto differenceAt = [&](int32_t x, int32_t y) { return difference(left.pixel(x, y), right.pixel(x, y)); };
+    return enlargedBeside(left, right, differenceAt);
+}
+
+Picture bandsBeside(const Picture& original, const Picture& coarse, const Picture& other) {
+    const auto isEdgeOfBand = [&](int32_t x, int32_t y) {
+        constexpr int smooth = 3;  // the most by which all channels together change
+        return isBetweenRuns(coarse, x, y) && difference(original.pixel(x, y), original.pixel(x + 1, y)) <= smooth;
+    };
+    return enlargedBeside(coarse, other, isEdgeOfBand);
 }

@@ -12,3 +12,7 @@ Picture amplifiedDifference(const Picture& left, const Picture& right);
 
 // The region in which two pictures of the same size differ most, of both and enlarged.
 Picture detailBeside(const Picture& left, const Picture& right);
+
+// The region in which `coarse`, a picture of few colours, has the most bands where the original is smooth: of it and of another
+// picture, enlarged.
+Picture bandsBeside(const Picture& original, const Picture& coarse, const Picture& other);

@@ -12,6 +12,7 @@
 #include "zelcc/intensity.h"
 #include "zelcc/lifting.h"
 #include "zelcc/lumachroma.h"
+#include "zelcc/packed_sources.h"
 #include "zelcc/types.h"
 #include "zelcc/version.h"
 #include "zelcc/yuv.h"

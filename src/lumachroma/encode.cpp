@@ -2,71 +2,13 @@
 // the channels over its pixels: a box average, with the matrix last. A site is 2 x 1 (4:2:2), 2 x 2 (4:2:0) or 4 x 1 pixels
 // (4:1:1).
 #include "intensity/gamma_curve.h"
-#include "lumachroma/encode_pairs.h"
-#include "lumachroma/encoding.h"
+#include "lumachroma/encode_sites.h"
 #include "zelcc/lumachroma.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {
 
-// From the outer channels' differences; `firstFrom` names the channel whose difference comes first. `sumWeight` is that of the
-// sums.
-template <class Product, int shift, Outer firstFrom, int sumWeight = 32>
-class DifferenceChroma {
-  public:
-    struct Constants {
-        DifferenceConstants fromA, fromC;
-    };
-    static constexpr int weight = sumWeight;
-
-    ZEL_INLINE explicit DifferenceChroma(const Constants& k) : fromA_(k.fromA), fromC_(k.fromC) {}
-
-    ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
-        const Words fromA = (Words)fromA_(a, c, b) >> shift, fromC = (Words)fromC_(c, a, b) >> shift;
-        return firstFrom == Outer::a ? ChromaPair{fromA, fromC} : ChromaPair{fromC, fromA};
-    }
-
-  private:
-    Difference<Product> fromA_, fromC_;
-};
-
-// Exact sums in 32 bits. Gray has no colour: the weights of a sample add up to 0, so it is made of the differences between its
-// own channel and the other two, whose weights fit 16 bits:
-//   (other (own - other channel) + green (own - green) + bias) >> shift
-struct ExactChromaWeights {
-    int16_t other, green;
-    int32_t bias;
-};
-
-template <int shift, Outer firstFrom>
-class ExactChroma {
-  public:
-    struct Constants {
-        ExactChromaWeights fromA, fromC;
-    };
-    static constexpr int weight = 1;
-
-    ZEL_INLINE explicit ExactChroma(const Constants& k)
-        : fromA_(splatWords(k.fromA.green, k.fromA.other)),
-          fromC_(splatWords(k.fromC.green, -k.fromC.other)),
-          biasA_(splatDword(k.fromA.bias)),
-          biasC_(splatDword(k.fromC.bias)) {}
-
-    ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
-        const Words fromA = sums(WordPairs(a - b, a - c), fromA_, biasA_), fromC = sums(WordPairs(c - b, a - c), fromC_, biasC_);
-        return firstFrom == Outer::a ? ChromaPair{fromA, fromC} : ChromaPair{fromC, fromA};
-    }
-
-  private:
-    ZEL_INLINE static Words sums(const WordPairs& differences, Words k, Dwords bias) {
-        return packWords((mulAddPairs(differences.low, k) + bias) >> shift, (mulAddPairs(differences.high, k) + bias) >> shift);
-    }
-
-    Words fromA_, fromC_;
-    Dwords biasA_, biasC_;
-};
-
-// The same of any three weights.
+// Exact sums in 32 bits of any three weights.
 template <int shift>
 class SummedChroma {
   public:
@@ -86,32 +28,7 @@ class SummedChroma {
     ExactSum first_, second_;
 };
 
-// Sites of four pixels of one row.
-template <class From, class Luma, class Chroma>
-struct QuadKernel {
-    using Constants = EncodeConstants<Luma, Chroma>;
-    static constexpr int sites = blockPixels / 4;
-
-    Luma luma;
-    Chroma chroma;
-
-    ZEL_INLINE explicit QuadKernel(const Constants& k) : luma(k.luma), chroma(k.chroma) {}
-
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const Triple t = From::load(row, block);
-        storeVector(row.out[0] + block * blockPixels, luma(t));
-        storeQuarters(row.out[1] + block * sites, row.out[2] + block * sites, chroma(sums(t.a), sums(t.b), sums(t.c)).bounded());
-    }
-
-  private:
-    // Each lane has its four sums twice.
-    ZEL_INLINE static Words sums(Bytes x) {
-        const Dwords quads = mulAddPairs(pairSums<Chroma::weight>(x), splatWord(1));
-        return packWords(quads, quads);
-    }
-};
-
-// The same, each channel through a curve before the matrix.
+// A source, each channel of which goes through a curve before the matrix.
 template <class From>
 struct Curved {
     ZEL_INLINE static Triple load(const Row& row, size_t block, int stream = 0) {
@@ -122,18 +39,9 @@ struct Curved {
     }
 };
 
-// Rules by geometry and channel order. The shift of a truncated or rounded chroma rule goes with the pixels of a site and the
-// scale of its weights.
-using WordLuma = TruncatedLuma<7>;
 using PackedLuma = TruncatedLuma<8>;
-using Word420 = DifferenceChroma<Floored, 7, Outer::a>;
-using Word422 = DifferenceChroma<Floored, 6, Outer::a>;
 using Rounded420 = DifferenceChroma<Rounded, 6, Outer::c>;
 using Rounded411 = DifferenceChroma<Rounded, 6, Outer::a>;
-template <Outer firstFrom>
-using Exact420 = ExactChroma<18, firstFrom>;
-template <Outer firstFrom>
-using Exact422 = ExactChroma<17, firstFrom>;
 
 using FullLuma = Limited<WordLuma>;
 using FullExactLuma = Limited<ExactPixels>;
@@ -142,45 +50,11 @@ using FullWord422 = Limited<DifferenceChroma<Floored, 6, Outer::a, 64>>;
 using FullExact420 = Limited<Exact420<Outer::a>>;
 using FullExact422 = Limited<Exact422<Outer::a>>;
 
-// Chroma rules take channel a's and channel c's difference: of RGB those are Cr and Cb, of BGR Cb and Cr.
-constexpr Outer rgb = Outer::a, bgr = Outer::c;  // where red is
-
-template <class Chroma, Outer red>
-constexpr typename Chroma::Constants differences(const EncodeMatrix& m, int bias) {
-    const DifferenceConstants cb = fromBlue(m, bias), cr = fromRed(m, bias);
-    return red == rgb ? typename Chroma::Constants{cr, cb} : typename Chroma::Constants{cb, cr};
-}
-
-template <class Luma, class Chroma, Outer red>
-constexpr EncodeConstants<Luma, Chroma> word(const EncodeMatrix& m, int lumaBias, int chromaBias) {
-    return {truncatedLuma(m, red, lumaBias), differences<Chroma, red>(m, chromaBias)};
-}
-
 template <class Chroma, Outer red>
 constexpr EncodeConstants<RoundedLuma, Chroma> rounded(int lumaBias, int chromaBias) {
     return {roundedLuma(bt601::encodeRounded, red, lumaBias), differences<Chroma, red>(bt601::encodeRounded, chromaBias)};
 }
 
-template <class Chroma, Outer red>
-constexpr typename Chroma::Constants exactDifferences(const EncodeMatrix& m, int32_t cbBias, int32_t crBias) {
-    const ExactChromaWeights cb{int16_t(-m.cb.r), int16_t(-m.cb.g), cbBias}, cr{int16_t(-m.cr.b), int16_t(-m.cr.g), crBias};
-    return red == rgb ? typename Chroma::Constants{cr, cb} : typename Chroma::Constants{cb, cr};
-}
-
-template <class Luma, class Chroma, Outer red>
-constexpr EncodeConstants<Luma, Chroma> exact(const EncodeMatrix& m, int32_t lumaBias, int32_t chromaBias) {
-    return {exactSum(m.y, red, lumaBias), exactDifferences<Chroma, red>(m, chromaBias, chromaBias)};
-}
-
-// 16.5 and 128.125 at the scale of the shift that follows. The biases of chroma hold an eighth, not a half: site averages are
-// rounded down more often than up, and are meant to be.
-constexpr int halfUp = 2112, bias420Word = 16400, bias422Word = 8200;
-constexpr int32_t lumaBias = 0x108000, bias420 = 0x2008000, bias422 = 0x1004000;
-
-constexpr auto word420Rgb = word<WordLuma, Word420, rgb>(bt601::encodeWord, halfUp, bias420Word);
-constexpr auto word420Bgr = word<WordLuma, Word420, bgr>(bt601::encodeWord, halfUp, bias420Word);
-constexpr auto word422Rgb = word<WordLuma, Word422, rgb>(bt601::encodeWord, halfUp, bias422Word);
-constexpr auto word422Bgr = word<WordLuma, Word422, bgr>(bt601::encodeWord, halfUp, bias422Word);
 constexpr auto word420Bgr709 = word<WordLuma, Word420, bgr>(bt709::encodeWord, halfUp, bias420Word);
 
 // The biases hold 2 of the 32 that would round: the results truncate, and are meant to.
@@ -188,15 +62,7 @@ constexpr auto rounded420Rgb = rounded<Rounded420, rgb>(16 * 64 + 2, 128 * 64 + 
 // Here nothing is added before the shift, and that is meant too.
 constexpr auto rounded411Bgr = rounded<Rounded411, bgr>(16 * 64, 128 * 64);
 
-// With Cb first or with Cr first.
-constexpr auto exact420RgbCbCr = exact<ExactPixels, Exact420<Outer::c>, rgb>(bt601::encode, lumaBias, bias420);
-constexpr auto exact420RgbCrCb = exact<ExactPixels, Exact420<Outer::a>, rgb>(bt601::encode, lumaBias, bias420);
-constexpr auto exact420Bgr = exact<ExactPixels, Exact420<Outer::a>, bgr>(bt601::encode, lumaBias, bias420);
 constexpr auto exact420Bgr709 = exact<ExactPixels, Exact420<Outer::a>, bgr>(bt709::encode, lumaBias, bias420);
-constexpr auto exact422RgbCbCr = exact<ExactPixels, Exact422<Outer::c>, rgb>(bt601::encode, lumaBias, bias422);
-constexpr auto exact422RgbCrCb = exact<ExactPixels, Exact422<Outer::a>, rgb>(bt601::encode, lumaBias, bias422);
-constexpr auto exact422Bgr = exact<ExactPixels, Exact422<Outer::a>, bgr>(bt601::encode, lumaBias, bias422);
-
 // Packed 4:2:2 from RGB: chroma is rounded. Luma of the blocks truncates, and in the tail the second pixel of a pair does: only
 // the first one is rounded.
 constexpr int32_t bias422Rounded = 0x1010000, lumaBiasTruncated = 0x100000;
@@ -229,68 +95,7 @@ constexpr auto fullExact420Bgr = exact<FullExactLuma, FullExact420, bgr>(bt709Fu
 constexpr EncodeConstants<FullExactLuma, FullExact422> fullExact422Bgr{
     exactSum(bt709Full::encode.y, bgr, 0x8000), exactDifferences<FullExact422, bgr>(bt709Full::encode, 0x1010000, 0x100fffe)};
 
-// The columns of the block rules. The odd terms are meant: in a row of 48 pixels the last 16 of 4:2:2 all follow the tail rule.
-constexpr int columns422(int width) { return (width & ~31) + ((width & 15) >= 8 ? 8 : 0); }
-constexpr int columns420(int width) { return (width & ~15) + ((width & 7) >= 4 ? 4 : 0); }
 constexpr int columns411Rounded(int width) { return (width & ~31) + (width & 16); }
-
-// The kernels of block and tail, of the rules that their constants are for.
-struct Rules {
-    Kernel block, tail;
-};
-
-template <int rows, class From, class To, class Luma, class Chroma>
-constexpr Kernel pairs(const EncodeConstants<Luma, Chroma>& constants) {
-    return kernel<EncodePairs<rows, From, SiteMatrix<Luma, Chroma>, To>>(constants);
-}
-template <class From, class Luma, class Chroma>
-constexpr Kernel quads(const EncodeConstants<Luma, Chroma>& constants) {
-    return kernel<QuadKernel<From, Luma, Chroma>>(constants);
-}
-
-template <class From, class To>
-constexpr Rules rules420(const auto& block, const auto& tail) {
-    return {pairs<2, From, To>(block), pairs<2, From, To>(tail)};
-}
-template <class From, class To>
-constexpr Rules rules422(const auto& block, const auto& tail) {
-    return {pairs<1, From, To>(block), pairs<1, From, To>(tail)};
-}
-template <class From>
-constexpr Rules rules411(const auto& block) {
-    return {quads<From>(block), quads<From>(exact420Bgr)};
-}
-
-constexpr Conversion encode420(Layout from, Layout to, Rules rules, int (*columns)(int)) {
-    return {.site = {2, 2},
-            .from = from,
-            .to = to,
-            .block = rules.block,
-            .tail = rules.tail,
-            .blockColumns = columns,
-            .minimum = {2, 2},
-            .oddSize = OddSize::warned};
-}
-constexpr Conversion encode411(Layout from, Rules rules, int (*columns)(int)) {
-    return {.site = {4, 1},
-            .from = from,
-            .to = planes411,
-            .block = rules.block,
-            .tail = rules.tail,
-            .blockColumns = columns,
-            .minimum = {4, 1},
-            .oddSize = OddSize::warned};
-}
-constexpr Conversion encode422(Layout from, Layout to, Rules rules, OddSize oddSize = OddSize::accepted) {
-    return {.site = {2, 1},
-            .from = from,
-            .to = to,
-            .block = rules.block,
-            .tail = rules.tail,
-            .blockColumns = columns422,
-            .minimum = {2, 1},
-            .oddSize = oddSize};
-}
 
 // A pixel counted twice is a site of its own, whose second half is dropped: Y and the first chroma sample stay.
 inline void repeatPixel(uint8_t* site, const uint8_t* pixel, int siteBytes, bool) {
@@ -315,7 +120,7 @@ constexpr Conversion encodeLumaFirst(Layout from) {
 template <class From>
 constexpr Conversion encodeChromaFirstRgb(Layout from) {
     return encodePacked422(from, rules422<From, ToChromaFirst>(chromaFirstRgb, exact422RgbCbCr), wholeBlocks<4>,
-                           pairs<1, From, ToChromaFirst>(chromaFirstLastRgb));
+                           pairKernel<1, From, ToChromaFirst>(chromaFirstLastRgb));
 }
 template <class From>
 constexpr Conversion encodeChromaFirstFull(Layout from) {
@@ -331,14 +136,6 @@ constexpr Conversion bgr24To420 = encode420(rgb24Two, planes420, word420Bgr24, c
                      bgr32To420 = encode420(rgb32Two, planes420, word420Bgr32, columns420),
                      bgr24To420By709 = encode420(rgb24Two, planes420, word709Bgr24, columns420),
                      bgr32To420By709 = encode420(rgb32Two, planes420, word709Bgr32, columns420);
-
-// The same kernels write Cr into the second plane and Cb into the third.
-constexpr Conversion withChromaExchanged(Conversion c) {
-    const Stream third = c.to.streams[2];
-    c.to.streams[2] = c.to.streams[3];
-    c.to.streams[3] = third;
-    return c;
-}
 
 }  // namespace
 
@@ -379,7 +176,7 @@ constexpr Conversion zeliRGBToCbYCr422_8u_C3C2R = encodeChromaFirstRgb<From3>(rg
 constexpr Conversion zeliRGBToCbYCr422Gamma_8u_C3C2R = encodeChromaFirstRgb<Curved<From3>>(rgb24Pair);
 constexpr Conversion zeliBGRToCbYCr422_8u_AC4C2R =
     encodePacked422(rgb32Pair, rules422<From4, ToChromaFirst>(chromaFirstBgr, exact422Bgr), wholeBlocks<8>,
-                    pairs<1, From4, ToChromaFirst>(chromaFirstLastBgr));
+                    pairKernel<1, From4, ToChromaFirst>(chromaFirstLastBgr));
 constexpr Conversion zeliBGRToCbYCr422_709HDTV_8u_C3C2R = encodeChromaFirstFull<From3>(rgb24Pair);
 constexpr Conversion zeliBGRToCbYCr422_709HDTV_8u_AC4C2R = encodeChromaFirstFull<From4>(rgb32Pair);
 

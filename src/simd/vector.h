@@ -204,6 +204,9 @@ ZEL_INLINE Words atLeast(Words v, Words limit) { return (Words)ZEL_MM(max_epi16)
 ZEL_INLINE Bytes mean(Bytes a, Bytes b) { return (Bytes)ZEL_MM(avg_epu8)((Register)a, (Register)b); }
 ZEL_INLINE UWords mean(UWords a, UWords b) { return (UWords)ZEL_MM(avg_epu16)((Register)a, (Register)b); }
 
+// The mean of unsigned words, cut off.
+ZEL_INLINE UWords meanBelow(UWords a, UWords b) { return (a & b) + ((a ^ b) >> 1); }
+
 // Alternating elements of the low or high halves of the lanes of a and b, a first.
 ZEL_INLINE Bytes interleaveLow(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpacklo_epi8)((Register)a, (Register)b); }
 ZEL_INLINE Bytes interleaveHigh(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpackhi_epi8)((Register)a, (Register)b); }

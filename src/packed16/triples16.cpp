@@ -1,0 +1,50 @@
+// Packed 16-bit words to three bytes a pixel and back. Bytes stand in the order of the fields, from the lowest upward.
+#include "frame/passes.h"
+#include "packed16/words.h"
+#include "simd/fields.h"
+#include "zelcc/packed_sources.h"
+
+namespace zel::ZEL_LEVEL {
+namespace {
+
+constexpr Layout wordPixels{1, {{0, 2}}}, bytePixels{1, {{0, 3}}};
+
+struct ExpandWords {
+    using Constants = NoConstants;
+    static constexpr int sites = blockPixels;
+
+    ZEL_INLINE explicit ExpandWords(const Constants&) {}
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        expand565(row.out[0] + block * blockPixels * 3, row.in[0] + block * blockPixels * 2);
+    }
+};
+
+struct PackWords {
+    using Constants = NoConstants;
+    static constexpr int sites = blockPixels;
+
+    ZEL_INLINE explicit PackWords(const Constants&) {}
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const Parted words = Fields565::pack(From3::load(row, block));
+        storeInterleaved(row.out[0] + block * blockPixels * 2, words.even, words.odd);
+    }
+};
+
+constexpr Conversion wordsToBytes{.site = {1, 1}, .from = wordPixels, .to = bytePixels, .block = withoutConstants<ExpandWords>};
+constexpr Conversion bytesToWords{.site = {1, 1}, .from = bytePixels, .to = wordPixels, .block = withoutConstants<PackWords>};
+
+}  // namespace
+
+namespace rows {
+
+constexpr Conversion zeliBGR565ToBGR_16u8u_C3R = wordsToBytes;
+constexpr Conversion zeliRGB565ToRGB_16u8u_C3R = wordsToBytes;
+constexpr Conversion zeliBGRToBGR565_8u16u_C3R = bytesToWords;
+constexpr Conversion zeliRGBToRGB565_8u16u_C3R = bytesToWords;
+
+}  // namespace rows
+}  // namespace zel::ZEL_LEVEL
+
+#define ZEL_CURRENT_triples16 ~, 1
+#define ZEL_GROUP triples16
+#include "frame/table.h"
