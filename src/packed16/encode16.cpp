@@ -114,7 +114,8 @@ constexpr typename FlooredDifferences<rows>::Constants flooredConstants{{9798, 1
 enum class TailLuma { rounded, truncated };
 template <int shift, TailLuma luma>
 constexpr EncodeConstants<ExactLuma, ExactSiteDifferences<shift>> tailConstants{
-    {{19595, 38470, 7471}, luma == TailLuma::rounded ? 32768 : 0}, {exact(-19595, -38470, -7471, (65536 << (shift - 1)) - 1)}};
+    {{19595, 38470, 7471}, luma == TailLuma::rounded ? 32768 : 0},
+    {exactSum({-19595, -38470, -7471}, Outer::a, (65536 << (shift - 1)) - 1)}};
 
 template <class From, int rows, int u, TailLuma luma>
 constexpr Conversion toYuv(Minimum minimum, Checks checks) {
