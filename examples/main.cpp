@@ -1,7 +1,7 @@
 // Takes a picture from RGB to 4:2:0 planar, 4:2:0 semi-planar and packed 4:2:2 and back, writes what came back as PNG and the
 // 4:2:0 planes as a video of one frame, and tells how far the colours moved and how fast it went. Then shows on the picture as an
 // interlaced frame what becomes of its chroma when the fields are mixed. Last, makes it gray, saturated and sepia, halves it in
-// linear light and without, and merges a range of exposures to floats that are tone-mapped.
+// linear light and without, merges a range of exposures to floats that are tone-mapped, and dithers it to few levels.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "dithers.h"
 #include "exposures.h"
 #include "fields.h"
 #include "half_size.h"
@@ -98,13 +99,24 @@ bool convertIntensities(const Picture& original, const Results& results) {
 }
 
 // False when a conversion failed.
+bool convertToFewLevels(const Picture& original, const Results& results) {
+    std::printf("\nFew levels, without noise and with it:\n\n");
+    const Study study = dithers(original);
+    printTable(study.conversions);
+    std::printf("\n");
+    for (const auto& [name, picture] : study.pictures) results.write(name, picture);
+    return study.isComplete();
+}
+
+// False when a conversion failed.
 bool convert(const fs::path& path, const fs::path& folder) {
     const Picture original = readPicture(path);
     std::printf("%s: %d x %d\n\n", path.c_str(), original.size.width, original.size.height);
     const Results results(path, folder);
     const bool areLayoutsComplete = convertToLayouts(original, results);
     const bool areFieldsComplete = convertFields(original, results);
-    return convertIntensities(original, results) && areLayoutsComplete && areFieldsComplete;
+    const bool areIntensitiesComplete = convertIntensities(original, results);
+    return convertToFewLevels(original, results) && areLayoutsComplete && areFieldsComplete && areIntensitiesComplete;
 }
 
 }  // namespace

@@ -85,7 +85,7 @@ model::Parameters parametersOf(const model::Export& tested, FuzzedDataProvider& 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FuzzedDataProvider input(data, size);
     const auto exports = input.PickValueInArray({model::lumachromaExports(), model::yuvExports(), model::chromaExports(),
-                                                 model::intensityExports(), model::liftingExports()});
+                                                 model::intensityExports(), model::liftingExports(), model::reduceBitsExports()});
     const model::Export& tested = exports[input.ConsumeIntegralInRange<size_t>(0, exports.size() - 1)];
     ZelSize region{input.ConsumeIntegralInRange(1, 300), input.ConsumeIntegralInRange(1, 6)};
     if (input.ConsumeBool()) region.height *= 4;

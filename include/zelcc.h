@@ -11,6 +11,7 @@
 #include "zelcc/intensity.h"
 #include "zelcc/lifting.h"
 #include "zelcc/lumachroma.h"
+#include "zelcc/reducebits.h"
 #include "zelcc/types.h"
 #include "zelcc/version.h"
 #include "zelcc/yuv.h"

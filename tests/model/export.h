@@ -94,5 +94,6 @@ std::span<const Export> yuvExports();
 std::span<const Export> chromaExports();
 std::span<const Export> intensityExports();
 std::span<const Export> liftingExports();
+std::span<const Export> reduceBitsExports();
 
 }  // namespace model
