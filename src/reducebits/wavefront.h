@@ -217,12 +217,9 @@ class Wavefront {
     };
 
     ZEL_OWN_CODE void takeSteps(const Rule& rule, int first) {
-        alignas(64) Cell steps[stepsAtOnce][lanes];
-        alignas(64) float thresholds[Rule::isNoisy ? stepsAtOnce : 1][lanes];
-        alignas(64) Cell ofLast[stepsAtOnce][lanesOfVector];
         Cell passed[Rule::rowsAbove][stepsAtOnce];
-        toSteps(runs_, first, steps);
-        if constexpr (Rule::isNoisy) toSteps(thresholdRuns_, first, thresholds);
+        toSteps(runs_, first, steps_);
+        if constexpr (Rule::isNoisy) toSteps(thresholdRuns_, first, thresholds_);
         for (int i = 0; i < Rule::rowsAbove; ++i) {
             int x = wrapped(x_ + (i + 1) * Rule::lag);
             for (Cell& cell : passed[i]) {
@@ -241,9 +238,9 @@ class Wavefront {
             unrolled<Rule::registers>([&](int r) ZEL_INLINE_LAMBDA {
                 const int lane = r * lanesOfVector;
                 const Near near{*this, t, lane, before1[r], before2[r]};
-                const Vector s = loadCells<Vector>(steps[t] + lane);
-                const Floats threshold = Rule::isNoisy ? loadCells<Floats>(thresholds[t] + lane) : Floats{};
-                storeVector(steps[t] + lane, rule.step(near, s, threshold, error[r]));
+                const Vector s = loadCells<Vector>(steps_[t] + lane);
+                const Floats threshold = Rule::isNoisy ? loadCells<Floats>(thresholds_[t] + lane) : Floats{};
+                storeVector(steps_[t] + lane, rule.step(near, s, threshold, error[r]));
             });
             // What a lane has left over is above the lane that follows it.
             unrolled<Rule::registers>([&](int r) ZEL_INLINE_LAMBDA {
@@ -258,26 +255,26 @@ class Wavefront {
                 before2[r] = before1[r];
                 before1[r] = error[r];
             });
-            storeVector(ofLast[t], error[Rule::registers - 1]);
+            storeVector(ofLast_[t], error[Rule::registers - 1]);
         }
         for (int r = 0; r < Rule::registers; ++r) {
             before_[0][r] = before1[r];
             before_[1][r] = before2[r];
         }
 
-        passOn(ofLast);
+        passOn();
         for (auto& above : above_) __builtin_memcpy(above, above + stepsAtOnce, sizeof above[0] * stepsKept);
-        fromSteps(steps, first, runs_);
+        fromSteps(steps_, first, runs_);
         x_ = wrapped(x_ + stepsAtOnce);
     }
 
     // What the last lane and the one above it have left over goes into memory.
-    ZEL_INLINE void passOn(const Cell (&ofLast)[stepsAtOnce][lanesOfVector]) {
+    ZEL_INLINE void passOn() {
         for (int i = 0; i < Rule::rowsAbove; ++i) {
             int x = wrapped(x_ - (active_ - 1 - i) * Rule::lag);
             for (int t = 0; t < stepsAtOnce; ++t) {
                 const bool isLast = i == 0 && active_ == lanes;
-                passed_[i][x] = isLast ? ofLast[t][lanesOfVector - 1] : above_[0][stepsKept + t][active_ - i];
+                passed_[i][x] = isLast ? ofLast_[t][lanesOfVector - 1] : above_[0][stepsKept + t][active_ - i];
                 x = x + 1 == period_ ? 0 : x + 1;
             }
         }
@@ -295,7 +292,11 @@ class Wavefront {
     Place places_[lanes];
     alignas(64) Cell runs_[lanes][runPixels];
     alignas(64) float thresholdRuns_[Rule::isNoisy ? lanes : 1][runPixels];
+    // The steps at hand, and the errors above the lanes, those of earlier steps first. What the last register leaves over.
     alignas(64) Cell above_[Rule::rowsAbove][stepsKept + stepsAtOnce][lanes]{};
+    alignas(64) Cell steps_[stepsAtOnce][lanes];
+    alignas(64) float thresholds_[Rule::isNoisy ? stepsAtOnce : 1][lanes];
+    alignas(64) Cell ofLast_[stepsAtOnce][lanesOfVector];
     Vector before_[2][Rule::registers]{};
 };
 
