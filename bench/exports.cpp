@@ -18,9 +18,41 @@ Call bindCrFirstDestination(const Image& source, const Image& destination) {
     return bind<function>(source, withChromaExchanged(destination));
 }
 
+// Reduction to as many levels as the destination has, or to a few in one depth. The variant says how.
+template <auto function>
+struct Reducing;
+template <class From, class To,
+          ZelStatus (*function)(const From*, int32_t, To*, int32_t, ZelSize, int32_t noise, ZelDitherType, int32_t levels)>
+struct Reducing<function> {
+    template <int noise, ZelDitherType dither>
+    static ZelStatus reduce(const From* from, int32_t fromStep, To* to, int32_t toStep, ZelSize size) {
+        return function(from, fromStep, to, toStep, size, noise, dither, sizeof(From) == sizeof(To) ? 8 : 256);
+    }
+};
+template <ZelDitherType dither>
+ZelStatus reduceToBits(const uint8_t* from, int32_t fromStep, uint8_t* to, int32_t toStep, ZelSize size) {
+    return zeliReduceBits_8u1u_C1R(from, fromStep, to, toStep, 0, size, 0, 0, dither, 127);
+}
+
 constexpr Export makeRow(std::string_view name, Bind bind, Task task) { return {name, task, bind}; }
 
 #define ROW(bind, name, ...) makeRow(#name, bind<name>, {__VA_ARGS__})
+
+#define REDUCING(name, suffix, from, to, variant, noise, dither) \
+    makeRow(#name suffix, bind<Reducing<name>::reduce<noise, dither>>, {from, to, variant})
+#define REDUCTION(name, from, to)                                                                                             \
+    REDUCING(name, "", from, to, toLevels, 0, zelDitherNone), REDUCING(name, "/bayer", from, to, ordered, 0, zelDitherBayer), \
+        REDUCING(name, "/bayer+noise", from, to, orderedWithNoise, 20, zelDitherBayer),                                       \
+        REDUCING(name, "/fs", from, to, floydSteinberg, 0, zelDitherFS),                                                      \
+        REDUCING(name, "/fs+noise", from, to, floydSteinbergWithNoise, 20, zelDitherFS),                                      \
+        REDUCING(name, "/jjn", from, to, jarvisJudiceNinke, 0, zelDitherJJN),                                                 \
+        REDUCING(name, "/stucki", from, to, stucki, 0, zelDitherStucki),                                                      \
+        REDUCING(name, "/stucki+noise", from, to, stuckiWithNoise, 20, zelDitherStucki)
+#define REDUCTIONS(depth, from, to)                                                         \
+    REDUCTION(zeliReduceBits_##depth##_C1R, Format(gray, from), Format(gray, to)),          \
+        REDUCTION(zeliReduceBits_##depth##_C3R, Format(rgb24, from), Format(rgb24, to)),    \
+        REDUCTION(zeliReduceBits_##depth##_AC4R, Format(rgba32, from), Format(rgba32, to)), \
+        REDUCTION(zeliReduceBits_##depth##_C4R, Format(rgba32, from), Format(rgba32, to))
 
 constexpr Export table[] = {
     // 4:4:4
@@ -395,6 +427,18 @@ constexpr Export table[] = {
     ROW(bind, zeliYCoCgToSBGR_Rev_16s_P3C4R, Format(i444, s16), Format(bgra32, s16), reversible),
     ROW(bind, zeliYCoCgToSBGR_Rev_32s16s_P3C3R, Format(i444, s32), Format(bgr24, s16), reversible),
     ROW(bind, zeliYCoCgToSBGR_Rev_32s16s_P3C4R, Format(i444, s32), Format(bgra32, s16), reversible),
+
+    // bit depth
+    REDUCTIONS(8u, u8, u8),
+    REDUCTIONS(16u, u16, u16),
+    REDUCTIONS(16s, s16, s16),
+    REDUCTIONS(16u8u, u16, u8),
+    REDUCTIONS(16s8u, s16, u8),
+    REDUCTIONS(32f8u, f32, u8),
+    REDUCTIONS(32f16u, f32, u16),
+    REDUCTIONS(32f16s, f32, s16),
+    makeRow("zeliReduceBits_8u1u_C1R", bind<reduceToBits<zelDitherNone>>, {gray, bits, toLevels}),
+    makeRow("zeliReduceBits_8u1u_C1R/stucki", bind<reduceToBits<zelDitherStucki>>, {gray, bits, stucki}),
 };
 
 constexpr bool isMeasured(std::string_view name) {

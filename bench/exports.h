@@ -18,6 +18,14 @@ enum class Variant {
     byMaximum,  // the image's maximum becomes white
     byMean,     // twice its mean does
     smooth,     // luma and chroma are filtered
+    toLevels,   // samples go to their nearest level
+    ordered,    // or to one by thresholds of a matrix
+    orderedWithNoise,
+    floydSteinberg,  // or pass the difference on
+    floydSteinbergWithNoise,
+    jarvisJudiceNinke,
+    stucki,
+    stuckiWithNoise,
     fieldwise,  // rows of chroma are interpolated within their field
     toXyz,      // linear RGB to a space of the same layout, and back
     fromXyz,

@@ -157,7 +157,7 @@ std::span<const PlaneShape> planesOf(Layout layout) {
     static constexpr PlaneShape nv12[] = {{"y"}, {"uv", 2, 2}}, nv21[] = {{"y"}, {"vu", 2, 2}};
     static constexpr PlaneShape nv11[] = {{"y"}, {"uv", 4}};
     static constexpr PlaneShape yuy2[] = {{"yuyv", 2}}, yvyu[] = {{"yvyu", 2}}, uyvy[] = {{"uyvy", 2}};
-    static constexpr PlaneShape gray[] = {{"y"}};
+    static constexpr PlaneShape gray[] = {{"y"}}, bits[] = {{"x", 8}};
     switch (layout) {
         case Layout::rgb24:
             return rgb24;
@@ -199,6 +199,8 @@ std::span<const PlaneShape> planesOf(Layout layout) {
             return uyvy;
         case Layout::gray:
             return gray;
+        case Layout::bits:
+            return bits;
     }
     return {};
 }

@@ -31,6 +31,7 @@ enum class Layout {
     yvyu,
     uyvy,
     gray,
+    bits,  // eight pixels a byte
 };
 
 // Samples of more or less than 8 bits hold the same picture: 255 is the highest value of the unsigned depths and 1 of the floats,

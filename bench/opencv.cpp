@@ -61,7 +61,8 @@ constexpr int conversionOf(const Task& task) {
 }
 
 bool isTransform(const Task& task) {
-    const bool toGray = task.destination.layout == gray && (task.source.depth == s16 || task.source.depth == f64);
+    const bool toGray = task.variant == Variant::replicate && task.destination.layout == gray &&
+                        (task.source.depth == s16 || task.source.depth == f64);
     return toGray || (task.variant == Variant::matrix && task.source.layout != rgbPlanes);
 }
 

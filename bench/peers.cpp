@@ -37,6 +37,7 @@ std::vector<std::string> peerVersions() {
 std::vector<Peer> peersOf(const Task& task) {
     std::vector<Peer> peers;
     for (const Library* library = libraries; library->add; ++library) library->add(task, peers);
+    addPlainLoops(task, peers);
     return peers;
 }
 

@@ -24,6 +24,7 @@ void addLibyuv(const Task& task, std::vector<Peer>& peers);
 void addOpenCv(const Task& task, std::vector<Peer>& peers);
 void addSwscale(const Task& task, std::vector<Peer>& peers);
 void addZimg(const Task& task, std::vector<Peer>& peers);
+void addPlainLoops(const Task& task, std::vector<Peer>& peers);
 
 std::string libyuvVersion();
 std::string openCvVersion();

@@ -2,7 +2,7 @@
 // 4:2:0 planes as a video of one frame, and tells how far the colours moved and how fast it went. Then shows on the picture as an
 // interlaced frame what becomes of its chroma when the fields are mixed. Makes it gray, saturated and sepia, halves it in linear
 // light and without, and merges a range of exposures to floats that are tone-mapped. Last, packs it into 16-bit words, with the
-// low bits cut off and dithered.
+// low bits cut off and dithered, and dithers it to few levels.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "dithers.h"
 #include "exposures.h"
 #include "fields.h"
 #include "half_size.h"
@@ -110,6 +111,16 @@ bool convertToWords(const Picture& original, const Results& results) {
 }
 
 // False when a conversion failed.
+bool convertToFewLevels(const Picture& original, const Results& results) {
+    std::printf("\nFew levels, without noise and with it:\n\n");
+    const Study study = dithers(original);
+    printTable(study.conversions);
+    std::printf("\n");
+    for (const auto& [name, picture] : study.pictures) results.write(name, picture);
+    return study.isComplete();
+}
+
+// False when a conversion failed.
 bool convert(const fs::path& path, const fs::path& folder) {
     const Picture original = readPicture(path);
     std::printf("%s: %d x %d\n\n", path.c_str(), original.size.width, original.size.height);
@@ -117,7 +128,9 @@ bool convert(const fs::path& path, const fs::path& folder) {
     const bool areLayoutsComplete = convertToLayouts(original, results);
     const bool areFieldsComplete = convertFields(original, results);
     const bool areIntensitiesComplete = convertIntensities(original, results);
-    return convertToWords(original, results) && areLayoutsComplete && areFieldsComplete && areIntensitiesComplete;
+    const bool areWordsComplete = convertToWords(original, results);
+    return convertToFewLevels(original, results) && areLayoutsComplete && areFieldsComplete && areIntensitiesComplete &&
+           areWordsComplete;
 }
 
 }  // namespace

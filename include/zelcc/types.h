@@ -31,7 +31,7 @@ enum {
     zelStsStepErr = -14,         /**< A step is below 1, in the families that test it. */
     zelStsContextMatchErr = -17, /**< A state record does not carry its identifier. */
     zelStsRangeErr = -49,        /**< The upper bound of a range is not above the lower one. */
-    zelStsDitherLevelsErr = -54, /**< The number of levels is below 2 or above 256. */
+    zelStsDitherLevelsErr = -54, /**< The number of levels is below 2 or above what the depth has. */
     zelStsNoiseValErr = -55,     /**< The noise is above 100 percent. */
     zelStsDitherTypeErr = -224   /**< The dither type is not served by this conversion. */
 };

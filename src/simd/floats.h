@@ -28,6 +28,17 @@ ZEL_INLINE Floats toFloats(Dwords v) { return (Floats)ZEL_MM(cvtepi32_ps)((Regis
 // By the rounding mode of the thread; what no dword can hold gives the lowest one.
 ZEL_INLINE Dwords rounded(Floats v) { return (Dwords)ZEL_MM(cvtps_epi32)((FloatRegister)v); }
 
+// To the integer toward zero, of what a dword can hold.
+ZEL_INLINE Floats wholePart(Floats v) {
+#if ZEL_LANES == 4
+    return (Floats)_mm512_roundscale_ps((__m512)v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
+#elif ZEL_LANES == 2
+    return (Floats)_mm256_round_ps((__m256)v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
+#else
+    return (Floats)_mm_cvtepi32_ps(_mm_cvttps_epi32((__m128)v));
+#endif
+}
+
 // v < limit ? v : limit and v > limit ? v : limit, so NaN gives the limit.
 ZEL_INLINE Floats atMost(Floats v, Floats limit) { return (Floats)ZEL_MM(min_ps)((FloatRegister)v, (FloatRegister)limit); }
 ZEL_INLINE Floats atLeast(Floats v, Floats limit) { return (Floats)ZEL_MM(max_ps)((FloatRegister)v, (FloatRegister)limit); }

@@ -424,4 +424,78 @@ ZEL_INLINE void storeInterleaved(uint8_t* p, Bytes a, Bytes b) {
 #endif
 }
 
+// The dwords of a table at some places.
+ZEL_INLINE Dwords lookUp(const void* table, Dwords places) {
+#if ZEL_LANES == 4
+    return (Dwords)_mm512_i32gather_epi32((Register)places, table, 4);
+#elif ZEL_LANES == 2
+    return (Dwords)_mm256_i32gather_epi32(static_cast<const int*>(table), (Register)places, 4);
+#else
+    alignas(vectorBytes) int32_t found[vectorBytes / 4];
+    for (int i = 0; i < vectorBytes / 4; ++i)
+        __builtin_memcpy(&found[i], static_cast<const uint8_t*>(table) + 4 * ptrdiff_t{places[i]}, 4);
+    return (Dwords)loadBytes(found);
+#endif
+}
+
+// Crosses lanes: the elements of v one place up; the lowest is the highest of `before`.
+ZEL_INLINE Dwords movedUp(Dwords v, Dwords before) {
+#if ZEL_LANES == 4
+    return (Dwords)_mm512_alignr_epi32((Register)v, (Register)before, 15);
+#elif ZEL_LANES == 2
+    const Register middle = _mm256_permute2x128_si256((Register)before, (Register)v, 0x21);
+    return (Dwords)_mm256_alignr_epi8((Register)v, middle, 12);
+#else
+    return (Dwords)_mm_alignr_epi8((Register)v, (Register)before, 12);
+#endif
+}
+
+// Crosses lanes: the low byte of every dword, to a quarter of a vector.
+ZEL_INLINE void storeLowBytes(uint8_t* p, Dwords v) {
+#if ZEL_LANES == 4
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm512_cvtepi32_epi8((Register)v));
+#else
+    alignas(16) constexpr uint8_t lowest[16] = {0,    4,    8,    12,   0x80, 0x80, 0x80, 0x80,
+                                                0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80};
+    const Bytes packed = shuffle((Bytes)v, everyLane(lowest));
+#if ZEL_LANES == 2
+    const __m128i low = _mm256_castsi256_si128((Register)packed), high = _mm256_extracti128_si256((Register)packed, 1);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_unpacklo_epi32(low, high));
+#else
+    const int32_t bytes = ((Dwords)packed)[0];
+    __builtin_memcpy(p, &bytes, sizeof bytes);
+#endif
+#endif
+}
+
+// Crosses lanes: the low word of every dword, to half a vector.
+ZEL_INLINE void storeLowWords(uint8_t* p, Dwords v) {
+#if ZEL_LANES == 4
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_cvtepi32_epi16((Register)v));
+#else
+    const Dwords words = v << 16 >> 16;
+    storeLowHalves(p, (Bytes)packWords(words, words));
+#endif
+}
+
+// A bit for every element, the lowest for the first: its sign.
+ZEL_INLINE unsigned signBits(Dwords v) {
+#if ZEL_LANES == 4
+    return _mm512_movepi32_mask((Register)v);
+#elif ZEL_LANES == 2
+    return unsigned(_mm256_movemask_ps((__m256)v));
+#else
+    return unsigned(_mm_movemask_ps((__m128)v));
+#endif
+}
+ZEL_INLINE uint64_t signBits(Bytes v) {
+#if ZEL_LANES == 4
+    return _mm512_movepi8_mask((Register)v);
+#elif ZEL_LANES == 2
+    return unsigned(_mm256_movemask_epi8((Register)v));
+#else
+    return unsigned(_mm_movemask_epi8((Register)v));
+#endif
+}
+
 }  // namespace zel::ZEL_LEVEL

@@ -8,6 +8,7 @@ namespace harness {
 struct Machine {
     int32_t cacheBytes = 1 << 20;  // less than a frame, so that tests reach what is done beyond it; below 0 nobody knows
     bool hasMemory = true;
+    int requestsGranted = INT32_MAX;  // before memory runs out
 
     int cacheQueries = 0;
     int requests = 0;  // for memory

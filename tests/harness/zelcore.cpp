@@ -25,7 +25,8 @@ void* zelMalloc(int32_t bytes) {
     ++harness::machine.requests;
     harness::machine.requestedBytes = bytes;
     void* memory = nullptr;
-    if (bytes < 1 || !harness::machine.hasMemory || posix_memalign(&memory, 64, static_cast<size_t>(bytes)) != 0) return nullptr;
+    const bool isGranted = harness::machine.hasMemory && harness::machine.requests <= harness::machine.requestsGranted;
+    if (bytes < 1 || !isGranted || posix_memalign(&memory, 64, static_cast<size_t>(bytes)) != 0) return nullptr;
     ++harness::machine.blocksInUse;
     return memory;
 }

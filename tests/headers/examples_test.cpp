@@ -1,7 +1,7 @@
 // The worked pixels in the public headers, each tried on every conversion that is declared below it, up to the next one:
 //   Example: RGB (255, 0, 0) -> YCbCr (82, 90, 240) in a 1 x 1 image.
-// A colour may be followed by a matrix, "by {...}", or a range, "from 0 to 255". Instead of a colour there may be rows of
-// samples:
+// A colour may be followed by a matrix, "by {...}", a number of levels, "by 5 levels", or a range, "from 0 to 255". Instead of a
+// colour there may be rows of samples:
 //   Example: luma 10 20, chroma 30 / 40 -> chroma 35 in a 2 x 2 image.
 // with Cb and Cr in place of chroma where they differ. Where conversions differ, a part of their names stands before the colon or
 // behind the result, and their examples in a row.
@@ -243,7 +243,9 @@ void forEachSample(const model::Layout& layout, ZelSize size, const std::vector<
 
 void run(const Example& example, const model::Export& tested) {
     model::Parameters parameters = tested.firstParameters();
-    if (!example.coefficients.empty()) {
+    if (example.coefficients.size() == 1) {
+        parameters.integers = {0, zelDitherNone, static_cast<int32_t>(example.coefficients[0].value)};
+    } else if (!example.coefficients.empty()) {
         std::array<double, 16> coefficients{};
         for (size_t i = 0; i < example.coefficients.size(); ++i) coefficients.at(i) = example.coefficients[i].value;
         parameters = model::withCoefficients(coefficients);

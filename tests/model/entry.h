@@ -17,11 +17,13 @@ struct Operand {
 
 // What calls pass behind the size, beside an 8-bit alpha and a slice.
 struct Parameters {
-    bool hasCoefficients = false;      // or else a null pointer is passed
-    std::array<double, 16> doubles{};  // the coefficients
-    std::array<float, 16> floats{};    // the same, for exports that take floats
-    std::array<float, 2> numbers{};    // floats by value, from left to right
-    uint16_t word = 0;                 // 16-bit alpha
+    bool hasCoefficients = false;       // or else a null pointer is passed
+    std::array<double, 16> doubles{};   // the coefficients
+    std::array<float, 16> floats{};     // the same, for exports that take floats
+    std::array<float, 2> numbers{};     // floats by value, from left to right
+    uint16_t word = 0;                  // 16-bit alpha
+    std::array<int32_t, 3> integers{};  // integers and enumerators, from left to right
+    bool hasIntegers = false;           // or else an integer names the slice
 };
 
 constexpr Parameters withCoefficients(const std::array<double, 16>& coefficients) {
@@ -40,8 +42,8 @@ struct Call {
 };
 
 // Deals out the arguments from left to right: a plane pointer takes the next plane of its side, an array all of them, and a
-// step belongs to what came last. Pointers to constants are the source's, and coefficients behind the size. An integer there
-// names the slice.
+// step belongs to what came last. Pointers to constants are the source's, and coefficients behind the size. What
+// else stands there comes from the parameters.
 class Arguments {
   public:
     explicit Arguments(const Call& call) : call_(call), parameters_(call.parameters) {}
@@ -58,7 +60,10 @@ class Arguments {
         } else if constexpr (std::is_same_v<P, float>) {
             return call_.parameters.numbers[numbers_++];
         } else if constexpr (std::is_same_v<P, int32_t>) {
-            return isSizePassed_ ? call_.slice : side_->steps[plane_];
+            if (!isSizePassed_) return side_->steps[plane_];
+            return call_.parameters.hasIntegers ? call_.parameters.integers[integers_++] : call_.slice;
+        } else if constexpr (std::is_enum_v<P>) {
+            return static_cast<P>(call_.parameters.integers[integers_++]);
         } else if constexpr (std::is_same_v<P, const int32_t*>) {
             return isNull() ? nullptr : side_->steps.data();
         } else {
@@ -95,6 +100,7 @@ class Arguments {
     int plane_ = 0;
     int pointers_ = 0;
     int numbers_ = 0;
+    int integers_ = 0;
     bool isSizePassed_ = false;
     Parameters parameters_;
 };

@@ -94,6 +94,7 @@ std::span<const Export> yuvExports();
 std::span<const Export> chromaExports();
 std::span<const Export> intensityExports();
 std::span<const Export> liftingExports();
+std::span<const Export> reduceBitsExports();
 std::span<const Export> packedSourceExports();
 std::span<const Export> colorimetricExports();
 

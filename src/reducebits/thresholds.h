@@ -1,0 +1,218 @@
+// Reduction without memory: every sample goes to the level below it or to the one above, by a threshold that depends on its
+// place.
+#pragma once
+
+#include "frame/driver.h"
+#include "reducebits/noise.h"
+#include "reducebits/samples.h"
+#include "simd/samples.h"
+
+namespace zel::ZEL_LEVEL {
+
+// Levels on a scale on which white is `top`: the distance between two of them, and its inverse.
+struct Levels {
+    float step, inverse;
+
+    ZEL_INLINE Levels(int count, float top) : step(top / float(count - 1)), inverse(float(count - 1) / top) {}
+};
+
+// Thresholds of consecutive samples. Those of a pattern repeat themselves after a common multiple of all pixels and blocks, and
+// go on for one more block.
+constexpr int thresholdPeriod = 192, thresholdsAtOnce = thresholdPeriod + vectorBytes;
+static_assert(thresholdPeriod % vectorBytes == 0);
+
+// From the left to the right, samples are read before they are written.
+struct ReducedRow {
+    const uint8_t* from;
+    uint8_t* to;
+    size_t samples;
+    const float* thresholds;
+    bool repeatsThresholds;
+};
+
+using ReduceRow = void (*)(const Levels& levels, const ReducedRow& row);
+
+struct SampleShape {
+    int fromBytes, toBytes;
+    bool keepsAlpha;
+};
+
+// The end of a row that does not fill a block: by one more block that ends with the row, unless the row is shorter, or the
+// samples are gone that it would read again. `place`: of the end's thresholds.
+ZEL_OWN_CODE inline void reduceRest(ReduceRow reduce, const Levels& levels, const ReducedRow& row, SampleShape shape,
+                                    size_t place) {
+    const auto fromBytes = size_t(shape.fromBytes), toBytes = size_t(shape.toBytes), block = vectorBytes / toBytes;
+    const size_t rest = row.samples % block, whole = row.samples - rest;
+    const bool isInPlace = row.to < row.from + row.samples * fromBytes && row.from < row.to + row.samples * toBytes;
+    if (whole != 0 && !isInPlace) {
+        const size_t first = row.samples - block, again = block - rest;
+        place = place >= again ? place - again : place + thresholdPeriod - again;
+        reduce(levels, {row.from + first * fromBytes, row.to + first * toBytes, block, row.thresholds + place, false});
+        return;
+    }
+    alignas(64) uint8_t source[4 * vectorBytes], destination[vectorBytes];
+    copyToBuffer(source, row.from + whole * fromBytes, rest * fromBytes, block * fromBytes);
+    if (shape.keepsAlpha) copyToBuffer(destination, row.to + whole * toBytes, rest * toBytes, vectorBytes);
+    reduce(levels, {source, destination, block, row.thresholds + place, false});
+    copyFromBuffer(row.to + whole * toBytes, destination, rest * toBytes);
+}
+
+// A sample s on the scale of the levels becomes
+//
+//     q = trunc(s / step) step, and one step more if the threshold is below s - q,
+//
+// trunc of which is the level. `byUnit`: the scale is that from 0 to 1, whatever the depths.
+template <class From, class To, bool byUnit, bool keepsAlpha>
+class Reduction {
+  public:
+    static void convert(const Levels& levels, const ReducedRow& row) {
+        const Reduction reduction(levels);
+        const size_t whole = row.samples & -size_t{block};
+        size_t place = 0;
+        for (size_t i = 0; i < whole; i += block) {
+            reduction(row.from + i * From::bytes, row.to + i * To::bytes, row.thresholds + place);
+            place += block;
+            if (row.repeatsThresholds && place == thresholdPeriod) place = 0;
+        }
+        if (whole != row.samples)
+            reduceRest(convert, levels, row, {.fromBytes = From::bytes, .toBytes = To::bytes, .keepsAlpha = keepsAlpha}, place);
+    }
+
+  private:
+    static constexpr int block = vectorBytes / To::bytes;  // samples
+
+    ZEL_INLINE explicit Reduction(const Levels& levels) : step_(splatFloat(levels.step)), inverse_(splatFloat(levels.inverse)) {}
+
+    ZEL_INLINE void operator()(const uint8_t* from, uint8_t* to, const float* thresholds) const {
+        Dwords levels[To::parts];
+        unrolled<To::parts>([&](int i) ZEL_INLINE_LAMBDA {
+            levels[i] =
+                level(From::load(from + i * vectorFloats * From::bytes), (Floats)loadBytes(thresholds + i * vectorFloats));
+        });
+        constexpr bool takesHighBytes = !byUnit && To::white < From::top;
+        Bytes packed;
+        if constexpr (takesHighBytes)
+            packed = To::packHighBytes(levels);
+        else
+            packed = To::pack(levels);
+        if constexpr (keepsAlpha)
+            storeThreeOfFour<To::bytes>(to, packed);
+        else
+            storeVector(to, packed);
+    }
+
+    ZEL_INLINE Dwords level(Floats s, Floats threshold) const {
+        if constexpr (byUnit && From::unit != 1) s = s * splatFloat(From::unit);
+        const Floats q = whole(s * inverse_) * step_;
+        const Floats q2 = threshold < s - q ? q + step_ : q;
+        return truncated(byUnit ? q2 * splatFloat(To::white) : q2);
+    }
+
+    // Of floats that no dword holds, the lowest one.
+    ZEL_INLINE static Floats whole(Floats x) {
+        if constexpr (From::top == 1) return toFloats(truncated(x));
+        return wholePart(x);
+    }
+
+    Floats step_, inverse_;
+};
+
+// Floats beyond white in the last samples of a row, behind a multiple of 4: the low 16 bits of the level are taken as a signed
+// word before they are bounded to a byte, so the brightest come out black. That is meant.
+ZEL_OWN_CODE inline void reduceFloatsToBytes(const Levels& levels, const ReducedRow& row) {
+    uint8_t last[3];
+    const size_t whole = row.samples & ~size_t{3};
+    for (size_t i = whole; i < row.samples; ++i) {
+        const Floats s = splatFloat(From32f::loadOne(row.from + i * 4));
+        const Floats q = toFloats(truncated(s * splatFloat(levels.inverse))) * splatFloat(levels.step);
+        const Floats q2 = splatFloat(row.thresholds[0]) < s - q ? q + splatFloat(levels.step) : q;
+        const auto word = int16_t(truncated(q2 * splatFloat(To8u::white))[0]);
+        last[i - whole] = uint8_t(word < 0 ? 0 : word > 255 ? 255 : word);
+    }
+    Reduction<From32f, To8u, true, false>::convert(levels, row);
+    for (size_t i = whole; i < row.samples; ++i) row.to[i] = last[i - whole];
+}
+
+// The thresholds of ordered dither, in steps.
+inline constexpr float bayer[4][4] = {{0.0f, 0.53333336f, 0.13333334f, 0.6666667f},
+                                      {0.8f, 0.26666668f, 0.93333334f, 0.4f},
+                                      {0.2f, 0.73333335f, 0.06666667f, 0.6f},
+                                      {1.0f, 0.46666667f, 0.8666667f, 0.33333334f}};
+
+// The rows of an image and their pixels.
+struct ReducedRows {
+    const uint8_t* from;
+    size_t fromStep;
+    uint8_t* to;
+    size_t toStep;
+    ZelSize size;
+    int channels;  // of a pixel, in memory
+
+    ZEL_INLINE size_t samples() const { return size_t(size.width) * size_t(channels); }
+};
+
+// To the nearest level.
+ZEL_OWN_CODE inline void reduceToNearest(const ReducedRows& rows, const Levels& levels, float threshold, ReduceRow reduce) {
+    alignas(64) float thresholds[thresholdsAtOnce];
+    for (int i = 0; i < thresholdsAtOnce; i += vectorFloats) storeVector(thresholds + i, splatFloat(threshold));
+    ReducedRow row{rows.from, rows.to, rows.samples(), thresholds, true};
+    for (int y = 0; y < rows.size.height; ++y) {
+        reduce(levels, row);
+        row.from = moved(row.from, rows.fromStep);
+        row.to = moved(row.to, rows.toStep);
+    }
+}
+
+// The same threshold for all samples of a pixel.
+ZEL_INLINE float* repeat(float threshold, float* to, int channels) {
+    for (int c = 0; c < channels; ++c) *to++ = threshold;
+    return to;
+}
+
+ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, ReduceRow reduce) {
+    // As far as a row goes, and one block.
+    const size_t needed = rows.samples() + vectorBytes;
+    const size_t thresholds = needed < thresholdsAtOnce ? needed : thresholdsAtOnce;
+    alignas(64) float pattern[4][thresholdsAtOnce + 4];
+    for (int y = 0; y < 4 && y < rows.size.height; ++y) {
+        float* to = pattern[y];
+        for (int x = 0; to < pattern[y] + thresholds; ++x) to = repeat(bayer[y][x % 4] * levels.step, to, rows.channels);
+    }
+    ReducedRow row{rows.from, rows.to, rows.samples(), nullptr, true};
+    for (int y = 0; y < rows.size.height; ++y) {
+        row.thresholds = pattern[y % 4];
+        reduce(levels, row);
+        row.from = moved(row.from, rows.fromStep);
+        row.to = moved(row.to, rows.toStep);
+    }
+}
+
+// With noise. `bareAtEnd`: the columns behind a multiple of 4 have the thresholds of the matrix alone, on no scale. That is a
+// slip of old, and it is meant to stay.
+ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const Noise& noise, bool bareAtEnd,
+                                       int bytesFrom, int bytesTo, ReduceRow reduce) {
+    constexpr int pixelsAtOnce = 192;
+    alignas(64) float ofPixels[pixelsAtOnce], thresholds[pixelsAtOnce * 4];
+    const uint8_t* from = rows.from;
+    uint8_t* to = rows.to;
+    const int width = rows.size.width, endOfFours = width & ~3;
+    for (int y = 0; y < rows.size.height; ++y) {
+        for (int first = 0; first < width; first += pixelsAtOnce) {
+            const int pixels = width - first < pixelsAtOnce ? width - first : pixelsAtOnce;
+            noise.read(noiseTables.places.ofColumn, first, y, ofPixels, pixels);
+            const auto matrix = (Floats)everyLane(bayer[y % 4]);
+            for (int i = 0; i < pixels; i += vectorFloats)
+                storeVector(ofPixels + i, ((Floats)loadBytes(ofPixels + i) + matrix) * splatFloat(levels.step));
+            for (int x = endOfFours; bareAtEnd && x < first + pixels; ++x) ofPixels[x - first] = bayer[y % 4][x % 4];
+            float* next = thresholds;
+            for (int i = 0; i < pixels && rows.channels != 1; ++i) next = repeat(ofPixels[i], next, rows.channels);
+            const size_t before = size_t(first) * size_t(rows.channels);
+            reduce(levels, {from + before * size_t(bytesFrom), to + before * size_t(bytesTo),
+                            size_t(pixels) * size_t(rows.channels), rows.channels == 1 ? ofPixels : thresholds, false});
+        }
+        from = moved(from, rows.fromStep);
+        to = moved(to, rows.toStep);
+    }
+}
+
+}  // namespace zel::ZEL_LEVEL
