@@ -101,19 +101,8 @@ bool convertIntensities(const Picture& original, const Results& results) {
 }
 
 // False when a conversion failed.
-bool convertToWords(const Picture& original, const Results& results) {
-    std::printf("\nPacked 16-bit words, the low bits cut off and dithered:\n\n");
-    const Study words = packedWords(original);
-    printTable(words.conversions);
-    std::printf("\n");
-    for (const auto& [name, picture] : words.pictures) results.write(name, picture);
-    return words.isComplete();
-}
-
-// False when a conversion failed.
-bool convertToFewLevels(const Picture& original, const Results& results) {
-    std::printf("\nFew levels, without noise and with it:\n\n");
-    const Study study = dithers(original);
+bool show(const char* title, const Study& study, const Results& results) {
+    std::printf("\n%s:\n\n", title);
     printTable(study.conversions);
     std::printf("\n");
     for (const auto& [name, picture] : study.pictures) results.write(name, picture);
@@ -128,9 +117,9 @@ bool convert(const fs::path& path, const fs::path& folder) {
     const bool areLayoutsComplete = convertToLayouts(original, results);
     const bool areFieldsComplete = convertFields(original, results);
     const bool areIntensitiesComplete = convertIntensities(original, results);
-    const bool areWordsComplete = convertToWords(original, results);
-    return convertToFewLevels(original, results) && areLayoutsComplete && areFieldsComplete && areIntensitiesComplete &&
-           areWordsComplete;
+    const bool areWordsComplete = show("Packed 16-bit words, the low bits cut off and dithered", packedWords(original), results);
+    const bool areLevelsComplete = show("Few levels, without noise and with it", dithers(original), results);
+    return areLayoutsComplete && areFieldsComplete && areIntensitiesComplete && areWordsComplete && areLevelsComplete;
 }
 
 }  // namespace
