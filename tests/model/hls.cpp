@@ -32,9 +32,13 @@ constexpr Export ofRgb(const char* name, Entry entry, const Layout& layout, Mode
 
 constexpr Export ofBgr(const char* name, Entry entry, const Layout& source, const Layout& destination, Model model,
                        Blocks blocks = all) {
-    Export e{name, entry, source, destination, everyPixel, blocks, model, Checks::planesBeforeSize};
+    Export e{name, entry, source, destination, everyPixel, blocks, model, Checks::stepsBeforeSize};
     e.isRowwise = true;
     e.checksSteps = true;
+    return e;
+}
+constexpr Export sizeFirst(Export e) {
+    e.checks = Checks::planesBeforeSize;
     return e;
 }
 
@@ -57,7 +61,7 @@ constexpr Export exports[] = {
     ofRgb(NAMED(zeliRGBToHLS_16s_AC4R), ac4of16s, signedToHls),
     ofRgb(NAMED(zeliRGBToHLS_32f_C3R), c3of32f, floatsToHls),
     ofRgb(NAMED(zeliRGBToHLS_32f_AC4R), ac4of32f, floatsToHls),
-    ofBgr(NAMED(zeliBGRToHLS_8u_AC4R), bgra32, ac4, bytesToHls, blocksOf4),
+    sizeFirst(ofBgr(NAMED(zeliBGRToHLS_8u_AC4R), bgra32, ac4, bytesToHls, blocksOf4)),
     ofBgr(NAMED(zeliBGRToHLS_8u_C3P3R), bgr24, p3, bytesToHls, blocksOf4),
     ofBgr(NAMED(zeliBGRToHLS_8u_P3C3R), bgrPlanes, c3, bytesToHls, blocksOf4),
     ofBgr(NAMED(zeliBGRToHLS_8u_P3R), bgrPlanes, p3, bytesToHls, blocksOf4),
