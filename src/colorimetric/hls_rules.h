@@ -30,8 +30,9 @@ struct ToHls {
         };
         const Bytes from = chosen(g, b, r), off = chosen(b, r, g);
         const auto isBelow = lesser(from, off) != off;
-        // 120, 240 and 360 as floats are 0x42f00000, 0x43700000 and 0x43b40000.
-        const Bytes degreesHigh = chosen(isBelow ? splatByte(0x43) : Bytes{}, splatByte(0x42), splatByte(0x43));
+        // All degrees are 2^16 of them, since words widen to that without a shift. 120, 240 and 360 as floats are then
+        // 0x4af00000, 0x4b700000 and 0x4bb40000.
+        const Bytes degreesHigh = chosen(isBelow ? splatByte(0x4b) : Bytes{}, splatByte(0x4a), splatByte(0x4b));
         const Bytes degreesLow = chosen(isBelow ? splatByte(0xb4) : Bytes{}, splatByte(0xf0), splatByte(0x70));
         const auto times60 = (Bytes)splatWord(uint8_t(60) | uint8_t(-60) << 8);
         const Words n[2] = {mulAddPairs(interleaveLow(from, off), times60), mulAddPairs(interleaveHigh(from, off), times60)};
@@ -42,9 +43,10 @@ struct ToHls {
         Dwords hue[4], saturation[4];
         unrolled<4>([&](auto part) ZEL_INLINE_LAMBDA {
             const Words half = n[part / 2];
+            const auto numerator = (Dwords)(part % 2 == 0 ? interleaveLow(Words{}, half) : interleaveHigh(Words{}, half));
             const Floats d = floatsOf<part>(range), degrees = floatsOf<part>(degreesLow, degreesHigh);
-            const Floats hf = toFloats(part % 2 == 0 ? lowWords(half) : highWords(half)) * Reciprocal::of(d) + degrees;
-            hue[part] = truncated(hf * splatFloat(0.7083333134651184f));
+            const Floats hf = toFloats(numerator) * Reciprocal::of(d) + degrees;
+            hue[part] = truncated(hf * splatFloat(0.7083333134651184f / 65536));
             saturation[part] = truncated((d * Reciprocal::of(floatsOf<part>(room))) * splatFloat(255));
         });
         const Bytes lightness = mean(highest, lowest) - ((highest ^ lowest) & one);

@@ -53,13 +53,13 @@ struct ToHsv {
     }
 };
 
-// The channels by the sixth i of the circle, 0 to 5, of V, p and the one that rises, t, or falls, q:
+// The channels by the sixth i of the circle, 0 to 5, of V, p and the one between, which rises or falls:
 //
 //     V t p    q V p    p V t    p q V    t p V    V p q
 template <class Element, class Index>
-ZEL_INLINE Channels<Element> bySixth(Index i, Element v, Element p, Element q, Element t) {
+ZEL_INLINE Channels<Element> bySixth(Index i, Element v, Element p, Element between) {
     const auto isOdd = (i & 1) != 0, isSecondThird = (i & 2) != 0, isThirdThird = (i & 4) != 0;
-    const Element first = isOdd ? q : v, second = isOdd ? v : t;
+    const Element first = isOdd ? between : v, second = isOdd ? v : between;
     const auto chosen = [&](Element firstThird, Element secondThird, Element thirdThird) {
         const Element other = isSecondThird ? secondThird : firstThird;
         return isThirdThird ? thirdThird : other;
@@ -70,36 +70,34 @@ ZEL_INLINE Channels<Element> bySixth(Index i, Element v, Element p, Element q, E
 // The parts of a colour in floats:
 //
 //     hf = (H / 60) 360 / full,    i = trunc(hf),    f = hf - i,    a = V S / full,    b = f a
-//     p = V - a,    q = V - b,    t = p + b
+//     p = V - a,    q = V - b in odd sixths,    t = p + b in even ones
 //
 // Gray, S = 0, is V in all of them. The highest hue counts as 0.
 struct SixthOfHue {
     Dwords i;
-    Floats p, q, t;
+    Floats p, between;
 
     ZEL_INLINE SixthOfHue(Floats h, Floats s, Floats v, float degreesOfHue, float part) {
         const Floats hf = (h * splatFloat(0.01666666753590107f)) * splatFloat(degreesOfHue);
         i = truncated(hf);
         const Floats f = hf - toFloats(i), a = v * (s * splatFloat(part)), b = f * a;
         p = v - a;
-        q = v - b;
-        t = p + b;
+        between = (i & 1) != 0 ? v - b : p + b;
     }
 };
 
 struct FromHsv {
     ZEL_INLINE static Triple of(const Triple& x) {
         const Bytes h = x.a == splatByte(255) ? Bytes{} : x.a;
-        Dwords sixth[4], p[4], q[4], t[4];
+        Dwords sixth[4], p[4], between[4];
         unrolled<4>([&](auto part) ZEL_INLINE_LAMBDA {
             const SixthOfHue s(floatsOf<part>(h), floatsOf<part>(x.b), floatsOf<part>(x.c), 1.4117647409439087f,
                                0.003921568859368563f);
             sixth[part] = s.i;
             p[part] = rounded(s.p);
-            q[part] = rounded(s.q);
-            t[part] = rounded(s.t);
+            between[part] = rounded(s.between);
         });
-        const auto c = bySixth(bytesOf(sixth), x.c, bytesOf(p), bytesOf(q), bytesOf(t));
+        const auto c = bySixth(bytesOf(sixth), x.c, bytesOf(p), bytesOf(between));
         return {c.a, c.b, c.c};
     }
 };
@@ -131,7 +129,7 @@ struct FromHsvOfWords {
     ZEL_INLINE static FloatPixel of(const FloatPixel& x) {
         const Floats h = x.a == splatFloat(65535) ? Floats{} : x.a;
         const SixthOfHue s(h, x.b, x.c, 0.005493247881531715f, 1.5259021893143654e-05f);
-        const auto c = bySixth(s.i, x.c, s.p, s.q, s.t);
+        const auto c = bySixth(s.i, x.c, s.p, s.between);
         return {c.a, c.b, c.c};
     }
 };

@@ -7,6 +7,7 @@
 #include "frame/layouts.h"
 #include "frame/passes.h"
 #include "simd/doubles.h"
+#include "simd/samples.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -28,7 +29,7 @@ struct Packed4 {
         return Interleaved4::loadFour(row.in[0] + block * blockPixels * 4);
     }
     ZEL_INLINE static void store(const Row& row, size_t block, Quad q) {
-        Interleaved4::store<Order::natural>(row.out[0] + block * blockPixels * 4, {q.a, q.b, q.c}, q.d);
+        storeFour<1>(row.out[0] + block * blockPixels * 4, Channels<Bytes>{q.a, q.b, q.c}, q.d);
     }
 };
 struct ColoursOf4 {
@@ -107,10 +108,13 @@ struct Refined {
     }
 };
 
-// Part `part` of a vector of bytes, as floats.
+// The pixels 4 part to 4 part + 3 of every lane, as floats.
 template <int part>
 ZEL_INLINE Floats floatsOf(Bytes v) {
-    return Depth8u::toFloats<part>(v);
+    constexpr uint8_t none = triples::none, first = 4 * part;
+    alignas(16) static constexpr uint8_t places[16] = {first,     none, none, none, first + 1, none, none, none,
+                                                       first + 2, none, none, none, first + 3, none, none, none};
+    return toFloats((Dwords)shuffle(v, everyLane(places)));
 }
 
 // Floats of which two bytes are told, those of the sign, the exponent and the highest places.
