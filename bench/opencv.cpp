@@ -82,11 +82,7 @@ cv::Mat matrixOf(const Image& image) {
     const bool words = image.depth == word555 || image.depth == word565;  // of two bytes
     const int channels = planar ? 1 : words ? 2 : static_cast<int>(shapes[0].samples.size()) / shapes[0].columns;
     const int rows = planar ? height * 3 / 2 : height;
-<<<<<<< HEAD
     constexpr int types[] = {CV_8U, CV_8S, CV_16U, CV_16S, CV_32S, CV_32F, CV_64F, CV_8U, CV_8U};
-=======
-    constexpr int types[] = {CV_8U, CV_8S, CV_16U, CV_16S, CV_32S, CV_32F, CV_64F};
->>>>>>> 5600867 (Widen bytes by one shuffle, and copy alpha between planes and pixels)
     return cv::Mat(rows, width, CV_MAKETYPE(types[int(image.depth)], channels), image.planes[0].data,
                    static_cast<size_t>(image.planes[0].step));
 }
