@@ -45,6 +45,8 @@
  *     zelStsSizeErr     width or height is below 1
  *     zelStsNoErr       otherwise
  *
+ * Colours in the examples are R, G, B, whatever their order in memory.
+ *
  * Errors are reported in this order, but by zeliBGRToHLS_8u_AC4R, where the size comes before the steps. On an error nothing is
  * written.
  */
@@ -71,8 +73,8 @@ ZEL_API ZelStatus zeliRGBToHLS_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uin
 /**
  * The same of 16-bit samples, with refined reciprocals in all columns. A few results differ by 1 between machines.
  *
- * Example: 16u: RGB (90, 40, 21) -> HLS (3007, 55, 40738) in a 1 x 1 image; 16s: RGB (-32678, -32728, -32747) -> HLS (-29761,
- * -32713, 7970).
+ * Example: 16u: RGB (90, 40, 20) -> HLS (3120, 55, 41704) in a 1 x 1 image;
+ * 16s: RGB (-32678, -32728, -32748) -> HLS (-29648, -32713, 8936).
  */
 ZEL_API ZelStatus zeliRGBToHLS_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, ZelSize roiSize);
 ZEL_API ZelStatus zeliRGBToHLS_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, ZelSize roiSize);
@@ -92,7 +94,7 @@ ZEL_API ZelStatus zeliRGBToHLS_32f_AC4R(const float* pSrc, int32_t srcStep, floa
  * 4 * floor(width / 4) columns and refined ones in the remaining ones. A few results differ by 1 between machines. Steps must be
  * at least 1; this one tests the size before them, and those below the steps before the size.
  *
- * Example: BGR (20, 40, 90) -> HLS (12, 55, 162) in a 4 x 1 image.
+ * Example: RGB (90, 40, 20) -> HLS (12, 55, 162) in a 4 x 1 image.
  */
 ZEL_API ZelStatus zeliBGRToHLS_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
 ZEL_API ZelStatus zeliBGRToHLS_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3], int32_t dstStep,
@@ -126,7 +128,7 @@ ZEL_API ZelStatus zeliHLSToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uin
  * The same of unsigned 16-bit samples, with 15 bits of result: every result is even. Only gray pixels, S = 0, in the last width
  * mod 4 columns keep their lightness as it is.
  *
- * Example: HLS (0, 32768, 65535) -> RGB (65534, 0, 0) in a 3 x 1 image; HLS (7, 12345, 0) -> RGB (12345, 12345, 12345).
+ * Example: HLS (0, 32768, 65535) -> RGB (65534, 0, 0) in a 3 x 1 image.
  */
 ZEL_API ZelStatus zeliHLSToRGB_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, ZelSize roiSize);
 ZEL_API ZelStatus zeliHLSToRGB_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, ZelSize roiSize);
@@ -154,7 +156,7 @@ ZEL_API ZelStatus zeliHLSToRGB_32f_AC4R(const float* pSrc, int32_t srcStep, floa
  * HLS to BGR: the conversion to RGB with the channels in the other order. Steps must be at least 1, and are tested before the
  * size.
  *
- * Example: HLS (12, 55, 162) -> BGR (20, 39, 89) in a 1 x 1 image.
+ * Example: HLS (12, 55, 162) -> RGB (89, 39, 20) in a 1 x 1 image.
  */
 ZEL_API ZelStatus zeliHLSToBGR_8u_C3P3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* const pDst[3], int32_t dstStep,
                                         ZelSize roiSize);
