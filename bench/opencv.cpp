@@ -48,6 +48,14 @@ constexpr Row table[] = {
     ROW(gray, rgba32, GRAY2RGBA),
 };
 
+// By variant, of bytes and floats. The hue of floats is in degrees.
+constexpr Row hueTable[] = {
+    makeRow("RGB2HLS_FULL", cv::COLOR_RGB2HLS_FULL, {rgb24, ycc24, Variant::toHls}),
+    makeRow("HLS2RGB_FULL", cv::COLOR_HLS2RGB_FULL, {ycc24, rgb24, Variant::fromHls}),
+    makeRow("RGB2HSV_FULL", cv::COLOR_RGB2HSV_FULL, {rgb24, ycc24, Variant::toHsv}),
+    makeRow("HSV2RGB_FULL", cv::COLOR_HSV2RGB_FULL, {ycc24, rgb24, Variant::fromHsv}),
+};
+
 // Deeper samples, with the same functions.
 constexpr int conversionOf(const Task& task) {
     for (const Row& row : table)
@@ -145,6 +153,14 @@ void addOpenCv(const Task& task, std::vector<Peer>& peers) {
                  return bindCode(code, source, destination);
              }});
     }
+    const Depth depth = task.source.depth;
+    for (const Row& row : hueTable)
+        if ((depth == u8 || depth == f32) &&
+            task == Task{{row.task.source.layout, depth}, {row.task.destination.layout, depth}, row.task.variant})
+            peers.push_back(
+                {std::string("OpenCV ") + row.name,
+                 [code = row.code](const Image& source, const Image& destination) { return bindCode(code, source, destination); },
+                 depth == f32});
     if (isTransform(task)) peers.push_back({"OpenCV transform", bindTransform});
     if (task.variant == Variant::byMaximum) peers.push_back({"OpenCV minMaxLoc, convertTo", bindToneMap<Variant::byMaximum>});
     if (task.variant == Variant::byMean) peers.push_back({"OpenCV mean, convertTo", bindToneMap<Variant::byMean>});

@@ -12,6 +12,7 @@ namespace bench {
 struct Peer {
     std::string name;
     std::function<Call(const Image& source, const Image& destination)> bind;  // an empty call where the size is not served
+    bool hasOtherScale = false;                                               // of its samples, so results can't be compared
 };
 
 // Each library that the build found, as "name version".

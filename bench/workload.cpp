@@ -23,7 +23,7 @@ Workload::Workload(const Export& row, Size size) {
                                return 0;
                            }});
     for (const Peer& peer : peersOf(row.task))
-        if (Call call = peer.bind(source_, destination_)) contenders_.push_back({peer.name, call});
+        if (Call call = peer.bind(source_, destination_)) contenders_.push_back({peer.name, call, peer.hasOtherScale});
 
     for (const Contender& contender : contenders_) {
         if (const int status = contender.call()) throw std::runtime_error(contender.name + " returns " + std::to_string(status));

@@ -8,6 +8,7 @@ namespace bench {
 struct Contender {
     std::string name;
     Call call;
+    bool hasOtherScale = false;
 };
 
 class Workload {

@@ -9,6 +9,7 @@
 
 #include "zelcc/chroma.h"
 #include "zelcc/colorimetric.h"
+#include "zelcc/hls.h"
 #include "zelcc/intensity.h"
 #include "zelcc/lifting.h"
 #include "zelcc/lumachroma.h"

@@ -324,14 +324,21 @@ ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
 // each other in memory, below it lane l of vector i is for the bytes from 64 l + 16 i on.
 template <int size, class Put>
 ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& put) {
-    static_assert(size == 2 || size == 4);
+    static_assert(size == 1 || size == 2 || size == 4);
 #if ZEL_LANES == 4
     const auto sorted = [](Bytes v) { return (Dwords)inOrderOfQuarters(v); };
 #else
     const auto sorted = [](Bytes v) { return (Dwords)v; };
 #endif
     const Dwords channels[4] = {sorted(a), sorted(b), sorted(c), sorted(d)};
-    if constexpr (size == 2) {
+    if constexpr (size == 1) {
+        const auto low = [&](int i) { return (Words)interleaveLow((Bytes)channels[i], (Bytes)channels[i + 1]); };
+        const auto high = [&](int i) { return (Words)interleaveHigh((Bytes)channels[i], (Bytes)channels[i + 1]); };
+        put(0, (Bytes)interleaveLow(low(0), low(2)));
+        put(1, (Bytes)interleaveHigh(low(0), low(2)));
+        put(2, (Bytes)interleaveLow(high(0), high(2)));
+        put(3, (Bytes)interleaveHigh(high(0), high(2)));
+    } else if constexpr (size == 2) {
         const auto low = [&](int i) { return (Dwords)interleaveLow((Words)channels[i], (Words)channels[i + 1]); };
         const auto high = [&](int i) { return (Dwords)interleaveHigh((Words)channels[i], (Words)channels[i + 1]); };
         put(0, (Bytes)interleaveLow(low(0), low(2)));

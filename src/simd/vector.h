@@ -188,6 +188,10 @@ ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)ZEL_MM(packus_epi16
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)ZEL_MM(packs_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)ZEL_MM(packs_epi32)((Register)a, (Register)b); }
 
+// The greater and the lesser of unsigned bytes.
+ZEL_INLINE Bytes greater(Bytes a, Bytes b) { return (Bytes)ZEL_MM(max_epu8)((Register)a, (Register)b); }
+ZEL_INLINE Bytes lesser(Bytes a, Bytes b) { return (Bytes)ZEL_MM(min_epu8)((Register)a, (Register)b); }
+
 // Unsigned sums and signed differences, saturated.
 ZEL_INLINE Bytes addSaturated(Bytes a, Bytes b) { return (Bytes)ZEL_MM(adds_epu8)((Register)a, (Register)b); }
 ZEL_INLINE UWords addSaturated(UWords a, UWords b) { return (UWords)ZEL_MM(adds_epu16)((Register)a, (Register)b); }

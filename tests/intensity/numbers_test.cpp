@@ -37,6 +37,7 @@ TEST_P(UnusualNumber, MatchesModelInEveryPlaceOfARow) {
 bool readsFloats(const model::Export& e) { return e.source.element >= model::Element::f32; }
 
 INSTANTIATE_TEST_SUITE_P(Intensity, UnusualNumber, rows(model::intensityExports(), readsFloats), nameOf);
+INSTANTIATE_TEST_SUITE_P(Hue, UnusualNumber, rows(model::hueExports(), readsFloats), nameOf);
 
 }  // namespace
 }  // namespace harness

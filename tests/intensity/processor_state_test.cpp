@@ -86,6 +86,7 @@ TEST_P(ProcessorState, DecidesHowResultsAreRounded) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Intensity, ProcessorState, rows(model::intensityExports()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Hue, ProcessorState, rows(model::hueExports()), nameOf);
 
 }  // namespace
 }  // namespace harness

@@ -39,6 +39,7 @@ enum class Checks {
     sizeThenPointers,
     planesAfterSize,    // pointers, size, entries of plane arrays
     planesBeforeSize,   // pointers and entries, size
+    stepsBeforeSize,    // pointers and entries, steps, size
     emptyThenPlanes,    // pointers, a side below 1, entries, the minimum size
     emptyThenPointers,  // a side below 1, pointers and entries, the minimum size
 };
@@ -97,6 +98,7 @@ std::span<const Export> liftingExports();
 std::span<const Export> reduceBitsExports();
 std::span<const Export> packedSourceExports();
 std::span<const Export> colorimetricExports();
+std::span<const Export> hueExports();
 
 // All of them, a family each.
 std::span<const std::span<const Export>> families();

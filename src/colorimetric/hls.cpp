@@ -1,0 +1,82 @@
+// RGB and BGR to and from hue, lightness and saturation.
+#include "zelcc/hls.h"
+
+#include "colorimetric/hls_rules.h"
+
+namespace zel::ZEL_LEVEL {
+namespace {
+
+using Unsigned = WordSamples<false, CutOff>;
+using Signed = WordSamples<true, CutOff>;
+using SignedNearest = WordSamples<true, ToNearest>;
+
+// In the leading columns the reciprocals of bytes are those of the processor.
+template <class Layout, int pixels>
+constexpr Conversion toHls = hueConversion<Layout, Layout, ToHls<Bare>, ToHls<Refined>>(wholeBlocks<pixels>);
+template <class Layout>
+constexpr Conversion fromHls = hueConversion<Layout, Layout, FromHls>();
+
+template <template <class> class Pixels>
+constexpr Conversion fromHlsOfSigned = [] {
+    Conversion c = floatPixels<SignedNearest, Pixels, FromHlsOfSigned<Multiplying>>;
+    c.tail = floatPixels<Signed, Pixels, FromHlsOfSigned<Dividing>>.block;
+    c.blockColumns = wholeBlocks<4>;
+    return c;
+}();
+
+// Blue first. These look at the steps, and all but one before the size.
+constexpr Conversion checkingSteps(Conversion c, Checks checks = {Check::pointers, Check::planes, Check::steps, Check::size}) {
+    c.checks = checks;
+    return c;
+}
+template <class From, class To>
+constexpr Conversion bgrToHls = checkingSteps(hueConversion<From, To, OfBgr<ToHls<Bare>>, OfBgr<ToHls<Refined>>>(wholeBlocks<4>));
+template <class From, class To>
+constexpr Conversion hlsToBgr = checkingSteps(hueConversion<From, To, ToBgr<FromHls>>());
+
+}  // namespace
+
+namespace rows {
+
+constexpr auto zeliRGBToHLS_8u_C3R = toHls<Packed3, 8>;
+constexpr auto zeliRGBToHLS_8u_AC4R = toHls<ColoursOf4, 4>;
+constexpr auto zeliRGBToHLS_16u_C3R = floatPixels<Unsigned, ThreeSamples, ToHlsOfWords>;
+constexpr auto zeliRGBToHLS_16u_AC4R = floatPixels<Unsigned, FourSamples, ToHlsOfWords>;
+constexpr auto zeliRGBToHLS_16s_C3R = floatPixels<Signed, ThreeSamples, ToHlsOfWords>;
+constexpr auto zeliRGBToHLS_16s_AC4R = floatPixels<Signed, FourSamples, ToHlsOfWords>;
+constexpr auto zeliRGBToHLS_32f_C3R = floatPixels<FloatSamples, ThreeSamples, ToHlsOfFloats>;
+constexpr auto zeliRGBToHLS_32f_AC4R = floatPixels<FloatSamples, FourSamples, ToHlsOfFloats>;
+
+constexpr auto zeliBGRToHLS_8u_AC4R =
+    checkingSteps(bgrToHls<ColoursOf4, ColoursOf4>, {Check::pointers, Check::size, Check::steps});
+constexpr auto zeliBGRToHLS_8u_C3P3R = bgrToHls<Packed3, Planes3>;
+constexpr auto zeliBGRToHLS_8u_P3C3R = bgrToHls<Planes3, Packed3>;
+constexpr auto zeliBGRToHLS_8u_P3R = bgrToHls<Planes3, Planes3>;
+constexpr auto zeliBGRToHLS_8u_AC4P4R = bgrToHls<Packed4, Planes4>;
+constexpr auto zeliBGRToHLS_8u_AP4C4R = bgrToHls<Planes4, Packed4>;
+constexpr auto zeliBGRToHLS_8u_AP4R = bgrToHls<Planes4, Planes4>;
+
+constexpr auto zeliHLSToRGB_8u_C3R = fromHls<Packed3>;
+constexpr auto zeliHLSToRGB_8u_AC4R = fromHls<ColoursOf4>;
+constexpr auto zeliHLSToRGB_16u_C3R = floatPixels<Unsigned, ThreeSamples, FromHlsOfUnsigned<false>, FromHlsOfUnsigned<true>>;
+constexpr auto zeliHLSToRGB_16u_AC4R = floatPixels<Unsigned, FourSamples, FromHlsOfUnsigned<false>, FromHlsOfUnsigned<true>>;
+constexpr auto zeliHLSToRGB_16s_C3R = fromHlsOfSigned<ThreeSamples>;
+constexpr auto zeliHLSToRGB_16s_AC4R = fromHlsOfSigned<FourSamples>;
+constexpr auto zeliHLSToRGB_32f_C3R =
+    floatPixels<FloatSamples, ThreeSamples, FromHlsOfFloats<Multiplying>, FromHlsOfFloats<Dividing>>;
+constexpr auto zeliHLSToRGB_32f_AC4R =
+    floatPixels<FloatSamples, FourSamples, FromHlsOfFloats<Multiplying>, FromHlsOfFloats<Dividing>>;
+
+constexpr auto zeliHLSToBGR_8u_C3P3R = hlsToBgr<Packed3, Planes3>;
+constexpr auto zeliHLSToBGR_8u_P3C3R = hlsToBgr<Planes3, Packed3>;
+constexpr auto zeliHLSToBGR_8u_P3R = hlsToBgr<Planes3, Planes3>;
+constexpr auto zeliHLSToBGR_8u_AC4P4R = hlsToBgr<Packed4, Planes4>;
+constexpr auto zeliHLSToBGR_8u_AP4C4R = hlsToBgr<Planes4, Packed4>;
+constexpr auto zeliHLSToBGR_8u_AP4R = hlsToBgr<Planes4, Planes4>;
+
+}  // namespace rows
+}  // namespace zel::ZEL_LEVEL
+
+#define ZEL_CURRENT_hls ~, 1
+#define ZEL_GROUP hls
+#include "frame/table.h"
