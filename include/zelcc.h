@@ -10,6 +10,7 @@
 #include "zelcc/chroma.h"
 #include "zelcc/colorimetric.h"
 #include "zelcc/intensity.h"
+#include "zelcc/lab.h"
 #include "zelcc/lifting.h"
 #include "zelcc/lumachroma.h"
 #include "zelcc/packed_sources.h"

@@ -43,6 +43,18 @@ ZEL_INLINE Floats wholePart(Floats v) {
 ZEL_INLINE Floats atMost(Floats v, Floats limit) { return (Floats)ZEL_MM(min_ps)((FloatRegister)v, (FloatRegister)limit); }
 ZEL_INLINE Floats atLeast(Floats v, Floats limit) { return (Floats)ZEL_MM(max_ps)((FloatRegister)v, (FloatRegister)limit); }
 
+// 1 / v to about 12 bits. How the rest is filled differs between makes of processors, but on one it is the same at every level:
+// the widest has no such instruction, and takes halves, for its own approximation has other values.
+ZEL_INLINE Floats approximateReciprocal(Floats v) {
+#if ZEL_LANES == 4
+    const __m512 wide = (__m512)v;
+    const __m256 low = _mm256_rcp_ps(_mm512_castps512_ps256(wide)), high = _mm256_rcp_ps(_mm512_extractf32x8_ps(wide, 1));
+    return (Floats)_mm512_insertf32x8(_mm512_castps256_ps512(low), high, 1);
+#else
+    return (Floats)ZEL_MM(rcp_ps)((FloatRegister)v);
+#endif
+}
+
 // Dwords to unsigned words, those below 0 to 0; above 65535 they saturate, but at the lowest level there must be none.
 ZEL_INLINE Words packUnsignedWords(Dwords a, Dwords b) {
 #if ZEL_LANES == 1
