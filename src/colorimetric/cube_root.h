@@ -12,8 +12,8 @@ namespace zel::ZEL_LEVEL {
 constexpr double cubeRootExponent = 0.3333333432674408;
 
 struct CubeRoot {
-    Floats root;     // relative error below 2^-22.8
-    Floats inverse;  // and 2^-22
+    Floats root;     // relative error below 2^-22.5
+    Floats inverse;  // and 2^-21
 };
 
 // Of positive normal numbers; others give anything.
@@ -22,11 +22,15 @@ ZEL_INLINE CubeRoot cubeRoot(Floats v) {
     // The bits of a float are nearly linear in its logarithm, of which a third is a third of the words: within 4 %.
     const auto third = (Dwords)mulHigh((UWords)v, (UWords)splatWord(0x5555));
     auto r = (Floats)(splatDword(0x54a14000) - third);
-    // A step of third order, 1 - v r^3 being what is wrong; then the root with the last step in it, for which v r^2 serves.
-    const Floats h = k(1) - (v * r) * (r * r);
-    r += (r * h) * (k(1 / 3.0) + k(2 / 9.0) * h);
-    const Floats near = (v * r) * r, e = k(1) - near * r;
-    return {near + (near * e) * (k(2 / 3.0) + k(5 / 9.0) * e), r + (r * e) * k(1 / 3.0)};
+    // What is wrong is h = 1 - v r^3, at most 0.107, so v^(1/3) is v r^2 g with g = (1 - h)^(-2/3) = 1 + h q(h), and its inverse
+    // r g^2 (1 - h).
+    const Floats near = (v * r) * r, h = mulAddNearly(-near, r, k(1));
+    constexpr double q[] = {0.6666659862882264, 0.5555308071281423, 0.49399015884067465, 0.45929663830837375, 0.4171875036352189};
+    Floats hq = k(q[4]);
+    for (int i = 3; i >= 0; --i) hq = mulAddNearly(hq, h, k(q[i]));
+    hq *= h;
+    const Floats g = k(1) + hq;
+    return {mulAddNearly(near, hq, near), (r * g) * (g * (k(1) - h))};
 }
 
 // The power of a number between 2^-8 and 2^60 is `root + rest` within `margin`.
@@ -52,8 +56,8 @@ struct CubeRootPower {
 // By the power function, of the elements with a bit in `which`.
 ZEL_OWN_CODE inline Floats withPowers(Floats powers, Floats v, unsigned which) {
     float last = 0, power = 0;
-    for (int i = 0; i < vectorBytes / 4; ++i) {
-        if ((which >> i & 1) == 0) continue;
+    for (; which != 0; which &= which - 1) {
+        const int i = __builtin_ctz(which);
         if (v[i] != last) {  // areas of one colour are common
             last = v[i];
             power = static_cast<float>(__builtin_pow(last, cubeRootExponent));

@@ -38,14 +38,13 @@ struct CutOffBytes {
     ZEL_INLINE static DwordPixel bytes(const FloatPixel& p) { return cutOff(Rule::of(p)); }
 };
 
-// A rule that is dear to compute exactly. Rule::nearly gives results, not below 0, that are off by less than Rule::margin; where
-// there is no integer that near, they are right when they are cut off. The other pixels are left to Rule::exactly.
+// A rule that is dear to compute exactly. Rule::above gives results above 0 that lie above the exact ones by less than twice
+// Rule::margin; where an integer isn't that near below them, they are right when they are cut off. The other pixels are left to
+// Rule::exactly.
 template <class Rule>
 struct NearlyThenExactly {
     ZEL_INLINE static DwordPixel bytes(const FloatPixel& p) {
-        const FloatPixel near = Rule::nearly(p);
-        const Floats margin = splatFloat(Rule::margin);
-        const FloatPixel upper{near.a + margin, near.b + margin, near.c + margin};
+        const FloatPixel upper = Rule::above(p);
         const DwordPixel whole = cutOff(upper);
         const Floats least =
             atMost(upper.a - toFloats(whole.a), atMost(upper.b - toFloats(whole.b), upper.c - toFloats(whole.c)));
@@ -57,8 +56,8 @@ struct NearlyThenExactly {
   private:
     ZEL_OWN_CODE static DwordPixel exactly(FloatPixel p, DwordPixel whole, unsigned which) {
         const DwordPixel exact = cutOff(Rule::exactly(p, which));
-        for (int i = 0; i < vectorBytes / 4; ++i) {
-            if ((which >> i & 1) == 0) continue;
+        for (; which != 0; which &= which - 1) {
+            const int i = __builtin_ctz(which);
             whole.a[i] = exact.a[i];
             whole.b[i] = exact.b[i];
             whole.c[i] = exact.c[i];

@@ -23,7 +23,7 @@ constexpr Row xRow{0.180423, 0.35758, 0.412453}, yRow{0.072169, 0.71516, 0.21267
 ZEL_INLINE Floats sumOf(const Row& row, const FloatPixel& p) { return (k(row.b) * p.c + k(row.g) * p.b) + k(row.r) * p.a; }
 // The same in parts of white, nearly.
 ZEL_INLINE Floats partOf(const Row& row, double white, const FloatPixel& p) {
-    return sumOf({row.b / white, row.g / white, row.r / white}, p);
+    return mulAddNearly(k(row.r / white), p.a, mulAddNearly(k(row.g / white), p.b, k(row.b / white) * p.c));
 }
 
 constexpr double whiteX = 242.366, whiteY = 255, whiteZ = 277.632;
@@ -38,13 +38,14 @@ struct Values {
 
 // Bytes. The results are cut off, so they can be computed in any way that comes near.
 struct ToBytes {
-    static constexpr float margin = 2.5e-4f;
+    static constexpr float margin = 1.5e-4f;
 
-    ZEL_INLINE static FloatPixel nearly(const FloatPixel& p) {
-        const auto f = [](Floats v) { return select(isLinear(v), line(v), cubeRoot(v).root); };
-        const Floats y = partOf(yRow, whiteY, p), fy = f(y);
-        return {select(isLinear(y), y * k(kappa * 2.55) + k(0.5), fy * k(116 * 2.55) - k(16 * 2.55 - 0.5)),
-                (f(partOf(xRow, whiteX, p)) - fy) * k(500) + k(128.5), (fy - f(partOf(zRow, whiteZ, p))) * k(200) + k(128.5)};
+    ZEL_INLINE static FloatPixel above(const FloatPixel& p) {
+        const auto f = [](Floats v) { return select(isLinear(v), mulAddNearly(v, k(7.787), k(0.13793103)), cubeRoot(v).root); };
+        const Floats x = partOf(xRow, whiteX, p), y = partOf(yRow, whiteY, p), z = partOf(zRow, whiteZ, p), fy = f(y);
+        const Floats l = select(isLinear(y), mulAddNearly(y, k(kappa * 2.55), k(0.5 + margin)),
+                                mulAddNearly(fy, k(116 * 2.55), k(0.5 + margin - 16 * 2.55)));
+        return {l, mulAddNearly(f(x) - fy, k(500), k(128.5 + margin)), mulAddNearly(fy - f(z), k(200), k(128.5 + margin))};
     }
 
     ZEL_INLINE static FloatPixel exactly(const FloatPixel& p, unsigned which) {
@@ -136,12 +137,12 @@ template <const Scale& scale>
 struct FromSamples {
     static constexpr float margin = 4e-4f;
 
-    ZEL_INLINE static FloatPixel nearly(const FloatPixel& p) {
+    ZEL_INLINE static FloatPixel above(const FloatPixel& p) {
         const Floats fy = p.a * k(100 / scale.lightness / 116) + k(16 / 116.0);
         const auto difference = [](Floats v, double gain) { return v * k(1 / scale.chroma / gain) - k(128 / gain); };
         const FloatPixel rgb = rgbOf({fy + difference(p.b, 500), fy, fy - difference(p.c, 200)}, whiteX, whiteY, whiteZ);
         // Beyond black and white, the middle of theirs.
-        const auto limited = [](Floats v) { return atMost(atLeast(v + k(scale.half), k(0.5)), k(255.5)); };
+        const auto limited = [](Floats v) { return atMost(atLeast(v + k(scale.half + margin), k(0.5)), k(255.5)); };
         return {limited(rgb.a), limited(rgb.b), limited(rgb.c)};
     }
 

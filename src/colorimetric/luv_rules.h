@@ -30,22 +30,27 @@ constexpr double linearLimit = 0.008856, kappa = 903.3;
 
 // Bytes. The results are cut off, so they can be computed in any way that comes near.
 struct ToBytes {
-    static constexpr float margin = 2.5e-4f;
+    static constexpr float margin = 2.6e-4f;
 
-    ZEL_INLINE static FloatPixel nearly(const FloatPixel& p) {
+    ZEL_INLINE static FloatPixel above(const FloatPixel& p) {
         const auto rowOfD = [](float Row::*weight) { return xRow.*weight + 15.0 * yRow.*weight + 3.0 * zRow.*weight; };
-        const Floats x = sumOf(xRow, p), y = sumOf(yRow, p);
-        const Floats d = k(rowOfD(&Row::r)) * p.a + k(rowOfD(&Row::g)) * p.b + k(rowOfD(&Row::b)) * p.c;
-        const Floats inverse = k(1) / atLeast(d, k(1e-3));
+        const auto sum = [&](double r, double g, double b) {
+            return mulAddNearly(k(b), p.c, mulAddNearly(k(g), p.b, k(r) * p.a));
+        };
+        const Floats x = sum(xRow.r, xRow.g, xRow.b), y = sum(yRow.r, yRow.g, yRow.b);
+        const Floats inverse = k(1) / atLeast(sum(rowOfD(&Row::r), rowOfD(&Row::g), rowOfD(&Row::b)), k(1e-3));
         const Floats root = cubeRoot(y).root;  // of 255 Y
         constexpr double cubeRootOf255 = 6.341325705384602;
-        Floats l = select(y <= k(linearLimit * 255), y * k(kappa / 100), root * k(295.8 / cubeRootOf255) - k(40.8));
-        const FloatPixel result{
-            l, l * (x * inverse * k(4 * 13 * 100 / 354.0) - k(un * 13 * 100 / 354)) + k(134 * 255 / 354.0 + 0.5),
-            l * (y * inverse * k(9 * 13 * 100 / 262.0) - k(vn * 13 * 100 / 262)) + k(140 * 255 / 262.0 + 0.5)};
+        const Floats l =
+            select(y <= k(linearLimit * 255), y * k(kappa / 100), mulAddNearly(root, k(295.8 / cubeRootOf255), k(-40.8)));
+        constexpr double uGain = 13 * 100 / 354.0, vGain = 13 * 100 / 262.0;
+        const Floats u =
+            mulAddNearly(l, mulAddNearly(x * inverse, k(4 * uGain), k(-un * uGain)), k(134 * 255 / 354.0 + 0.5 + margin));
+        const Floats v =
+            mulAddNearly(l, mulAddNearly(y * inverse, k(9 * vGain), k(-vn * vGain)), k(140 * 255 / 262.0 + 0.5 + margin));
         // Black and white have an integer L. They are exact, and common, so they are moved away from it.
         const auto ends = (Dwords)(l < k(0.25)) | (Dwords)(l > k(254.99));
-        return {result.a + (Floats)(ends & (Dwords)k(0.5)), result.b, result.c};
+        return {l + select(ends, k(0.5), k(margin)), u, v};
     }
 
     ZEL_INLINE static FloatPixel exactly(const FloatPixel& p, unsigned which) {
