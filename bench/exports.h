@@ -31,6 +31,10 @@ enum class Variant {
     fromXyz,
     toYcc,
     fromYcc,
+    toLuv,
+    fromLuv,
+    toLab,
+    fromLab,
     lift,  // luma and differences are integers of the lifting transform
     reversible,
 };

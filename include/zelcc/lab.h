@@ -24,10 +24,10 @@
  * below the size of a sample; in Lab it counts as it is. Nothing outside the region is read or written. Source and destination
  * must not overlap, but may be the same image where both have one depth.
  *
- * Rounding. Arithmetic is in single precision, every operation rounded by itself, to the nearest. Conversions of 8-bit and 32-bit
- * RGB but those from 32f to LUV give the same results on every processor, and so do all conversions of Lab. Where LUV takes an
- * approximate reciprocal, as said below, its last bits depend on the make of the processor: an 8-bit or 16-bit result may then
- * differ by 1, and in few colours of 8-bit LUV by more. On one processor results are the same at every instruction set.
+ * Rounding. Arithmetic is in single precision, every operation rounded by itself, to the nearest. Where LUV takes an approximate
+ * reciprocal, as said below, its last bits depend on the make of the processor, and a result that lies at the edge of an integer
+ * may differ by 1 between two makes; of floats the last digits may. All other results, those of Lab and of 8-bit RGB to LUV among
+ * them, are the same on every processor. On one processor no instruction set makes a difference.
  *
  * Status, of every conversion:
  *
@@ -56,7 +56,9 @@ extern "C" {
  * L is 0 to 100, U -134 to 220 and V -140 to 122. At 32f they are stored as they are. Integers have these ranges on the whole
  * scale: at 8u 255 L / 100, 255 (U + 134) / 354 and 255 (V + 140) / 262, at 16u the same with 65535, at 16s 32768 less.
  *
- * Example: @LUVF@
+ * Example: RGBToLUV_8u: (200, 100, 50) -> (187, 129, 174) in a 1 x 1 image; BGRToLUV_8u: (50, 100, 200) -> (187, 129, 174);
+ * 16u: (40000, 20000, 10000) -> (43547, 32270, 43718); 16s: (7232, -12768, -22768) -> (10779, -498, 10950); RGBToLUV_32f: (0.5,
+ * 0.25, 1) -> (66.3127, 15.8907, -88.8923); BGRToLUV_32f: (1, 0.25, 0.5) -> (66.3127, 15.8907, -88.8923).
  */
 
 /**
@@ -96,12 +98,14 @@ ZEL_API ZelStatus zeliBGRToLUV_32f_C3R(const float* pSrc, int32_t srcStep, float
  *     G = -0.969256 X + 1.875991 Y + 0.041556 Z
  *     B =  0.055648 X - 0.204043 Y + 1.057311 Z
  *
- * Example: @LUVI@
+ * Example: LUVToRGB_8u: (187, 129, 174) -> (199, 99, 49) in a 1 x 1 image; LUVToBGR_8u: (187, 129, 174) -> (49, 99, 199); 16u:
+ * (43547, 32270, 43718) -> (39998, 20000, 9999); 16s: (10779, -498, 10950) -> (7230, -12768, -22769); LUVToRGB_32f: (66.3127,
+ * 15.8907, -88.8923) -> (0.5, 0.25, 1); LUVToBGR_32f: (66.3127, 15.8907, -88.8923) -> (1, 0.25, 0.5).
  */
 
 /**
  * 8-bit samples, rounded. The leading columns, 8 * floor(width / 8), multiply by approximate reciprocals of the processor, which
- * are good to 12 bits; the remaining ones divide.
+ * are good to 12 bits, so that makes of processors may differ by 1; the remaining ones divide.
  */
 ZEL_API ZelStatus zeliLUVToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
 ZEL_API ZelStatus zeliLUVToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
@@ -131,7 +135,9 @@ ZEL_API ZelStatus zeliLUVToBGR_32f_C3R(const float* pSrc, int32_t srcStep, float
  *
  * The root is the power function of double precision with the exponent 0.3333333432674408.
  *
- * Example: @LABF@
+ * Example: RGBToLab_8u: (200, 100, 50) -> (188, 145, 160) in a 1 x 1 image; BGRToLab_8u_: (50, 100, 200) -> (188, 145, 160);
+ * 8u16u: (50, 100, 200) -> (48257, 36980, 40893); RGBToLab_32f: (0.5, 0.25, 1) -> (66.3127, 42.2814, -51.822); BGRToLab_32f:
+ * (1, 0.25, 0.5) -> (66.3127, 42.2814, -51.822).
  */
 
 /** 8-bit samples, rounded: 255 L / 100, a + 128 and b + 128. No colour goes beyond a byte. */
@@ -151,7 +157,9 @@ ZEL_API ZelStatus zeliBGRToLab_32f_C3R(const float* pSrc, int32_t srcStep, float
  *     fy = (L + 16) / 116,  fx = a / 500 + fy,  fz = fy - b / 200
  *     X = 0.950456 fx^3,  Y = fy^3,  Z = 1.0887539 fz^3        and R, G and B as from LUV
  *
- * Example: @LABI@
+ * Example: LabToRGB_8u: (188, 145, 160) -> (200, 100, 51) in a 1 x 1 image; LabToBGR_8u: (188, 145, 160) -> (51, 100, 200);
+ * 16u8u: (48257, 36980, 40893) -> (49, 99, 199); LabToRGB_32f: (66.3127, 42.2814, -51.822) -> (0.5, 0.25, 1); LabToBGR_32f:
+ * (66.3127, 42.2814, -51.822) -> (1, 0.25, 0.5).
  */
 
 /** 8-bit samples, rounded and limited to a byte. */

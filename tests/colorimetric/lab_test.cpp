@@ -40,7 +40,8 @@ TEST(Luv, OfFloatsStaysWithinItsTable) {
     for (const model::Export& e : model::labExports()) {
         if (e.source.element != model::Element::f32 || e.source.channels[3].stride != 0) continue;
         std::vector<float> result(gray.size()), expected(gray.size());
-        model::Call call{.size = {width, 1}};
+        model::Call call;
+        call.size = {width, 1};
         call.source.planes[0] = reinterpret_cast<uint8_t*>(gray.data());
         call.destination.planes[0] = reinterpret_cast<uint8_t*>(result.data());
         ASSERT_EQ(e.entry.call(call), zelStsNoErr);
