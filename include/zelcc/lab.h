@@ -26,8 +26,9 @@
  *
  * Rounding. Arithmetic is in single precision, every operation rounded by itself, to the nearest. Where LUV takes an approximate
  * reciprocal, as said below, its last bits depend on the make of the processor, and a result that lies at the edge of an integer
- * may differ by 1 between two makes; of floats the last digits may. All other results, those of Lab and of 8-bit RGB to LUV among
- * them, are the same on every processor. On one processor no instruction set makes a difference.
+ * may differ by 1 between two makes, far outside of the colours of RGB by more; of floats the last digits may. All other results,
+ * those of Lab and of 8-bit RGB to LUV among them, are the same on every processor. On one processor no instruction set makes a
+ * difference.
  *
  * Status, of every conversion:
  *
@@ -105,7 +106,7 @@ ZEL_API ZelStatus zeliBGRToLUV_32f_C3R(const float* pSrc, int32_t srcStep, float
 
 /**
  * 8-bit samples, rounded. The leading columns, 8 * floor(width / 8), multiply by approximate reciprocals of the processor, which
- * are good to 12 bits, so that makes of processors may differ by 1; the remaining ones divide.
+ * are good to 12 bits, so that makes of processors differ by 1 in some pixels; the remaining ones divide.
  */
 ZEL_API ZelStatus zeliLUVToRGB_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);
 ZEL_API ZelStatus zeliLUVToRGB_8u_AC4R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, ZelSize roiSize);

@@ -148,7 +148,7 @@ struct ToWords {
 };
 
 // The way back. Quotients of leading columns are products: by the constant nearest to the reciprocal, or by an approximate
-// reciprocal, which may differ by one result between makes of processors. The others are true ones.
+// reciprocal, whose last bits depend on the make of the processor. The others are true ones.
 template <bool isRefined>
 struct ByReciprocals {
     static constexpr bool isTrue = false;
