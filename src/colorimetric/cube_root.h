@@ -24,13 +24,13 @@ ZEL_INLINE CubeRoot cubeRoot(Floats v) {
     auto r = (Floats)(splatDword(0x54a14000) - third);
     // What is wrong is h = 1 - v r^3, at most 0.107, so v^(1/3) is v r^2 g with g = (1 - h)^(-2/3) = 1 + h q(h), and its inverse
     // r g^2 (1 - h).
-    const Floats near = (v * r) * r, h = mulAddNearly(-near, r, k(1));
+    const Floats near = (v * r) * r, h = k(1) - near * r;
     constexpr double q[] = {0.6666659862882264, 0.5555308071281423, 0.49399015884067465, 0.45929663830837375, 0.4171875036352189};
     Floats hq = k(q[4]);
-    for (int i = 3; i >= 0; --i) hq = mulAddNearly(hq, h, k(q[i]));
+    for (int i = 3; i >= 0; --i) hq = hq * h + k(q[i]);
     hq *= h;
     const Floats g = k(1) + hq;
-    return {mulAddNearly(near, hq, near), (r * g) * (g * (k(1) - h))};
+    return {near * hq + near, (r * g) * (g * (k(1) - h))};
 }
 
 // The power of a number between 2^-8 and 2^60 is `root + rest` within `margin`.

@@ -23,7 +23,7 @@ constexpr Row xRow{0.180423, 0.35758, 0.412453}, yRow{0.072169, 0.71516, 0.21267
 ZEL_INLINE Floats sumOf(const Row& row, const FloatPixel& p) { return (k(row.b) * p.c + k(row.g) * p.b) + k(row.r) * p.a; }
 // The same in parts of white, nearly.
 ZEL_INLINE Floats partOf(const Row& row, double white, const FloatPixel& p) {
-    return mulAddNearly(k(row.r / white), p.a, mulAddNearly(k(row.g / white), p.b, k(row.b / white) * p.c));
+    return k(row.r / white) * p.a + (k(row.g / white) * p.b + k(row.b / white) * p.c);
 }
 
 constexpr double whiteX = 242.366, whiteY = 255, whiteZ = 277.632;
@@ -41,11 +41,11 @@ struct ToBytes {
     static constexpr float margin = 1.5e-4f;
 
     ZEL_INLINE static FloatPixel above(const FloatPixel& p) {
-        const auto f = [](Floats v) { return select(isLinear(v), mulAddNearly(v, k(7.787), k(0.13793103)), cubeRoot(v).root); };
+        const auto f = [](Floats v) { return select(isLinear(v), v * k(7.787) + k(0.13793103), cubeRoot(v).root); };
         const Floats x = partOf(xRow, whiteX, p), y = partOf(yRow, whiteY, p), z = partOf(zRow, whiteZ, p), fy = f(y);
-        const Floats l = select(isLinear(y), mulAddNearly(y, k(kappa * 2.55), k(0.5 + margin)),
-                                mulAddNearly(fy, k(116 * 2.55), k(0.5 + margin - 16 * 2.55)));
-        return {l, mulAddNearly(f(x) - fy, k(500), k(128.5 + margin)), mulAddNearly(fy - f(z), k(200), k(128.5 + margin))};
+        const Floats l =
+            select(isLinear(y), y * k(kappa * 2.55) + k(0.5 + margin), fy * k(116 * 2.55) + k(0.5 + margin - 16 * 2.55));
+        return {l, (f(x) - fy) * k(500) + k(128.5 + margin), (fy - f(z)) * k(200) + k(128.5 + margin)};
     }
 
     ZEL_INLINE static FloatPixel exactly(const FloatPixel& p, unsigned which) {

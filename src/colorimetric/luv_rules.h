@@ -34,20 +34,15 @@ struct ToBytes {
 
     ZEL_INLINE static FloatPixel above(const FloatPixel& p) {
         const auto rowOfD = [](float Row::*weight) { return xRow.*weight + 15.0 * yRow.*weight + 3.0 * zRow.*weight; };
-        const auto sum = [&](double r, double g, double b) {
-            return mulAddNearly(k(b), p.c, mulAddNearly(k(g), p.b, k(r) * p.a));
-        };
+        const auto sum = [&](double r, double g, double b) { return k(b) * p.c + (k(g) * p.b + k(r) * p.a); };
         const Floats x = sum(xRow.r, xRow.g, xRow.b), y = sum(yRow.r, yRow.g, yRow.b);
         const Floats inverse = k(1) / atLeast(sum(rowOfD(&Row::r), rowOfD(&Row::g), rowOfD(&Row::b)), k(1e-3));
         const Floats root = cubeRoot(y).root;  // of 255 Y
         constexpr double cubeRootOf255 = 6.341325705384602;
-        const Floats l =
-            select(y <= k(linearLimit * 255), y * k(kappa / 100), mulAddNearly(root, k(295.8 / cubeRootOf255), k(-40.8)));
+        const Floats l = select(y <= k(linearLimit * 255), y * k(kappa / 100), root * k(295.8 / cubeRootOf255) + k(-40.8));
         constexpr double uGain = 13 * 100 / 354.0, vGain = 13 * 100 / 262.0;
-        const Floats u =
-            mulAddNearly(l, mulAddNearly(x * inverse, k(4 * uGain), k(-un * uGain)), k(134 * 255 / 354.0 + 0.5 + margin));
-        const Floats v =
-            mulAddNearly(l, mulAddNearly(y * inverse, k(9 * vGain), k(-vn * vGain)), k(140 * 255 / 262.0 + 0.5 + margin));
+        const Floats u = l * ((x * inverse) * k(4 * uGain) + k(-un * uGain)) + k(134 * 255 / 354.0 + 0.5 + margin);
+        const Floats v = l * ((y * inverse) * k(9 * vGain) + k(-vn * vGain)) + k(140 * 255 / 262.0 + 0.5 + margin);
         // Black and white have an integer L. They are exact, and common, so they are moved away from it.
         const auto ends = (Dwords)(l < k(0.25)) | (Dwords)(l > k(254.99));
         return {l + select(ends, k(0.5), k(margin)), u, v};

@@ -60,16 +60,10 @@ ZEL_INLINE Dwords truncated(Doubles low, Doubles high) {
 #endif
 }
 
-// What is left of v without the cube of a root that is right to 20 bits, nearly to single precision. Levels differ in the last
-// bits, so this is for results that are checked.
+// What is left of v without the cube of a root that is right to 20 bits, nearly to single precision.
 ZEL_INLINE Floats withoutCube(Floats v, Floats root) {
-#if ZEL_LANES == 4
-    const __m512 r = (__m512)root, square = _mm512_mul_ps(r, r), rest = _mm512_fmsub_ps(r, r, square);
-    return (Floats)_mm512_fnmadd_ps(rest, r, _mm512_fnmadd_ps(square, r, (__m512)v));
-#else
     const auto half = [](Doubles x, Doubles r) { return x - (r * r) * r; };
     return narrowed(half(widened<0>(v), widened<0>(root)), half(widened<1>(v), widened<1>(root)));
-#endif
 }
 
 // A bit for every element of a comparison that holds.

@@ -39,15 +39,6 @@ ZEL_INLINE Floats wholePart(Floats v) {
 #endif
 }
 
-// a b + c, rounded once at the widest level and twice below: for results that need only come near.
-ZEL_INLINE Floats mulAddNearly(Floats a, Floats b, Floats c) {
-#if ZEL_LANES == 4
-    return (Floats)_mm512_fmadd_ps((__m512)a, (__m512)b, (__m512)c);
-#else
-    return a * b + c;
-#endif
-}
-
 // v < limit ? v : limit and v > limit ? v : limit, so NaN gives the limit.
 ZEL_INLINE Floats atMost(Floats v, Floats limit) { return (Floats)ZEL_MM(min_ps)((FloatRegister)v, (FloatRegister)limit); }
 ZEL_INLINE Floats atLeast(Floats v, Floats limit) { return (Floats)ZEL_MM(max_ps)((FloatRegister)v, (FloatRegister)limit); }
