@@ -35,6 +35,10 @@ enum class Variant {
     fromHls,
     toHsv,
     fromHsv,
+    toLuv,
+    fromLuv,
+    toLab,
+    fromLab,
     lift,  // luma and differences are integers of the lifting transform
     reversible,
 };

@@ -23,29 +23,61 @@ struct Row {
 constexpr Row makeRow(const char* name, int code, Task task) { return {task, name, code}; }
 
 #define ROW(source, destination, code) makeRow(#code, cv::COLOR_##code, {source, destination})
+#define ROW_OF(variant, source, destination, code) makeRow(#code, cv::COLOR_##code, {source, destination, Variant::variant})
 
 // The packed 4:4:4 form is full-range YUV, with other factors but as many operations.
 constexpr Row table[] = {
-    ROW(rgb24, ycc24, RGB2YUV),       ROW(ycc24, rgb24, YUV2RGB),
+    ROW(rgb24, ycc24, RGB2YUV),
+    ROW(ycc24, rgb24, YUV2RGB),
 
-    ROW(rgb24, i420, RGB2YUV_I420),   ROW(bgr24, i420, BGR2YUV_I420),   ROW(rgba32, i420, RGBA2YUV_I420),
+    ROW(rgb24, i420, RGB2YUV_I420),
+    ROW(bgr24, i420, BGR2YUV_I420),
+    ROW(rgba32, i420, RGBA2YUV_I420),
     ROW(bgra32, i420, BGRA2YUV_I420),
 
-    ROW(i420, rgb24, YUV2RGB_I420),   ROW(i420, bgr24, YUV2BGR_I420),   ROW(i420, rgba32, YUV2RGBA_I420),
-    ROW(i420, bgra32, YUV2BGRA_I420), ROW(nv12, rgb24, YUV2RGB_NV12),   ROW(nv12, bgr24, YUV2BGR_NV12),
-    ROW(nv12, rgba32, YUV2RGBA_NV12), ROW(nv12, bgra32, YUV2BGRA_NV12), ROW(nv21, rgb24, YUV2RGB_NV21),
-    ROW(nv21, bgr24, YUV2BGR_NV21),   ROW(nv21, rgba32, YUV2RGBA_NV21), ROW(nv21, bgra32, YUV2BGRA_NV21),
+    ROW(i420, rgb24, YUV2RGB_I420),
+    ROW(i420, bgr24, YUV2BGR_I420),
+    ROW(i420, rgba32, YUV2RGBA_I420),
+    ROW(i420, bgra32, YUV2BGRA_I420),
+    ROW(nv12, rgb24, YUV2RGB_NV12),
+    ROW(nv12, bgr24, YUV2BGR_NV12),
+    ROW(nv12, rgba32, YUV2RGBA_NV12),
+    ROW(nv12, bgra32, YUV2BGRA_NV12),
+    ROW(nv21, rgb24, YUV2RGB_NV21),
+    ROW(nv21, bgr24, YUV2BGR_NV21),
+    ROW(nv21, rgba32, YUV2RGBA_NV21),
+    ROW(nv21, bgra32, YUV2BGRA_NV21),
 
-    ROW(yuy2, rgb24, YUV2RGB_YUY2),   ROW(yuy2, bgr24, YUV2BGR_YUY2),   ROW(yuy2, rgba32, YUV2RGBA_YUY2),
-    ROW(yuy2, bgra32, YUV2BGRA_YUY2), ROW(uyvy, rgb24, YUV2RGB_UYVY),   ROW(uyvy, bgra32, YUV2BGRA_UYVY),
-    ROW(yvyu, rgb24, YUV2RGB_YVYU),   ROW(yvyu, bgr24, YUV2BGR_YVYU),   ROW(yvyu, rgba32, YUV2RGBA_YVYU),
-    ROW(yvyu, bgra32, YUV2BGRA_YVYU), ROW(yuy2, gray, YUV2GRAY_YUY2),
+    ROW(yuy2, rgb24, YUV2RGB_YUY2),
+    ROW(yuy2, bgr24, YUV2BGR_YUY2),
+    ROW(yuy2, rgba32, YUV2RGBA_YUY2),
+    ROW(yuy2, bgra32, YUV2BGRA_YUY2),
+    ROW(uyvy, rgb24, YUV2RGB_UYVY),
+    ROW(uyvy, bgra32, YUV2BGRA_UYVY),
+    ROW(yvyu, rgb24, YUV2RGB_YVYU),
+    ROW(yvyu, bgr24, YUV2BGR_YVYU),
+    ROW(yvyu, rgba32, YUV2RGBA_YVYU),
+    ROW(yvyu, bgra32, YUV2BGRA_YVYU),
+    ROW(yuy2, gray, YUV2GRAY_YUY2),
 
-    ROW(bgr565, bgr24, BGR5652BGR),   ROW(rgb565, rgb24, BGR5652BGR),   ROW(bgr24, bgr565, BGR2BGR565),
+    ROW(bgr565, bgr24, BGR5652BGR),
+    ROW(rgb565, rgb24, BGR5652BGR),
+    ROW(bgr24, bgr565, BGR2BGR565),
     ROW(rgb24, rgb565, BGR2BGR565),
 
-    ROW(rgb24, gray, RGB2GRAY),       ROW(rgba32, gray, RGBA2GRAY),     ROW(gray, rgb24, GRAY2RGB),
+    ROW(rgb24, gray, RGB2GRAY),
+    ROW(rgba32, gray, RGBA2GRAY),
+    ROW(gray, rgb24, GRAY2RGB),
     ROW(gray, rgba32, GRAY2RGBA),
+
+    ROW_OF(toLuv, rgb24, rgb24, LRGB2Luv),
+    ROW_OF(toLuv, bgr24, rgb24, LBGR2Luv),
+    ROW_OF(fromLuv, rgb24, rgb24, Luv2LRGB),
+    ROW_OF(fromLuv, rgb24, bgr24, Luv2LBGR),
+    ROW_OF(toLab, rgb24, rgb24, LRGB2Lab),
+    ROW_OF(toLab, bgr24, rgb24, LBGR2Lab),
+    ROW_OF(fromLab, rgb24, rgb24, Lab2LRGB),
+    ROW_OF(fromLab, rgb24, bgr24, Lab2LBGR),
 };
 
 // By variant, of bytes and floats. The hue of floats is in degrees.
@@ -61,10 +93,10 @@ constexpr int conversionOf(const Task& task) {
     for (const Row& row : table)
         if (row.task == task) return int(&row - table);
     const Depth depth = task.source.depth;
-    const bool converts = depth == u8 || depth == u16 || depth == f32;
-    if (!converts || task.destination.depth != depth || task.variant != Variant::replicate) return -1;
+    const bool converts = depth == u8 || (depth == u16 && task.variant == Variant::replicate) || depth == f32;
+    if (!converts || task.destination.depth != depth) return -1;
     for (const Row& row : table)
-        if (row.task == Task{task.source.layout, task.destination.layout}) return int(&row - table);
+        if (row.task == Task{task.source.layout, task.destination.layout, task.variant}) return int(&row - table);
     return -1;
 }
 

@@ -11,6 +11,7 @@
 #include "zelcc/colorimetric.h"
 #include "zelcc/hls.h"
 #include "zelcc/intensity.h"
+#include "zelcc/lab.h"
 #include "zelcc/lifting.h"
 #include "zelcc/lumachroma.h"
 #include "zelcc/packed_sources.h"

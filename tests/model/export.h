@@ -99,6 +99,7 @@ std::span<const Export> reduceBitsExports();
 std::span<const Export> packedSourceExports();
 std::span<const Export> colorimetricExports();
 std::span<const Export> hueExports();
+std::span<const Export> labExports();
 
 // All of them, a family each.
 std::span<const std::span<const Export>> families();

@@ -4,9 +4,8 @@ namespace model {
 
 std::span<const std::span<const Export>> families() {
     static const std::span<const Export> all[] = {
-        lumachromaExports(), yuvExports(),          chromaExports(), intensityExports(),
-        liftingExports(),    colorimetricExports(), hueExports(),
-    };
+        lumachromaExports(), yuvExports(),          chromaExports(),       intensityExports(), liftingExports(),
+        reduceBitsExports(), packedSourceExports(), colorimetricExports(), hueExports(),       labExports()};
     return all;
 }
 

@@ -1,0 +1,165 @@
+// CIE Lab, white D65, of R, G and B or back:
+//
+//     L = 116 f(Y) - 16 or 903.3 Y, a = 500 (f(X) - f(Y)), b = 200 (f(Y) - f(Z)), X, Y and Z as parts of white
+//     f(v) = v^(1/3), up to 0.008856 the line 7.787 v + 0.13793103
+//
+// The way back cubes all through and knows no line. That is meant, and so it is that bytes are rounded and words cut off.
+#pragma once
+
+#include "colorimetric/cube_root.h"
+#include "colorimetric/cut_off_bytes.h"
+
+namespace zel::ZEL_LEVEL::lab {
+
+ZEL_INLINE Floats k(double x) { return splatFloat(float(x)); }
+ZEL_INLINE Floats select(Dwords which, Floats a, Floats b) { return which ? a : b; }
+
+// Products are added from blue to red.
+struct Row {
+    double b, g, r;
+};
+constexpr Row xRow{0.180423, 0.35758, 0.412453}, yRow{0.072169, 0.71516, 0.212671}, zRow{0.950227, 0.119193, 0.019334};
+
+ZEL_INLINE Floats sumOf(const Row& row, const FloatPixel& p) { return (k(row.b) * p.c + k(row.g) * p.b) + k(row.r) * p.a; }
+// The same in parts of white, nearly.
+ZEL_INLINE Floats partOf(const Row& row, double white, const FloatPixel& p) {
+    return k(row.r / white) * p.a + (k(row.g / white) * p.b + k(row.b / white) * p.c);
+}
+
+constexpr double whiteX = 242.366, whiteY = 255, whiteZ = 277.632;
+constexpr double linearLimit = 0.008856, kappa = 903.3;
+
+ZEL_INLINE Dwords isLinear(Floats v) { return ~(Dwords)(v > k(linearLimit)); }
+ZEL_INLINE Floats line(Floats v) { return v * k(7.787) + k(0.13793103); }
+
+struct Values {
+    Floats fx, fy, fz;
+};
+
+// Bytes. The results are cut off, so they can be computed in any way that comes near.
+struct ToBytes {
+    static constexpr float margin = 1.5e-4f;
+
+    ZEL_INLINE static FloatPixel above(const FloatPixel& p) {
+        const auto f = [](Floats v) { return select(isLinear(v), v * k(7.787) + k(0.13793103), cubeRoot(v).root); };
+        const Floats x = partOf(xRow, whiteX, p), y = partOf(yRow, whiteY, p), z = partOf(zRow, whiteZ, p), fy = f(y);
+        const Floats l =
+            select(isLinear(y), y * k(kappa * 2.55) + k(0.5 + margin), fy * k(116 * 2.55) + k(0.5 + margin - 16 * 2.55));
+        return {l, (f(x) - fy) * k(500) + k(128.5 + margin), (fy - f(z)) * k(200) + k(128.5 + margin)};
+    }
+
+    ZEL_INLINE static FloatPixel exactly(const FloatPixel& p, unsigned which) {
+        const auto f = [&](Floats v) {
+            return select(isLinear(v), line(v), withPowers(Floats{}, v, which & ~bitsOf(isLinear(v))));
+        };
+        const Floats x = sumOf(xRow, p) / k(whiteX), y = sumOf(yRow, p) / k(whiteY), z = sumOf(zRow, p) / k(whiteZ);
+        const Floats fy = f(y), l = select(isLinear(y), k(kappa) * y, k(116) * fy - k(16));
+        return {(l * k(255)) / k(100) + k(0.5), (f(x) - fy) * k(500) + k(128.5), (fy - f(z)) * k(200) + k(128.5)};
+    }
+};
+
+// Floats and words need the powers narrowed to single precision to the last bit: where both bounds of one are the same, that is
+// it.
+ZEL_INLINE Floats powerOf(Floats v, const CubeRootPower& power) {
+    const Floats low = power.root + (power.rest - power.margin), high = power.root + (power.rest + power.margin);
+    const auto isDoubtful = (Dwords)(low != high) | ~(Dwords)(v < k(0x1p60));
+    const unsigned which = bitsOf(isDoubtful & ~isLinear(v));
+    return __builtin_expect(which != 0, 0) ? withPowers(low, v, which) : low;
+}
+ZEL_INLINE Floats exactly(Floats v, const CubeRootPower& power) { return select(isLinear(v), line(v), powerOf(v, power)); }
+ZEL_INLINE Floats exactly(Floats v) { return exactly(v, CubeRootPower(v)); }
+
+struct ToFloats {
+    ZEL_INLINE static FloatPixel of(const FloatPixel& p) {
+        const Floats y = sumOf(yRow, p), fy = exactly(y);
+        const Floats fx = exactly(divided(sumOf(xRow, p), 0.950456023)), fz = exactly(divided(sumOf(zRow, p), 1.08875394));
+        return {select(isLinear(y), k(kappa) * y, k(116) * fy - k(16)), (fx - fy) * k(500), (fy - fz) * k(200)};
+    }
+
+  private:
+    // The quotient in double precision, narrowed. The product with the reciprocal narrows to the same number, whatever the 24
+    // bits of v are; a test tries them all.
+    ZEL_INLINE static Floats divided(Floats v, double white) {
+        const Doubles reciprocal = splatDouble(1 / white);
+        return narrowed(widened<0>(v) * reciprocal, widened<1>(v) * reciprocal);
+    }
+};
+
+// Words of bytes, cut off. L comes of a power that was not narrowed.
+struct ToWords {
+    ZEL_INLINE static FloatPixel of(const FloatPixel& p) {
+        const Floats y = sumOf(yRow, p) / k(whiteY);
+        const CubeRootPower power(y);
+        const Floats fy = exactly(y, power), fx = exactly(sumOf(xRow, p) / k(whiteX)), fz = exactly(sumOf(zRow, p) / k(whiteZ));
+        const Floats l = select(isLinear(y), k(kappa) * y, lightness(y, power));
+        return {(l * k(65535)) / k(100), ((fx - fy) * k(500) + k(128)) * k(255), ((fy - fz) * k(200) + k(128)) * k(255)};
+    }
+
+  private:
+    ZEL_INLINE static Floats lightness(Floats y, const CubeRootPower& power) {
+        const Floats low = bound(power.root, power.rest - power.margin), high = bound(power.root, power.rest + power.margin);
+        const unsigned which = bitsOf((Dwords)(low != high) & ~isLinear(y));
+        return __builtin_expect(which != 0, 0) ? withLightness(low, y, which) : low;
+    }
+    ZEL_INLINE static Floats bound(Floats root, Floats rest) {
+        const auto half = [](Doubles a, Doubles b) { return (a + b) * splatDouble(116) - splatDouble(16); };
+        return narrowed(half(widened<0>(root), widened<0>(rest)), half(widened<1>(root), widened<1>(rest)));
+    }
+    ZEL_OWN_CODE static Floats withLightness(Floats l, Floats y, unsigned which) {
+        for (int i = 0; i < vectorBytes / 4; ++i)
+            if (which >> i & 1) l[i] = static_cast<float>(116.0 * __builtin_pow(y[i], cubeRootExponent) - 16.0);
+        return l;
+    }
+};
+
+// The way back.
+ZEL_INLINE FloatPixel rgbOf(const Values& v, double x, double y, double z) {
+    const auto cube = [](double white, Floats f) { return ((k(white) * f) * f) * f; };
+    const Floats xv = cube(x, v.fx), yv = y == 1 ? (v.fy * v.fy) * v.fy : cube(y, v.fy), zv = cube(z, v.fz);
+    return {(k(3.240479) * xv - k(1.53715) * yv) - k(0.498535) * zv, (k(-0.969256) * xv + k(1.875991) * yv) + k(0.041556) * zv,
+            (k(0.055648) * xv - k(0.204043) * yv) + k(1.057311) * zv};
+}
+
+struct FromFloats {
+    ZEL_INLINE static FloatPixel of(const FloatPixel& p) {
+        const Floats fy = (p.a + k(16)) / k(116);
+        return rgbOf({p.b / k(500) + fy, fy, fy - p.c / k(200)}, 0.950456, 1, 1.0887539);
+    }
+};
+
+// Integers to bytes, which are cut off: with a half added, of words without.
+struct Scale {
+    double lightness, chroma, half;
+};
+constexpr Scale ofBytes{255, 1, 0.5}, ofWords{65535, 255, 0};
+
+template <const Scale& scale>
+struct FromSamples {
+    static constexpr float margin = 4e-4f;
+
+    ZEL_INLINE static FloatPixel above(const FloatPixel& p) {
+        const Floats fy = p.a * k(100 / scale.lightness / 116) + k(16 / 116.0);
+        const auto difference = [](Floats v, double gain) { return v * k(1 / scale.chroma / gain) - k(128 / gain); };
+        const FloatPixel rgb = rgbOf({fy + difference(p.b, 500), fy, fy - difference(p.c, 200)}, whiteX, whiteY, whiteZ);
+        // Beyond black and white, the middle of theirs.
+        const auto limited = [](Floats v) { return atMost(atLeast(v + k(scale.half + margin), k(0.5)), k(255.5)); };
+        return {limited(rgb.a), limited(rgb.b), limited(rgb.c)};
+    }
+
+    ZEL_INLINE static FloatPixel exactly(const FloatPixel& p, unsigned) {
+        const Floats fy = ((p.a * k(100)) / k(scale.lightness) + k(16)) / k(116);
+        const auto chroma = [](Floats v) { return (scale.chroma == 1 ? v : v / k(scale.chroma)) - k(128); };
+        const FloatPixel rgb = rgbOf({chroma(p.b) / k(500) + fy, fy, fy - chroma(p.c) / k(200)}, whiteX, whiteY, whiteZ);
+        return {withHalf(rgb.a), withHalf(rgb.b), withHalf(rgb.c)};
+    }
+
+  private:
+    // The half is added in double precision; the sum is given as an integer.
+    ZEL_INLINE static Floats withHalf(Floats v) {
+        if (scale.half == 0) return v;
+        const Doubles half = splatDouble(scale.half);
+        return toFloats(truncated(widened<0>(v) + half, widened<1>(v) + half));
+    }
+};
+
+}  // namespace zel::ZEL_LEVEL::lab
