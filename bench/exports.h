@@ -33,6 +33,8 @@ enum class Variant {
     fromYcc,
     lift,  // luma and differences are integers of the lifting transform
     reversible,
+    mosaic,       // the source is the mosaic of a raw sensor
+    homogeneity,  // the same, by the more homogeneous one of two candidates
 };
 
 struct Task {

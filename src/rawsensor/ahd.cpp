@@ -60,6 +60,13 @@ ZEL_INLINE void copyBytes(uint8_t* to, const uint8_t* from, size_t bytes) {
     if (bytes != 0) copyShort(to, from, bytes);
 }
 
+// Asks for bytes that a later row will need: tiles are too narrow for the processor to foresee them.
+enum class Use { read, written };
+template <Use use>
+ZEL_INLINE void prefetch(const uint8_t* p, size_t bytes) {
+    for (size_t i = 0; i < bytes + 63; i += 64) __builtin_prefetch(p + i, use == Use::written);
+}
+
 template <class Depth>
 class Tile {
     using Element = typename Depth::Element;
@@ -88,6 +95,7 @@ class Tile {
             if (colours >= top - 2) interpolateColours(colours);
             if (homogeneity >= top - 2) judge(homogeneity);
             if (choice >= top) {
+                prefetch<Use::written>(moved(out, 2 * step), size_t(right_ - left_) * 3 * sizeof(Element));
                 choose(choice, out, ties);
                 out = moved(out, step);
                 ++ties.ofRow;
@@ -129,6 +137,7 @@ class Tile {
         mirror(from, inFrom);
         copyBytes(place(inFrom), sample(inFrom), size_t(inTo - inFrom) * sizeof(Element));
         mirror(inTo, to);
+        prefetch<Use::read>(moved(sample(inFrom), 2 * size_t(source_.step)), size_t(inTo - inFrom) * sizeof(Element));
 
         Halves<WideElement>& halves = samples_[y];
         for (int i = 0; i < halfColumns_; i += block) {
@@ -208,9 +217,8 @@ class Tile {
 
     // Between two columns or rows.
     ZEL_INLINE static Distance distance(Planes& a, int parityA, ptrdiff_t iA, Planes& b, int parityB, ptrdiff_t iB) {
-        const auto difference = [&](Halves<WideElement>& planeA, Halves<WideElement>& planeB) {
-            return load(planeA.of[parityA], iA) - load(planeB.of[parityB], iB);
-        };
+        const auto difference = [&](Halves<WideElement>& planeA, Halves<WideElement>& planeB)
+                                    ZEL_INLINE_LAMBDA { return load(planeA.of[parityA], iA) - load(planeB.of[parityB], iB); };
         return {absolute(difference(a.y, b.y)), Depth::sumOfSquares(difference(a.u, b.u), difference(a.v, b.v))};
     }
     template <class T>
@@ -234,29 +242,36 @@ class Tile {
         return likes(column) - likes(row);
     }
 
-    // Each row's distance to the row below is kept, for that row's distance to it.
+    // At columns of one parity. A row's distance to the row below is kept, for that row's distance to the row above.
+    template <int parity>
+    ZEL_INLINE Wide homogeneityAt(int64_t y, ptrdiff_t i, const Distance (&left)[candidates],
+                                  const Distance (&right)[candidates]) {
+        Neighbours n[candidates];
+        unrolled<candidates>([&](auto c) ZEL_INLINE_LAMBDA {
+            WideElement* const luma = toRowAbove_[c].luma.of[parity].at(i);
+            SquareElement* const chroma = toRowAbove_[c].chroma.of[parity].at(i);
+            n[c] = {left[c],
+                    right[c],
+                    {(Wide)loadBytes(luma), (Squares)loadBytes(chroma)},
+                    distance(planes_[c][y], parity, i, planes_[c][y + 1], parity, i)};
+            storeVector(luma, n[c].down.luma);
+            storeVector(chroma, n[c].down.chroma);
+        });
+        return homogeneity(n[ofRow], n[ofColumn]);
+    }
+
     ZEL_OWN_CODE void judge(int64_t y) {
         Line<Element, tileColumns>& cells = cells_[y];
         for (int i = 0; i < halfColumns_; i += block) {
-            Distance before[candidates], between[candidates], behind[candidates], above[candidates][2], below[candidates][2];
-            for (int c = 0; c < candidates; ++c) {
-                Planes &here = planes_[c][y], &next = planes_[c][y + 1];
+            Distance before[candidates], between[candidates], behind[candidates];
+            unrolled<candidates>([&](auto c) ZEL_INLINE_LAMBDA {
+                Planes& here = planes_[c][y];
                 before[c] = distance(here, 1, i - 1, here, 0, i);
                 between[c] = distance(here, 0, i, here, 1, i);
                 behind[c] = distance(here, 1, i, here, 0, i + 1);
-                for (int parity = 0; parity < 2; ++parity) {
-                    WideElement* const luma = toRowAbove_[c].luma.of[parity].at(i);
-                    SquareElement* const chroma = toRowAbove_[c].chroma.of[parity].at(i);
-                    above[c][parity] = {(Wide)loadBytes(luma), (Squares)loadBytes(chroma)};
-                    below[c][parity] = distance(here, parity, i, next, parity, i);
-                    storeVector(luma, below[c][parity].luma);
-                    storeVector(chroma, below[c][parity].chroma);
-                }
-            }
-            const auto even = [&](int c) { return Neighbours{before[c], between[c], above[c][0], below[c][0]}; };
-            const auto odd = [&](int c) { return Neighbours{between[c], behind[c], above[c][1], below[c][1]}; };
-            storeVector(cells.at(2 * i),
-                        Depth::joined(homogeneity(even(ofRow), even(ofColumn)), homogeneity(odd(ofRow), odd(ofColumn))));
+            });
+            const Wide even = homogeneityAt<0>(y, i, before, between), odd = homogeneityAt<1>(y, i, between, behind);
+            storeVector(cells.at(2 * i), Depth::joined(even, odd));
         }
     }
 
