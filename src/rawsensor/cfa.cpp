@@ -40,19 +40,35 @@ ZEL_INLINE void convertBlock(const FiveRows& rows, uint8_t* out, typename Depth:
     Depth::storePixels(out, isRedRow ? own : other, bySite(between, here), isRedRow ? other : own);
 }
 
-// Some pixels of a row; `firstHasColour` tells the kind of the first one. The last block overlaps the one before it.
+// The first pixel that goes to a multiple of the vector, of as many as a block has.
+template <size_t size, size_t block>
+ZEL_INLINE size_t firstAligned(const uint8_t* out) {
+    constexpr size_t inverseOf3 = 43;  // in numbers up to 64
+    return (0 - reinterpret_cast<uintptr_t>(out) / size) * inverseOf3 % block;
+}
+
+// Some pixels of a row; `firstHasColour` tells the kind of the first one. Blocks are stored to multiples of the vector, but for
+// the first and the last one, which overlap those beside them.
 template <class Depth, Green green, bool isRedRow>
 ZEL_OWN_CODE void convertRun(const FiveRows& rows, uint8_t* out, size_t pixels, bool firstHasColour) {
     using V = typename Depth::V;
     constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size;
     const V even = Depth::atEvenPlaces(), sites = firstHasColour ? even : ~even;
+    const auto sitesFrom = [&](size_t at) { return at % 2 == 0 ? sites : ~sites; };
     const auto convert = [&](size_t at, V sitesOfBlock) ZEL_INLINE_LAMBDA {
         convertBlock<Depth, green, isRedRow>(rows.movedBy(at * size), out + at * 3 * size, sitesOfBlock);
     };
+    if (pixels >= 2 * block) {
+        const size_t start = firstAligned<size, block>(out);
+        if (start != 0) convert(0, sites);
+        size_t at = start;
+        for (const V sitesOfBlock = sitesFrom(start); at + block <= pixels; at += block) convert(at, sitesOfBlock);
+        if (at != pixels) convert(pixels - block, sitesFrom(pixels));
+        return;
+    }
     if (pixels >= block) {
-        size_t at = 0;
-        for (; at + block <= pixels; at += block) convert(at, sites);
-        if (at != pixels) convert(pixels - block, pixels % 2 == 0 ? sites : ~sites);
+        convert(0, sites);
+        convert(pixels - block, sitesFrom(pixels));
         return;
     }
     constexpr size_t margin = 2 * size, bufferBytes = 2 * vectorBytes;
@@ -95,7 +111,7 @@ ZEL_INLINE void convertInner(const FiveRows& rows, uint8_t* out, size_t pixels, 
 
 // Columns left .. right - 1 of row y.
 template <class Depth>
-ZEL_INLINE void convertRow(const Source<typename Depth::Element>& source, int y, int left, int right, uint8_t* out) {
+ZEL_OWN_CODE void convertRow(const Source<typename Depth::Element>& source, int y, int left, int right, uint8_t* out) {
     using Element = typename Depth::Element;
     constexpr int edge = 2;
     constexpr ptrdiff_t size = sizeof(Element);
