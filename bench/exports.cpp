@@ -1,5 +1,8 @@
 #include "exports.h"
 
+#include <memory>
+#include <vector>
+
 namespace bench {
 
 namespace {
@@ -32,6 +35,28 @@ struct Reducing<function> {
 template <ZelDitherType dither>
 ZelStatus reduceToBits(const uint8_t* from, int32_t fromStep, uint8_t* to, int32_t toStep, ZelSize size) {
     return zeliReduceBits_8u1u_C1R(from, fromStep, to, toStep, 0, size, 0, 0, dither, 127);
+}
+
+// A whole image, with red in its corner.
+template <auto function, class Element>
+Call bindMosaic(const Image& source, const Image& destination) {
+    const auto [width, height] = source.size;
+    return [=, from = source.planes[0], to = destination.planes[0]] {
+        return function(reinterpret_cast<const Element*>(from.data), {0, 0, width, height}, {width, height}, from.step,
+                        reinterpret_cast<Element*>(to.data), to.step, zelBayerRGGB, 0);
+    };
+}
+
+// The same, with its buffer.
+template <auto function, class Element>
+Call bindBuffered(const Image& source, const Image& destination) {
+    const auto [width, height] = source.size;
+    const int step = (width + 6) * int(sizeof(Element));
+    const auto buffer = std::make_shared<std::vector<uint8_t>>(size_t(30) * size_t(step));
+    return [=, from = source.planes[0], to = destination.planes[0]] {
+        return function(reinterpret_cast<const Element*>(from.data), {0, 0, width, height}, {width, height}, from.step,
+                        reinterpret_cast<Element*>(to.data), to.step, zelBayerRGGB, buffer->data(), step);
+    };
 }
 
 constexpr Export makeRow(std::string_view name, Bind bind, Task task) { return {name, task, bind}; }
@@ -510,6 +535,14 @@ constexpr Export table[] = {
     REDUCTIONS(32f16s, f32, s16),
     makeRow("zeliReduceBits_8u1u_C1R", bind<reduceToBits<zelDitherNone>>, {gray, bits, toLevels}),
     makeRow("zeliReduceBits_8u1u_C1R/stucki", bind<reduceToBits<zelDitherStucki>>, {gray, bits, stucki}),
+
+    // raw sensors
+    makeRow("zeliCFAToRGB_8u_C1C3R", bindMosaic<zeliCFAToRGB_8u_C1C3R, uint8_t>, {gray, rgb24, mosaic}),
+    makeRow("zeliCFAToRGB_16u_C1C3R", bindMosaic<zeliCFAToRGB_16u_C1C3R, uint16_t>,
+            {Format(gray, u16), Format(rgb24, u16), mosaic}),
+    makeRow("zeliDemosaicAHD_8u_C1C3R", bindBuffered<zeliDemosaicAHD_8u_C1C3R, uint8_t>, {gray, rgb24, homogeneity}),
+    makeRow("zeliDemosaicAHD_16u_C1C3R", bindBuffered<zeliDemosaicAHD_16u_C1C3R, uint16_t>,
+            {Format(gray, u16), Format(rgb24, u16), homogeneity}),
 };
 
 constexpr bool isMeasured(std::string_view name) {

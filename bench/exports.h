@@ -41,6 +41,8 @@ enum class Variant {
     fromLab,
     lift,  // luma and differences are integers of the lifting transform
     reversible,
+    mosaic,       // the source is the mosaic of a raw sensor
+    homogeneity,  // the same, by the more homogeneous one of two candidates
 };
 
 struct Task {

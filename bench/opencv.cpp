@@ -174,6 +174,16 @@ Call bindToneMap(const Image& source, const Image& destination) {
     };
 }
 
+// With red in the corner, which OpenCV names by the pixel one row and one column further on.
+template <int code>
+Call bindMosaic(const Image& source, const Image& destination) {
+    cv::setNumThreads(1);
+    return [from = matrixOf(source), to = matrixOf(destination)]() mutable {
+        cv::demosaicing(from, to, code);
+        return 0;
+    };
+}
+
 }  // namespace
 
 std::string openCvVersion() { return "OpenCV " CV_VERSION; }
@@ -193,6 +203,10 @@ void addOpenCv(const Task& task, std::vector<Peer>& peers) {
                 {std::string("OpenCV ") + row.name,
                  [code = row.code](const Image& source, const Image& destination) { return bindCode(code, source, destination); },
                  depth == f32});
+    if (task.variant == Variant::mosaic) {
+        peers.push_back({"OpenCV BayerBG2RGB", bindMosaic<cv::COLOR_BayerBG2RGB>});
+        peers.push_back({"OpenCV BayerBG2RGB_EA", bindMosaic<cv::COLOR_BayerBG2RGB_EA>});
+    }
     if (isTransform(task)) peers.push_back({"OpenCV transform", bindTransform});
     if (task.variant == Variant::byMaximum) peers.push_back({"OpenCV minMaxLoc, convertTo", bindToneMap<Variant::byMaximum>});
     if (task.variant == Variant::byMean) peers.push_back({"OpenCV mean, convertTo", bindToneMap<Variant::byMean>});

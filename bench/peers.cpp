@@ -14,6 +14,9 @@ constexpr Library libraries[] = {
 #ifdef ZELCC_BENCH_LIBYUV
     {libyuvVersion, addLibyuv},
 #endif
+#ifdef ZELCC_BENCH_LIBRAW
+    {libRawVersion, addLibRaw},
+#endif
 #ifdef ZELCC_BENCH_OPENCV
     {openCvVersion, addOpenCv},
 #endif

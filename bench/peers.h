@@ -22,12 +22,14 @@ std::vector<std::string> peerVersions();
 std::vector<Peer> peersOf(const Task& task);
 
 void addLibyuv(const Task& task, std::vector<Peer>& peers);
+void addLibRaw(const Task& task, std::vector<Peer>& peers);
 void addOpenCv(const Task& task, std::vector<Peer>& peers);
 void addSwscale(const Task& task, std::vector<Peer>& peers);
 void addZimg(const Task& task, std::vector<Peer>& peers);
 void addPlainLoops(const Task& task, std::vector<Peer>& peers);
 
 std::string libyuvVersion();
+std::string libRawVersion();
 std::string openCvVersion();
 std::string swscaleVersion();
 std::string zimgVersion();

@@ -15,6 +15,7 @@
 #include "zelcc/lifting.h"
 #include "zelcc/lumachroma.h"
 #include "zelcc/packed_sources.h"
+#include "zelcc/rawsensor.h"
 #include "zelcc/reducebits.h"
 #include "zelcc/types.h"
 #include "zelcc/version.h"

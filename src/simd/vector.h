@@ -192,6 +192,10 @@ ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)ZEL_MM(packs_epi3
 ZEL_INLINE Bytes greater(Bytes a, Bytes b) { return (Bytes)ZEL_MM(max_epu8)((Register)a, (Register)b); }
 ZEL_INLINE Bytes lesser(Bytes a, Bytes b) { return (Bytes)ZEL_MM(min_epu8)((Register)a, (Register)b); }
 
+// Without the sign; the lowest number stays as it is.
+ZEL_INLINE Words absolute(Words v) { return (Words)ZEL_MM(abs_epi16)((Register)v); }
+ZEL_INLINE Dwords absolute(Dwords v) { return (Dwords)ZEL_MM(abs_epi32)((Register)v); }
+
 // Unsigned sums and signed differences, saturated.
 ZEL_INLINE Bytes addSaturated(Bytes a, Bytes b) { return (Bytes)ZEL_MM(adds_epu8)((Register)a, (Register)b); }
 ZEL_INLINE UWords addSaturated(UWords a, UWords b) { return (UWords)ZEL_MM(adds_epu16)((Register)a, (Register)b); }
@@ -204,12 +208,30 @@ ZEL_INLINE Bytes atLeast(Bytes v, Bytes limit) { return (Bytes)ZEL_MM(max_epu8)(
 ZEL_INLINE Words atMost(Words v, Words limit) { return (Words)ZEL_MM(min_epi16)((Register)v, (Register)limit); }
 ZEL_INLINE Words atLeast(Words v, Words limit) { return (Words)ZEL_MM(max_epi16)((Register)v, (Register)limit); }
 
+// Unsigned differences, 0 where b is the greater one.
+ZEL_INLINE Bytes subtractSaturated(Bytes a, Bytes b) { return (Bytes)ZEL_MM(subs_epu8)((Register)a, (Register)b); }
+ZEL_INLINE UWords subtractSaturated(UWords a, UWords b) { return (UWords)ZEL_MM(subs_epu16)((Register)a, (Register)b); }
+
 // Rounded mean of unsigned bytes and words.
 ZEL_INLINE Bytes mean(Bytes a, Bytes b) { return (Bytes)ZEL_MM(avg_epu8)((Register)a, (Register)b); }
 ZEL_INLINE UWords mean(UWords a, UWords b) { return (UWords)ZEL_MM(avg_epu16)((Register)a, (Register)b); }
 
 // The mean of unsigned words, cut off.
 ZEL_INLINE UWords meanBelow(UWords a, UWords b) { return (a & b) + ((a ^ b) >> 1); }
+
+// (a + b + c + d + 2) >> 2, of unsigned bytes or words. The mean of the pairs' means is too high by 1 where a pair was rounded up
+// and so are the two.
+template <class V>
+ZEL_INLINE V meanOfFour(V a, V b, V c, V d) {
+    const V ab = mean(a, b), cd = mean(c, d);
+    return mean(ab, cd) - (((a ^ b) | (c ^ d)) & (ab ^ cd) & 1);
+}
+
+// |a - b| of unsigned bytes or words.
+template <class V>
+ZEL_INLINE V distance(V a, V b) {
+    return subtractSaturated(a, b) | subtractSaturated(b, a);
+}
 
 // Alternating elements of the low or high halves of the lanes of a and b, a first.
 ZEL_INLINE Bytes interleaveLow(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpacklo_epi8)((Register)a, (Register)b); }

@@ -10,6 +10,7 @@
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -24,6 +25,7 @@
 
 #include "harness/picture.h"
 #include "harness/placement.h"
+#include "rawsensor/mosaic_exports.h"
 #include "zelcc/chroma.h"
 
 namespace harness {
@@ -274,6 +276,29 @@ void run(const Example& example, const model::Export& tested) {
                   });
 }
 
+// Of mosaics: the grid and the samples row by row, and the pixels row by row, or one that all are equal to.
+void run(const Example& example, const MosaicExport& tested) {
+    const size_t pixels = static_cast<size_t>(example.size.width) * example.size.height, bytes = tested.elementBytes;
+    ASSERT_EQ(example.from.size(), 1 + pixels);
+    ASSERT_TRUE(example.to.size() == 3 || example.to.size() == 3 * pixels);
+    const auto width = static_cast<int32_t>(example.size.width * bytes), bufferStep = static_cast<int32_t>(width + 6 * bytes);
+    std::vector<uint16_t> source(pixels), destination(3 * pixels), buffer(30 * static_cast<size_t>(bufferStep));
+    const auto at = [&](std::vector<uint16_t>& v, size_t i) { return reinterpret_cast<uint8_t*>(v.data()) + i * bytes; };
+    for (size_t i = 0; i < pixels; ++i) {
+        const auto sample = static_cast<uint16_t>(example.from[i + 1].value);
+        std::memcpy(at(source, i), &sample, bytes);
+    }
+    const MosaicCall call{
+        source.data(), {0, 0, example.size.width, example.size.height}, example.size,  width,     destination.data(),
+        3 * width,     static_cast<int32_t>(example.from[0].value),     buffer.data(), bufferStep};
+    ASSERT_EQ(tested.call(call), zelStsNoErr);
+    for (size_t i = 0; i < 3 * pixels; ++i) {
+        uint16_t sample = 0;
+        std::memcpy(&sample, at(destination, i), bytes);
+        EXPECT_EQ(sample, example.to[i % example.to.size()].value) << "pixel " << i / 3 << ", channel " << i % 3;
+    }
+}
+
 TEST(HeaderExamples, AreWhatTheConversionsOfTheirFamilyGive) {
     std::set<std::string> withExample;
     for (const auto& header : std::filesystem::directory_iterator(ZELCC_HEADERS)) {
@@ -284,6 +309,11 @@ TEST(HeaderExamples, AreWhatTheConversionsOfTheirFamilyGive) {
                 const size_t before = withExample.size();
                 for (const std::string& name : family.conversions) {
                     SCOPED_TRACE(name);
+                    if (const MosaicExport* mosaic = findMosaicExport(name)) {
+                        withExample.insert(name);
+                        run(example, *mosaic);
+                        continue;
+                    }
                     const model::Export* tested = find(name);
                     ASSERT_TRUE(tested) << "unknown";
                     if (!fits(example, *tested)) continue;
@@ -296,6 +326,7 @@ TEST(HeaderExamples, AreWhatTheConversionsOfTheirFamilyGive) {
     }
     for (const auto exports : model::families())
         for (const model::Export& e : exports) EXPECT_TRUE(withExample.contains(e.name)) << e.name << " has no example";
+    for (const MosaicExport& e : mosaicExports) EXPECT_TRUE(withExample.contains(e.name)) << e.name << " has no example";
 }
 
 }  // namespace
