@@ -12,6 +12,7 @@
 #include "zelcc/intensity.h"
 #include "zelcc/lifting.h"
 #include "zelcc/lumachroma.h"
+#include "zelcc/packed_destinations.h"
 #include "zelcc/packed_sources.h"
 #include "zelcc/reducebits.h"
 #include "zelcc/types.h"

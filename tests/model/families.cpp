@@ -4,7 +4,9 @@ namespace model {
 
 std::span<const std::span<const Export>> families() {
     static const std::span<const Export> all[] = {
-        lumachromaExports(), yuvExports(), chromaExports(), intensityExports(), liftingExports(), colorimetricExports(),
+        lumachromaExports(),        yuvExports(),          chromaExports(),
+        intensityExports(),         liftingExports(),      packedSourceExports(),
+        packedDestinationExports(), colorimetricExports(),
     };
     return all;
 }
