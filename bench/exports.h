@@ -33,6 +33,7 @@ enum class Variant {
     fromYcc,
     lift,  // luma and differences are integers of the lifting transform
     reversible,
+    dithered,  // levels are dithered in a fixed pattern
 };
 
 struct Task {
