@@ -41,6 +41,7 @@ enum class Variant {
     fromLab,
     lift,  // luma and differences are integers of the lifting transform
     reversible,
+    dithered,     // levels are dithered in a fixed pattern
     mosaic,       // the source is the mosaic of a raw sensor
     homogeneity,  // the same, by the more homogeneous one of two candidates
 };

@@ -14,7 +14,7 @@ constexpr size_t alignment = 64, page = 4096;
 
 constexpr size_t roundUp(size_t value, size_t multiple) { return (value + multiple - 1) / multiple * multiple; }
 
-constexpr bool isWord(Depth depth) { return depth == Depth::word555 || depth == Depth::word565; }
+constexpr bool isWord(Depth depth) { return depth == Depth::word444 || depth == Depth::word555 || depth == Depth::word565; }
 
 int unitBytes(const PlaneShape& shape, Depth depth);
 
@@ -106,9 +106,8 @@ struct Field {
 };
 
 constexpr Field fieldOf(Depth depth, int sample) {
-    const int green = depth == Depth::word565 ? 6 : 5;
-    constexpr int blue = 5;
-    return sample == 0 ? Field{0, blue} : sample == 1 ? Field{blue, green} : Field{blue + green, 5};
+    const int outer = depth == Depth::word444 ? 4 : 5, green = depth == Depth::word565 ? 6 : outer;
+    return sample == 0 ? Field{0, outer} : sample == 1 ? Field{outer, green} : Field{outer + green, outer};
 }
 
 // A sample of a unit.

@@ -36,7 +36,7 @@ enum class Layout {
 
 // Samples of more or less than 8 bits hold the same picture: 255 is the highest value of the unsigned depths and 1 of the floats,
 // and 128 is 0 of the signed ones. The samples of a pixel may also be the fields of a 16-bit word, from the lowest upward.
-enum class Depth { u8, s8, u16, s16, s32, f32, f64, word555, word565 };
+enum class Depth { u8, s8, u16, s16, s32, f32, f64, word444, word555, word565 };
 
 struct Format {
     Layout layout;

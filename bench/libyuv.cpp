@@ -59,6 +59,15 @@ Call bindCrFirstSource(const Image& source, const Image& destination) {
     return bind<function>(withChromaExchanged(source), destination);
 }
 
+// The dither of its own choice.
+int ditheredI420(const uint8_t* y, int yStep, const uint8_t* u, int uStep, const uint8_t* v, int vStep, uint8_t* destination,
+                 int destinationStep, int width, int height) {
+    return I420ToRGB565Dither(y, yStep, u, uStep, v, vStep, destination, destinationStep, nullptr, width, height);
+}
+int ditheredArgb(const uint8_t* source, int sourceStep, uint8_t* destination, int destinationStep, int width, int height) {
+    return ARGBToRGB565Dither(source, sourceStep, destination, destinationStep, nullptr, width, height);
+}
+
 const Row table[] = {
     // 4:4:4
     {{rgb24, i444}, "RAWToARGB, ARGBToI444", via(bgra32, bind<RAWToARGB>, bind<ARGBToI444>)},
@@ -160,6 +169,30 @@ const Row table[] = {
     {{yvyu, rgbPlanes},
      "YUY2ToI422, I422ToRAW, SplitRGBPlane",
      via(i422, bindCrFirst<YUY2ToI422>, via(rgb24, bind<I422ToRAW>, bind<SplitRGBPlane>))},
+
+    // to packed words, of which the bits without a field become alpha
+    {{i420, Format(bgr24, word565)}, "I420ToRGB565", bind<I420ToRGB565>},
+    {{i420, Format(bgr24, word555)}, "I420ToARGB1555", bind<I420ToARGB1555>},
+    {{i420, Format(bgr24, word444)}, "I420ToARGB4444", bind<I420ToARGB4444>},
+    {{i422, Format(bgr24, word565)}, "I422ToRGB565", bind<I422ToRGB565>},
+    {{i422, Format(bgr24, word555)}, "I422ToARGB, ARGBToARGB1555", via(bgra32, bind<I422ToARGB>, bind<ARGBToARGB1555>)},
+    {{i422, Format(bgr24, word444)}, "I422ToARGB, ARGBToARGB4444", via(bgra32, bind<I422ToARGB>, bind<ARGBToARGB4444>)},
+    {{yuy2, Format(bgr24, word565)}, "YUY2ToARGB, ARGBToRGB565", via(bgra32, bind<YUY2ToARGB>, bind<ARGBToRGB565>)},
+    {{yuy2, Format(bgr24, word555)}, "YUY2ToARGB, ARGBToARGB1555", via(bgra32, bind<YUY2ToARGB>, bind<ARGBToARGB1555>)},
+    {{yuy2, Format(bgr24, word444)}, "YUY2ToARGB, ARGBToARGB4444", via(bgra32, bind<YUY2ToARGB>, bind<ARGBToARGB4444>)},
+    {{i444, Format(bgr24, word565)}, "I444ToARGB, ARGBToRGB565", via(bgra32, bind<I444ToARGB>, bind<ARGBToRGB565>)},
+    {{i444, Format(bgr24, word555)}, "I444ToARGB, ARGBToARGB1555", via(bgra32, bind<I444ToARGB>, bind<ARGBToARGB1555>)},
+    {{i444, Format(bgr24, word444)}, "I444ToARGB, ARGBToARGB4444", via(bgra32, bind<I444ToARGB>, bind<ARGBToARGB4444>)},
+    {{i420, Format(bgr24, word565), dithered}, "I420ToRGB565Dither", bind<ditheredI420>},
+    {{i422, Format(bgr24, word565), dithered},
+     "I422ToARGB, ARGBToRGB565Dither",
+     via(bgra32, bind<I422ToARGB>, bind<ditheredArgb>)},
+    {{yuy2, Format(bgr24, word565), dithered},
+     "YUY2ToARGB, ARGBToRGB565Dither",
+     via(bgra32, bind<YUY2ToARGB>, bind<ditheredArgb>)},
+    {{i444, Format(bgr24, word565), dithered},
+     "I444ToARGB, ARGBToRGB565Dither",
+     via(bgra32, bind<I444ToARGB>, bind<ditheredArgb>)},
 
     // between chroma layouts
     {{yuy2, uyvy}, "ARGBShuffle", bind<shufflePairs<exchangeBytes>>},

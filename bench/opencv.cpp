@@ -111,10 +111,10 @@ cv::Mat matrixOf(const Image& image) {
     const auto shapes = planesOf(image.layout);
     const int width = image.size.width, height = image.size.height;
     const bool planar = shapes.size() > 1;
-    const bool words = image.depth == word555 || image.depth == word565;  // of two bytes
+    const bool words = image.depth == word444 || image.depth == word555 || image.depth == word565;  // of two bytes
     const int channels = planar ? 1 : words ? 2 : static_cast<int>(shapes[0].samples.size()) / shapes[0].columns;
     const int rows = planar ? height * 3 / 2 : height;
-    constexpr int types[] = {CV_8U, CV_8S, CV_16U, CV_16S, CV_32S, CV_32F, CV_64F, CV_8U, CV_8U};
+    constexpr int types[] = {CV_8U, CV_8S, CV_16U, CV_16S, CV_32S, CV_32F, CV_64F, CV_8U, CV_8U, CV_8U};
     return cv::Mat(rows, width, CV_MAKETYPE(types[int(image.depth)], channels), image.planes[0].data,
                    static_cast<size_t>(image.planes[0].step));
 }

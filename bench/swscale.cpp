@@ -14,6 +14,7 @@ namespace {
 // Its names of words begin with the highest field.
 AVPixelFormat formatOf(Format format) {
     const bool isBgr = format.layout == Layout::bgr24;
+    if (format.depth == Depth::word444) return isBgr ? AV_PIX_FMT_RGB444 : AV_PIX_FMT_BGR444;
     if (format.depth == Depth::word555) return isBgr ? AV_PIX_FMT_RGB555 : AV_PIX_FMT_BGR555;
     if (format.depth == Depth::word565) return isBgr ? AV_PIX_FMT_RGB565 : AV_PIX_FMT_BGR565;
     if (format.depth != Depth::u8) return AV_PIX_FMT_NONE;
@@ -111,7 +112,9 @@ void addSwscale(const Task& task, std::vector<Peer>& peers) {
     if (source == AV_PIX_FMT_NONE || destination == AV_PIX_FMT_NONE) return;
     if (!sws_isSupportedInput(source) || !sws_isSupportedOutput(destination)) return;
     // Chroma is interpolated between rows only, and by four taps, on the way to planar 4:2:2.
-    if (task.variant == Variant::replicate) peers.push_back({"swscale", bindScaler<SWS_POINT>});
+    // Words are dithered unless one insists.
+    if (task.variant == Variant::replicate || task.variant == Variant::dithered)
+        peers.push_back({"swscale", bindScaler<SWS_POINT>});
     if (task.variant == Variant::matrix709) peers.push_back({"swscale, BT.709", bindScaler<SWS_POINT, Matrix::bt709>});
     if (task.variant == Variant::matrix709Full)
         peers.push_back({"swscale, BT.709 full", bindScaler<SWS_POINT, Matrix::bt709Full>});

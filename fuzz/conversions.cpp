@@ -18,10 +18,9 @@ using harness::PicturePlane;
 // their first.
 class HeapPicture {
   public:
-    HeapPicture(const model::Export& tested, const model::Layout& layout, ZelSize region, const std::array<int, 4>& rowsAbove,
-                FuzzedDataProvider& input)
-        : picture_{&layout, tested.converted(region), {}} {
-        const ZelSize size = picture_.size;
+    HeapPicture(const model::Export& tested, const model::Layout& layout, ZelSize region, ZelSize size,
+                const std::array<int, 4>& rowsAbove, FuzzedDataProvider& input)
+        : picture_{&layout, size, {}} {
         const bool bottomUp = tested.entry.takesSteps && !tested.checksSteps && input.ConsumeBool();
         const int stepUnit = input.PickValueInArray({1, 1, 2, 16});
         size_t previousStep = 0;
@@ -93,8 +92,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const auto alpha = input.ConsumeIntegral<uint8_t>();
 
     const model::Parameters parameters = parametersOf(tested, input);
-    const HeapPicture apart(tested, tested.source, region, tested.slice.sourceRowsAbove, input);
-    const HeapPicture destination(tested, tested.destination, region, tested.slice.destinationRowsAbove, input);
+    const HeapPicture apart(tested, tested.source, region, tested.sourceSize(region), tested.slice.sourceRowsAbove, input);
+    const HeapPicture destination(tested, tested.destination, region, tested.destinationSize(region),
+                                  tested.slice.destinationRowsAbove, input);
     const Picture& source = tested.entry.isInPlace ? destination.picture() : apart.picture();
     fill(source, input);
     if (const auto fault = harness::compareWithModel(tested, source, destination.picture(), region, alpha, parameters)) {

@@ -14,6 +14,7 @@
 #include "zelcc/lab.h"
 #include "zelcc/lifting.h"
 #include "zelcc/lumachroma.h"
+#include "zelcc/packed_destinations.h"
 #include "zelcc/packed_sources.h"
 #include "zelcc/rawsensor.h"
 #include "zelcc/reducebits.h"

@@ -30,11 +30,18 @@ struct Alpha {
     ZEL_INLINE Alpha(float alpha) : bits(__builtin_bit_cast(uint32_t, alpha)) {}
 };
 
+// Where a row stands, counted from the region's corner.
+struct Place {
+    size_t column = 0;  // in sites
+    size_t group = 0;   // of rows
+};
+
 // Where a kernel reads and writes.
 struct Row {
     const uint8_t* in[maxSources];
     uint8_t* out[maxDestinations];
     Alpha alpha;
+    Place place;
 };
 
 struct Stream {
@@ -62,7 +69,14 @@ struct Steps {
 struct Kernel {
     void (*blocks)(const void* constants, const Row& first, const Steps& steps, size_t groups, size_t count) = nullptr;
     const void* constants = nullptr;
-    int sites = 1;  // a block, a power of two
+    int sites = 1;           // a block, a power of two
+    bool seesPlace = false;  // the result hangs on where the pixels stand in the region
+};
+
+// Kernels and destinations that look at a row's place say so by a member of this name.
+template <class K>
+constexpr bool looksAtPlace = requires {
+    requires K::seesPlace;
 };
 
 // The kernel K, a type made from its `Constants` that converts one block of a row by its call operator, or some blocks by
@@ -79,6 +93,7 @@ constexpr Kernel kernel(const typename K::Constants* constants) {
             for (int i = 0; i < maxSources; ++i) row.in[i] = moved(row.in[i], steps.in[i]);
 #pragma GCC unroll 8
             for (int i = 0; i < maxDestinations; ++i) row.out[i] = moved(row.out[i], steps.out[i]);
+            ++row.place.group;
         };
         if constexpr (requires { K::blocks(k, row, count); }) {
             for (; groups != 0; --groups, next()) K::blocks(k, row, count);
@@ -88,7 +103,7 @@ constexpr Kernel kernel(const typename K::Constants* constants) {
                 for (size_t i = 0; i < count; ++i) convertBlock(row, i);
         }
     };
-    return {blocks, constants, K::sites};
+    return {blocks, constants, K::sites, looksAtPlace<K>};
 }
 template <class K>
 constexpr Kernel kernel(const typename K::Constants& constants) {
@@ -105,11 +120,10 @@ struct Layout {
     Stream streams[maxSources];
 };
 
-// The single pixel at the end of an odd row, where a packed 4:2:2 layout keeps it: it is converted as half of a site that is made
-// up in a buffer.
+// The single pixel at the end of an odd row: it is converted as half of a site that is made up in a buffer.
 struct OddPixel {
     void (*makeSite)(uint8_t* site, const uint8_t* pixel, int siteBytes, bool alone) = nullptr;
-    Kernel rule{}, ruleAlone{};  // the second one where the row has no other pixel
+    Kernel rule{}, ruleAlone{};  // the second one where the row has no other pixel; without it such a row is left as it is
 };
 
 struct Minimum {

@@ -14,6 +14,7 @@ ZEL_OWN_CODE inline void convertPart(const Conversion& c, const Kernel& kernel, 
     alignas(64) uint8_t destination[maxDestinations][maxStreamBlock];
     Row buffer;
     buffer.alpha = row.alpha;
+    buffer.place = row.place;
     const auto load = [&](uint8_t* to, const uint8_t* from, const Stream& s) {
         copyToBuffer(to, from, sites * s.bytes, unsigned(kernel.sites) * s.bytes);
     };
@@ -30,16 +31,18 @@ ZEL_OWN_CODE inline void convertPart(const Conversion& c, const Kernel& kernel, 
 }
 
 ZEL_OWN_CODE inline void convertOddPixel(const Conversion& c, const Row& row, bool alone) {
+    const Kernel& kernel = alone ? c.oddPixel.ruleAlone : c.oddPixel.rule;
+    if (!kernel.blocks) return;
     alignas(64) uint8_t source[maxSources][maxStreamBlock];
     alignas(64) uint8_t destination[maxDestinations][maxStreamBlock];
     Row buffer;
     buffer.alpha = row.alpha;
+    buffer.place = row.place;
     for (int i = 0; i < c.from.count; ++i) {
         c.oddPixel.makeSite(source[i], row.in[i], c.from.streams[i].bytes, alone);
         buffer.in[i] = source[i];
     }
     for (int i = 0; i < c.to.count; ++i) buffer.out[i] = destination[i];
-    const Kernel& kernel = alone ? c.oddPixel.ruleAlone : c.oddPixel.rule;
     kernel.blocks(kernel.constants, buffer, {}, 1, 1);
     for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], (c.to.streams[i].bytes + 1u) / 2);
 }
@@ -50,10 +53,12 @@ struct MovedRow : Row {
         for (int i = 0; i < c.from.count; ++i) in[i] = row.in[i] + sites * c.from.streams[i].bytes;
         for (int i = 0; i < c.to.count; ++i) out[i] = row.out[i] + sites * c.to.streams[i].bytes;
         alpha = row.alpha;
+        place = {row.place.column + sites, row.place.group};
     }
     ZEL_INLINE void next(const Conversion& c, const Steps& steps, size_t groups = 1) {
         for (int i = 0; i < c.from.count; ++i) in[i] = moved(in[i], steps.in[i] * groups);
         for (int i = 0; i < c.to.count; ++i) out[i] = moved(out[i], steps.out[i] * groups);
+        place.group += groups;
     }
 };
 
@@ -111,9 +116,9 @@ ZEL_INLINE bool isContiguous(const Stream& s, ptrdiff_t step, size_t columns) {
     return s.rows == 1 && step == ptrdiff_t(columns * s.bytes);
 }
 
-// Whether the rule looks at columns.
-ZEL_INLINE bool dependsOnColumns(const Conversion& c, ZelSize size, size_t columns, size_t blockSites) {
-    return (blockSites != 0 && blockSites != columns) || c.lastSiteAlone || hasOddPixel(c, size);
+// Whether the rule looks at columns, or at rows.
+ZEL_INLINE bool dependsOnPlace(const Conversion& c, ZelSize size, size_t columns, size_t blockSites) {
+    return c.block.seesPlace || (blockSites != 0 && blockSites != columns) || c.lastSiteAlone || hasOddPixel(c, size);
 }
 
 // The sites at the left edge that the block rule owns, of a row's whole ones.
@@ -128,7 +133,7 @@ ZEL_INLINE bool isOneRow(const Conversion& c, const Images& images) {
         if (!isContiguous(c.from.streams[i], images.sourceStep[c.from.streams[i].plane], columns)) return false;
     for (int i = 0; i < c.to.count; ++i)
         if (!isContiguous(c.to.streams[i], images.destinationStep[c.to.streams[i].plane], columns)) return false;
-    return !dependsOnColumns(c, images.size, columns, blockSitesOf(c, images.size.width, columns));
+    return !dependsOnPlace(c, images.size, columns, blockSitesOf(c, images.size.width, columns));
 }
 
 // Whether a row is written over what an earlier one has left.
@@ -196,8 +201,9 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Alph
     if (width < 1 || (rows.columns == 0 && !oddPixel) || firstGroup >= endGroup) return;
     rows.groups = size_t(endGroup - firstGroup);
     rows.blockSites = blockSitesOf(c, width, rows.columns);
-    bool oneRow = !dependsOnColumns(c, images.size, rows.columns, rows.blockSites);
+    bool oneRow = !dependsOnPlace(c, images.size, rows.columns, rows.blockSites);
     rows.first.alpha = alpha;
+    rows.first.place = {0, size_t(firstGroup)};
     for (int i = 0; i < c.from.count; ++i) {
         const Stream& s = c.from.streams[i];
         const auto step = size_t(images.sourceStep[s.plane]);

@@ -28,22 +28,6 @@ struct FilteredKernel {
     }
 };
 
-// Sites of four pixels of one row.
-template <class To>
-struct QuadKernel {
-    using Constants = ExactDecodeConstants;
-    static constexpr int sites = blockPixels / 4;
-
-    ExactDecode rule;
-
-    ZEL_INLINE explicit QuadKernel(const Constants& k) : rule(k) {}
-
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const Bytes p = loadQuadrupled(row.in[1] + block * sites), q = loadQuadrupled(row.in[2] + block * sites);
-        To::template store<ExactDecode::order>(row, 0, block, rule.pixels(loadBytes(row.in[0] + block * blockPixels), p, q));
-    }
-};
-
 constexpr DecodeMatrix plainMatrix{4769, 6537, 3330, 1605, 8263}, foldedMatrixCrCb{4768, 6537, 3330, 1606, 8262};
 
 constexpr FoldedConstants folded420CbCr(ChannelOrder channels) {
@@ -76,16 +60,6 @@ constexpr ExactDecodeConstants exact(ChannelOrder channels) {
 // The rule at scale 4096 in the terms of the one at 65536.
 constexpr ExactDecodeConstants exact4096(ChannelOrder channels) {
     return exactConstants({16 * 4769, 16 * 6537, -16 * 3330, -16 * 1605, 16 * 8263}, channels, 0);
-}
-
-// A packed row of a single pixel has one chroma byte, which serves as both. The biases are not those of the other rules.
-constexpr ExactDecodeConstants exactAlone(ChannelOrder channels) {
-    ExactDecodeConstants k = exactConstants(bt601::exactA, channels, 0);
-    const bool rgb = channels == ChannelOrder::rgb;
-    k.biasA = rgb ? -14608761 : -18140365;
-    k.biasB = 8887730;
-    k.biasC = rgb ? -18140365 : -14608761;
-    return k;
 }
 
 // 4:1:1 has coefficients of its own for luma and for green.
@@ -143,7 +117,7 @@ constexpr Conversion decodePacked(Layout to) {
     return decodePacked422<Packed::lumaFirst>(
         to, wholeBlocks<16>, decode<1, FromPackedPairs, Rule, To, constants, channels, order>,
         decode<1, FromPackedPairs, ExactDecode, To, exact<bt601::exactA, 0>, channels, order>,
-        decode<1, FromPackedPairs, ExactDecode, To, exactAlone, channels, order>);
+        decode<1, FromPackedPairs, ExactDecode, To, exactPacked, channels, order>);
 }
 
 template <class To, ChannelOrder channels, ChromaOrder order>
@@ -262,8 +236,8 @@ constexpr Conversion zeliCbYCr422ToBGR_709HDTV_8u_C2C3R =
 constexpr Conversion zeliCbYCr422ToBGR_709HDTV_8u_C2C4R =
     decodeChromaFirst<ToPacked4, bt709Full::word, bt709Full::exact, bgr>(rgb32Pair);
 
-constexpr Conversion zeliYCbCr411ToBGR_8u_P3C3R = decode411(rgb24Quad, kernel<QuadKernel<ToPacked3>>(exact411));
-constexpr Conversion zeliYCbCr411ToBGR_8u_P3C4R = decode411(rgb32Quad, kernel<QuadKernel<ToPacked4>>(exact411));
+constexpr Conversion zeliYCbCr411ToBGR_8u_P3C3R = decode411(rgb24Quad, kernel<DecodeQuads<ExactDecode, ToPacked3>>(exact411));
+constexpr Conversion zeliYCbCr411ToBGR_8u_P3C4R = decode411(rgb32Quad, kernel<DecodeQuads<ExactDecode, ToPacked4>>(exact411));
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL

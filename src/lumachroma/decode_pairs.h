@@ -1,4 +1,4 @@
-// From sites of two pixels a row, on one row or on two, to RGB.
+// From sites of two pixels a row, on one row or on two, and from sites of four pixels to RGB.
 #pragma once
 
 #include "lumachroma/sites.h"
@@ -58,6 +58,7 @@ template <int rows, class From, class Rule, class To>
 struct DecodePairs {
     using Constants = DecodeConstants<Rule>;
     static constexpr int sites = blockPixels / 2;
+    static constexpr bool seesPlace = looksAtPlace<To>;
 
     Rule rule;
 
@@ -71,6 +72,22 @@ struct DecodePairs {
     }
 };
 
+// Sites of four pixels of one row.
+template <class Rule, class To>
+struct DecodeQuads {
+    using Constants = typename Rule::Constants;
+    static constexpr int sites = blockPixels / 4;
+
+    Rule rule;
+
+    ZEL_INLINE explicit DecodeQuads(const Constants& k) : rule(k) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const Bytes p = loadQuadrupled(row.in[1] + block * sites), q = loadQuadrupled(row.in[2] + block * sites);
+        To::template store<Rule::order>(row, 0, block, rule.pixels(loadBytes(row.in[0] + block * blockPixels), p, q));
+    }
+};
+
 // An odd pixel of a packed row has a chroma byte of its own; the other one is the previous pair's.
 template <Packed packed>
 inline void borrowChroma(uint8_t* site, const uint8_t* pixel, int, bool alone) {
@@ -79,5 +96,8 @@ inline void borrowChroma(uint8_t* site, const uint8_t* pixel, int, bool alone) {
     site[c] = pixel[c];
     site[2 + c] = alone ? pixel[c] : pixel[c - 2];
 }
+
+// An odd pixel of planes has samples of its own in all of them.
+inline void takePixel(uint8_t* site, const uint8_t* pixel, int, bool) { site[0] = pixel[0]; }
 
 }  // namespace zel::ZEL_LEVEL

@@ -261,4 +261,14 @@ constexpr ExactDecodeConstants exactConstants(const DecodeMatrix& m, ChannelOrde
     return {m.y, m.cbToB, m.cbToG, m.crToG, m.crToR, blue, green, red};
 }
 
+// Some packed 4:2:2 has biases of its own, in red, green and blue 57, 14 and 13 below those of the matrix.
+constexpr ExactDecodeConstants exactPacked(ChannelOrder channels) {
+    ExactDecodeConstants k = exactConstants(bt601::exactA, channels, 0);
+    const bool rgb = channels == ChannelOrder::rgb;
+    k.biasA -= rgb ? 57 : 13;
+    k.biasB -= 14;
+    k.biasC -= rgb ? 13 : 57;
+    return k;
+}
+
 }  // namespace zel::ZEL_LEVEL

@@ -1,7 +1,7 @@
 // RGB to and from YCbCr at full resolution: every pixel has its own chroma. Block and tail of a row follow different rules where
 // the table says so: a colour may then convert differently at two places of one row, and that is meant.
 #include "frame/layouts.h"
-#include "lumachroma/decoding.h"
+#include "lumachroma/decode_pixels.h"
 #include "lumachroma/encoding.h"
 #include "simd/samples.h"
 #include "zelcc/lumachroma.h"
@@ -57,25 +57,6 @@ struct EncodeRounded {
     ZEL_INLINE explicit EncodeRounded(const Constants& k)
         : luma(k.luma), cb{Difference<Rounded>(k.cb)}, cr{Difference<Rounded>(k.cr)} {}
     ZEL_INLINE Triple operator()(Triple t) const { return {luma(t), perPixel(cb, t), perPixel(cr, t)}; }
-};
-
-// Decoder rules: Y, p, q of a pixel to a, b, c.
-template <class Rule>
-struct Decode {
-    using Constants = typename Rule::Constants;
-    static constexpr Order order = Rule::order;
-
-    Rule rule;
-
-    ZEL_INLINE explicit Decode(const Constants& k) : rule(k) {}
-    ZEL_INLINE Triple operator()(Triple t) const { return rule.pixels(t.a, t.b, t.c); }
-};
-
-// Interleaved YCbCr to RGB takes p from the third byte and q from the second.
-template <class Rule>
-struct DecodeCrossed : Decode<Rule> {
-    using Decode<Rule>::Decode;
-    ZEL_INLINE Triple operator()(Triple t) const { return this->rule.pixels(t.a, t.c, t.b); }
 };
 
 // Four bytes a pixel to four bytes a pixel by the exact rules, without taking the channels apart. The fourth byte stays.

@@ -59,11 +59,8 @@ constexpr Conversion from420(Layout to, Kernel block, Kernel tail = {}, int (*bl
             .oddSize = OddSize::warned};
 }
 
-// An odd pixel of a planar row has chroma samples of its own: the one byte of chroma that a site has, and one of luma.
-inline void copySample(uint8_t* site, const uint8_t* pixel, int, bool) { site[0] = pixel[0]; }
-
 constexpr Conversion withOddPixel(Conversion c) {
-    c.oddPixel = {copySample, c.tail, c.tail};
+    c.oddPixel = {takePixel, c.tail, c.tail};
     return c;
 }
 

@@ -1,6 +1,6 @@
 // Packed 16-bit words to three bytes a pixel and back. Bytes stand in the order of the fields, from the lowest upward.
 #include "frame/passes.h"
-#include "packed16/words.h"
+#include "packed16/packing.h"
 #include "simd/fields.h"
 #include "zelcc/packed_sources.h"
 
@@ -25,8 +25,7 @@ struct PackWords {
 
     ZEL_INLINE explicit PackWords(const Constants&) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const Parted words = Fields565::pack(From3::load(row, block));
-        storeInterleaved(row.out[0] + block * blockPixels * 2, words.even, words.odd);
+        ToWords<Format565>::store<Order::natural>(row, 0, block, From3::load(row, block));
     }
 };
 

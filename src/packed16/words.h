@@ -23,10 +23,6 @@ struct Fields565 {
     ZEL_INLINE static Triple expand(Parted w) {
         return {bits<3, 0xf8>(w.even), bits<5, 0xe0>(w.odd) | bits<-3, 0x1c>(w.even), bits<0, 0xf8>(w.odd)};
     }
-    // The low bits of the bytes are dropped.
-    ZEL_INLINE static Parted pack(Triple t) {
-        return {bits<-3, 0x1f>(t.a) | bits<3, 0xe0>(t.b), bits<-5, 0x07>(t.b) | bits<0, 0xf8>(t.c)};
-    }
 };
 
 template <class Fields>

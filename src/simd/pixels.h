@@ -279,4 +279,55 @@ struct Interleaved4 {
     }
 };
 
+// A word of each pixel of a block: of the pixels in the low halves of a channel's lanes and of those in the high halves, or at
+// the widest level of the first half of the pixels and of the second.
+struct PixelWords {
+    Words low, high;
+};
+
+#if ZEL_LANES == 4
+constexpr Order wordOrder(Order) { return Order::natural; }
+
+struct JoinPatterns {
+    alignas(64) uint8_t half[2][64];  // of the pixels
+};
+template <Order order>
+inline constexpr JoinPatterns joinPatterns = [] {
+    JoinPatterns p{};
+    for (int i = 0; i < 128; ++i) {
+        const int pixel = i / 2, source = i % 2;
+        p.half[i / 64][i % 64] = static_cast<uint8_t>(64 * source + pixel / 16 * 16 + placeInLane(order, pixel % 16));
+    }
+    return p;
+}();
+#else
+constexpr Order wordOrder(Order order) { return order; }
+#endif
+
+// From the bytes of two channels, the low ones of the words first.
+template <Order order>
+ZEL_INLINE PixelWords joinBytes(Bytes low, Bytes high) {
+#if ZEL_LANES == 4
+    const auto half = [&](int i) {
+        const Register pattern = _mm512_load_si512(joinPatterns<order>.half[i]);
+        return (Words)_mm512_permutex2var_epi8((Register)low, pattern, (Register)high);
+    };
+    return {half(0), half(1)};
+#else
+    return {(Words)interleaveLow(low, high), (Words)interleaveHigh(low, high)};
+#endif
+}
+
+// The order is that of the channels from which the words come.
+template <Order order>
+ZEL_INLINE void storePixelWords(uint8_t* p, PixelWords w) {
+#if ZEL_LANES == 4
+    storeVector(p, w.low);
+    storeVector(p + vectorBytes, w.high);
+#else
+    storeLanes(p, 32, (Bytes)(order == Order::split ? interleaveLow(w.low, w.high) : w.low));
+    storeLanes(p + 16, 32, (Bytes)(order == Order::split ? interleaveHigh(w.low, w.high) : w.high));
+#endif
+}
+
 }  // namespace zel::ZEL_LEVEL

@@ -49,16 +49,16 @@ void Conversion::SetUpTestSuite() {
 }
 
 Conversion::Pictures Conversion::lay(ZelSize size, const Placements& placements, Random& random, Content content) {
-    const ZelSize whole = tested().converted(size);
     if (tested().entry.isInPlace) {
-        const Picture picture = destinationMemory_.lay(tested().destination, whole, placements.destination);
+        const Picture picture = destinationMemory_.lay(tested().destination, tested().converted(size), placements.destination);
         picture.fill(random, content);
         return {picture, picture};
     }
     const Pictures pictures{
-        sourceMemory_.lay(tested().source, whole, suited(tested(), placements.source, size), tested().slice.sourceRowsAbove),
-        destinationMemory_.lay(tested().destination, whole, suited(tested(), placements.destination, size),
-                               tested().slice.destinationRowsAbove)};
+        sourceMemory_.lay(tested().source, tested().sourceSize(size), suited(tested(), placements.source, size),
+                          tested().slice.sourceRowsAbove),
+        destinationMemory_.lay(tested().destination, tested().destinationSize(size),
+                               suited(tested(), placements.destination, size), tested().slice.destinationRowsAbove)};
     pictures.source.fill(random, content);
     pictures.destination.fill(random, Content::uniform);
     return pictures;

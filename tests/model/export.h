@@ -33,6 +33,11 @@ struct Geometry {
     ZelSize statusSite{};                  // whose rest decides about the status, where parts of it are converted
 };
 
+// Pixels behind the right edge of a region that rows must have room for: some are written there, or read.
+struct Room {
+    int source = 0, destination = 0;
+};
+
 // Which check comes first when two of them fail.
 enum class Checks {
     pointersThenSize,  // entries of plane arrays are checked with the pointers or after the size
@@ -78,10 +83,20 @@ struct Export {
     bool checksSteps = false;                  // and accepts none below 1
     bool isRowwise = false;                    // no row has a say in another, nor does their number
     ContentStatus contentStatus = nullptr;     // of a valid region, where more than its size decides
+    Room (*room)(ZelSize size) = nullptr;      // beyond the region, where that is not left alone
 
     constexpr Parameters firstParameters() const { return parameters.empty() ? Parameters{} : parameters.front(); }
     constexpr ZelSize converted(ZelSize size) const {
         return {size.width - size.width % geometry.site.width, size.height - size.height % geometry.site.height};
+    }
+    // What the images have room for.
+    constexpr ZelSize sourceSize(ZelSize size) const {
+        const ZelSize own = converted(size);
+        return {own.width + (room ? room(size).source : 0), own.height};
+    }
+    constexpr ZelSize destinationSize(ZelSize size) const {
+        const ZelSize own = converted(size);
+        return {own.width + (room ? room(size).destination : 0), own.height};
     }
     constexpr ZelStatus status(ZelSize size) const {
         if (size.width < geometry.minimum.width || size.height < geometry.minimum.height) return zelStsSizeErr;
@@ -97,6 +112,7 @@ std::span<const Export> intensityExports();
 std::span<const Export> liftingExports();
 std::span<const Export> reduceBitsExports();
 std::span<const Export> packedSourceExports();
+std::span<const Export> packedDestinationExports();
 std::span<const Export> colorimetricExports();
 std::span<const Export> hueExports();
 std::span<const Export> labExports();

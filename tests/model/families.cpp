@@ -4,8 +4,9 @@ namespace model {
 
 std::span<const std::span<const Export>> families() {
     static const std::span<const Export> all[] = {
-        lumachromaExports(), yuvExports(),          chromaExports(),       intensityExports(), liftingExports(),
-        reduceBitsExports(), packedSourceExports(), colorimetricExports(), hueExports(),       labExports()};
+        lumachromaExports(),   yuvExports(),        chromaExports(),       intensityExports(),
+        liftingExports(),      reduceBitsExports(), packedSourceExports(), packedDestinationExports(),
+        colorimetricExports(), hueExports(),        labExports()};
     return all;
 }
 

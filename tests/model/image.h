@@ -30,10 +30,11 @@ struct PlaneShape {
     int unitBytes = 0;
     int xShift = 0;
     int yShift = 0;
-    bool roundsUp = false;  // a part of a unit at the end of a row counts as a whole one
+    bool roundsUp = false;  // a part of a unit at the end of a row or of the rows counts as a whole one
 
-    constexpr int rowBytes(int width) const { return ((width + (roundsUp ? (1 << xShift) - 1 : 0)) >> xShift) * unitBytes; }
-    constexpr int rows(int height) const { return height >> yShift; }
+    constexpr int rowBytes(int width) const { return units(width, xShift) * unitBytes; }
+    constexpr int rows(int height) const { return units(height, yShift); }
+    constexpr int units(int pixels, int shift) const { return (pixels + (roundsUp ? (1 << shift) - 1 : 0)) >> shift; }
     friend constexpr bool operator==(const PlaneShape&, const PlaneShape&) = default;
 };
 
@@ -108,7 +109,7 @@ constexpr Layout planar(int cbPlane, int crPlane, int xShift, int yShift) {
             {{{1}, {1, xShift, yShift}, {1, xShift, yShift}}},
             {{{0, 0, 1}, {cbPlane, 0, 1, xShift, yShift}, {crPlane, 0, 1, xShift, yShift}}}};
 }
-// A last pixel without its partner has chroma samples of its own.
+// A last pixel or row without its partner has chroma samples of its own.
 constexpr Layout roundedUp(Layout l) {
     for (PlaneShape& plane : l.planes) plane.roundsUp = true;
     return l;
