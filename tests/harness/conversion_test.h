@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "harness/placement.h"
@@ -15,6 +17,9 @@
 namespace harness {
 
 uint64_t seed();  // of all random content, from the environment variable ZELCC_TEST_SEED
+
+// Of so many cases of a sweep one is tried, from the environment variable ZELCC_TEST_SAMPLE; by default all are.
+uint64_t sample();
 
 class Conversion : public testing::TestWithParam<const model::Export*> {
   protected:
@@ -34,6 +39,9 @@ class Conversion : public testing::TestWithParam<const model::Export*> {
         return !placements.destination.oneRow || tested().peculiarity != model::Peculiarity::unevenRows;
     }
 
+    // Whether the next case of a sweep is one that is tried.
+    bool isSampled() { return swept_++ % sample() == 0; }
+
     // A region that is converted as a whole, whatever the site.
     ZelSize smallSize(int width) const { return {width, std::max(4, tested().geometry.minimum.height)}; }
 
@@ -47,6 +55,7 @@ class Conversion : public testing::TestWithParam<const model::Export*> {
 
   private:
     uint64_t cases_ = 0;
+    uint64_t swept_ = std::hash<std::string_view>()(tested().name);  // every export begins its sample elsewhere
 };
 
 // Conversions between images of one layout.

@@ -1,7 +1,14 @@
 #include "harness/features.h"
 
+#include <dlfcn.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <vector>
 
 #include "zelcore.h"
 
@@ -25,17 +32,55 @@ const Name* find(const char* text) {
     return nullptr;
 }
 
+const char* best() { return canRun(find("avx512")->features) ? "avx512" : canRun(find("avx2")->features) ? "avx2" : "ssse3"; }
+
+constexpr char everything[] = "all";
+
 const char* setting() {
     const char* value = std::getenv("ZELCC_TEST_FEATURES");
     if (value && *value) return value;
-    return processorHas(find("avx512")->features) ? "avx512" : processorHas(find("avx2")->features) ? "avx2" : "ssse3";
+    return best();
+}
+
+constinit const Name* beingLoaded = nullptr;
+
+// The program's library once more, as another file, so that it is another library with variables and a choice of its own.
+void* loadCopy(const Name& level) {
+    Dl_info info;
+    if (!dladdr(dlsym(RTLD_DEFAULT, "zelccGetLibVersion"), &info)) return nullptr;
+    std::ifstream original(info.dli_fname, std::ios::binary);
+    const std::vector<char> bytes(std::istreambuf_iterator<char>(original), {});
+    const int file = memfd_create(level.text, 0);  // stays open, since its path is the name of the library
+    if (write(file, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) return nullptr;
+    beingLoaded = &level;
+    void* library = dlopen(("/proc/self/fd/" + std::to_string(file)).c_str(), RTLD_NOW | RTLD_LOCAL);
+    beingLoaded = nullptr;
+    return library;
+}
+
+std::vector<Level> loadLevels() {
+    if (std::strcmp(setting(), everything) != 0) return {{setting(), nullptr}};
+    std::vector<Level> levels;
+    for (const Name& name : names) {
+        if (!canRun(name.features)) continue;
+        Level level{name.text, nullptr, (name.features & zelCpuInOrder) != 0};
+        if (std::strcmp(name.text, best()) != 0) {
+            level.library = loadCopy(name);
+            if (!level.library) {
+                std::fprintf(stderr, "The library cannot be loaded for %s: %s\n", name.text, dlerror());
+                std::abort();
+            }
+        }
+        levels.push_back(level);
+    }
+    return levels;
 }
 
 }  // namespace
 
 std::string featuresName() { return setting(); }
 
-bool isLevel(const std::string& name) { return find(name.c_str()); }
+bool isLevel(const std::string& name) { return find(name.c_str()) || name == everything; }
 
 bool isNumber(const std::string& name) {
     char* end;
@@ -44,8 +89,24 @@ bool isNumber(const std::string& name) {
 }
 
 uint64_t features() {
-    const Name* name = find(setting());
+    const Name* name = beingLoaded ? beingLoaded : find(std::strcmp(setting(), everything) == 0 ? best() : setting());
     return name ? name->features : std::strtoull(setting(), nullptr, 0);
+}
+
+#ifdef ZELCC_EMULATED_AVX512
+const bool emulatesAvx512 = true;
+#else
+const bool emulatesAvx512 = false;
+#endif
+
+bool canRun(uint64_t features) {
+    if (emulatesAvx512 && features & zelCpuAvx512) features = zelCpuSsse3 | zelCpuAvx2;
+    return processorHas(features);
+}
+
+std::span<const Level> levels() {
+    static const std::vector<Level> levels = loadLevels();
+    return levels;
 }
 
 bool processorHas(uint64_t features) {

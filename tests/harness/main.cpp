@@ -1,4 +1,4 @@
-// The test program: one run tests one selection of kernels, see harness/features.h.
+// The test program: one run tests one selection of kernels, or all levels together, see harness/features.h.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -11,7 +11,7 @@
 int main(int argc, char** argv) {
     const std::string name = harness::featuresName();
     if (!harness::isLevel(name) && !harness::isNumber(name)) {
-        std::fprintf(stderr, "ZELCC_TEST_FEATURES=%s: neither ssse3, avx2, avx512, s8 nor a number\n", name.c_str());
+        std::fprintf(stderr, "ZELCC_TEST_FEATURES=%s: none of ssse3, avx2, avx512, s8, all nor a number\n", name.c_str());
         return 2;
     }
     if (argc == 2 && std::strcmp(argv[1], "--print-version") == 0) {
@@ -21,12 +21,18 @@ int main(int argc, char** argv) {
         return 0;
     }
     // A mask beyond the processor runs: the library itself has to stay within it.
-    if (harness::isLevel(name) && !harness::processorHas(harness::features())) {
+    if (harness::isLevel(name) && !harness::canRun(harness::features())) {
         constexpr int skipped = 77;
         std::printf("Skipped: this processor lacks %s\n", name.c_str());
         return skipped;
     }
     testing::InitGoogleTest(&argc, argv);
-    std::printf("Features %s, seed %llu (ZELCC_TEST_SEED)\n", name.c_str(), static_cast<unsigned long long>(harness::seed()));
+    std::printf("Levels:");
+    for (const harness::Level& level : harness::levels()) {
+        const bool isEmulated = harness::emulatesAvx512 && std::strcmp(level.name, "avx512") == 0;
+        std::printf(" %s%s", level.name, isEmulated ? "-emulated" : "");
+    }
+    std::printf("; 1 of %llu cases (ZELCC_TEST_SAMPLE), seed %llu (ZELCC_TEST_SEED)\n",
+                static_cast<unsigned long long>(harness::sample()), static_cast<unsigned long long>(harness::seed()));
     return RUN_ALL_TESTS();
 }

@@ -3,7 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <limits>
+#include <set>
+#include <string_view>
+
+#include "harness/features.h"
 
 namespace harness {
 namespace {
@@ -63,6 +68,18 @@ void fillNumbers(const Picture& picture, Random& random, Content content) {
     });
 }
 
+bool hasColumnOfItsOwn(std::string_view name) {
+    static const std::set<std::string_view> names = [] {
+        std::set<std::string_view> names;
+#define ZEL_EXPORT(name, group, columns) \
+    if (columns > 1) names.insert(#name);
+#include "../../src/frame/exports.def"
+#undef ZEL_EXPORT
+        return names;
+    }();
+    return names.contains(name);
+}
+
 }  // namespace
 
 model::Operand Picture::operand() const {
@@ -116,13 +133,18 @@ std::optional<std::string> Snapshot::difference() const {
     for (int i = 0; i < picture_.layout->planeCount; ++i) {
         const std::span<const uint8_t> memory = picture_.planes[i].memory;
         const std::span<const uint8_t> copy = copies_[i].bytes();
-        if (std::ranges::equal(memory, copy)) continue;
+        if (std::memcmp(memory.data(), copy.data(), memory.size()) == 0) continue;
         const auto [found, expected] = std::ranges::mismatch(memory, copy);
         char values[40];
         std::snprintf(values, sizeof values, ": %d instead of %d", *found, *expected);
         return describeByte(picture_, i, &*found) + values;
     }
     return std::nullopt;
+}
+
+void Snapshot::restore() const {
+    for (int i = 0; i < picture_.layout->planeCount; ++i)
+        std::ranges::copy(copies_[i].bytes(), picture_.planes[i].memory.begin());
 }
 
 void Snapshot::acceptNaNs() {
@@ -156,19 +178,33 @@ std::optional<std::string> compareWithModel(const model::Export& tested, const P
     ZelStatus expectedStatus = tested.status(size);
     if (expectedStatus >= zelStsNoErr && tested.contentStatus) expectedStatus = tested.contentStatus(conversion);
 
-    const ZelStatus status = tested.entry.call({.source = source.operand(),
-                                                .destination = destination.operand(),
-                                                .size = size,
-                                                .alpha = alpha,
-                                                .slice = tested.slice.argument,
-                                                .parameters = parameters});
-    if (status != expectedStatus) return "status " + std::to_string(status) + " instead of " + std::to_string(expectedStatus);
-    if (status >= zelStsNoErr && status != zelStsNoOperationWarn) tested.model(conversion);
-    expected.acceptNaNs();
+    if (expectedStatus >= zelStsNoErr && expectedStatus != zelStsNoOperationWarn) tested.model(conversion);
 
-    if (const auto fault = expected.difference()) return "destination " + *fault;
-    if (inPlace) return std::nullopt;
-    if (const auto fault = original.difference()) return "source " + *fault;
+    const auto faultOf = [&](const Level& level) -> std::optional<std::string> {
+        const ZelStatus status = tested.entry.call({.source = source.operand(),
+                                                    .destination = destination.operand(),
+                                                    .size = size,
+                                                    .alpha = alpha,
+                                                    .slice = tested.slice.argument,
+                                                    .parameters = parameters,
+                                                    .library = level.library});
+        if (status != expectedStatus) return "status " + std::to_string(status) + " instead of " + std::to_string(expectedStatus);
+        expected.acceptNaNs();
+        if (const auto fault = expected.difference()) return "destination " + *fault;
+        if (inPlace) return std::nullopt;
+        if (const auto fault = original.difference()) return "source " + *fault;
+        return std::nullopt;
+    };
+    const std::span<const Level> all = levels();
+    std::optional<Snapshot> before;
+    if (all.size() > 1) before.emplace(destination);
+    bool isFirst = true;
+    for (const Level& level : all) {
+        if (level.hasOwnExportsOnly && !hasColumnOfItsOwn(tested.name)) continue;
+        if (!isFirst) before->restore();
+        isFirst = false;
+        if (const auto fault = faultOf(level)) return std::string(level.name) + ": " + *fault;
+    }
     return std::nullopt;
 }
 

@@ -38,6 +38,8 @@ class Snapshot {
     Snapshot(const Snapshot&) = delete;
 
     model::Image image();
+    // Gives the picture back what it was copied with.
+    void restore() const;
     // Takes over what the picture has where both have something that is not a number: any will do.
     void acceptNaNs();
     // Where the picture differs from the copy first, in words.
@@ -59,8 +61,8 @@ class Snapshot {
     std::array<Copy, 4> copies_;
 };
 
-// Runs an export and its model on the same pictures. Returns what is wrong with the export's status, its destination or its
-// source, if anything. A picture that is its own destination is converted in place.
+// Runs an export at all levels() and its model on the same pictures. Returns what is wrong with the export's status, its
+// destination or its source, if anything. A picture that is its own destination is converted in place.
 std::optional<std::string> compareWithModel(const model::Export& tested, const Picture& source, const Picture& destination,
                                             ZelSize size, uint8_t alpha, const model::Parameters& parameters);
 inline std::optional<std::string> compareWithModel(const model::Export& tested, const Picture& source, const Picture& destination,

@@ -1,6 +1,8 @@
 // Calls exports of any signature in one way. The order and kind of the arguments are read off the function's type.
 #pragma once
 
+#include <dlfcn.h>
+
 #include <array>
 #include <cstdint>
 #include <tuple>
@@ -38,7 +40,8 @@ struct Call {
     uint8_t alpha = 0;
     int32_t slice = 0;
     Parameters parameters{};
-    int nullArgument = -1;  // the pointer argument to pass as null, counted from the left
+    int nullArgument = -1;    // the pointer argument to pass as null, counted from the left
+    void* library = nullptr;  // whose export is called: the program's own, or another copy of it
 };
 
 // Deals out the arguments from left to right: a plane pointer takes the next plane of its side, an array all of them, and a
@@ -121,6 +124,12 @@ ZelStatus invoke(ZelStatus (*function)(P...), const Call& call) {
     return std::apply(function, list);
 }
 
+// The export of another copy of the library than the program's.
+template <class Function>
+Function* inLibrary(void* library, const char* name, Function* ofProgram) {
+    return library ? reinterpret_cast<Function*>(dlsym(library, name)) : ofProgram;
+}
+
 template <class... P>
 constexpr Entry entryOf(ZelStatus (*)(P...), ZelStatus (*call)(const Call&)) {
     Entry entry{call};
@@ -146,4 +155,7 @@ constexpr Entry entryOf(ZelStatus (*)(P...), ZelStatus (*call)(const Call&)) {
 }  // namespace model
 
 // The first two members of a row of exports.
-#define NAMED(function) #function, model::entryOf(function, [](const model::Call& call) { return model::invoke(function, call); })
+#define NAMED(function)                                                                  \
+#function, model::entryOf(function, [](const model::Call& call) {                    \
+        return model::invoke(model::inLibrary(call.library, #function, function), call); \
+    })
