@@ -3,8 +3,10 @@
 // zelcc_bench --check [options]               compares the results of the peers with those of the exports
 //
 //   --filter=REGEX   only the exports whose name it finds
-//   --size=WxH       instead of 16x16, 640x480 and 3840x2160; may stand several times
+//   --size=WxH       instead of 16x16, 640x480, 3840x2160 and 7680x4320; may stand several times
 //   --rounds=N  --slice=MS   of --compare: slices a contender, and their length
+//   --best           of --compare: figures of the fastest slices instead of medians, where much else is running
+//   --against=FILE   of --compare: another build of the library takes part; may stand several times
 //   --json=FILE      of --compare: also writes all figures to a file
 #include <benchmark/benchmark.h>
 
@@ -22,8 +24,8 @@ namespace bench {
 
 namespace {
 
-// A call's own cost, a frame that fits the caches, one that does not.
-constexpr Size usualSizes[] = {{16, 16}, {640, 480}, {3840, 2160}};
+// A call's own cost, a frame that fits the caches, two that do not.
+constexpr Size usualSizes[] = {{16, 16}, {640, 480}, {3840, 2160}, {7680, 4320}};
 
 struct Options {
     std::regex filter{""};
@@ -59,6 +61,10 @@ Options parse(int argc, char** argv) {
             options.effort.rounds = std::max(1, std::stoi(value));
         else if (const char* value = valueOf("--slice="))
             options.effort.sliceSeconds = std::max(0.01, std::stod(value)) / 1000;
+        else if (valueOf("--best"))
+            options.effort.best = true;
+        else if (const char* value = valueOf("--against="))
+            options.effort.others.push_back(value);
         else if (const char* value = valueOf("--json="))
             options.json = value;
         else
@@ -161,6 +167,7 @@ int runGoogleBenchmark(int argc, char** argv) {
             };
             add("", Workload::exportIndex);
             add("/copy", Workload::copyIndex);
+            add("/streamed_copy", Workload::streamedCopyIndex);
             for (size_t i = 0; i < peers.size(); ++i) add("/" + peers[i].name, Workload::firstPeer + i);
         }
     }
