@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "simd/level.h"
+#include "simd/vector.h"
 #include "zelcc/types.h"
 
 namespace zel::ZEL_LEVEL {
@@ -30,10 +30,19 @@ struct Alpha {
     ZEL_INLINE Alpha(float alpha) : bits(__builtin_bit_cast(uint32_t, alpha)) {}
 };
 
+// Where a kernel writes. The driver sets pointers; a kernel sees with each of them whether its stores bypass the caches.
+struct Destinations {
+    uint8_t* places[maxDestinations];
+    uint8_t bypassing = 0;  // a bit each
+
+    ZEL_INLINE uint8_t*& operator[](int i) { return places[i]; }
+    ZEL_INLINE Destination operator[](int i) const { return {places[i], (bypassing >> i & 1) != 0}; }
+};
+
 // Where a kernel reads and writes.
 struct Row {
     const uint8_t* in[maxSources];
-    uint8_t* out[maxDestinations];
+    Destinations out;
     Alpha alpha;
 };
 
@@ -62,7 +71,9 @@ struct Steps {
 struct Kernel {
     void (*blocks)(const void* constants, const Row& first, const Steps& steps, size_t groups, size_t count) = nullptr;
     const void* constants = nullptr;
-    int sites = 1;  // a block, a power of two
+    int sites = 1;         // a block, a power of two
+    int blocksAtOnce = 1;  // that are stored so soon after each other that their parts of a line meet before it goes to memory
+    bool keepsUp = false;  // blocks are done as fast as memory takes them
 };
 
 // The kernel K, a type made from its `Constants` that converts one block of a row by its call operator, or some blocks by
@@ -88,7 +99,10 @@ constexpr Kernel kernel(const typename K::Constants* constants) {
                 for (size_t i = 0; i < count; ++i) convertBlock(row, i);
         }
     };
-    return {blocks, constants, K::sites};
+    Kernel result{blocks, constants, K::sites};
+    if constexpr (requires { K::blocksAtOnce; }) result.blocksAtOnce = K::blocksAtOnce;
+    if constexpr (requires { K::keepsUp; }) result.keepsUp = K::keepsUp;
+    return result;
 }
 template <class K>
 constexpr Kernel kernel(const typename K::Constants& constants) {
@@ -145,7 +159,6 @@ struct Conversion {
     Site site;
     Layout from, to;
     Kernel block;                              // the rule of the columns that blockColumns counts from the left edge
-    Kernel bypassing{};                        // the same with stores that bypass the cache, to multiples of 16
     Kernel tail{};                             // the rule of the others
     int (*blockColumns)(int width) = nullptr;  // null: the block rule owns the whole row
     Minimum minimum{1, 1};

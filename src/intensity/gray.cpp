@@ -255,7 +255,7 @@ struct Replicate {
     ZEL_INLINE explicit Replicate(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const Repeated<size, channels> repeated(row.in[0] + block * vectorBytes, row.alpha.bits);
-        uint8_t* const out = row.out[0] + block * vectorBytes * channels;
+        const Destination out = row.out[0] + block * vectorBytes * channels;
         unrolled<channels>([&](auto v) ZEL_INLINE_LAMBDA { storeVector(out + v * vectorBytes, repeated.template vector<v>()); });
     }
 };
