@@ -236,7 +236,8 @@ ZEL_INLINE size_t bytesOf(const Conversion& c, ZelSize size, Groups part) {
 // is kept. Where arithmetic takes longer than memory, stores that wait in the caches are the ones that hold nothing up, unless
 // there are more of them than loads.
 ZEL_OWN_CODE inline bool gainsByBypass(const Conversion& c, const Images& images, const Rows& rows) {
-    return (c.block.keepsUp || bytesOf(c.to) > bytesOf(c.from)) && !c.keepsAlpha && !sharesImages(c, rows.first) && !rowsOverlap(c, images, rows.columns);
+    return (c.block.keepsUp || bytesOf(c.to) > bytesOf(c.from)) && !c.keepsAlpha && !sharesImages(c, rows.first) &&
+           !rowsOverlap(c, images, rows.columns);
 }
 
 // Constants that are made at the call take the place of the kernels' own.

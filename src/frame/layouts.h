@@ -82,6 +82,7 @@ template <class From, class Rule, class To>
 struct PixelKernel {
     using Constants = typename Rule::Constants;
     static constexpr int sites = blockPixels;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Rule rule;
 

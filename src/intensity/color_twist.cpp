@@ -110,6 +110,7 @@ class TwistChannels {
   public:
     using Constants = Matrix<3>;
     static constexpr int sites = vectorBytes / sizeof(typename Depth::Element);
+    static constexpr bool keepsUp = sizeof(typename Depth::Element) == 4;
 
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         const Twist<Depth> twist(k);
@@ -233,6 +234,7 @@ class TransformLanes {
   public:
     using Constants = Matrix<4>;
     static constexpr int sites = lanes;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit TransformLanes(const Constants& k) : m_(k) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {

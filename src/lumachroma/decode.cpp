@@ -33,6 +33,7 @@ template <class To>
 struct QuadKernel {
     using Constants = ExactDecodeConstants;
     static constexpr int sites = blockPixels / 4;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ExactDecode rule;
 

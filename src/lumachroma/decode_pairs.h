@@ -58,6 +58,7 @@ template <int rows, class From, class Rule, class To>
 struct DecodePairs {
     using Constants = DecodeConstants<Rule>;
     static constexpr int sites = blockPixels / 2;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Rule rule;
 
