@@ -1,5 +1,6 @@
 // zelcc_bench [Google Benchmark's options]    measures contenders one by one
 // zelcc_bench --compare [options]             measures them in turns and prints ratios
+// zelcc_bench --pipelines [options]           measures three calls in a row, over whole frames and over strips of them
 // zelcc_bench --check [options]               compares the results of the peers with those of the exports
 //
 //   --filter=REGEX   only the exports whose name it finds
@@ -19,6 +20,7 @@
 
 #include "compare.h"
 #include "level.h"
+#include "pipelines.h"
 
 namespace bench {
 
@@ -181,9 +183,13 @@ int runGoogleBenchmark(int argc, char** argv) {
 
 int run(int argc, char** argv) {
     const std::string_view mode = argc > 1 ? argv[1] : "";
-    if (mode == "--compare" || mode == "--check") {
+    if (mode == "--compare" || mode == "--check" || mode == "--pipelines") {
         const Options options = parse(argc, argv);
         printMachine();
+        if (mode == "--pipelines") {
+            runPipelines(options.sizes, options.effort);
+            return 0;
+        }
         return mode == "--compare" ? runComparison(options) : runCheck(options);
     }
     return runGoogleBenchmark(argc, argv);

@@ -60,6 +60,12 @@ struct MovedRow : Row {
 // n / k, for a power of two.
 ZEL_INLINE size_t quotient(size_t n, int k) { return n >> __builtin_ctz(unsigned(k)); }
 
+// Whether a block may start some sites from the left edge. A rule may tie a few columns together, and then counts whole ones.
+ZEL_INLINE bool canStartAt(const Conversion& c, size_t sites) {
+    const int columns = int(sites) * c.site.width;
+    return columns == 0 || !c.blockColumns || c.blockColumns(columns) == columns;
+}
+
 // Whole blocks, by stores that bypass the caches in those streams that a block extends by whole lines. The run begins with blocks
 // that reach beyond the first boundary of a line, and a block that overlaps the one before it ends it, so the source must not
 // lie in the destination.
@@ -75,7 +81,7 @@ ZEL_OWN_CODE inline void convertByLines(const Conversion& c, const Kernel& kerne
         if (c.to.streams[i].bytes > c.to.streams[widest].bytes) widest = i;
     for (MovedRow start(c, first, 0); groups != 0; groups -= together, start.next(c, steps, together)) {
         const ptrdiff_t before = sitesToLine(start.out[widest], c.to.streams[widest].bytes);
-        if (before < 0 || size_t(before) + sitesAtOnce > sites) {
+        if (before < 0 || size_t(before) + sitesAtOnce > sites || !canStartAt(c, size_t(before))) {
             kernel.blocks(constants, start, steps, together, blocks);
             continue;
         }
@@ -97,7 +103,6 @@ struct Run {
     const void* constants;
     size_t before, sites, blocks, rest;
     ptrdiff_t lastBlock;  // where one more block ends with the last site; negative where the row has no room for it
-
     bool bypassing;
 
     ZEL_INLINE Run(const Kernel& k, const void* constantsOfCall, size_t before, size_t sites, bool overlapping, bool bypassing)
@@ -111,7 +116,7 @@ struct Run {
           bypassing(bypassing) {}
 
     ZEL_INLINE void operator()(const Conversion& c, const Row& start, const Steps& steps, size_t groups) const {
-        if (bypassing)
+        if (blocks != 0 && bypassing)
             convertByLines(c, kernel, constants, start, steps, groups, blocks);
         else if (blocks != 0 && before == 0)
             kernel.blocks(constants, start, steps, groups, blocks);
