@@ -348,7 +348,7 @@ ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& pu
 }
 
 template <int size, class V>
-ZEL_INLINE void storeFour(uint8_t* p, Channels<V> x, V fourth) {
+ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
     interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
 #if ZEL_LANES == 4
         storeVector(p + 64 * i, v);
