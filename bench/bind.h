@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "image.h"
+#include "library.h"
 #include "zelcc.h"
 
 namespace bench {
@@ -132,7 +133,7 @@ Call bind(Result (*function)(Parameters...), const Image& source, const Image& d
 
 template <auto function>
 Call bind(const Image& source, const Image& destination) {
-    return detail::bind(function, source, destination);
+    return detail::bind(bound(function), source, destination);
 }
 
 }  // namespace bench

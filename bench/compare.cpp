@@ -71,10 +71,21 @@ void writeFigure(std::ostream& out, const Figure& figure) {
     out << "{\"name\": \"" << figure.name << "\", \"seconds\": " << figure.seconds << ", \"ratio\": " << figure.ratio << "}";
 }
 
+void writeFigures(std::ostream& out, const char* name, const std::vector<Figure>& figures) {
+    out << ",\n \"" << name << "\": [";
+    const char* between = "";
+    for (const Figure& figure : figures) {
+        out << between;
+        writeFigure(out, figure);
+        between = ", ";
+    }
+    out << "]";
+}
+
 }  // namespace
 
 Comparison compare(const Export& row, Size size, const Effort& effort) {
-    const Workload workload(row, size);
+    const Workload workload(row, size, effort.others);
     const auto& contenders = workload.contenders();
     const size_t count = contenders.size();
     std::vector<Slice> slices;
@@ -93,30 +104,47 @@ Comparison compare(const Export& row, Size size, const Effort& effort) {
     }
 
     const auto figureOf = [&](size_t i) {
+        if (effort.best) {
+            const double fastest = std::ranges::min(seconds[i]);
+            return Figure{contenders[i].name, fastest, fastest / std::ranges::min(seconds[Workload::exportIndex])};
+        }
         std::vector<double> ratios;
         for (size_t round = 0; round < seconds[i].size(); ++round)
             ratios.push_back(seconds[i][round] / seconds[Workload::exportIndex][round]);
         return Figure{contenders[i].name, median(seconds[i]), median(ratios)};
     };
-    Comparison comparison{row.name, size, workload.bytes(), figureOf(Workload::exportIndex), figureOf(Workload::copyIndex), {}};
-    for (size_t i = Workload::firstPeer; i < count; ++i) comparison.peers.push_back(figureOf(i));
+    Comparison comparison{.name = row.name,
+                          .size = size,
+                          .bytes = workload.bytes(),
+                          .self = figureOf(Workload::exportIndex),
+                          .copy = figureOf(Workload::copyIndex),
+                          .streamedCopy = figureOf(Workload::streamedCopyIndex),
+                          .others = {},
+                          .peers = {}};
+    for (size_t i = 0; i < count; ++i) {
+        if (contenders[i].role == Role::other) comparison.others.push_back(figureOf(i));
+        if (contenders[i].role == Role::peer) comparison.peers.push_back(figureOf(i));
+    }
     std::ranges::sort(comparison.peers, {}, &Figure::seconds);
     return comparison;
 }
 
 std::string tableHead() {
-    return formatted("%-36s %9s %7s %7s %11s %7s  %s", "export", "size", "GB/s", "of copy", "calls/s", "ratio", "fastest peer");
+    return formatted("%-36s %9s %7s %7s %8s %11s %7s  %s", "export", "size", "GB/s", "of copy", "streamed", "calls/s", "ratio",
+                     "fastest peer");
 }
 
 std::string tableLine(const Comparison& comparison) {
     const double seconds = comparison.self.seconds;
-    std::string line = formatted("%-36.*s %4dx%-4d %7.2f %7.2f %11.0f", static_cast<int>(comparison.name.size()),
-                                 comparison.name.data(), comparison.size.width, comparison.size.height,
-                                 comparison.bytes / seconds / 1e9, comparison.copy.ratio, 1 / seconds);
+    std::string line =
+        formatted("%-36.*s %4dx%-4d %7.2f %7.2f %8.2f %11.0f", static_cast<int>(comparison.name.size()), comparison.name.data(),
+                  comparison.size.width, comparison.size.height, comparison.bytes / seconds / 1e9, comparison.copy.ratio,
+                  comparison.streamedCopy.ratio, 1 / seconds);
     if (!comparison.peers.empty()) {
         const Figure& fastest = comparison.peers.front();
         line += formatted(" %7.2f  %s", fastest.ratio, fastest.name.c_str());
     }
+    for (const Figure& other : comparison.others) line += formatted(" %7.2f  %s", other.ratio, other.name.c_str());
     return line;
 }
 
@@ -143,14 +171,11 @@ std::string toJson(const std::vector<Comparison>& comparisons) {
         writeFigure(out, comparison.self);
         out << ",\n \"copy\": ";
         writeFigure(out, comparison.copy);
-        out << ",\n \"peers\": [";
-        const char* between = "";
-        for (const Figure& peer : comparison.peers) {
-            out << between;
-            writeFigure(out, peer);
-            between = ", ";
-        }
-        out << "]}";
+        out << ",\n \"streamedCopy\": ";
+        writeFigure(out, comparison.streamedCopy);
+        writeFigures(out, "others", comparison.others);
+        writeFigures(out, "peers", comparison.peers);
+        out << "}";
     }
     out << "\n]\n}\n";
     return out.str();

@@ -9,8 +9,10 @@
 namespace bench {
 
 struct Effort {
-    int rounds = 15;              // slices a contender
-    double sliceSeconds = 0.008;  // a slice is at least one call
+    int rounds = 15;                  // slices a contender
+    double sliceSeconds = 0.008;      // a slice is at least one call
+    std::vector<std::string> others;  // builds of the library that take part
+    bool best = false;                // the fastest slices count, not the median ones
 };
 
 struct Figure {
@@ -24,7 +26,8 @@ struct Comparison {
     Size size;
     double bytes;
     Figure self;
-    Figure copy;
+    Figure copy, streamedCopy;
+    std::vector<Figure> others;
     std::vector<Figure> peers;  // the fastest first
 };
 

@@ -1,10 +1,13 @@
 // zelcc_bench [Google Benchmark's options]    measures contenders one by one
 // zelcc_bench --compare [options]             measures them in turns and prints ratios
+// zelcc_bench --pipelines [options]           measures three calls in a row, over whole frames and over strips of them
 // zelcc_bench --check [options]               compares the results of the peers with those of the exports
 //
 //   --filter=REGEX   only the exports whose name it finds
-//   --size=WxH       instead of 16x16, 640x480 and 3840x2160; may stand several times
+//   --size=WxH       instead of 16x16, 640x480, 3840x2160 and 7680x4320; may stand several times
 //   --rounds=N  --slice=MS   of --compare: slices a contender, and their length
+//   --best           of --compare: figures of the fastest slices instead of medians, where much else is running
+//   --against=FILE   of --compare: another build of the library takes part; may stand several times
 //   --json=FILE      of --compare: also writes all figures to a file
 #include <benchmark/benchmark.h>
 
@@ -17,13 +20,14 @@
 
 #include "compare.h"
 #include "level.h"
+#include "pipelines.h"
 
 namespace bench {
 
 namespace {
 
-// A call's own cost, a frame that fits the caches, one that does not.
-constexpr Size usualSizes[] = {{16, 16}, {640, 480}, {3840, 2160}};
+// A call's own cost, a frame that fits the caches, two that do not.
+constexpr Size usualSizes[] = {{16, 16}, {640, 480}, {3840, 2160}, {7680, 4320}};
 
 struct Options {
     std::regex filter{""};
@@ -59,6 +63,10 @@ Options parse(int argc, char** argv) {
             options.effort.rounds = std::max(1, std::stoi(value));
         else if (const char* value = valueOf("--slice="))
             options.effort.sliceSeconds = std::max(0.01, std::stod(value)) / 1000;
+        else if (valueOf("--best"))
+            options.effort.best = true;
+        else if (const char* value = valueOf("--against="))
+            options.effort.others.push_back(value);
         else if (const char* value = valueOf("--json="))
             options.json = value;
         else
@@ -162,6 +170,7 @@ int runGoogleBenchmark(int argc, char** argv) {
             };
             add("", Workload::exportIndex);
             add("/copy", Workload::copyIndex);
+            add("/streamed_copy", Workload::streamedCopyIndex);
             for (size_t i = 0; i < peers.size(); ++i) add("/" + peers[i].name, Workload::firstPeer + i);
         }
     }
@@ -175,9 +184,13 @@ int runGoogleBenchmark(int argc, char** argv) {
 
 int run(int argc, char** argv) {
     const std::string_view mode = argc > 1 ? argv[1] : "";
-    if (mode == "--compare" || mode == "--check") {
+    if (mode == "--compare" || mode == "--check" || mode == "--pipelines") {
         const Options options = parse(argc, argv);
         printMachine();
+        if (mode == "--pipelines") {
+            runPipelines(options.sizes, options.effort);
+            return 0;
+        }
         return mode == "--compare" ? runComparison(options) : runCheck(options);
     }
     return runGoogleBenchmark(argc, argv);

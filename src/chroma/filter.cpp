@@ -120,6 +120,7 @@ template <class Rule>
 struct SmoothPacked {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes / 2;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit SmoothPacked(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -137,6 +138,7 @@ template <class Rule>
 struct SmoothLuma {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit SmoothLuma(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -149,6 +151,7 @@ template <class Rule>
 struct SmoothChroma {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes / 2;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit SmoothChroma(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {

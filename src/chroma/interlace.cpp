@@ -32,6 +32,7 @@ struct FieldPlanes {
         Weights weights[rows];
     };
     static constexpr int sites = vectorBytes;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Constants weights;
 
@@ -51,6 +52,7 @@ struct FieldPlanes {
 struct FieldFromPacked {
     using Constants = FieldPlanes<1>::Constants;
     static constexpr int sites = vectorBytes / 2;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     WeightedMean mean;
 
@@ -69,6 +71,7 @@ struct FieldFromPacked {
 struct FieldToPacked {
     using Constants = FieldPlanes<2>::Constants;
     static constexpr int sites = vectorBytes / 2;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     WeightedMean first, second;
 

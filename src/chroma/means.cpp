@@ -20,6 +20,7 @@ template <Mean kind, int planes, int rows>
 struct AlongRow {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit AlongRow(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -39,6 +40,7 @@ template <Mean kind>
 struct AcrossRows {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit AcrossRows(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -54,6 +56,7 @@ struct AcrossRows {
 struct EverySecond {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit EverySecond(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -68,6 +71,7 @@ template <Mean kind>
 struct BothWays {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit BothWays(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {

@@ -24,12 +24,12 @@ ZEL_INLINE Unpacked unpack(const uint8_t* p) {
     return order == PackedOrder::lumaFirst ? Unpacked{even, odd} : Unpacked{odd, even};
 }
 
-template <PackedOrder order, Stores stores = Stores::cached>
-ZEL_INLINE void storePacked(uint8_t* p, Bytes luma, Bytes pairs) {
+template <PackedOrder order>
+ZEL_INLINE void storePacked(Destination p, Bytes luma, Bytes pairs) {
     if constexpr (order == PackedOrder::lumaFirst)
-        storeInterleaved<stores>(p, luma, pairs);
+        storeInterleaved(p, luma, pairs);
     else
-        storeInterleaved<stores>(p, pairs, luma);
+        storeInterleaved(p, pairs, luma);
 }
 
 alignas(16) inline constexpr uint8_t firstThenSecond[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
@@ -52,14 +52,14 @@ struct TwoBlocks {
 // Sources. `stream` is the first one of chroma; streams of two rows follow each other row by row.
 
 // `rows` rows of packed pixels; the chroma of the first one counts.
-template <int rows, PackedOrder order, Stores stores = Stores::cached>
+template <int rows, PackedOrder order>
 struct FromPacked {
     static constexpr int lumaStreams = rows;
     ZEL_INLINE static Bytes load(const Row& row, int, size_t block) {
         Bytes pairs{};
         unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
             const Unpacked u = unpack<order>(row.in[r] + block * 2 * vectorBytes);
-            store<stores>(row.out[r] + block * vectorBytes, u.luma);
+            storeVector(row.out[r] + block * vectorBytes, u.luma);
             if (r == 0) pairs = u.pairs;
         });
         return pairs;
@@ -111,12 +111,12 @@ struct FromQuarterPlanes {
 // Destinations.
 
 // The same chroma in `rows` rows of packed pixels.
-template <int rows, PackedOrder order, Stores stores = Stores::cached>
+template <int rows, PackedOrder order>
 struct ToPacked {
     static constexpr int lumaStreams = rows;
     ZEL_INLINE static void store(const Row& row, int, size_t block, Bytes pairs) {
         unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
-            storePacked<order, stores>(row.out[r] + block * 2 * vectorBytes, loadBytes(row.in[r] + block * vectorBytes), pairs);
+            storePacked<order>(row.out[r] + block * 2 * vectorBytes, loadBytes(row.in[r] + block * vectorBytes), pairs);
         });
     }
 };
@@ -147,7 +147,7 @@ struct ToPlanes {
 };
 
 // To 4:1:1: every second pair, from the first one, or those and the others to a second row.
-template <int rows, Stores stores = Stores::cached>
+template <int rows>
 struct ToQuarterInterleaved {
     static constexpr int lumaStreams = 0;
     ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes pairs) {
@@ -156,7 +156,7 @@ struct ToQuarterInterleaved {
         if constexpr (rows == 2)
             storeHalves(row.out[stream] + at, row.out[stream + 1] + at, sorted);
         else
-            storeLowHalves<stores>(row.out[stream] + at, sorted);
+            storeLowHalves(row.out[stream] + at, sorted);
     }
 };
 
@@ -177,6 +177,8 @@ template <int siteBytes, class From, class To>
 struct PairsKernel {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes / siteBytes;
+    static constexpr int blocksAtOnce = 4;  // nothing but moves lies between them
+    static constexpr bool keepsUp = true;
 
     ZEL_INLINE static void blocks(const Constants&, const Row& row, size_t count) {
         constexpr int in = To::lumaStreams, out = From::lumaStreams;

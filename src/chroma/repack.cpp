@@ -85,11 +85,11 @@ struct Type {
     using type = T;
 };
 
-template <Pairing p, Stores stores>
+template <Pairing p>
 constexpr auto source() {
     constexpr Storage storage = p.from.storage;
     if constexpr (storage == packed)
-        return Type<FromPacked<p.site().height, p.from.order, stores>>{};
+        return Type<FromPacked<p.site().height, p.from.order>>{};
     else if constexpr (p.halved(p.from) && storage == interleaved)
         return Type<FromQuarterInterleaved<p.rowsRead()>>{};
     else if constexpr (p.halved(p.from))
@@ -100,13 +100,13 @@ constexpr auto source() {
         return Type<FromPlanes>{};
 }
 
-template <Pairing p, Stores stores>
+template <Pairing p>
 constexpr auto destination() {
     constexpr Storage storage = p.to.storage;
     if constexpr (storage == packed)
-        return Type<ToPacked<p.site().height, p.to.order, stores>>{};
+        return Type<ToPacked<p.site().height, p.to.order>>{};
     else if constexpr (p.halved(p.to) && storage == interleaved)
-        return Type<ToQuarterInterleaved<p.rows(p.to), stores>>{};
+        return Type<ToQuarterInterleaved<p.rows(p.to)>>{};
     else if constexpr (p.halved(p.to))
         return Type<ToQuarterPlanes<p.rows(p.to)>>{};
     else if constexpr (storage == interleaved)
@@ -115,18 +115,16 @@ constexpr auto destination() {
         return Type<ToPlanes<p.rows(p.to)>>{};
 }
 
-template <Pairing p, Stores stores>
-constexpr Kernel pairsKernel = withoutConstants<
-    PairsKernel<p.pairBytes(), typename decltype(source<p, stores>())::type, typename decltype(destination<p, stores>())::type>>;
-
-// The pass that moves chroma, and luma with it on a packed side. Without one it can't bypass the cache.
 template <Pairing p>
-constexpr Conversion chroma{
-    .site = p.site(),
-    .from = streams(p, p.from, p.rowsRead(), p.exchangesChroma() && p.from.storage == planes),
-    .to = streams(p, p.to, p.rows(p.to), p.exchangesChroma() && p.from.storage != planes),
-    .block = pairsKernel<p, Stores::cached>,
-    .bypassing = p.from.storage == packed || p.to.storage == packed ? pairsKernel<p, Stores::bypassing> : Kernel{}};
+constexpr Kernel pairsKernel =
+    withoutConstants<PairsKernel<p.pairBytes(), typename decltype(source<p>())::type, typename decltype(destination<p>())::type>>;
+
+// The pass that moves chroma, and luma with it on a packed side.
+template <Pairing p>
+constexpr Conversion chroma{.site = p.site(),
+                            .from = streams(p, p.from, p.rowsRead(), p.exchangesChroma() && p.from.storage == planes),
+                            .to = streams(p, p.to, p.rows(p.to), p.exchangesChroma() && p.from.storage != planes),
+                            .block = pairsKernel<p>};
 
 // One chroma plane to one, unchanged, in every row or with rows dropped or repeated.
 template <Pairing p, int from, int to>
@@ -156,14 +154,14 @@ constexpr BytePlaces byteOrder = [] {
     return places;
 }();
 
-template <Stores stores>
 struct ReorderKernel {
     using Constants = BytePlaces;
-    static constexpr int sites = vectorBytes / 4;
+    static constexpr int sites = vectorBytes / 4, blocksAtOnce = 4;
+    static constexpr bool keepsUp = true;
 
     ZEL_INLINE explicit ReorderKernel(const Constants& k) : places_(everyLane(k.place)) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        store<stores>(row.out[0] + block * vectorBytes, shuffle(loadBytes(row.in[0] + block * vectorBytes), places_));
+        storeVector(row.out[0] + block * vectorBytes, shuffle(loadBytes(row.in[0] + block * vectorBytes), places_));
     }
 
   private:
@@ -171,11 +169,8 @@ struct ReorderKernel {
 };
 
 template <Pairing p>
-constexpr Conversion reorder{.site = {2, 1},
-                             .from = {1, {{0, 4}}},
-                             .to = {1, {{0, 4}}},
-                             .block = kernel<ReorderKernel<Stores::cached>>(byteOrder<p>),
-                             .bypassing = kernel<ReorderKernel<Stores::bypassing>>(byteOrder<p>)};
+constexpr Conversion reorder{
+    .site = {2, 1}, .from = {1, {{0, 4}}}, .to = {1, {{0, 4}}}, .block = kernel<ReorderKernel>(byteOrder<p>)};
 
 template <Pairing p>
 constexpr Pass reorderOnly[] = {{reorder<p>}};
@@ -191,7 +186,7 @@ constexpr Pass planeByPlane[] = {
 constexpr int any = INT32_MIN;
 
 template <Form from, Form to>
-constexpr Passes repack(Minimum minimum, Bypass bypass = {}) {
+constexpr Passes repack(Minimum minimum) {
     constexpr Pairing p{from, to};
     constexpr bool samplesStay = p.samples(from) == p.samples(to);
     Passes result{};
@@ -203,31 +198,8 @@ constexpr Passes repack(Minimum minimum, Bypass bypass = {}) {
         result = passes(p.site(), planeByPlane<p>, minimum);
     else
         result = passes(p.site(), lumaThenChroma<p>, minimum);
-    result.bypass = bypass;
     return result;
 }
-
-// When large images bypass the cache. The steps count with their signs, so images stored bottom-up never do.
-template <class Byte>
-ZEL_INLINE bool isAligned(Byte* plane, ptrdiff_t step) {
-    return (reinterpret_cast<uintptr_t>(plane) | uintptr_t(step)) % 16 == 0;
-}
-
-inline bool packedImageIsLarge(const Images& i) {
-    int64_t steps = 0;
-    for (int plane = 0; plane < 4; ++plane) steps += int64_t{i.sourceStep[plane]} + i.destinationStep[plane];
-    return steps * i.size.height > 0x80000 && isAligned(i.destination[0], i.destinationStep[0]);
-}
-inline bool semiPlanarImageIsLarge(const Images& i) {
-    return int64_t{i.size.width} * i.size.height * 7 / 2 > 0x180000 && isAligned(i.source[0], i.sourceStep[0]) &&
-           isAligned(i.destination[0], i.destinationStep[0]) && isAligned(i.destination[1], i.destinationStep[1]);
-}
-template <int pixels>
-bool lumaIsLarge(const Images& i) {
-    return int64_t{i.size.width} * i.size.height >= pixels;
-}
-constexpr Bypass largePacked = packedImageIsLarge, largeSemiPlanar = semiPlanarImageIsLarge;
-constexpr Bypass largeLuma = lumaIsLarge<348603>, largerLuma = lumaIsLarge<0x80001>;
 
 // 4:2:0 to planar 4:2:2 with two chroma steps that differ: the second row of a pair lies where the step of the first chroma plane
 // puts it, in the last plane too, for the samples behind the last whole 64 of a row and before its last whole 8. This is meant:
@@ -296,17 +268,17 @@ namespace rows {
 
 // The same scheme.
 constexpr Passes zeliCbYCr422ToYCbCr422_8u_C2R = repack<cbYCr422, yCbCr422>({2, 1});
-constexpr Passes zeliYCbCr422ToCbYCr422_8u_C2R = repack<yCbCr422, cbYCr422>({2, 1}, largePacked);
-constexpr Passes zeliYCbCr422ToYCrCb422_8u_C2R = repack<yCbCr422, yCrCb422>({2, any}, largePacked);
+constexpr Passes zeliYCbCr422ToCbYCr422_8u_C2R = repack<yCbCr422, cbYCr422>({2, 1});
+constexpr Passes zeliYCbCr422ToYCrCb422_8u_C2R = repack<yCbCr422, yCrCb422>({2, any});
 constexpr Passes zeliCbYCr422ToYCbCr422_8u_C2P3R = repack<cbYCr422, i422>({2, 1});
 constexpr Passes zeliYCrCb422ToYCbCr422_8u_C2P3R = repack<yCrCb422, i422>({2, 1});
 constexpr Passes zeliYCbCr422_8u_C2P3R = repack<yCbCr422, i422>({2, 1});
 constexpr Passes zeliYCbCr422_8u_P3C2R = repack<i422, yCbCr422>({2, 1});
-constexpr Passes zeliYCbCr422ToYCrCb422_8u_P3C2R = repack<i422, yCrCb422>({2, any}, largePacked);
+constexpr Passes zeliYCbCr422ToYCrCb422_8u_P3C2R = repack<i422, yCrCb422>({2, any});
 // Alone among its kin this one warns of an odd width, and is meant to.
 constexpr Passes zeliYCbCr422ToCbYCr422_8u_P3C2R = with(repack<i422, cbYCr422>({2, 1}), OddSize::warned);
 constexpr Passes zeliYCbCr411_8u_P2P3R = repack<semi411, i411>({4, any});
-constexpr Passes zeliYCbCr411_8u_P3P2R = repack<i411, semi411>({4, any}, largeLuma);
+constexpr Passes zeliYCbCr411_8u_P3P2R = repack<i411, semi411>({4, any});
 constexpr Passes zeliYCbCr420_8u_P2P3R = repack<semi420, i420>({2, 2});
 constexpr Passes zeliYCbCr420_8u_P3P2R = repack<i420, semi420>({2, 2});
 constexpr Passes zeliYCbCr420ToYCrCb420_8u_P2P3R =
@@ -320,7 +292,7 @@ constexpr Passes zeliCbYCr422ToYCrCb420_8u_C2P3R = repack<cbYCr422, i420CrCb>({2
 constexpr Passes zeliYCbCr422ToYCbCr420_8u_C2P2R = repack<yCbCr422, semi420>({2, 2});
 constexpr Passes zeliYCbCr422ToYCbCr420_8u_C2P3R = repack<yCbCr422, i420>({2, 2});
 constexpr Passes zeliYCbCr422ToYCbCr420_8u_P3P2R = repack<i422, semi420>({2, 2});
-constexpr Passes zeliYCbCr422ToYCbCr420_8u_P3R = repack<i422, i420>({2, 2}, largeLuma);
+constexpr Passes zeliYCbCr422ToYCbCr420_8u_P3R = repack<i422, i420>({2, 2});
 constexpr Passes zeliYCbCr422ToYCrCb420_8u_C2P3R = repack<yCbCr422, i420CrCb>({2, 2});
 constexpr Passes zeliYCrCb422ToYCbCr420_8u_C2P3R = repack<yCrCb422, i420>({2, 2});
 
@@ -328,7 +300,7 @@ constexpr Passes zeliYCrCb422ToYCbCr420_8u_C2P3R = repack<yCrCb422, i420>({2, 2}
 // plane, is the caller's fault, and no status is promised for it.
 constexpr Passes zeliYCbCr420ToCbYCr422_8u_P2C2R = repack<semi420, cbYCr422>({2, 2});
 constexpr Passes zeliYCbCr420ToYCbCr422_8u_P2C2R = repack<semi420, yCbCr422>({2, 2});
-constexpr Passes zeliYCrCb420ToCbYCr422_8u_P3C2R = repack<i420CrCb, cbYCr422>({2, 2}, largePacked);
+constexpr Passes zeliYCrCb420ToCbYCr422_8u_P3C2R = repack<i420CrCb, cbYCr422>({2, 2});
 constexpr Passes zeliYCrCb420ToYCbCr422_8u_P3C2R = repack<i420CrCb, yCbCr422>({2, 2});
 constexpr auto zeliYCbCr420ToYCbCr422_8u_P2P3R = repackToPlanar422<semi420, i422>();
 constexpr auto zeliYCbCr420ToYCbCr422_8u_P3R = repackToPlanar422<i420, i422>();
@@ -336,23 +308,23 @@ constexpr auto zeliYCrCb420ToYCbCr422_8u_P3R = repackToPlanar422<i420CrCb, i422>
 
 // 4:2:2 to 4:1:1.
 constexpr Passes zeliCbYCr422ToYCbCr411_8u_C2P3R = repack<cbYCr422, i411>({4, any});
-constexpr Passes zeliYCbCr422ToYCbCr411_8u_C2P2R = repack<yCbCr422, semi411>({4, any}, largeSemiPlanar);
+constexpr Passes zeliYCbCr422ToYCbCr411_8u_C2P2R = repack<yCbCr422, semi411>({4, any});
 constexpr Passes zeliYCbCr422ToYCbCr411_8u_C2P3R = repack<yCbCr422, i411>({4, 1});
 constexpr Passes zeliYCbCr422ToYCbCr411_8u_P3P2R = repack<i422, semi411>({4, any});
-constexpr Passes zeliYCbCr422ToYCbCr411_8u_P3R = repack<i422, i411>({4, any}, largerLuma);
+constexpr Passes zeliYCbCr422ToYCbCr411_8u_P3R = repack<i422, i411>({4, any});
 constexpr Passes zeliYCrCb422ToYCbCr411_8u_C2P3R = repack<yCrCb422, i411>({4, any});
 
 // 4:1:1 to 4:2:2.
-constexpr Passes zeliYCbCr411ToYCbCr422_8u_P2C2R = repack<semi411, yCbCr422>({4, any}, largePacked);
-constexpr Passes zeliYCbCr411ToYCbCr422_8u_P2P3R = repack<semi411, i422>({4, any}, largeLuma);
-constexpr Passes zeliYCbCr411ToYCbCr422_8u_P3C2R = repack<i411, yCbCr422>({4, any}, largePacked);
+constexpr Passes zeliYCbCr411ToYCbCr422_8u_P2C2R = repack<semi411, yCbCr422>({4, any});
+constexpr Passes zeliYCbCr411ToYCbCr422_8u_P2P3R = repack<semi411, i422>({4, any});
+constexpr Passes zeliYCbCr411ToYCbCr422_8u_P3C2R = repack<i411, yCbCr422>({4, any});
 constexpr Passes zeliYCbCr411ToYCbCr422_8u_P3R = repack<i411, i422>({4, any});
-constexpr Passes zeliYCbCr411ToYCrCb422_8u_P3C2R = repack<i411, yCrCb422>({4, any}, largePacked);
+constexpr Passes zeliYCbCr411ToYCrCb422_8u_P3C2R = repack<i411, yCrCb422>({4, any});
 constexpr Passes zeliYCbCr411ToYCrCb422_8u_P3R = repack<i411, i422CrCb>({4, any});
 
 // 4:1:1 to 4:2:0 and back.
 constexpr Passes zeliYCbCr411ToYCbCr420_8u_P2P3R = repack<semi411, i420>({4, 2});
-constexpr Passes zeliYCbCr411ToYCbCr420_8u_P3P2R = repack<i411, semi420>({4, 2}, largeLuma);
+constexpr Passes zeliYCbCr411ToYCbCr420_8u_P3P2R = repack<i411, semi420>({4, 2});
 constexpr Passes zeliYCbCr411ToYCbCr420_8u_P3R = repack<i411, i420>({4, 2});
 constexpr Passes zeliYCbCr411ToYCrCb420_8u_P2P3R = repack<semi411, i420CrCb>({4, 2});
 constexpr Passes zeliYCbCr420ToYCbCr411_8u_P2P3R = repack<semi420, i411>({4, 2});

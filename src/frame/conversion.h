@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "simd/level.h"
+#include "simd/vector.h"
 #include "zelcc/types.h"
 
 namespace zel::ZEL_LEVEL {
@@ -36,10 +36,19 @@ struct Place {
     size_t group = 0;   // of rows
 };
 
+// Where a kernel writes. The driver sets pointers; a kernel sees with each of them whether its stores bypass the caches.
+struct Destinations {
+    uint8_t* places[maxDestinations];
+    uint8_t bypassing = 0;  // a bit each
+
+    ZEL_INLINE uint8_t*& operator[](int i) { return places[i]; }
+    ZEL_INLINE Destination operator[](int i) const { return {places[i], (bypassing >> i & 1) != 0}; }
+};
+
 // Where a kernel reads and writes.
 struct Row {
     const uint8_t* in[maxSources];
-    uint8_t* out[maxDestinations];
+    Destinations out;
     Alpha alpha;
     Place place;
 };
@@ -64,6 +73,10 @@ struct Steps {
     size_t out[maxDestinations];
 };
 
+// Rules of a few operations a sample keep up with memory where a vector is as long as a line. With shorter ones it is a matter of
+// a few operations more or less, and stores that bypass the caches lose up to a quarter where they are too many.
+constexpr bool fewOperationsKeepUp = vectorBytes == int{lineBytes};
+
 // A rule bound to its layouts: converts `count` blocks from the left edge of each of some groups of rows. It reads a whole block
 // before it writes it, so a row may be converted over itself.
 struct Kernel {
@@ -71,6 +84,8 @@ struct Kernel {
     const void* constants = nullptr;
     int sites = 1;           // a block, a power of two
     bool seesPlace = false;  // the result hangs on where the pixels stand in the region
+    int blocksAtOnce = 1;    // that are stored so soon after each other that their parts of a line meet before it goes to memory
+    bool keepsUp = false;    // blocks are done as fast as memory takes them
 };
 
 // Kernels and destinations that look at a row's place say so by a member of this name.
@@ -103,7 +118,10 @@ constexpr Kernel kernel(const typename K::Constants* constants) {
                 for (size_t i = 0; i < count; ++i) convertBlock(row, i);
         }
     };
-    return {blocks, constants, K::sites, looksAtPlace<K>};
+    Kernel result{blocks, constants, K::sites, looksAtPlace<K>};
+    if constexpr (requires { K::blocksAtOnce; }) result.blocksAtOnce = K::blocksAtOnce;
+    if constexpr (requires { K::keepsUp; }) result.keepsUp = K::keepsUp;
+    return result;
 }
 template <class K>
 constexpr Kernel kernel(const typename K::Constants& constants) {
@@ -159,7 +177,6 @@ struct Conversion {
     Site site;
     Layout from, to;
     Kernel block;                              // the rule of the columns that blockColumns counts from the left edge
-    Kernel bypassing{};                        // the same with stores that bypass the cache, to multiples of 16
     Kernel tail{};                             // the rule of the others
     int (*blockColumns)(int width) = nullptr;  // null: the block rule owns the whole row
     Minimum minimum{1, 1};

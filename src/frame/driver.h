@@ -2,7 +2,7 @@
 // that overlaps the one before it or by way of a buffer.
 #pragma once
 
-#include "frame/conversion.h"
+#include "frame/bypass.h"
 #include "simd/part.h"
 
 namespace zel::ZEL_LEVEL {
@@ -65,28 +65,68 @@ struct MovedRow : Row {
 // n / k, for a power of two.
 ZEL_INLINE size_t quotient(size_t n, int k) { return n >> __builtin_ctz(unsigned(k)); }
 
+// Whether a block may start some sites from the left edge. A rule may tie a few columns together, and then counts whole ones.
+ZEL_INLINE bool canStartAt(const Conversion& c, size_t sites) {
+    const int columns = int(sites) * c.site.width;
+    return columns == 0 || !c.blockColumns || c.blockColumns(columns) == columns;
+}
+
+// Whole blocks, by stores that bypass the caches in those streams that a block extends by whole lines. The run begins with blocks
+// that reach beyond the first boundary of a line, and a block that overlaps the one before it ends it, so the source must not
+// lie in the destination.
+ZEL_OWN_CODE inline void convertByLines(const Conversion& c, const Kernel& kernel, const void* constants, const Row& first,
+                                        const Steps& steps, size_t groups, size_t blocks) {
+    size_t allSteps = 0;
+    for (int i = 0; i < c.to.count; ++i) allSteps |= steps.out[i];
+    // Groups whose rows lie alike in lines go together.
+    const size_t together = allSteps % lineBytes == 0 ? groups : 1, sites = blocks * unsigned(kernel.sites);
+    const unsigned sitesAtOnce = unsigned(kernel.sites * kernel.blocksAtOnce);
+    int widest = 0;
+    for (int i = 1; i < c.to.count; ++i)
+        if (c.to.streams[i].bytes > c.to.streams[widest].bytes) widest = i;
+    for (MovedRow start(c, first, 0); groups != 0; groups -= together, start.next(c, steps, together)) {
+        const ptrdiff_t before = sitesToLine(start.out[widest], c.to.streams[widest].bytes);
+        if (before < 0 || size_t(before) + sitesAtOnce > sites || !canStartAt(c, size_t(before))) {
+            kernel.blocks(constants, start, steps, together, blocks);
+            continue;
+        }
+        MovedRow lines(c, start, size_t(before));
+        for (int i = 0; i < c.to.count; ++i)
+            if (isMultiple(lines.out[i], lineBytes) && c.to.streams[i].bytes * sitesAtOnce >= lineBytes)
+                lines.out.bypassing |= uint8_t(1 << i);
+        const size_t left = sites - size_t(before), rest = left & unsigned(kernel.sites - 1);
+        if (before != 0)
+            kernel.blocks(constants, start, steps, together, quotient(size_t(before) + unsigned(kernel.sites - 1), kernel.sites));
+        kernel.blocks(constants, lines, steps, together, quotient(left, kernel.sites));
+        if (rest != 0) kernel.blocks(constants, MovedRow(c, start, sites - unsigned(kernel.sites)), steps, together, 1);
+    }
+}
+
 // The consecutive sites of a row that follow one rule, with as many sites before them that are converted later.
 struct Run {
     const Kernel& kernel;
-    const Kernel& whole;  // the same rule for all blocks but the last one
     const void* constants;
     size_t before, sites, blocks, rest;
     ptrdiff_t lastBlock;  // where one more block ends with the last site; negative where the row has no room for it
+    bool bypassing;
 
-    ZEL_INLINE Run(const Kernel& k, const Kernel& whole, const void* constantsOfCall, size_t before, size_t sites,
-                   bool overlapping)
+    ZEL_INLINE Run(const Kernel& k, const void* constantsOfCall, size_t before, size_t sites, bool overlapping, bool bypassing)
         : kernel(k),
-          whole(whole),
           constants(constantsOfCall ? constantsOfCall : k.constants),
           before(before),
           sites(sites),
           blocks(quotient(sites, k.sites)),
           rest(sites & unsigned(k.sites - 1)),
-          lastBlock(overlapping ? ptrdiff_t(before + sites) - k.sites : -1) {}
+          lastBlock(overlapping ? ptrdiff_t(before + sites) - k.sites : -1),
+          bypassing(bypassing) {}
 
     ZEL_INLINE void operator()(const Conversion& c, const Row& start, const Steps& steps, size_t groups) const {
-        if (blocks != 0 && before == 0) whole.blocks(constants, start, steps, groups, blocks);
-        if (blocks != 0 && before != 0) whole.blocks(constants, MovedRow(c, start, before), steps, groups, blocks);
+        if (blocks != 0 && bypassing)
+            convertByLines(c, kernel, constants, start, steps, groups, blocks);
+        else if (blocks != 0 && before == 0)
+            kernel.blocks(constants, start, steps, groups, blocks);
+        else if (blocks != 0)
+            kernel.blocks(constants, MovedRow(c, start, before), steps, groups, blocks);
         if (rest == 0) return;
         if (lastBlock >= 0) {
             kernel.blocks(constants, MovedRow(c, start, size_t(lastBlock)), steps, groups, 1);
@@ -163,14 +203,14 @@ struct Rows {
 };
 
 // Rows that are more than whole blocks of one rule.
-ZEL_OWN_CODE inline void convertRuns(const Conversion& c, const Images& images, const Rows& rows, const Kernel& whole,
-                                     const void* constants) {
+ZEL_OWN_CODE inline void convertRuns(const Conversion& c, const Images& images, const Rows& rows, const void* constants,
+                                     bool bypassing) {
     // The last block of a run may cover sites once more, as long as the source is still there, and a block of the tail may cover
     // sites of the block rule, which comes after it.
     const bool inPlace = sharesImages(c, rows.first);
     const size_t sites = rows.columns - c.lastSiteAlone;
-    const Run block(c.block, whole, constants, 0, rows.blockSites, !inPlace),
-        tail(c.tail, c.tail, constants, rows.blockSites, sites - rows.blockSites, !inPlace);
+    const Run block(c.block, constants, 0, rows.blockSites, !inPlace, bypassing),
+        tail(c.tail, constants, rows.blockSites, sites - rows.blockSites, !inPlace, false);
 
     // A few rows at a time, so that they are still in the cache for the next run, unless each row has to be done before the next
     // one.
@@ -188,9 +228,31 @@ ZEL_OWN_CODE inline void convertRuns(const Conversion& c, const Images& images, 
     }
 }
 
+// Bytes that a conversion reads and writes.
+ZEL_INLINE size_t bytesOf(const Layout& layout) {
+    size_t bytes = 0;
+    for (int i = 0; i < layout.count; ++i) bytes += layout.streams[i].bytes;
+    return bytes;
+}
+ZEL_INLINE size_t bytesOf(const Conversion& c, ZelSize size, Groups part) {
+    const int allGroups = size.height >> __builtin_ctz(c.site.height);
+    const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
+    const int endGroup = part.end > 0 ? part.end : allGroups + part.end;
+    if (size.width < 1 || firstGroup >= endGroup) return 0;
+    return quotient(unsigned(size.width), c.site.width) * size_t(endGroup - firstGroup) * (bytesOf(c.from) + bytesOf(c.to));
+}
+
+// Whether a large image gains. One that is its own source is in the caches when it is written, and so are lines of which a part
+// is kept. Where arithmetic takes longer than memory, stores that wait in the caches are the ones that hold nothing up, unless
+// there are more of them than loads.
+ZEL_OWN_CODE inline bool gainsByBypass(const Conversion& c, const Images& images, const Rows& rows) {
+    return (c.block.keepsUp || bytesOf(c.to) > bytesOf(c.from)) && !c.keepsAlpha && !sharesImages(c, rows.first) &&
+           !rowsOverlap(c, images, rows.columns);
+}
+
 // Constants that are made at the call take the place of the kernels' own.
 ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Alpha alpha = {}, Groups part = {},
-                                 bool bypassing = false, const void* constants = nullptr) {
+                                 Stores stores = Stores::bySize, const void* constants = nullptr) {
     // A height below 1 stays below 1, so that it has no groups.
     const int width = images.size.width, allGroups = images.size.height >> __builtin_ctz(c.site.height);
     const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
@@ -219,19 +281,27 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Alph
         rows.first.out[i] = moved(images.destination[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows));
     }
 
+    bool bypassing = stores == Stores::bypassing;
+    if (stores == Stores::bySize && exceedsCaches(rows.columns * rows.groups * maxSiteBytes))
+        bypassing = exceedsCaches(rows.columns * rows.groups * (bytesOf(c.from) + bytesOf(c.to)));
+    if (bypassing) bypassing = gainsByBypass(c, images, rows);
+
     if (oneRow) {
         rows.columns *= rows.groups;
         rows.blockSites *= rows.groups;
         rows.groups = 1;
     }
 
-    const Kernel& whole = bypassing && c.bypassing.blocks ? c.bypassing : c.block;
-    const bool blocksOnly = rows.blockSites == rows.columns && (rows.columns & unsigned(c.block.sites - 1)) == 0;
-    if (blocksOnly && !oddPixel)
-        whole.blocks(constants ? constants : c.block.constants, rows.first, rows.steps, rows.groups,
-                     quotient(rows.columns, c.block.sites));
+    const bool blocksOnly = rows.blockSites == rows.columns && (rows.columns & unsigned(c.block.sites - 1)) == 0 && !oddPixel;
+    const void* const used = constants ? constants : c.block.constants;
+    const size_t blocks = quotient(rows.columns, c.block.sites);
+    if (!blocksOnly)
+        convertRuns(c, images, rows, constants, bypassing);
+    else if (bypassing)
+        convertByLines(c, c.block, used, rows.first, rows.steps, rows.groups, blocks);
     else
-        convertRuns(c, images, rows, whole, constants);
+        c.block.blocks(used, rows.first, rows.steps, rows.groups, blocks);
+    if (bypassing) storeFence();
 }
 
 }  // namespace zel::ZEL_LEVEL

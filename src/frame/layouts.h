@@ -83,6 +83,7 @@ struct PixelKernel {
     using Constants = typename Rule::Constants;
     static constexpr int sites = blockPixels;
     static constexpr bool seesPlace = looksAtPlace<To>;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Rule rule;
 

@@ -17,9 +17,9 @@ struct Parametric : Conversion {
 };
 
 template <class Constants, class Given>
-ZEL_INLINE void convert(const Parametric<Constants, Given>& p, const Images& images, const Given& given, bool bypassing = false) {
+ZEL_INLINE void convert(const Parametric<Constants, Given>& p, const Images& images, const Given& given) {
     const Constants constants = p.constants(given);
-    convert(static_cast<const Conversion&>(p), images, {}, {}, bypassing, &constants);
+    convert(static_cast<const Conversion&>(p), images, {}, {}, Stores::bySize, &constants);
 }
 
 }  // namespace zel::ZEL_LEVEL

@@ -17,9 +17,6 @@ struct Pass {
     Groups groups{};
 };
 
-// Whether the passes that can bypass the cache do so. No result depends on it.
-using Bypass = bool (*)(const Images& images);
-
 struct Passes {
     using Given = Nothing;
 
@@ -29,7 +26,6 @@ struct Passes {
     Minimum minimum{1, 1};
     OddSize oddSize = OddSize::accepted;
     Checks checks = planesFirst;
-    Bypass bypass = nullptr;  // null: never
 };
 
 template <int count>
@@ -46,9 +42,14 @@ ZEL_INLINE bool isOneRow(const Passes& p, const Images& images) {
 ZEL_OWN_CODE inline void convert(const Passes& p, Images& images, Nothing = {}) {
     images.size.width &= -int{p.site.width};
     images.size.height &= -int{p.site.height};
-    const bool bypassing = p.bypass && p.bypass(images);
-    for (int i = 0; i < p.count; ++i) convert(p.passes[i].conversion, images, {}, p.passes[i].groups, bypassing);
-    if (bypassing) storeFence();
+    // All passes count together.
+    Stores stores = Stores::cached;
+    if (exceedsCaches(size_t(images.size.width) * size_t(images.size.height) * maxSiteBytes)) {
+        size_t bytes = 0;
+        for (int i = 0; i < p.count; ++i) bytes += bytesOf(p.passes[i].conversion, images.size, p.passes[i].groups);
+        if (exceedsCaches(bytes)) stores = Stores::bypassing;
+    }
+    for (int i = 0; i < p.count; ++i) convert(p.passes[i].conversion, images, {}, p.passes[i].groups, stores);
 }
 
 }  // namespace zel::ZEL_LEVEL

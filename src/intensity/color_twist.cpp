@@ -81,7 +81,6 @@ struct FromPlanesOf {
         const auto plane = [&](int i) { return (V)loadBytes(row.in[i] + block * vectorBytes); };
         floatsOf<Depth>({plane(0), plane(1), plane(2)}, x);
     }
-    template <Stores>
     ZEL_INLINE static void store(const Row& row, size_t block, Channels<V> x) {
         const auto put = [&](int i, V v) { storeVector(row.out[i] + block * vectorBytes, v); };
         put(0, x.a);
@@ -101,17 +100,17 @@ struct Packed3Of {
         else
             floatsOf<Depth>(InterleavedThree<Depth>::load(p), x);
     }
-    template <Stores stores>
     ZEL_INLINE static void store(const Row& row, size_t block, Channels<V> x) {
-        InterleavedThree<Depth>::template store<stores>(row.out[0] + block * 3 * vectorBytes, x);
+        InterleavedThree<Depth>::store(row.out[0] + block * 3 * vectorBytes, x);
     }
 };
 
-template <class Depth, class Layout, Stores stores = Stores::cached>
+template <class Depth, class Layout>
 class TwistChannels {
   public:
     using Constants = Matrix<3>;
     static constexpr int sites = vectorBytes / sizeof(typename Depth::Element);
+    static constexpr bool keepsUp = sizeof(typename Depth::Element) == 4;
 
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         const Twist<Depth> twist(k);
@@ -132,7 +131,7 @@ class TwistChannels {
                                        ZEL_INLINE_LAMBDA { sums[part] = twist(r, x[0][part], x[1][part], x[2][part]); });
             return Depth::template limited<reach>(sums);
         };
-        Layout::template store<stores>(row, block, {channel(0), channel(1), channel(2)});
+        Layout::store(row, block, {channel(0), channel(1), channel(2)});
     }
 };
 
@@ -235,6 +234,7 @@ class TransformLanes {
   public:
     using Constants = Matrix<4>;
     static constexpr int sites = lanes;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit TransformLanes(const Constants& k) : m_(k) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -253,19 +253,18 @@ constexpr Layout layout(int streams, int bytes) {
     return l;
 }
 
-constexpr Conversion conversion(int streams, int bytes, Kernel block, bool keepsAlpha = false, Kernel bypassing = {}) {
+constexpr Conversion conversion(int streams, int bytes, Kernel block, bool keepsAlpha = false) {
     return {.site = {1, 1},
             .from = layout(streams, bytes),
             .to = layout(streams, bytes),
             .block = block,
-            .bypassing = bypassing,
             .checks = {Check::pointers, Check::planes, Check::size, Check::steps},
             .keepsAlpha = keepsAlpha};
 }
 
 template <class Layout>
-constexpr Conversion channels(Kernel block, Kernel bypassing = {}) {
-    return conversion(Layout::streams, Layout::bytes, block, false, bypassing);
+constexpr Conversion channels(Kernel block) {
+    return conversion(Layout::streams, Layout::bytes, block);
 }
 
 struct IntegerTwist : MatrixConversion<3> {};
@@ -287,24 +286,6 @@ constexpr IntegerTwist integerTwistFour{
 template <template <class> class Layout>
 constexpr MatrixConversion<3> floatTwist{channels<Layout<Depth32f>>(parametric<TwistChannels<Depth32f, Layout<Depth32f>>>),
                                          matrix<3>};
-
-// Two images of packed floats.
-struct StreamedTwist : MatrixConversion<3> {};
-
-[[maybe_unused]] void convert(const StreamedTwist& twist, const Images& images, Given given) {
-    constexpr uint64_t large = 34993;  // samples
-    const uint64_t samples = uint64_t(images.size.width) * 3 * uint64_t(images.size.height);
-    const uintptr_t places = reinterpret_cast<uintptr_t>(images.destination[0]) | uintptr_t(images.destinationStep[0]);
-    const bool bypassing = samples >= large && places % 16 == 0;
-    convert(static_cast<const MatrixConversion<3>&>(twist), images, given, bypassing);
-    if (bypassing) storeFence();
-}
-
-using PackedFloats = Packed3Of<Depth32f>;
-constexpr StreamedTwist streamedTwist{
-    {channels<PackedFloats>(parametric<TwistChannels<Depth32f, PackedFloats>>,
-                            parametric<TwistChannels<Depth32f, PackedFloats, Stores::bypassing>>),
-     matrix<3>}};
 
 struct Transform : MatrixConversion<4> {
     static constexpr bool takesStepsAsGiven = true;
@@ -338,7 +319,7 @@ constexpr auto zeliColorTwist32f_16s_C3R = integerTwist<Depth16s, Packed3Of>;
 constexpr auto zeliColorTwist32f_16s_P3R = integerTwist<Depth16s, FromPlanesOf>;
 constexpr auto zeliColorTwist32f_16s_AC4R = integerTwistFour<Depth16s>;
 
-constexpr auto zeliColorTwist_32f_C3R = streamedTwist;
+constexpr auto zeliColorTwist_32f_C3R = floatTwist<Packed3Of>;
 constexpr auto zeliColorTwist_32f_P3R = floatTwist<FromPlanesOf>;
 constexpr MatrixConversion<3> zeliColorTwist_32f_AC4R{conversion(1, 16, parametric<TwistLanes>, true), matrix<3>};
 constexpr Transform zeliColorTwist_32f_C4R{{conversion(1, 16, parametric<TransformLanes>), matrix<4>}};
@@ -356,7 +337,7 @@ constexpr auto zeliColorTwist32f_16u_AC4IR = zeliColorTwist32f_16u_AC4R;
 constexpr auto zeliColorTwist32f_16s_C3IR = zeliColorTwist32f_16s_C3R;
 constexpr auto zeliColorTwist32f_16s_IP3R = zeliColorTwist32f_16s_P3R;
 constexpr auto zeliColorTwist32f_16s_AC4IR = zeliColorTwist32f_16s_AC4R;
-constexpr auto zeliColorTwist_32f_C3IR = floatTwist<Packed3Of>;
+constexpr auto zeliColorTwist_32f_C3IR = zeliColorTwist_32f_C3R;
 constexpr auto zeliColorTwist_32f_IP3R = zeliColorTwist_32f_P3R;
 constexpr auto zeliColorTwist_32f_AC4IR = zeliColorTwist_32f_AC4R;
 

@@ -174,7 +174,7 @@ class GammaKernel {
             unrolled<batch>([&](int i) ZEL_INLINE_LAMBDA { samples[i] = loadBytes(row.in[stream(i)] + start(i)); });
             rule_.template replace<form.pixels>(samples);
             unrolled<batch>([&](int i) ZEL_INLINE_LAMBDA {
-                uint8_t* to = row.out[stream(i)] + start(i);
+                const Destination to = row.out[stream(i)] + start(i);
                 if constexpr (form.pixels == Pixels::withAlpha)
                     storeThreeOfFour<sizeof(Element)>(to, samples[i]);
                 else

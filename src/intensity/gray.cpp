@@ -93,6 +93,7 @@ class GrayInWords {
   public:
     using Constants = WordWeights;
     static constexpr int sites = blockPixels;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         if (!k.areLight()) {
@@ -129,6 +130,7 @@ class GrayInDwords {
   public:
     using Constants = WordWeights;
     static constexpr int sites = blockPixels;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit GrayInDwords(const Constants& k)
         : c01_(splatWords(k.c[0] & 0x7fff, k.c[1] & 0x7fff)),
@@ -224,6 +226,7 @@ class GrayOfWords {
   public:
     using Constants = Weights<float>;
     static constexpr int sites = vectorBytes / 2;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit GrayOfWords(const Constants& k) : sum_{splatFloat(k.c[0]), splatFloat(k.c[1]), splatFloat(k.c[2])} {}
 
@@ -251,11 +254,12 @@ template <int size, int channels>
 struct Replicate {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes / size;
+    static constexpr bool keepsUp = true;
 
     ZEL_INLINE explicit Replicate(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const Repeated<size, channels> repeated(row.in[0] + block * vectorBytes, row.alpha.bits);
-        uint8_t* const out = row.out[0] + block * vectorBytes * channels;
+        const Destination out = row.out[0] + block * vectorBytes * channels;
         unrolled<channels>([&](auto v) ZEL_INLINE_LAMBDA { storeVector(out + v * vectorBytes, repeated.template vector<v>()); });
     }
 };
@@ -264,6 +268,7 @@ struct Replicate {
 struct EvenBytes {
     using Constants = NoConstants;
     static constexpr int sites = vectorBytes / 2;
+    static constexpr bool keepsUp = true;
 
     ZEL_INLINE explicit EvenBytes(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {

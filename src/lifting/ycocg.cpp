@@ -33,6 +33,7 @@ template <class Pixels, class Transform>
 struct BytesToWords {
     using Constants = NoConstants;
     static constexpr int sites = blockPixels;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit BytesToWords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -48,6 +49,7 @@ template <class To, class Transform>
 struct WordsToBytes {
     using Constants = NoConstants;
     static constexpr int sites = blockPixels;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit WordsToBytes(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -64,6 +66,7 @@ struct WordsToBytes {
 struct BiasedForward {
     using Constants = NoConstants;
     static constexpr int sites = blockPixels;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit BiasedForward(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -84,6 +87,7 @@ struct BiasedForward {
 struct BiasedInverse {
     using Constants = NoConstants;
     static constexpr int sites = blockPixels;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit BiasedInverse(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -105,6 +109,7 @@ template <class Pixels>
 struct ReversibleWords {
     using Constants = NoConstants;
     static constexpr int sites = blockWords;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit ReversibleWords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -125,6 +130,7 @@ template <class Pixels, Narrowing narrowing>
 struct PlainWords {
     using Constants = NoConstants;
     static constexpr int sites = blockWords;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit PlainWords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -151,6 +157,7 @@ template <class Pixels, class Transform>
 struct WordsToDwords {
     using Constants = NoConstants;
     static constexpr int sites = blockWords;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit WordsToDwords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -178,6 +185,7 @@ template <class To, class Transform>
 struct WordsToWords {
     using Constants = NoConstants;
     static constexpr int sites = blockWords;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit WordsToWords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -191,6 +199,7 @@ template <class To, class Transform>
 struct DwordsToWords {
     using Constants = NoConstants;
     static constexpr int sites = blockWords;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit DwordsToWords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {

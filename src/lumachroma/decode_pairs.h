@@ -59,6 +59,7 @@ struct DecodePairs {
     using Constants = DecodeConstants<Rule>;
     static constexpr int sites = blockPixels / 2;
     static constexpr bool seesPlace = looksAtPlace<To>;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Rule rule;
 
@@ -77,6 +78,7 @@ template <class Rule, class To>
 struct DecodeQuads {
     using Constants = typename Rule::Constants;
     static constexpr int sites = blockPixels / 4;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Rule rule;
 

@@ -102,6 +102,7 @@ template <int rows, class From, class Rule, class To>
 struct EncodePairs {
     using Constants = typename Rule::Constants;
     static constexpr int sites = blockPixels / 2;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Rule rule;
 

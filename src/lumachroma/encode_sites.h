@@ -69,6 +69,7 @@ template <class From, class Luma, class Chroma>
 struct QuadKernel {
     using Constants = EncodeConstants<Luma, Chroma>;
     static constexpr int sites = blockPixels / 4;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Luma luma;
     Chroma chroma;

@@ -135,13 +135,13 @@ struct DiffusedSamples {
     const Noise* noise;
     int endOfFours;  // up to there four pixels share the noise of their first one
 
-    ZEL_INLINE void load(float* cells, const Place& place, int pixels) const {
+    ZEL_INLINE void load(float* cells, const RowPlace& place, int pixels) const {
         loadSamples(cells, place.from + place.x * fromPixelBytes, pixels);
     }
-    ZEL_INLINE void store(const Place& place, const float* levels, int pixels) const {
+    ZEL_INLINE void store(const RowPlace& place, const float* levels, int pixels) const {
         storeLevels(place.to + place.x * toPixelBytes, levels, scale, pixels);
     }
-    ZEL_OWN_CODE void thresholds(float* to, const Place& place, int pixels) const {
+    ZEL_OWN_CODE void thresholds(float* to, const RowPlace& place, int pixels) const {
         const int fours = endOfFours - place.x < 0 ? 0 : endOfFours - place.x < pixels ? endOfFours - place.x : pixels;
         noise->read(noiseTables.places.ofFour, place.x, place.y, to, fours);
         noise->read(noiseTables.places.ofColumn, place.x + fours, place.y, to + fours, pixels - fours);

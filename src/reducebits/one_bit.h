@@ -89,14 +89,14 @@ class BitDiffusion {
 struct DiffusedBits {
     int offset, width;
 
-    ZEL_INLINE void load(int32_t* cells, const Place& place, int pixels) const {
+    ZEL_INLINE void load(int32_t* cells, const RowPlace& place, int pixels) const {
         const uint8_t* const from = place.from + place.x;
         constexpr int n = vectorBytes / 4;
         int i = 0;
         for (; i + n <= pixels; i += n) storeVector(cells + i, loadBytesAsDwords(from + i));
         for (; i < pixels; ++i) cells[i] = from[i];
     }
-    ZEL_INLINE void store(const Place& place, const int32_t* isSet, int pixels) const {
+    ZEL_INLINE void store(const RowPlace& place, const int32_t* isSet, int pixels) const {
         constexpr int n = vectorBytes / 4;
         uint64_t bits = 0;
         for (int i = 0; i < vectorBytes; i += n) bits |= uint64_t{signBits((Dwords)loadBytes(isSet + i))} << i;

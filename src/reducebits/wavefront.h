@@ -33,7 +33,7 @@ struct TallImage {
 };
 
 // A lane's pixel.
-struct Place {
+struct RowPlace {
     const uint8_t* from;  // of the first pixel of the row
     uint8_t* to;
     int x;  // negative before the first row
@@ -113,7 +113,7 @@ class Wavefront {
         return row < least ? least : row;
     }
 
-    ZEL_INLINE void enterRow(Place& place) const {
+    ZEL_INLINE void enterRow(RowPlace& place) const {
         const auto channel = size_t(place.row / image_.size.height);
         place.x = 0;
         place.y = int(place.row % image_.size.height);
@@ -123,7 +123,7 @@ class Wavefront {
 
     // Takes a place along a run. Calls pixels(place, at, n) for those that are pixels and margin(at, n) for the others.
     template <class Pixels, class Margin>
-    ZEL_INLINE void walk(Place& place, const Pixels& pixels, const Margin& margin) const {
+    ZEL_INLINE void walk(RowPlace& place, const Pixels& pixels, const Margin& margin) const {
         if (place.x >= 0 && place.x <= image_.size.width - runPixels && place.row < rows_) {
             pixels(place, 0, runPixels);
             place.x += runPixels;
@@ -132,7 +132,7 @@ class Wavefront {
         }
     }
     template <class Pixels, class Margin>
-    ZEL_OWN_CODE void walkAcross(Place& place, const Pixels& pixels, const Margin& margin) const {
+    ZEL_OWN_CODE void walkAcross(RowPlace& place, const Pixels& pixels, const Margin& margin) const {
         for (int at = 0; at < runPixels;) {
             const bool isPixel = place.x >= 0 && place.x < image_.size.width && place.row < rows_;
             const int end = place.x < 0 ? 0 : isPixel ? image_.size.width : period_;
@@ -152,10 +152,10 @@ class Wavefront {
 
     template <class Samples>
     ZEL_INLINE void load(const Samples& samples, int l) {
-        Place place = places_[l];
+        RowPlace place = places_[l];
         walk(
             place,
-            [&](const Place& p, int at, int n) {
+            [&](const RowPlace& p, int at, int n) {
                 samples.load(runs_[l] + at, p, n);
                 if constexpr (Rule::isNoisy) samples.thresholds(thresholdRuns_[l] + at, p, n);
             },
@@ -166,7 +166,7 @@ class Wavefront {
     template <class Samples>
     ZEL_INLINE void store(const Samples& samples, int l) {
         walk(
-            places_[l], [&](const Place& p, int at, int n) { samples.store(p, runs_[l] + at, n); }, [](int, int) {});
+            places_[l], [&](const RowPlace& p, int at, int n) { samples.store(p, runs_[l] + at, n); }, [](int, int) {});
     }
 
     // Four steps of a register's lanes from their runs, and back.
@@ -289,7 +289,7 @@ class Wavefront {
     int64_t rows_;
     int x_ = 0;  // of the first lane
     Cell* passed_[Rule::rowsAbove];
-    Place places_[lanes];
+    RowPlace places_[lanes];
     alignas(64) Cell runs_[lanes][runPixels];
     alignas(64) float thresholdRuns_[Rule::isNoisy ? lanes : 1][runPixels];
     // The steps at hand, and the errors above the lanes, those of earlier steps first. What the last register leaves over.

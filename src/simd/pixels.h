@@ -124,7 +124,7 @@ struct Interleaved3 {
     }
 
     template <Order order>
-    ZEL_INLINE static void store(uint8_t* p, Triple t) {
+    ZEL_INLINE static void store(Destination p, Triple t) {
 #if ZEL_LANES == 4
         using namespace triples;
         const auto& patterns = wide<order>;
@@ -230,7 +230,7 @@ struct Interleaved4 {
     }
 
     template <Order order>
-    ZEL_INLINE static void store(uint8_t* p, Triple t, Bytes alpha) {
+    ZEL_INLINE static void store(Destination p, Triple t, Bytes alpha) {
         storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
 #if ZEL_LANES == 4
             storeVector(p + 64 * i, v);

@@ -191,15 +191,14 @@ struct InterleavedThree {
         }
     }
 
-    template <Stores stores = Stores::cached>
-    ZEL_INLINE static void store(uint8_t* p, Channels<V> x) {
+    ZEL_INLINE static void store(Destination p, Channels<V> x) {
         constexpr auto& t = samples::table<size>;
         const Bytes channels[3] = {(Bytes)x.a, (Bytes)x.b, (Bytes)x.c};
         const auto put = [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
 #if ZEL_LANES == 4
-            ZEL_LEVEL::store<stores>(p + 64 * i, v);
+            storeVector(p + 64 * i, v);
 #else
-            storeLanes<stores>(p + 16 * i, 48, v);
+            storeLanes(p + 16 * i, 48, v);
 #endif
         };
         if constexpr (samples::canBlend<size>) {
@@ -356,7 +355,7 @@ ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& pu
 }
 
 template <int size, class V>
-ZEL_INLINE void storeFour(uint8_t* p, Channels<V> x, V fourth) {
+ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
     interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
 #if ZEL_LANES == 4
         storeVector(p + 64 * i, v);

@@ -115,21 +115,38 @@ ZEL_INLINE Bytes loadLanes(const uint8_t* p, [[maybe_unused]] ptrdiff_t stride) 
 #endif
 }
 
-// Stores that bypass the cache go to multiples of 16.
-enum class Stores { cached, bypassing };
+// The size of a line of the caches.
+constexpr size_t lineBytes = 64;
 
-template <Stores stores>
-ZEL_INLINE void storeLane(uint8_t* p, __m128i x) {
-    if constexpr (stores == Stores::bypassing)
-        _mm_stream_si128(reinterpret_cast<__m128i*>(p), x);
+// Where vectors go, and whether they bypass the caches there. Only whole lines gain by that, so halves of vectors never do.
+class Destination {
+  public:
+    ZEL_INLINE Destination(uint8_t* p, bool bypassing = false) : p_(p), bypassing_(bypassing) {}
+    ZEL_INLINE operator uint8_t*() const { return p_; }
+    ZEL_INLINE bool bypassing() const { return __builtin_expect(bypassing_, false); }
+
+    template <class Number>
+    ZEL_INLINE friend Destination operator+(Destination d, Number bytes) {
+        return {d.p_ + bytes, d.bypassing_};
+    }
+
+  private:
+    uint8_t* p_;
+    bool bypassing_;
+};
+
+ZEL_INLINE bool isMultiple(const uint8_t* p, size_t bytes) { return reinterpret_cast<uintptr_t>(p) % bytes == 0; }
+
+ZEL_INLINE void storeLane(Destination p, __m128i x) {
+    if (p.bypassing() && isMultiple(p, laneBytes))
+        _mm_stream_si128(reinterpret_cast<__m128i*>(static_cast<uint8_t*>(p)), x);
     else
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(p), x);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(static_cast<uint8_t*>(p)), x);
 }
 
 // Lane l to the 16 bytes at p + l*stride.
-template <Stores stores = Stores::cached>
-ZEL_INLINE void storeLanes(uint8_t* p, [[maybe_unused]] ptrdiff_t stride, Bytes v) {
-    const auto put = [&](int l, __m128i x) { storeLane<stores>(p + l * stride, x); };
+ZEL_INLINE void storeLanes(Destination p, [[maybe_unused]] ptrdiff_t stride, Bytes v) {
+    const auto put = [&](int l, __m128i x) { storeLane(p + l * stride, x); };
 #if ZEL_LANES == 1
     put(0, (__m128i)v);
 #elif ZEL_LANES == 2
@@ -143,7 +160,7 @@ ZEL_INLINE void storeLanes(uint8_t* p, [[maybe_unused]] ptrdiff_t stride, Bytes 
 #endif
 }
 
-// Bypasses the cache, to a multiple of the vector.
+// Bypasses the caches, to a multiple of the vector.
 ZEL_INLINE void streamVector(uint8_t* p, Bytes v) {
 #if ZEL_LANES == 4
     _mm512_stream_si512(reinterpret_cast<__m512i*>(p), (Register)v);
@@ -154,17 +171,15 @@ ZEL_INLINE void streamVector(uint8_t* p, Bytes v) {
 #endif
 }
 
-// Stores that bypassed the cache come before all that follow.
+// Stores that bypassed the caches come before all that follow.
 ZEL_INLINE void storeFence() { _mm_sfence(); }
 
-template <Stores stores>
-ZEL_INLINE void store(uint8_t* p, Bytes v) {
-    if constexpr (stores == Stores::cached)
-        storeVector(p, v);
-    else if (reinterpret_cast<uintptr_t>(p) % vectorBytes == 0)
-        streamVector(p, v);
+template <class V>
+ZEL_INLINE void storeVector(Destination p, V v) {
+    if (p.bypassing() && isMultiple(p, vectorBytes))
+        streamVector(p, (Bytes)v);
     else
-        storeLanes<stores>(p, laneBytes, v);
+        storeVector(static_cast<void*>(static_cast<uint8_t*>(p)), v);
 }
 
 // Half a vector of consecutive bytes as words, in order over the whole vector.
@@ -328,15 +343,14 @@ ZEL_INLINE void storeHalves(uint8_t* low, uint8_t* high, Bytes v) {
 #endif
 }
 
-// Crosses lanes: the low halves of all lanes of v, to half a vector. Half of the lowest level's vector does not bypass the cache.
-template <Stores stores = Stores::cached>
+// Crosses lanes: the low halves of all lanes of v, to half a vector.
 ZEL_INLINE void storeLowHalves(uint8_t* p, Bytes v) {
     [[maybe_unused]] const Register sorted = (Register)lowThenHighHalves(v);
 #if ZEL_LANES == 4
-    storeLane<stores>(p, _mm512_castsi512_si128(sorted));
-    storeLane<stores>(p + laneBytes, _mm512_extracti32x4_epi32(sorted, 1));
+    storeLane(p, _mm512_castsi512_si128(sorted));
+    storeLane(p + laneBytes, _mm512_extracti32x4_epi32(sorted, 1));
 #elif ZEL_LANES == 2
-    storeLane<stores>(p, _mm256_castsi256_si128(sorted));
+    storeLane(p, _mm256_castsi256_si128(sorted));
 #else
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p), (Register)v);
 #endif
@@ -437,16 +451,15 @@ ZEL_INLINE Parted loadParted(const uint8_t* p) {
 }
 
 // Crosses lanes: the bytes of a and b in turn, two vectors' worth.
-template <Stores stores = Stores::cached>
-ZEL_INLINE void storeInterleaved(uint8_t* p, Bytes a, Bytes b) {
+ZEL_INLINE void storeInterleaved(Destination p, Bytes a, Bytes b) {
 #if ZEL_LANES == 4
     a = spreadHalves(a);
     b = spreadHalves(b);
-    store<stores>(p, interleaveLow(a, b));
-    store<stores>(p + vectorBytes, interleaveHigh(a, b));
+    storeVector(p, interleaveLow(a, b));
+    storeVector(p + vectorBytes, interleaveHigh(a, b));
 #else
-    storeLanes<stores>(p, 32, interleaveLow(a, b));
-    storeLanes<stores>(p + 16, 32, interleaveHigh(a, b));
+    storeLanes(p, 32, interleaveLow(a, b));
+    storeLanes(p + 16, 32, interleaveHigh(a, b));
 #endif
 }
 

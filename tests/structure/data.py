@@ -1,13 +1,13 @@
-"""data.py OBJECTS: the object files of the library hold no data that is written after loading, but for the two integers of the
-dispatch, and run no code at load but the dispatch constructor."""
+"""data.py OBJECTS: the object files of the library hold no data that is written after loading, but for the three integers of
+the dispatch, and run no code at load but the dispatch constructor."""
 
 import sys
 
 from binaries import label, sections, symbols
 from verdict import conclude
 
-DISPATCH_SIZE = 8
-DISPATCH = {"zelDispatchIndex", "zelKernelLevel"}
+DISPATCH_SIZE = 12
+DISPATCH = {"zelDispatchIndex", "zelKernelLevel", "zelCachedCallBytes"}
 
 
 def faults(path):

@@ -1,0 +1,31 @@
+// When stores bypass the caches: the one rule for all families. A store to a line that is in no cache first reads the line from
+// memory, unless it bypasses the caches; one that bypasses them is slower where they would have held the image, and so is the
+// call that reads it next. No result depends on it.
+#pragma once
+
+#include "frame/conversion.h"
+
+// Bytes that a call may read and write together and still finds in the caches, set once by the dispatch constructor.
+extern "C" [[gnu::visibility("hidden")]] int32_t zelCachedCallBytes;
+
+namespace zel::ZEL_LEVEL {
+
+ZEL_INLINE bool exceedsCaches(size_t bytes) { return bytes > size_t(zelCachedCallBytes); }
+
+// No conversion moves more bytes a site, and no pass of one more a pixel.
+constexpr size_t maxSiteBytes = 4096;
+
+// Whether stores bypass the caches, where a call of several passes knows better than each of them.
+enum class Stores { bySize, cached, bypassing };
+
+// The least number of sites from p on after which a stream reaches the boundary of a line: `bytes` times that number is then
+// -p, modulo the line. An odd factor is taken away by its inverse, a power of two by a shift; -1 where p is no multiple of that.
+ZEL_INLINE ptrdiff_t sitesToLine(const uint8_t* p, unsigned bytes) {
+    const auto shift = unsigned(__builtin_ctz(bytes | unsigned(lineBytes)));
+    const unsigned odd = bytes >> shift, inverse = odd * (2 - odd * odd);
+    const auto place = unsigned(reinterpret_cast<uintptr_t>(p) % lineBytes);
+    if (place & ((1u << shift) - 1)) return -1;
+    return ptrdiff_t((0 - (place >> shift)) * inverse % (unsigned(lineBytes) >> shift));
+}
+
+}  // namespace zel::ZEL_LEVEL
