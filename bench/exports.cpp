@@ -40,7 +40,7 @@ ZelStatus reduceToBits(const uint8_t* from, int32_t fromStep, uint8_t* to, int32
 // A whole image, with red in its corner.
 template <auto function, class Element>
 Call bindMosaic(const Image& source, const Image& destination) {
-    const auto [width, height] = source.size;
+    const int width = source.size.width, height = source.size.height;
     return [=, from = source.planes[0], to = destination.planes[0]] {
         return function(reinterpret_cast<const Element*>(from.data), {0, 0, width, height}, {width, height}, from.step,
                         reinterpret_cast<Element*>(to.data), to.step, zelBayerRGGB, 0);
@@ -50,7 +50,7 @@ Call bindMosaic(const Image& source, const Image& destination) {
 // The same, with its buffer.
 template <auto function, class Element>
 Call bindBuffered(const Image& source, const Image& destination) {
-    const auto [width, height] = source.size;
+    const int width = source.size.width, height = source.size.height;
     const int step = (width + 6) * int(sizeof(Element));
     const auto buffer = std::make_shared<std::vector<uint8_t>>(size_t(30) * size_t(step));
     return [=, from = source.planes[0], to = destination.planes[0]] {

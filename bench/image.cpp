@@ -92,9 +92,13 @@ auto withSample(Depth depth, const F& f) {
     }
 }
 
+}  // namespace
+
 int bytesOf(Depth depth) {
     return withSample(depth, [](auto sample) { return static_cast<int>(sizeof sample); });
 }
+
+namespace {
 
 int unitBytes(const PlaneShape& shape, Depth depth) {
     return isWord(depth) ? 2 : static_cast<int>(shape.samples.size()) * bytesOf(depth);

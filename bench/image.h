@@ -38,6 +38,8 @@ enum class Layout {
 // and 128 is 0 of the signed ones. The samples of a pixel may also be the fields of a 16-bit word, from the lowest upward.
 enum class Depth { u8, s8, u16, s16, s32, f32, f64, word444, word555, word565 };
 
+int bytesOf(Depth depth);
+
 struct Format {
     Layout layout;
     Depth depth;

@@ -115,7 +115,7 @@ ZEL_OWN_CODE void convertRow(const Source<typename Depth::Element>& source, int 
     using Element = typename Depth::Element;
     constexpr int edge = 2;
     constexpr ptrdiff_t size = sizeof(Element);
-    const auto [width, height] = source.size;
+    const int width = source.size.width, height = source.size.height;
     const auto row = [&](int distance) { return source.row(reflected(int64_t{y} + distance, height)); };
     const FiveRows rows{row(-2), row(-1), row(0), row(1), row(2)};
     const bool isRedRow = source.grid.isRedRow(y);
