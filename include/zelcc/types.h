@@ -50,14 +50,16 @@ typedef struct ZelRect {
     int32_t height;
 } ZelRect;
 
-/** Dither methods of bit-depth reduction. */
-typedef enum ZelDitherType {
+/** Dither methods of bit-depth reduction. Other values have a meaning too, so it is a number. */
+typedef int32_t ZelDitherType;
+
+enum {
     zelDitherNone = 0,   /**< Nearest level. */
     zelDitherFS = 1,     /**< Floyd-Steinberg error diffusion. */
     zelDitherJJN = 2,    /**< Jarvis-Judice-Ninke error diffusion. */
     zelDitherStucki = 3, /**< Stucki error diffusion. */
     zelDitherBayer = 4   /**< Ordered dither. */
-} ZelDitherType;
+};
 
 /** Colour filter array of a raw sensor: the colours of the top left 2 x 2 pixels, row by row. */
 typedef enum ZelBayerGrid { zelBayerBGGR = 0, zelBayerRGGB = 1, zelBayerGBRG = 2, zelBayerGRBG = 3 } ZelBayerGrid;

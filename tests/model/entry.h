@@ -24,7 +24,7 @@ struct Parameters {
     std::array<float, 16> floats{};     // the same, for exports that take floats
     std::array<float, 2> numbers{};     // floats by value, from left to right
     uint16_t word = 0;                  // 16-bit alpha
-    std::array<int32_t, 3> integers{};  // integers and enumerators, from left to right
+    std::array<int32_t, 3> integers{};  // integers, from left to right
     bool hasIntegers = false;           // or else an integer names the slice
 };
 
@@ -65,8 +65,6 @@ class Arguments {
         } else if constexpr (std::is_same_v<P, int32_t>) {
             if (!isSizePassed_) return side_->steps[plane_];
             return call_.parameters.hasIntegers ? call_.parameters.integers[integers_++] : call_.slice;
-        } else if constexpr (std::is_enum_v<P>) {
-            return static_cast<P>(call_.parameters.integers[integers_++]);
         } else if constexpr (std::is_same_v<P, const int32_t*>) {
             return isNull() ? nullptr : side_->steps.data();
         } else {
