@@ -144,7 +144,8 @@ struct FromHlsOfFloats {
         const auto at = [&](Floats hue) {
             const Floats ramp = Form::ramp(atMost(hue, secondFoot - hue), range.d, range.m2);
             const Floats beforeFoot = hue < secondFoot ? ramp : range.m2;
-            const Floats result = (hue >= splatFloat(60)) & (hue < splatFloat(180)) ? range.m1 : beforeFoot;
+            const auto isBetween = (hue >= splatFloat(60)) & (hue < splatFloat(180));
+            const Floats result = isBetween ? range.m1 : beforeFoot;
             return isGray ? l : result;
         };
         const Floats red = h + third, blue = h - third;
