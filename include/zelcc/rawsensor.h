@@ -22,14 +22,14 @@ extern "C" {
 /**
  * Bilinear interpolation, with green chosen by gradients. The minimum of srcSize is 2 x 2.
  *
- * At a green sample the mean of the two neighbours beside it is one of the other colours, of the two above and below the other. At
- * a red or blue sample the opposite colour is the mean of the four diagonal neighbours. Green is there the mean of the neighbours
- * above and below if |S(x, y - 2) - S(x, y + 2)| < |S(x - 2, y) - S(x + 2, y)|, of those left and right if it is greater, and of
- * all four if both are equal. Means are rounded half up. In the two outermost columns and rows of the image green is always the
- * mean of all four, and a neighbour outside the image is replaced by the one on the opposite side.
+ * At a green sample the mean of the two neighbours beside it is one of the other colours, of the two above and below the other.
+ * At a red or blue sample the opposite colour is the mean of the four diagonal neighbours. Green is there the mean of the
+ * neighbours above and below if |S(x, y - 2) - S(x, y + 2)| < |S(x - 2, y) - S(x + 2, y)|, of those left and right if it is
+ * greater, and of all four if both are equal. Means are rounded half up. In the two outermost columns and rows of the image green
+ * is always the mean of all four, and a neighbour outside the image is replaced by the one on the opposite side.
  *
- * Where x or y of the region is negative, pixel (X, Y) of the image goes to pixel (X - x, Y - y) of the destination, and what lies
- * left of and above the image is not written. interpolation is ignored.
+ * Where x or y of the region is negative, pixel (X, Y) of the image goes to pixel (X - x, Y - y) of the destination, and what
+ * lies left of and above the image is not written. interpolation is ignored.
  *
  * Example: grid 1 of 10 20 / 30 40 -> RGB (10, 25, 40) (10, 20, 40) (10, 30, 40) (10, 25, 40) in a 2 x 2 image.
  */
@@ -51,11 +51,11 @@ ZEL_API ZelStatus zeliCFAToRGB_16u_C1C3R(const uint16_t* pSrc, ZelRect srcRoi, Z
  *     U = (-38 R -  74 G + 112 B + 128) >> 8
  *     V = (112 R -  94 G -  18 B + 128) >> 8
  *
- * and a neighbour (left, right, above, below) is alike if |dY| and dU^2 + dV^2 are no greater than what the row's candidate has at
- * most towards left and right and the column's at most towards above and below, whichever is less. The numbers of like neighbours
- * are compared in sums over 3 x 3 pixels. If they are equal, the pixel follows its left neighbour, the first one of a row takes
- * the row's candidate. So do the columns, if the region has pixels on both sides of it, at which the inner part of the image
- * begins and ends: that is at least 5 samples from its edges, with whole 2 x 2 cells that start with red. Squares of 16-bit
+ * and a neighbour (left, right, above, below) is alike if |dY| and dU^2 + dV^2 are no greater than what the row's candidate has
+ * at most towards left and right and the column's at most towards above and below, whichever is less. The numbers of like
+ * neighbours are compared in sums over 3 x 3 pixels. If they are equal, the pixel follows its left neighbour, the first one of a
+ * row takes the row's candidate. So do the columns, if the region has pixels on both sides of it, at which the inner part of the
+ * image begins and ends: that is at least 5 samples from its edges, with whole 2 x 2 cells that start with red. Squares of 16-bit
  * chroma wrap at 32 bits, and are then compared as signed numbers.
  *
  * Where x or y of the region is negative, it becomes 0, and the size stays as it is.
@@ -68,8 +68,8 @@ ZEL_API ZelStatus zeliCFAToRGB_16u_C1C3R(const uint16_t* pSrc, ZelRect srcRoi, Z
  */
 ZEL_API ZelStatus zeliDemosaicAHD_8u_C1C3R(const uint8_t* pSrc, ZelRect srcRoi, ZelSize srcSize, int32_t srcStep, uint8_t* pDst,
                                            int32_t dstStep, int32_t grid, void* pTmp, int32_t tmpStep);
-ZEL_API ZelStatus zeliDemosaicAHD_16u_C1C3R(const uint16_t* pSrc, ZelRect srcRoi, ZelSize srcSize, int32_t srcStep, uint16_t* pDst,
-                                            int32_t dstStep, int32_t grid, void* pTmp, int32_t tmpStep);
+ZEL_API ZelStatus zeliDemosaicAHD_16u_C1C3R(const uint16_t* pSrc, ZelRect srcRoi, ZelSize srcSize, int32_t srcStep,
+                                            uint16_t* pDst, int32_t dstStep, int32_t grid, void* pTmp, int32_t tmpStep);
 
 #ifdef __cplusplus
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -36,9 +37,12 @@ std::string sweptExport(const testing::TestInfo& test) {
 TEST(Entries, AreAllTested) {
     std::set<std::string> untested(std::begin(names), std::end(names));
     untested.erase("zelccGetLibVersion");
+    const std::pair<const char*, const char*> ofTheirOwn[] = {{"ReduceBits/Bits", "zeliReduceBits_8u1u_C1R"}};  // suites of one
     const testing::UnitTest& program = *testing::UnitTest::GetInstance();
     for (int i = 0; i < program.total_test_suite_count(); ++i) {
         const testing::TestSuite& suite = *program.GetTestSuite(i);
+        for (const auto& [name, tested] : ofTheirOwn)
+            if (std::string(suite.name()) == name) untested.erase(tested);
         for (int k = 0; k < suite.total_test_count(); ++k) untested.erase(sweptExport(*suite.GetTestInfo(k)));
     }
     EXPECT_EQ(untested, std::set<std::string>());

@@ -60,7 +60,8 @@ int tailWidth(const model::Export& tested) {
 
 TEST_P(ColourConversion, TailRuleMatchesModelOnAllColours) {
     const int width = tailWidth(tested());
-    if (width > 0) convertAllColours(width, width, dense);
+    if (width == 0) GTEST_SKIP() << "has no tail";
+    convertAllColours(width, width, dense);
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "harness/features.h"
 #include "harness/placement.h"
 #include "model/export.h"
 
@@ -40,7 +41,11 @@ class Conversion : public testing::TestWithParam<const model::Export*> {
     }
 
     // Whether the next case of a sweep is one that is tried.
-    bool isSampled() { return swept_++ % sample() == 0; }
+    bool isSampled() {
+        const bool isTried = swept_++ % sample() == 0;
+        if (!isTried) noteLevels();
+        return isTried;
+    }
 
     // A region that is converted as a whole, whatever the site.
     ZelSize smallSize(int width) const { return {width, std::max(4, tested().geometry.minimum.height)}; }

@@ -43,6 +43,7 @@ const char* setting() {
 }
 
 constinit const Name* beingLoaded = nullptr;
+constinit uint64_t noted = 0;
 
 // The program's library once more, as another file, so that it is another library with variables and a choice of its own.
 void* loadCopy(const Name& level) {
@@ -103,6 +104,9 @@ bool canRun(uint64_t features) {
     if (emulatesAvx512 && features & zelCpuAvx512) features = zelCpuSsse3 | zelCpuAvx2;
     return processorHas(features);
 }
+
+void noteLevels() { ++noted; }
+uint64_t levelsNoted() { return noted; }
 
 std::span<const Level> levels() {
     static const std::vector<Level> levels = loadLevels();

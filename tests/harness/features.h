@@ -31,4 +31,8 @@ struct Level {
 // One, or with "all" those of the processor, which are copies of the library that were loaded with other features.
 std::span<const Level> levels();
 
+// Counts what went through all levels(), for a test that doesn't compare at all of them must not run as if it did.
+void noteLevels();
+uint64_t levelsNoted();
+
 }  // namespace harness

@@ -8,6 +8,21 @@
 #include "harness/features.h"
 #include "zelcc/version.h"
 
+namespace {
+
+// Where all levels run in one process, what calls the library by itself would only ever try one.
+class AllLevels : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override { before_ = harness::levelsNoted(); }
+    void OnTestEnd(const testing::TestInfo& test) override {
+        if (harness::levelsNoted() > before_ || !test.result()->Passed()) return;
+        ADD_FAILURE() << test.test_suite_name() << "." << test.name()
+                      << " compares at one level: it must not be called MatchesModel";
+    }
+    uint64_t before_ = 0;
+};
+
+}  // namespace
+
 int main(int argc, char** argv) {
     const std::string name = harness::featuresName();
     if (!harness::isLevel(name) && !harness::isNumber(name)) {
@@ -34,5 +49,6 @@ int main(int argc, char** argv) {
     }
     std::printf("; 1 of %llu cases (ZELCC_TEST_SAMPLE), seed %llu (ZELCC_TEST_SEED)\n",
                 static_cast<unsigned long long>(harness::sample()), static_cast<unsigned long long>(harness::seed()));
+    if (harness::levels().size() > 1) testing::UnitTest::GetInstance()->listeners().Append(new AllLevels);
     return RUN_ALL_TESTS();
 }

@@ -196,6 +196,7 @@ std::optional<std::string> compareWithModel(const model::Export& tested, const P
         return std::nullopt;
     };
     const std::span<const Level> all = levels();
+    noteLevels();
     std::optional<Snapshot> before;
     if (all.size() > 1) before.emplace(destination);
     bool isFirst = true;

@@ -41,7 +41,8 @@ TEST_P(WordConversion, BlockRuleMatchesModelOnAllWords) {
 TEST_P(WordConversion, TailRuleMatchesModelOnAllWords) {
     int width = 28;
     while (width > 0 && tested().blocks(width) > 0) width -= 2;
-    if (width > 0) convertAllWords(width, std::max(1, width / 4));
+    if (width == 0) GTEST_SKIP() << "has no tail";
+    convertAllWords(width, std::max(1, width / 4));
 }
 
 bool readsWords(const model::Export& e) { return e.source.channels[0].stride == 2; }

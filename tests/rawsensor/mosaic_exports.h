@@ -5,6 +5,7 @@
 #include <ostream>
 #include <string_view>
 
+#include "model/entry.h"
 #include "zelcc/rawsensor.h"
 
 namespace harness {
@@ -18,27 +19,31 @@ struct MosaicCall {
     int32_t destinationStep, grid;
     void* buffer = nullptr;
     int32_t bufferStep = 0, interpolation = 0;
+    void* library = nullptr;  // another copy than the program's
 };
 
 struct MosaicExport {
     const char* name;
     int elementBytes;
     bool isHomogeneous;  // and takes a buffer
-    ZelStatus (*call)(const MosaicCall&);
+    ZelStatus (*function)(const char* name, const MosaicCall&);
 
+    ZelStatus call(const MosaicCall& c) const { return function(name, c); }
     int minimum() const { return isHomogeneous ? 5 : 2; }
     int highest() const { return elementBytes == 1 ? 255 : 65535; }
 };
 
 template <auto function, class Element>
-ZelStatus callInterpolation(const MosaicCall& c) {
-    return function(static_cast<const Element*>(c.source), c.region, c.size, c.sourceStep, static_cast<Element*>(c.destination),
-                    c.destinationStep, c.grid, c.interpolation);
+ZelStatus callInterpolation(const char* name, const MosaicCall& c) {
+    return model::inLibrary(c.library, name, function)(static_cast<const Element*>(c.source), c.region, c.size, c.sourceStep,
+                                                       static_cast<Element*>(c.destination), c.destinationStep, c.grid,
+                                                       c.interpolation);
 }
 template <auto function, class Element>
-ZelStatus callDemosaicing(const MosaicCall& c) {
-    return function(static_cast<const Element*>(c.source), c.region, c.size, c.sourceStep, static_cast<Element*>(c.destination),
-                    c.destinationStep, c.grid, c.buffer, c.bufferStep);
+ZelStatus callDemosaicing(const char* name, const MosaicCall& c) {
+    return model::inLibrary(c.library, name, function)(static_cast<const Element*>(c.source), c.region, c.size, c.sourceStep,
+                                                       static_cast<Element*>(c.destination), c.destinationStep, c.grid, c.buffer,
+                                                       c.bufferStep);
 }
 
 inline constexpr MosaicExport mosaicExports[] = {

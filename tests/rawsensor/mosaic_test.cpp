@@ -131,24 +131,36 @@ class Mosaic : public testing::TestWithParam<MosaicExport> {
         const Picture2D destination(destinationMemory_, static_cast<size_t>(3 * columns * bytes), rows, lay);
         const Picture2D buffer(bufferMemory_, static_cast<size_t>((inside.width + 6) * bytes + lay.padding), 30,
                                {lay.atEnd, lay.bottomUp, 0});
-        std::ranges::fill(destination.bytes(), untouched);
-        const MosaicCall call{source.row(0),      region, m.size,        source.step(), destination.row(0),
-                              destination.step(), m.grid, buffer.row(0), buffer.step()};
-        if (const ZelStatus status = tested().call(call); status != zelStsNoErr)
-            return testing::AssertionFailure() << "status " << status;
-
+        MosaicCall call{source.row(0),      region, m.size,        source.step(), destination.row(0),
+                        destination.step(), m.grid, buffer.row(0), buffer.step()};
         std::vector<uint8_t> wanted(destination.bytes().size(), untouched);
-        for (int y = 0; y < inside.height; ++y)
-            for (int x = 0; x < inside.width; ++x)
-                for (int c = 0; c < 3; ++c) {
-                    const auto at = destination.row(y + skippedRows) + (3 * (x + skippedColumns) + c) * bytes;
-                    const int want = expected[static_cast<size_t>(y) * inside.width + x][c];
-                    if (load(at, bytes) != want)
-                        return testing::AssertionFailure() << "pixel (" << inside.x + x << ", " << inside.y + y << ") channel "
-                                                           << c << ": " << load(at, bytes) << " instead of " << want;
-                    store(wanted.data() + (at - destination.bytes().data()), bytes, want);
-                }
-        if (!std::ranges::equal(wanted, destination.bytes())) return testing::AssertionFailure() << "written beyond the region";
+        const auto forEachSample = [&](auto f) {
+            for (int y = 0; y < inside.height; ++y)
+                for (int x = 0; x < inside.width; ++x)
+                    for (int c = 0; c < 3; ++c)
+                        f(x, y, c, destination.row(y + skippedRows) + (3 * (x + skippedColumns) + c) * bytes,
+                          expected[static_cast<size_t>(y) * inside.width + x][c]);
+        };
+        forEachSample([&](int, int, int, const uint8_t* at, int want) {
+            store(wanted.data() + (at - destination.bytes().data()), bytes, want);
+        });
+        noteLevels();
+        for (const Level& level : levels()) {
+            if (level.hasOwnExportsOnly) continue;
+            call.library = level.library;
+            std::ranges::fill(destination.bytes(), untouched);
+            const ZelStatus status = tested().call(call);
+            if (status != zelStsNoErr) return testing::AssertionFailure() << level.name << ": status " << status;
+            if (std::ranges::equal(wanted, destination.bytes())) continue;
+            testing::AssertionResult fault = testing::AssertionFailure();
+            fault << level.name << ": written beyond the region";
+            forEachSample([&](int x, int y, int c, const uint8_t* at, int want) {
+                if (load(at, bytes) != want)
+                    fault << "; pixel (" << inside.x + x << ", " << inside.y + y << ") channel " << c << " " << load(at, bytes)
+                          << " instead of " << want;
+            });
+            return fault;
+        }
         return testing::AssertionSuccess();
     }
 
