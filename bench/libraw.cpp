@@ -27,6 +27,8 @@ class Demosaicing : public LibRaw {
         isOpen_ = open_bayer(reinterpret_cast<unsigned char*>(samples_.data()), bytes, ushort(width), ushort(height), 0, 0, 0, 0,
                              0, LIBRAW_OPENBAYER_RGGB, 0, 0, 0) == 0 &&
                   unpack() == 0 && raw2image() == 0;
+        // The second green of the mosaic has a channel of its own until then.
+        if (isOpen_) pre_interpolate();
     }
 
     int run(const Image& destination) {
