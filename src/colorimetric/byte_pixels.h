@@ -49,7 +49,7 @@ struct WordPairs {
     }
 };
 
-template <const Form& form, int shift>
+template <Form form, int shift>
 ZEL_INLINE Words sumOf(const WordPixel& p, const WordPairs& pairs) {
     constexpr bool isSplit = highPart(form.a) != 0 || highPart(form.b) != 0 || highPart(form.c) != 0;
     static_assert(!isSplit || shift == 16);

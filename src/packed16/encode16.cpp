@@ -143,8 +143,8 @@ using From565 = FromWords<Fields565>;
 
 namespace rows {
 
-constexpr const Quads& zeliBGR555ToYCbCr411_16u8u_C3P3R = toYCbCr411<From555>;
-constexpr const Quads& zeliBGR565ToYCbCr411_16u8u_C3P3R = toYCbCr411<From565>;
+constexpr auto zeliBGR555ToYCbCr411_16u8u_C3P3R = toYCbCr411<From555>;
+constexpr auto zeliBGR565ToYCbCr411_16u8u_C3P3R = toYCbCr411<From565>;
 constexpr Conversion zeliBGR555ToYCbCr420_16u8u_C3P3R = toYCbCr420<From555>;
 constexpr Conversion zeliBGR565ToYCbCr420_16u8u_C3P3R = toYCbCr420<From565>;
 constexpr Conversion zeliBGR555ToYCrCb420_16u8u_C3P3R = toYCrCb420<From555>;

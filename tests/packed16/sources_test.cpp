@@ -15,7 +15,8 @@ class WordConversion : public Conversion {
     void convertAllWords(int width, int perRow) {
         const ZelSize size{width, 4};
         Random random(seed());
-        const auto [source, destination] = lay(size, {dense, dense}, random, Content::uniform);
+        const Pictures pictures = lay(size, {dense, dense}, random, Content::uniform);
+        const Picture &source = pictures.source, &destination = pictures.destination;
         const model::Image image = source.image();
         const auto fill = [&](auto wordAt) {
             for (int y = 0; y < source.size.height; ++y)
