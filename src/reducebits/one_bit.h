@@ -92,9 +92,9 @@ struct DiffusedBits {
     ZEL_INLINE void load(int32_t* cells, const RowPlace& place, int pixels) const {
         const uint8_t* const from = place.from + place.x;
         constexpr int n = vectorBytes / 4;
-        int i = 0;
-        for (; i + n <= pixels; i += n) storeVector(cells + i, loadBytesAsDwords(from + i));
-        for (; i < pixels; ++i) cells[i] = from[i];
+        const int whole = pixels & -n, rest = pixels & (n - 1);
+        for (int i = 0; i < whole; i += n) storeVector(cells + i, loadBytesAsDwords(from + i));
+        for (int i = 0; i < rest; ++i) cells[whole + i] = from[whole + i];
     }
     ZEL_INLINE void store(const RowPlace& place, const int32_t* isSet, int pixels) const {
         constexpr int n = vectorBytes / 4;
