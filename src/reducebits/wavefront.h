@@ -38,6 +38,7 @@ struct RowPlace {
     uint8_t* to;
     int x;  // negative before the first row
     int y;
+    int channel;
     int64_t row;  // of the tall image
 };
 
@@ -69,6 +70,7 @@ class Wavefront {
 
   public:
     static constexpr int lanesOfVector = vectorBytes / 4, lanes = Rule::registers * lanesOfVector;
+    static_assert(std::has_single_bit(unsigned(lanes)));
 
     // Cells in which the errors of rows go round; none where there are too many.
     ZEL_INLINE static int32_t cellsOf(const TallImage& image) {
@@ -82,8 +84,8 @@ class Wavefront {
         for (int i = 0; i < Rule::rowsAbove; ++i) passed_[i] = passed + ptrdiff_t{i} * period_;
         rows_ = int64_t{image.size.height} * image.channels;
         for (int l = 0; l < active_; ++l) {
-            places_[l].row = l;
-            enterRow(places_[l]);
+            places_[l] = {};
+            goDown(places_[l], l);
             places_[l].x = -l * Rule::lag;
         }
         // Lanes that stay empty.
@@ -94,7 +96,8 @@ class Wavefront {
     template <class Samples>
     ZEL_INLINE void run(const Rule& rule, const Samples& samples) {
         const int64_t last = rows_ - 1;
-        int64_t steps = last / active_ * period_ + last % active_ * Rule::lag + image_.size.width;
+        const auto inLane = int(last & (active_ - 1));  // the number of lanes is a power of two
+        int64_t steps = (last >> __builtin_ctz(unsigned(active_))) * period_ + inLane * Rule::lag + image_.size.width;
         for (; steps > 0; steps -= runPixels) {
             for (int l = 0; l < active_; ++l) load(samples, l);
             for (int first = 0; first < runPixels; first += stepsAtOnce) takeSteps(rule, first);
@@ -113,12 +116,16 @@ class Wavefront {
         return row < least ? least : row;
     }
 
-    ZEL_INLINE void enterRow(RowPlace& place) const {
-        const auto channel = size_t(place.row / image_.size.height);
+    // To the start of a row some rows further on, where the next channel follows the last row of one.
+    ZEL_INLINE void goDown(RowPlace& place, int rows) const {
+        const auto height = unsigned(image_.size.height);
+        unsigned y = unsigned(place.y) + unsigned(rows);
+        for (; y >= height; y -= height) ++place.channel;
         place.x = 0;
-        place.y = int(place.row % image_.size.height);
-        place.from = moved(image_.from, image_.fromStep * size_t(place.y) + channel * size_t(image_.fromBytes));
-        place.to = moved(image_.to, image_.toStep * size_t(place.y) + channel * size_t(image_.toBytes));
+        place.y = int(y);
+        place.row += rows;
+        place.from = moved(image_.from, image_.fromStep * size_t(y) + size_t(place.channel) * size_t(image_.fromBytes));
+        place.to = moved(image_.to, image_.toStep * size_t(y) + size_t(place.channel) * size_t(image_.toBytes));
     }
 
     // Takes a place along a run. Calls pixels(place, at, n) for those that are pixels and margin(at, n) for the others.
@@ -143,10 +150,7 @@ class Wavefront {
                 margin(at, n);
             at += n;
             place.x += n;
-            if (place.x == period_) {
-                place.row += active_;
-                enterRow(place);
-            }
+            if (place.x == period_) goDown(place, active_);
         }
     }
 
