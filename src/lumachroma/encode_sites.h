@@ -2,6 +2,7 @@
 // (4:2:0) or 4 x 1 pixels (4:1:1).
 #pragma once
 
+#include "lumachroma/encode_lifted.h"
 #include "lumachroma/encode_pairs.h"
 #include "lumachroma/encoding.h"
 
@@ -150,9 +151,21 @@ struct Rules {
     Kernel block, tail;
 };
 
+// Pixels of four bytes by rules in words are lifted, where that is faster.
+template <class From, class Luma, class Chroma>
+inline constexpr bool areLifted = false;
+template <int shift, class Product, int chromaShift, Outer firstFrom>
+inline constexpr bool areLifted<From4, TruncatedLuma<shift>, DifferenceChroma<Product, chromaShift, firstFrom>> =
+    LiftedFour::hasPairs;
+template <class Product, int shift, Outer firstFrom>
+inline constexpr bool areLifted<From4, RoundedLuma, DifferenceChroma<Product, shift, firstFrom>> = LiftedFour::hasPairs;
+
 template <int rows, class From, class To, class Luma, class Chroma>
 constexpr Kernel pairKernel(const EncodeConstants<Luma, Chroma>& constants) {
-    return kernel<EncodePairs<rows, From, SiteMatrix<Luma, Chroma>, To>>(constants);
+    if constexpr (areLifted<From, Luma, Chroma>)
+        return kernel<EncodeLifted<rows, LiftedFour, Luma, Chroma, To>>(constants);
+    else
+        return kernel<EncodePairs<rows, From, SiteMatrix<Luma, Chroma>, To>>(constants);
 }
 template <class From, class Luma, class Chroma>
 constexpr Kernel quadKernel(const EncodeConstants<Luma, Chroma>& constants) {
