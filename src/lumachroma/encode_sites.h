@@ -151,18 +151,17 @@ struct Rules {
     Kernel block, tail;
 };
 
-// Pixels of four bytes by rules in words are lifted, where that is faster.
+// Pixels of four bytes can be lifted for rules in words.
 template <class From, class Luma, class Chroma>
-inline constexpr bool areLifted = false;
+inline constexpr bool canBeLifted = false;
 template <int shift, class Product, int chromaShift, Outer firstFrom>
-inline constexpr bool areLifted<From4, TruncatedLuma<shift>, DifferenceChroma<Product, chromaShift, firstFrom>> =
-    LiftedFour::hasPairs;
+inline constexpr bool canBeLifted<From4, TruncatedLuma<shift>, DifferenceChroma<Product, chromaShift, firstFrom>> = true;
 template <class Product, int shift, Outer firstFrom>
-inline constexpr bool areLifted<From4, RoundedLuma, DifferenceChroma<Product, shift, firstFrom>> = LiftedFour::hasPairs;
+inline constexpr bool canBeLifted<From4, RoundedLuma, DifferenceChroma<Product, shift, firstFrom>> = true;
 
 template <int rows, class From, class To, class Luma, class Chroma>
 constexpr Kernel pairKernel(const EncodeConstants<Luma, Chroma>& constants) {
-    if constexpr (areLifted<From, Luma, Chroma>)
+    if constexpr (canBeLifted<From, Luma, Chroma> && LiftedFour::pairsPay(rows))
         return kernel<EncodeLifted<rows, LiftedFour, Luma, Chroma, To>>(constants);
     else
         return kernel<EncodePairs<rows, From, SiteMatrix<Luma, Chroma>, To>>(constants);
