@@ -159,13 +159,13 @@ struct ReorderKernel {
     static constexpr int sites = vectorBytes / 4, blocksAtOnce = 4;
     static constexpr bool keepsUp = true;
 
-    ZEL_INLINE explicit ReorderKernel(const Constants& k) : places_(everyLane(k.place)) {}
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        storeVector(row.out[0] + block * vectorBytes, shuffle(loadBytes(row.in[0] + block * vectorBytes), places_));
+    // Several of the narrower vectors at a time, or the loop costs as much as their stores.
+    ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
+        const Bytes places = everyLane(k.place);
+#pragma GCC unroll(vectorBytes == lineBytes ? 1 : 4)
+        for (size_t i = 0; i < count; ++i)
+            storeVector(row.out[0] + i * vectorBytes, shuffle(loadBytes(row.in[0] + i * vectorBytes), places));
     }
-
-  private:
-    Bytes places_;
 };
 
 template <Pairing p>

@@ -11,6 +11,7 @@ ZEL_INLINE void copyRow(Destination to, const uint8_t* from, size_t bytes) {
     if (bytes < vectorBytes) return copyShort(to, from, bytes);
     const Bytes last = loadBytes(from + bytes - vectorBytes);
     storeVector(to, loadBytes(from));
+#pragma GCC unroll 4
     for (size_t i = vectorBytes - reinterpret_cast<uintptr_t>(static_cast<uint8_t*>(to)) % vectorBytes; i + vectorBytes <= bytes;
          i += vectorBytes)
         storeVector(to + i, loadBytes(from + i));
@@ -20,14 +21,15 @@ ZEL_INLINE void copyRow(Destination to, const uint8_t* from, size_t bytes) {
 // A plane to a plane, each row to one row or to two. A block is a byte.
 template <int rows>
 inline void copyRows(const void*, const Row& first, const Steps& steps, size_t groups, size_t count) {
-    Row row = first;
-    for (; groups != 0; --groups) {
-        for (int r = 0; r < rows; ++r) {
-            copyRow(static_cast<const Row&>(row).out[r], row.in[0], count);
-            row.out[r] = moved(row.out[r], steps.out[r]);
+    askOnce<true>(first, [&](Row row) ZEL_INLINE_LAMBDA {
+        for (size_t left = groups; left != 0; --left) {
+            for (int r = 0; r < rows; ++r) {
+                copyRow(static_cast<const Row&>(row).out[r], row.in[0], count);
+                row.out[r] = moved(row.out[r], steps.out[r]);
+            }
+            row.in[0] = moved(row.in[0], steps.in[0]);
         }
-        row.in[0] = moved(row.in[0], steps.in[0]);
-    }
+    });
 }
 
 template <int rows>

@@ -94,6 +94,39 @@ constexpr bool looksAtPlace = requires {
     requires K::seesPlace;
 };
 
+// Calls convert(row). Moves are so short that a question at each store, whether it bypasses the caches, costs half of their
+// speed: they have code of its own for rows whose stores don't.
+template <bool isMove, class Convert>
+ZEL_INLINE void askOnce(const Row& first, const Convert& convert) {
+    if (isMove && first.out.bypassing == 0) {
+        Row row = first;
+        row.out.bypassing = 0;
+        convert(row);
+    } else {
+        convert(first);
+    }
+}
+
+// The row is a copy that no store can reach, so its pointers stay in registers.
+template <class K>
+ZEL_INLINE void convertBlocks(const typename K::Constants& k, Row row, const Steps& steps, size_t groups, size_t count) {
+    // Written out, or the pointers go through memory.
+    const auto next = [&]() ZEL_INLINE_LAMBDA {
+#pragma GCC unroll 8
+        for (int i = 0; i < maxSources; ++i) row.in[i] = moved(row.in[i], steps.in[i]);
+#pragma GCC unroll 8
+        for (int i = 0; i < maxDestinations; ++i) row.out[i] = moved(row.out[i], steps.out[i]);
+        ++row.place.group;
+    };
+    if constexpr (requires { K::blocks(k, row, count); }) {
+        for (; groups != 0; --groups, next()) K::blocks(k, row, count);
+    } else {
+        const K convertBlock(k);
+        for (; groups != 0; --groups, next())
+            for (size_t i = 0; i < count; ++i) convertBlock(row, i);
+    }
+}
+
 // The kernel K, a type made from its `Constants` that converts one block of a row by its call operator, or some blocks by
 // `blocks`. The constants must outlive the calls.
 template <class K>
@@ -101,22 +134,8 @@ constexpr Kernel kernel(const typename K::Constants* constants) {
     static_assert(std::has_single_bit(unsigned{K::sites}));
     constexpr auto blocks = [](const void* c, const Row& first, const Steps& steps, size_t groups, size_t count) {
         const auto& k = *static_cast<const typename K::Constants*>(c);
-        Row row = first;  // which no store can reach, so the pointers stay in registers
-        // Written out, or the pointers go through memory.
-        const auto next = [&]() ZEL_INLINE_LAMBDA {
-#pragma GCC unroll 8
-            for (int i = 0; i < maxSources; ++i) row.in[i] = moved(row.in[i], steps.in[i]);
-#pragma GCC unroll 8
-            for (int i = 0; i < maxDestinations; ++i) row.out[i] = moved(row.out[i], steps.out[i]);
-            ++row.place.group;
-        };
-        if constexpr (requires { K::blocks(k, row, count); }) {
-            for (; groups != 0; --groups, next()) K::blocks(k, row, count);
-        } else {
-            const K convertBlock(k);
-            for (; groups != 0; --groups, next())
-                for (size_t i = 0; i < count; ++i) convertBlock(row, i);
-        }
+        constexpr bool isMove = requires { K::blocksAtOnce; };
+        askOnce<isMove>(first, [&](const Row& row) ZEL_INLINE_LAMBDA { convertBlocks<K>(k, row, steps, groups, count); });
     };
     Kernel result{blocks, constants, K::sites, looksAtPlace<K>};
     if constexpr (requires { K::blocksAtOnce; }) result.blocksAtOnce = K::blocksAtOnce;

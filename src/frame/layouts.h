@@ -46,6 +46,12 @@ struct ToPacked4 {
     ZEL_INLINE static void store(const Row& row, int r, size_t block, Triple t) {
         Interleaved4::store<order>(row.out[r] + block * blockPixels * 4, t, splatByte(uint8_t(row.alpha.bits)));
     }
+
+    static constexpr bool wantsDealt = Interleaved4::wantsDealt;
+    template <Order order>
+    ZEL_INLINE static void storeDealt(const Row& row, int r, size_t block, Triple t) {
+        Interleaved4::storeDealt<order>(row.out[r] + block * blockPixels * 4, t, splatByte(uint8_t(row.alpha.bits)));
+    }
 };
 
 // The fourth byte of every pixel stays.

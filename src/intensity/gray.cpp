@@ -61,31 +61,6 @@ WordWeights wordWeights(const GivenWeights<float>& given) {
 // s + 64 >> 7
 ZEL_INLINE Words roundedLight(UWords s) { return mulRound((Words)s, splatWord(256)); }
 
-struct LiftedFour {
-    static constexpr int bytes = 4;
-    ZEL_INLINE static Lifted load(const uint8_t* p) { return lifted(Interleaved4::load(p)); }
-
-    // The gray of a block by light weights, with the channels where they are: red and blue are the words of one product, green of
-    // another.
-    class Light {
-      public:
-        ZEL_INLINE explicit Light(const WordWeights& k)
-            : outer_((UWords)splatWords(k.c[0], k.c[2])), green_((UWords)splatWords(k.c[1], 0)) {}
-
-        ZEL_INLINE Bytes operator()(const uint8_t* p) const {
-            const auto sums = [&](int i) ZEL_INLINE_LAMBDA {
-                const UWords v = (UWords)loadBytes(p + i * vectorBytes);
-                return mulAddPairs((Words)(mulHigh(v << 8, outer_) + mulHigh(v & 0xff00, green_)), splatWord(1));
-            };
-            const auto gray = [&](int i) ZEL_INLINE_LAMBDA { return roundedLight((UWords)packWords(sums(i), sums(i + 1))); };
-            return inOrderOfQuarters(packBytes(gray(0), gray(2)));
-        }
-
-      private:
-        UWords outer_, green_;
-    };
-};
-
 // Bytes, in most columns: products lose their low eight bits one by one, so that the sum has room in a word. Heavier weights than
 // the fixed ones may carry it beyond the signed words, and then it comes out black.
 template <class Pixels>
@@ -96,30 +71,29 @@ class GrayInWords {
     static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
-        if (!k.areLight()) {
-            const auto add = [](UWords a, UWords b) { return addSaturated(a, b); };
-            const auto rounded = [&](UWords s) { return (Words)add(s, (UWords)splatWord(64)) >> 7; };
-            convertBlocks(k, row, count, add, rounded);
-        } else if constexpr (requires { typename Pixels::Light; }) {
-            const typename Pixels::Light gray(k);
-            for (size_t i = 0; i < count; ++i)
-                storeVector(row.out[0] + i * blockPixels, gray(row.in[0] + i * blockPixels * Pixels::bytes));
-        } else {
-            const auto add = [](UWords a, UWords b) { return a + b; };
-            convertBlocks(k, row, count, add, roundedLight);
-        }
+        if (k.areLight())
+            convertBlocks(
+                k, row, count, [](UWords a, UWords b) { return a + b; }, roundedLight);
+        else
+            convertBlocks(
+                k, row, count, [](UWords a, UWords b) { return addSaturated(a, b); }, roundedHeavy);
     }
 
   private:
+    ZEL_INLINE static Words roundedHeavy(UWords s) {
+        const Words half = (Words)addSaturated(s, (UWords)splatWord(64));
+        return half >> 7 & ~(half >> 15);
+    }
+
     template <class Add, class Rounded>
     ZEL_INLINE static void convertBlocks(const Constants& k, const Row& row, size_t count, Add add, Rounded rounded) {
         const UWords c0 = (UWords)splatWord(k.c[0]), c1 = (UWords)splatWord(k.c[1]), c2 = (UWords)splatWord(k.c[2]);
-        const auto gray = [&](const UWords(&x)[3]) ZEL_INLINE_LAMBDA {
-            return rounded(add(add(mulHigh(x[0], c0), mulHigh(x[1], c1)), mulHigh(x[2], c2)));
+        const auto gray = [&](const LiftedHalf& x) ZEL_INLINE_LAMBDA {
+            return rounded(add(add(mulHigh(x.a, c0), mulHigh(x.b, c1)), mulHigh(x.c, c2)));
         };
         for (size_t i = 0; i < count; ++i) {
             const Lifted x = Pixels::load(row.in[0] + i * blockPixels * Pixels::bytes);
-            storeVector(row.out[0] + i * blockPixels, packBytes(gray(x.first), gray(x.second)));
+            storeVector(row.out[0] + i * blockPixels, Pixels::inOrder(gray(x.first), gray(x.second)));
         }
     }
 };

@@ -65,8 +65,8 @@ constexpr ExactDecodeConstants exact4096(ChannelOrder channels) {
 // 4:1:1 has coefficients of its own for luma and for green.
 constexpr ExactDecodeConstants exact411 = exactConstants({76294, 104595, -53281, -25625, 132186}, ChannelOrder::bgr, 32768);
 
-using WordAdding = BiasedDecode<Green::adds, 4>;
-using WordSubtracting = BiasedDecode<Green::subtracts, 4>;
+using WordAdding = BiasedDecode<Green::adds, 4, Last::rounded>;
+using WordSubtracting = BiasedDecode<Green::subtracts, 4, Last::rounded>;
 using Plain = BiasedDecode<Green::subtracts, 3>;
 using Folded = FoldedDecode<3>;
 using FoldedFull = FoldedDecode<4>;
@@ -130,9 +130,11 @@ constexpr Conversion decodePackedFolded(Layout to) {
 template <class To, const DecodeMatrix& word_, const DecodeMatrix& exact_, ChannelOrder channels>
 constexpr Conversion decodeChromaFirst(Layout to) {
     constexpr ChromaOrder order = channels == ChannelOrder::rgb ? qFirst : pFirst;
+    // Another black than 16 stands in the rounding, which is no half then.
+    using Rule = BiasedDecode<Green::adds, 4, word_.black == 16 ? Last::rounded : Last::shifted>;
     const Kernel tail = decode<1, FromChromaFirst, ExactDecode, To, exact<exact_, 32768>, channels, order>;
     return decodePacked422<Packed::chromaFirst>(
-        to, wholeBlocks<8>, decode<1, FromChromaFirst, WordAdding, To, word<word_, Green::adds>, channels, order>, tail, tail);
+        to, wholeBlocks<8>, decode<1, FromChromaFirst, Rule, To, word<word_, Green::adds>, channels, order>, tail, tail);
 }
 
 constexpr Conversion decode411(Layout to, Kernel rule) { return {.site = {4, 1}, .from = planes411, .to = to, .block = rule}; }

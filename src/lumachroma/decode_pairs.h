@@ -31,8 +31,9 @@ struct FromChromaInterleaved {
     }
 };
 
-template <Packed packed>
+template <Packed packed, bool deals = false>
 struct FromPacked422 {
+    using Dealt = FromPacked422<packed, true>;
     ZEL_INLINE static Bytes luma(const Row& row, size_t block, int) {
         return packed == Packed::lumaFirst ? parted(row, block).even : parted(row, block).odd;
     }
@@ -42,7 +43,9 @@ struct FromPacked422 {
     }
 
   private:
-    ZEL_INLINE static Parted parted(const Row& row, size_t block) { return loadParted(row.in[0] + block * blockPixels * 2); }
+    ZEL_INLINE static Parted parted(const Row& row, size_t block) {
+        return loadParted<deals>(row.in[0] + block * blockPixels * 2);
+    }
 };
 using FromPackedPairs = FromPacked422<Packed::lumaFirst>;
 using FromChromaFirst = FromPacked422<Packed::chromaFirst>;
@@ -66,10 +69,23 @@ struct DecodePairs {
     ZEL_INLINE explicit DecodePairs(const Constants& k) : rule(k.rule, k.order) {}
 
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const auto terms = From::chroma(rule, row, block);
-        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
-            To::template store<Rule::order>(row, r, block, rule.pixels(From::luma(row, block, r), terms));
-        });
+        // Sources that can deal pixels out to the lanes do so for destinations that store them faster then.
+        if constexpr (requires {
+                          typename From::Dealt;
+                          requires To::wantsDealt;
+                      })
+            convert<typename From::Dealt>(
+                row, block, [&](int r, Triple t) ZEL_INLINE_LAMBDA { To::template storeDealt<Rule::order>(row, r, block, t); });
+        else
+            convert<From>(row, block,
+                          [&](int r, Triple t) ZEL_INLINE_LAMBDA { To::template store<Rule::order>(row, r, block, t); });
+    }
+
+  private:
+    template <class Source, class Put>
+    ZEL_INLINE void convert(const Row& row, size_t block, const Put& put) const {
+        const auto terms = Source::chroma(rule, row, block);
+        unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA { put(r, rule.pixels(Source::luma(row, block, r), terms)); });
     }
 };
 

@@ -27,12 +27,16 @@ struct ChromaTerms {
 // 64 Y times twice the coefficient is 128 Y times the coefficient.
 ZEL_INLINE Words luma64(Bytes luma, Parity parity) { return mulAddPairs(luma, weightsOf(parity == Parity::even, 64)); }
 
-template <Green green, int shift>
+// How sums lose their last bits: shifted, after any rounding was added, or rounded to the nearest by a multiply.
+enum class Last { shifted, rounded };
+
+template <Green green, int bits, Last last = Last::shifted>
 ZEL_INLINE Triple combine(Words evenLuma, Words oddLuma, const ChromaTerms& even, const ChromaTerms& odd) {
     const auto greenOf = [](Words y, Words b) { return green == Green::adds ? y + b : y - b; };
-    return {packBytes((evenLuma + even.a) >> shift, (oddLuma + odd.a) >> shift),
-            packBytes(greenOf(evenLuma, even.b) >> shift, greenOf(oddLuma, odd.b) >> shift),
-            packBytes((evenLuma + even.c) >> shift, (oddLuma + odd.c) >> shift)};
+    const auto quotient = [](Words x) { return last == Last::shifted ? x >> bits : mulRound(x, splatWord(1 << (15 - bits))); };
+    const auto bytes = [&](Words even, Words odd) { return packBytes(quotient(even), quotient(odd)); };
+    return {bytes(evenLuma + even.a, oddLuma + odd.a), bytes(greenOf(evenLuma, even.b), greenOf(oddLuma, odd.b)),
+            bytes(evenLuma + even.c, oddLuma + odd.c)};
 }
 
 // With u = p - 128 and v = q - 128:
@@ -43,7 +47,8 @@ struct BiasedConstants {
     int16_t ky, pa, pb, qb, qc, rounding;
 };
 
-template <Green green, int shift>
+// With Last::rounded the rounding must be the half.
+template <Green green, int shift, Last last = Last::shifted>
 class BiasedDecode {
   public:
     using Constants = BiasedConstants;
@@ -68,7 +73,7 @@ class BiasedDecode {
 
     // The bytes of two pixels for each site: the even pixels in the low half of a lane, the odd ones in the high half.
     ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& even, const ChromaTerms& odd) const {
-        return combine<green, shift>(lumaTerm(luma, Parity::even), lumaTerm(luma, Parity::odd), even, odd);
+        return combine<green, shift, last>(lumaTerm(luma, Parity::even), lumaTerm(luma, Parity::odd), even, odd);
     }
     ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& pair) const { return pixels(luma, pair, pair); }
 
@@ -86,7 +91,8 @@ class BiasedDecode {
         return {mulHigh(u, pa_), mulHigh(u, pb_) + mulHigh(v, qb_), mulHigh(v, qc_)};
     }
     ZEL_INLINE Words lumaTerm(Bytes luma, Parity parity) const {
-        return mulHigh(luma64(luma, parity) - splatWord(64 * 16), ky_) + rounding_;
+        const Words term = mulHigh(luma64(luma, parity) - splatWord(64 * 16), ky_);
+        return last == Last::shifted ? term + rounding_ : term;
     }
 
     Words ky_, pa_, pb_, qb_, qc_, rounding_;

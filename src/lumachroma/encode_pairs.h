@@ -32,21 +32,31 @@ struct Limited : Rule {
     }
 };
 
-// Destinations. The first chroma stream follows the luma rows. Chroma is bounded to bytes, save that of interleaved planes, which
-// is in them already.
+// Chroma to two planes, and to bytes in turn.
+template <class Pair>
+ZEL_INLINE void storeSites(uint8_t* first, uint8_t* second, Pair chroma) {
+    storeHalves(first, second, chroma.bounded());
+}
+template <class Pair>
+ZEL_INLINE Bytes inTurn(Pair chroma) {
+    return shuffle(chroma.bounded(), everyLane(quads::natural));
+}
+
+// Destinations. The first chroma stream follows the luma rows. Chroma is bounded to bytes.
 struct ToChromaPlanes {
     static constexpr bool hasLumaStreams = true;
     template <class Pair>
     ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, Pair chroma) {
         const size_t at = block * blockPixels / 2;
-        storeHalves(row.out[stream] + at, row.out[stream + 1] + at, chroma.bounded());
+        storeSites(row.out[stream] + at, row.out[stream + 1] + at, chroma);
     }
 };
 
 struct ToChromaInterleaved {
     static constexpr bool hasLumaStreams = true;
-    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, ChromaPair chroma) {
-        storeVector(row.out[stream] + block * blockPixels, chroma.first | chroma.second << 8);
+    template <class Pair>
+    ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes, Pair chroma) {
+        storeVector(row.out[stream] + block * blockPixels, inTurn(chroma));
     }
 };
 
@@ -55,9 +65,9 @@ struct ToPacked422 {
     static constexpr bool hasLumaStreams = false;
     template <class Pair>
     ZEL_INLINE static void store(const Row& row, int, size_t block, Bytes luma, Pair chroma) {
-        const Bytes inTurn = shuffle(chroma.bounded(), everyLane(quads::natural));
+        const Bytes pairs = inTurn(chroma);
         const bool lumaFirst = packed == Packed::lumaFirst;
-        storeInterleaved(row.out[0] + block * blockPixels * 2, lumaFirst ? luma : inTurn, lumaFirst ? inTurn : luma);
+        storeInterleaved(row.out[0] + block * blockPixels * 2, lumaFirst ? luma : pairs, lumaFirst ? pairs : luma);
     }
 };
 using ToPackedPairs = ToPacked422<Packed::lumaFirst>;

@@ -2,6 +2,7 @@
 // (4:2:0) or 4 x 1 pixels (4:1:1).
 #pragma once
 
+#include "lumachroma/encode_lifted.h"
 #include "lumachroma/encode_pairs.h"
 #include "lumachroma/encoding.h"
 
@@ -150,9 +151,20 @@ struct Rules {
     Kernel block, tail;
 };
 
+// Pixels of four bytes can be lifted for rules in words.
+template <class From, class Luma, class Chroma>
+inline constexpr bool canBeLifted = false;
+template <int shift, class Product, int chromaShift, Outer firstFrom>
+inline constexpr bool canBeLifted<From4, TruncatedLuma<shift>, DifferenceChroma<Product, chromaShift, firstFrom>> = true;
+template <class Product, int shift, Outer firstFrom>
+inline constexpr bool canBeLifted<From4, RoundedLuma, DifferenceChroma<Product, shift, firstFrom>> = true;
+
 template <int rows, class From, class To, class Luma, class Chroma>
 constexpr Kernel pairKernel(const EncodeConstants<Luma, Chroma>& constants) {
-    return kernel<EncodePairs<rows, From, SiteMatrix<Luma, Chroma>, To>>(constants);
+    if constexpr (canBeLifted<From, Luma, Chroma> && LiftedFour::pairsPay(rows))
+        return kernel<EncodeLifted<rows, LiftedFour, Luma, Chroma, To>>(constants);
+    else
+        return kernel<EncodePairs<rows, From, SiteMatrix<Luma, Chroma>, To>>(constants);
 }
 template <class From, class Luma, class Chroma>
 constexpr Kernel quadKernel(const EncodeConstants<Luma, Chroma>& constants) {

@@ -12,7 +12,7 @@
 // place in the pixel: a and c are red and blue in the order of the layout, b is green.
 #pragma once
 
-#include "simd/pixels.h"
+#include "simd/lifted.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -86,11 +86,16 @@ class TruncatedLuma {
 
     template <Parity parity>
     ZEL_INLINE UWords at(Triple t) const {
-        return mulHigh(times256<parity>(t.a), a_) + mulHigh(times256<parity>(t.b), b_) + mulHigh(times256<parity>(t.c), c_) +
-               bias_;
+        return sum({times256<parity>(t.a), times256<parity>(t.b), times256<parity>(t.c)});
     }
 
+    // Of lifted samples.
+    static constexpr int bits = 8;
+    ZEL_INLINE Words words(const LiftedHalf& x) const { return (Words)(sum(x) >> shift); }
+
   private:
+    ZEL_INLINE UWords sum(const LiftedHalf& x) const { return mulHigh(x.a, a_) + mulHigh(x.b, b_) + mulHigh(x.c, c_) + bias_; }
+
     UWords a_, b_, c_, bias_;
 };
 
@@ -116,12 +121,17 @@ class RoundedLuma {
 
     template <Parity parity>
     ZEL_INLINE UWords at(Triple t) const {
-        // The rounding multiply drops 15 bits: 64 x times 2 k leaves x k / 256.
-        return (UWords)(mulRound(times64<parity>(t.a), a_) + mulRound(times64<parity>(t.b), b_) +
-                        mulRound(times64<parity>(t.c), c_) + bias_);
+        return (UWords)sum(times64<parity>(t.a), times64<parity>(t.b), times64<parity>(t.c));
     }
 
+    // Of lifted samples.
+    static constexpr int bits = 6;
+    ZEL_INLINE Words words(const LiftedHalf& x) const { return sum((Words)x.a, (Words)x.b, (Words)x.c) >> shift; }
+
   private:
+    // The rounding multiply drops 15 bits: 64 x times 2 k leaves x k / 256.
+    ZEL_INLINE Words sum(Words a, Words b, Words c) const { return mulRound(a, a_) + mulRound(b, b_) + mulRound(c, c_) + bias_; }
+
     Words a_, b_, c_, bias_;
 };
 

@@ -199,6 +199,8 @@ inline constexpr GatherPatterns gather = gatherPatterns();
 // Four interleaved bytes a pixel, the fourth alpha or ignored.
 struct Interleaved4 {
     static constexpr int bytes = 4;
+    // Whether pixels that were dealt out to the lanes in turn by fours are stored faster.
+    static constexpr bool wantsDealt = lanes == 2;
 
     ZEL_INLINE static Triple load(const uint8_t* p) {
         const Quad q = loadFour(p);
@@ -238,6 +240,12 @@ struct Interleaved4 {
             storeLanes(p + 16 * i, 64, v);
 #endif
         });
+    }
+
+    // Pixels that were dealt out to the lanes in turn by fours.
+    template <Order order>
+    ZEL_INLINE static void storeDealt(Destination p, Triple t, Bytes alpha) {
+        storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + vectorBytes * i, v); });
     }
 
     // The fourth byte of every pixel is written with what it held, at the widest level not at all.

@@ -98,6 +98,17 @@ ZEL_INLINE void unrolled(const F& f) {
     }
 }
 
+// The value, computed here: compilers like to put sums off until they are used, and keep all that they are made of until then.
+template <class V>
+ZEL_INLINE V computed(V v) {
+#if ZEL_LANES == 4
+    asm("" : "+v"(v));
+#else
+    asm("" : "+x"(v));
+#endif
+    return v;
+}
+
 // Lane l from the 16 bytes at p + l*stride.
 ZEL_INLINE Bytes loadLanes(const uint8_t* p, [[maybe_unused]] ptrdiff_t stride) {
     const __m128i first = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
@@ -231,6 +242,17 @@ ZEL_INLINE UWords subtractSaturated(UWords a, UWords b) { return (UWords)ZEL_MM(
 ZEL_INLINE Bytes mean(Bytes a, Bytes b) { return (Bytes)ZEL_MM(avg_epu8)((Register)a, (Register)b); }
 ZEL_INLINE UWords mean(UWords a, UWords b) { return (UWords)ZEL_MM(avg_epu16)((Register)a, (Register)b); }
 
+// The words at even places of a and those at odd places of b, where they are.
+ZEL_INLINE Words evenThenOdd(Words a, Words b) {
+#if ZEL_LANES == 4
+    return (Words)_mm512_mask_mov_epi16((Register)a, 0xaaaaaaaa, (Register)b);
+#elif ZEL_LANES == 2
+    return (Words)_mm256_blend_epi16((Register)a, (Register)b, 0xaa);
+#else
+    return (a & splatWords(-1, 0)) | (b & splatWords(0, -1));
+#endif
+}
+
 // The mean of unsigned words, cut off.
 ZEL_INLINE UWords meanBelow(UWords a, UWords b) { return (a & b) + ((a ^ b) >> 1); }
 
@@ -257,6 +279,16 @@ ZEL_INLINE Dwords interleaveLow(Dwords a, Dwords b) { return (Dwords)ZEL_MM(unpa
 ZEL_INLINE Dwords interleaveHigh(Dwords a, Dwords b) { return (Dwords)ZEL_MM(unpackhi_epi32)((Register)a, (Register)b); }
 ZEL_INLINE Bytes interleaveLow64(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpacklo_epi64)((Register)a, (Register)b); }
 ZEL_INLINE Bytes interleaveHigh64(Bytes a, Bytes b) { return (Bytes)ZEL_MM(unpackhi_epi64)((Register)a, (Register)b); }
+
+// The dwords at even places of the lanes of a and b, a in the low halves, and those at odd places.
+ZEL_INLINE Dwords evenDwords(Dwords a, Dwords b) {
+    using Floating = decltype(ZEL_MM(setzero_ps)());
+    return (Dwords)ZEL_MM(shuffle_ps)((Floating)a, (Floating)b, 0x88);
+}
+ZEL_INLINE Dwords oddDwords(Dwords a, Dwords b) {
+    using Floating = decltype(ZEL_MM(setzero_ps)());
+    return (Dwords)ZEL_MM(shuffle_ps)((Floating)a, (Floating)b, 0xdd);
+}
 
 // Bytes of a by the places in pattern; a place above 127 gives 0.
 ZEL_INLINE Bytes shuffle(Bytes a, Bytes pattern) { return (Bytes)ZEL_MM(shuffle_epi8)((Register)a, (Register)pattern); }
@@ -419,7 +451,8 @@ ZEL_INLINE PackOrder loadInPackOrder(const uint8_t* p) {
 #endif
 }
 
-// Crosses lanes: of two vectors' worth of consecutive bytes those at even places, and those at odd ones.
+// Crosses lanes: of two vectors' worth of consecutive bytes those at even places, and those at odd ones. Where there are two
+// lanes they can be dealt out to them in turn by fours, rather than one half to each.
 struct Parted {
     Bytes even, odd;
 };
@@ -437,6 +470,7 @@ inline constexpr PartedPatterns parted = [] {
     return p;
 }();
 #endif
+template <bool deals = false>
 ZEL_INLINE Parted loadParted(const uint8_t* p) {
 #if ZEL_LANES == 4
     const Register low = (Register)loadBytes(p), high = (Register)loadBytes(p + 64);
@@ -444,7 +478,8 @@ ZEL_INLINE Parted loadParted(const uint8_t* p) {
             (Bytes)_mm512_permutex2var_epi8(low, (Register)loadBytes(parted.odd), high)};
 #else
     alignas(16) constexpr uint8_t evenThenOdd[16] = {0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15};
-    const PackOrder pairs = loadInPackOrder(p);
+    const PackOrder pairs =
+        deals ? PackOrder{spreadHalves(loadBytes(p)), spreadHalves(loadBytes(p + vectorBytes))} : loadInPackOrder(p);
     const Bytes pattern = everyLane(evenThenOdd), first = shuffle(pairs.first, pattern), second = shuffle(pairs.second, pattern);
     return {interleaveLow64(first, second), interleaveHigh64(first, second)};
 #endif
