@@ -102,7 +102,9 @@ ZEL_INLINE void unrolled(const F& f) {
 template <class V>
 ZEL_INLINE V computed(V v) {
 #if ZEL_LANES == 4
+#if ZEL_LANES < 4 || defined(__AVX512F__)  // a vector is a register
     asm("" : "+v"(v));
+#endif
 #else
     asm("" : "+x"(v));
 #endif
