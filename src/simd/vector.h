@@ -101,12 +101,10 @@ ZEL_INLINE void unrolled(const F& f) {
 // The value, computed here: compilers like to put sums off until they are used, and keep all that they are made of until then.
 template <class V>
 ZEL_INLINE V computed(V v) {
-#if ZEL_LANES == 4
-#if ZEL_LANES < 4 || defined(__AVX512F__)  // a vector is a register
-    asm("" : "+v"(v));
-#endif
-#else
+#if ZEL_LANES < 4
     asm("" : "+x"(v));
+#elif defined(__AVX512F__)  // otherwise wide vectors are emulated, and are no registers
+    asm("" : "+v"(v));
 #endif
     return v;
 }
