@@ -12,7 +12,7 @@ add_executable(zelcc_tests_emulated $<TARGET_OBJECTS:zelcc_test_objects>
     $<FILTER:$<TARGET_OBJECTS:zelcc_model>,EXCLUDE,features> harness/features.cpp)
 target_compile_definitions(zelcc_tests_emulated PRIVATE ZELCC_EMULATED_AVX512)
 target_include_directories(zelcc_tests_emulated PRIVATE . ${PROJECT_SOURCE_DIR}/zelcore)
-target_link_libraries(zelcc_tests_emulated PRIVATE zelcc_emulated GTest::gtest ${CMAKE_DL_LIBS})
+target_link_libraries(zelcc_tests_emulated PRIVATE zelcc_catalog zelcc_emulated GTest::gtest ${CMAKE_DL_LIBS})
 set_target_properties(zelcc_tests_emulated PROPERTIES ENABLE_EXPORTS ON)
 if(ZELCC_EMULATED_AVX512 STREQUAL ALL)
     add_results(avx512-emulated zelcc_tests_emulated avx512 "*-${left_out}" 4)

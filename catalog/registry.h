@@ -1,0 +1,100 @@
+// Every function of the library in one form, for programs that choose among them by name or format: which formats it leads from
+// and to, and a call that takes planes, steps and whatever else as data. registry.cpp is written from the public headers by
+// catalog/write_registry when it is built.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "zelcc.h"
+
+namespace catalog {
+
+enum class Element : uint8_t { u1, u8, s8, u16, s16, s32, f32, f64 };
+
+constexpr int bytesOf(Element e) {
+    constexpr int bytes[] = {1, 1, 1, 2, 2, 4, 4, 8};
+    return bytes[static_cast<int>(e)];
+}
+
+// Units of a few samples that lie side by side; each serves width x height pixels.
+struct Plane {
+    std::string_view channels;  // of the samples of a unit, parted by spaces
+    int bytes;
+    int width;
+    int height;
+
+    // A unit that pixels fill in part counts as a whole one.
+    constexpr int64_t rowBytes(int64_t pixels) const { return (pixels + width - 1) / width * bytes; }
+    constexpr int64_t rows(int64_t pixels) const { return (pixels + height - 1) / height; }
+    // Samples of a unit, of which a packed word is one.
+    constexpr int samples(Element e) const { return bytes / bytesOf(e); }
+};
+
+struct Format {
+    std::string_view name;  // as users of FFmpeg know it, where it has one
+    std::string_view title;
+    Element element;
+    int planeCount;
+    std::array<Plane, 4> planes;       // in the order of a file
+    int grid = -1;                     // of a mosaic, as ZelBayerGrid
+    std::string_view sameAs = {};      // the format that has the same planes in another order, and stands for this one below
+    std::string_view ffmpegName = {};  // where FFmpeg has it
+
+    constexpr std::span<const Plane> usedPlanes() const { return {planes.data(), static_cast<size_t>(planeCount)}; }
+};
+
+// One side of a call: planes in the order of the function's arguments.
+struct Side {
+    std::array<void*, 4> planes{};
+    std::array<int32_t, 4> steps{};
+};
+
+struct Call {
+    Side source, destination;            // a function that works in place has the second alone
+    ZelSize size{};                      // of the region, of a mosaic's whole image
+    ZelRect region{};                    // of a mosaic
+    uint32_t alpha = UINT32_MAX;         // its low bits, or 1 as a float
+    const void* coefficients = nullptr;  // in the type that the function takes
+    float lowest = 0, highest = 1;
+    int32_t noise = 0, levels = 256, threshold = 127, bitOffset = 0;
+    ZelDitherType dither = zelDitherNone;
+    int32_t slice = zelSliceTop | zelSliceMiddle | zelSliceBottom;
+    int32_t grid = zelBayerRGGB;
+    void* temporary = nullptr;
+    int32_t temporaryStep = 0;
+};
+
+// What a function takes beside images, steps and size.
+enum class Extra : uint8_t { alpha, coefficients, range, reduction, threshold, bitOffset, slice, grid, temporary };
+
+struct Function {
+    std::string_view name;
+    std::string_view header;
+    ZelStatus (*call)(const Call&);
+    Element from, to;
+    int8_t sourcePlanes, targetPlanes;  // pointers that it takes; none for the source if it works in place
+    bool takesSteps;
+    bool takesDoubles = false;  // of coefficients; others are floats
+    int8_t coefficientCount = 0;
+    uint16_t extras = 0;  // a bit each
+
+    constexpr bool takes(Extra extra) const { return extras >> static_cast<int>(extra) & 1; }
+};
+
+// What a function makes of one format. One that looks at no meaning of its channels serves several.
+struct Conversion {
+    uint16_t function, source, target;               // numbers in the lists
+    std::array<int8_t, 4> sourceOrder, targetOrder;  // for each plane of the function the plane of the format
+    std::string_view verb;                           // what it does to samples, if it doesn't lead from one meaning to another
+    std::string_view matrix;                         // by which luma and chroma are computed or undone
+    std::string_view method;                         // filter, interlaced, dither ..., where there is a plain way too
+};
+
+std::span<const Format> formats();      // by name
+std::span<const Function> functions();  // by name
+std::span<const Conversion> conversions();
+
+}  // namespace catalog

@@ -1,0 +1,122 @@
+// The registry of functions and formats, which is read off the headers, beside what the tests know of the exports: the same
+// planes on both sides, and arguments that arrive where they belong.
+#include "catalog/registry.h"
+
+#include <algorithm>
+#include <bit>
+#include <map>
+#include <sstream>
+
+#include "harness/conversion_test.h"
+
+namespace harness {
+namespace {
+
+class Registry : public Conversion {};
+
+// The function leads through these, more than one where it looks at no meaning of its channels.
+std::vector<const catalog::Conversion*> conversionsOf(std::string_view name) {
+    std::vector<const catalog::Conversion*> found;
+    for (const catalog::Conversion& c : catalog::conversions())
+        if (catalog::functions()[c.function].name == name) found.push_back(&c);
+    return found;
+}
+
+void expectPlanes(const catalog::Format& format, const std::array<int8_t, 4>& order, const model::Layout& layout) {
+    ASSERT_EQ(format.planeCount, layout.planeCount) << format.name;
+    for (int i = 0; i < layout.planeCount; ++i) {
+        const catalog::Plane& plane = format.planes[order[i]];
+        EXPECT_EQ(plane.rowBytes(32), layout.planes[i].rowBytes(32)) << format.name << " plane " << i;
+        EXPECT_EQ(plane.rows(32), layout.planes[i].rows(32)) << format.name << " plane " << i;
+    }
+    if (layout.planeCount < 3) return;
+    constexpr std::string_view names[] = {"R Y H", "G Cb L Co", "B Cr S Cg"};
+    for (int channel = 0; channel < 3; ++channel) {
+        const std::string_view name = format.planes[order[layout.channels[channel].plane]].channels;
+        EXPECT_NE(names[channel].find(name), names[channel].npos) << format.name << " has " << name << " as channel " << channel;
+    }
+}
+
+TEST_P(Registry, KnowsThePlanes) {
+    const auto found = conversionsOf(tested().name);
+    ASSERT_FALSE(found.empty());
+    for (const catalog::Conversion* c : found) {
+        expectPlanes(catalog::formats()[c->source], c->sourceOrder, tested().source);
+        expectPlanes(catalog::formats()[c->target], c->targetOrder, tested().destination);
+    }
+}
+
+catalog::Side sideOf(const model::Operand& operand) {
+    catalog::Side side{.steps = operand.steps};
+    std::copy(operand.planes.begin(), operand.planes.end(), side.planes.begin());
+    return side;
+}
+
+TEST_P(Registry, PassesTheArguments) {
+    const catalog::Function& function = catalog::functions()[conversionsOf(tested().name).front()->function];
+    Random random(seed());
+    const ZelSize size = smallSize(36);
+    auto [source, destination] =
+        lay(size, {suited(tested(), dense, size), suited(tested(), dense, size)}, random, Content::uniform);
+    const model::Parameters parameters = tested().firstParameters();
+
+    const Snapshot untouched(destination);
+    const model::Call call{.source = source.operand(),
+                           .destination = destination.operand(),
+                           .size = size,
+                           .alpha = 0x5a,
+                           .slice = tested().slice.argument,
+                           .parameters = parameters};
+    const ZelStatus expected = tested().entry.call(call);
+    Snapshot result(destination);
+    untouched.restore();
+
+    uint32_t alpha = 0x5a;
+    if (function.to == catalog::Element::u16 || function.to == catalog::Element::s16) alpha = parameters.word;
+    if (function.to == catalog::Element::f32) alpha = std::bit_cast<uint32_t>(parameters.numbers[0]);
+    const void* coefficients = nullptr;
+    if (parameters.hasCoefficients)
+        coefficients = function.takesDoubles ? static_cast<const void*>(parameters.doubles.data()) : parameters.floats.data();
+    const ZelStatus status = function.call({.source = sideOf(call.source),
+                                            .destination = sideOf(call.destination),
+                                            .size = size,
+                                            .alpha = alpha,
+                                            .coefficients = coefficients,
+                                            .lowest = parameters.numbers[0],
+                                            .highest = parameters.numbers[1],
+                                            .noise = parameters.integers[0],
+                                            .levels = parameters.integers[2],
+                                            .dither = parameters.integers[1],
+                                            .slice = tested().slice.argument});
+    EXPECT_EQ(status, expected);
+    result.acceptNaNs();
+    EXPECT_EQ(result.difference(), std::nullopt);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Registry,
+    [] {
+        std::vector<const model::Export*> exports;
+        for (const auto family : model::families())
+            for (const model::Export& e : family) exports.push_back(&e);
+        return testing::ValuesIn(exports);
+    }(),
+    nameOf);
+
+TEST(Formats, AreOnesThatCanBeTold) {
+    std::map<std::string, std::string_view> known;
+    for (const catalog::Format& f : catalog::formats()) {
+        std::ostringstream content;
+        content << static_cast<int>(f.element) << f.title.substr(0, f.title.find(','));
+        for (const catalog::Plane& p : f.usedPlanes())
+            content << ';' << p.channels << ' ' << p.bytes << ' ' << p.width << ' ' << p.height;
+        const auto [first, isNew] = known.emplace(content.str(), f.name);
+        EXPECT_TRUE(isNew) << f.name << " has the planes of " << first->second;
+    }
+    EXPECT_TRUE(std::ranges::is_sorted(catalog::formats(), {}, &catalog::Format::name));
+    EXPECT_TRUE(std::ranges::is_sorted(catalog::functions(), {}, &catalog::Function::name));
+    EXPECT_EQ(catalog::functions().size(), 520u);
+}
+
+}  // namespace
+}  // namespace harness
