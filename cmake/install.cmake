@@ -1,10 +1,13 @@
-# Libraries, headers, the CMake package zelcc (targets zelcc::zelcc and zelcc::zelcore) and the pkg-config file. The installed
-# tree can be moved as a whole.
+# Libraries, headers, the CMake package zelcc (targets zelcc::zelcc, zelcc::zelcc_static and zelcc::zelcore) and the pkg-config
+# file. The installed tree can be moved as a whole.
 include(CMakePackageConfigHelpers)
 
 # libzelcc finds its sibling beside itself, wherever that is.
 set_target_properties(zelcc PROPERTIES INSTALL_RPATH $ORIGIN)
-install(TARGETS zelcc zelcore EXPORT zelccTargets)
+install(TARGETS zelcc zelcore zelcc_static zelcore_static EXPORT zelccTargets
+    LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE COMPONENT development)
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
 install(DIRECTORY include/ TYPE INCLUDE FILES_MATCHING PATTERN *.h)
 install(FILES zelcore/zelcore.h TYPE INCLUDE)
 

@@ -5,7 +5,7 @@ endif()
 set(stack -maccumulate-outgoing-args)
 set(emulation -mavx2 -Wno-psabi -include ${CMAKE_CURRENT_LIST_DIR}/avx512.h ${stack})
 add_kernels(zelcc_avx512_emulated avx512 ${emulation})
-add_conversions(zelcc_emulated zelcc_ssse3 zelcc_avx2 zelcc_avx512_emulated zelcc_s8)
+add_conversions(zelcc_emulated SHARED zelcc_ssse3 zelcc_avx2 zelcc_avx512_emulated zelcc_s8)
 target_compile_definitions(zelcc_emulated PRIVATE ZEL_EMULATED_AVX512)
 
 add_executable(zelcc_tests_emulated $<TARGET_OBJECTS:zelcc_test_objects>

@@ -1,0 +1,78 @@
+# Debian packages: `cpack -G DEB` in a build that was configured with -DCMAKE_INSTALL_PREFIX=/usr, which puts the libraries into the
+# folder of their architecture. libzelcc8 has both libraries, libzelcc-dev what programs are built with.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/remove_rpaths.cmake)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_GROUPING IGNORE)
+set(CPACK_PACKAGE_CONTACT "zelCC maintainers <maintainers@zelcc.invalid>")
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_CURRENT_BINARY_DIR} ${CMAKE_CURRENT_BINARY_DIR}/zelcore)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+
+set(package_files ${CMAKE_CURRENT_BINARY_DIR}/package)
+set(package_summary "image colour conversion, exact to the last bit")
+set(package_text "Plain C functions that convert images between RGB, luma-chroma at every
+subsampling, packed 16-bit pixels, gray and colorimetric spaces, change their
+gamma and depth, and reconstruct raw sensor mosaics. Results are defined to the
+last bit; SSSE3, AVX2 or AVX-512 is used, whichever the processor has.")
+
+# What every package has in its folder of documents.
+file(WRITE ${package_files}/changelog "zelcc (${PROJECT_VERSION}) unstable; urgency=medium
+
+  * See CHANGELOG.md in the sources.
+
+ -- zelCC maintainers <maintainers@zelcc.invalid>  Wed, 01 Apr 2015 00:00:00 +0000
+")
+execute_process(COMMAND gzip -9nf ${package_files}/changelog)
+file(READ LICENSE licence)
+string(REGEX REPLACE "^MIT License\n\n(Copyright [^\n]*)\n\n" "" licence_text "${licence}")
+string(REGEX MATCH "Copyright \\(c\\) ([^\n]*)" ignored "${licence}")
+set(copyright_holder ${CMAKE_MATCH_1})
+string(REGEX REPLACE "\n\n" "\n.\n" licence_text "${licence_text}")
+string(REGEX REPLACE "\n([^\n])" "\n \\1" licence_text "\n${licence_text}")
+file(WRITE ${package_files}/copyright "Format: https://www.debian.org/doc/packaging-manuals/copyright-format/1.0/
+Upstream-Name: zelCC
+
+Files: *
+Copyright: ${copyright_holder}
+License: Expat
+
+License: Expat${licence_text}")
+
+# add_package(COMPONENT NAME SECTION SUMMARY [dependencies])
+function(add_package component name section summary)
+    string(TOUPPER ${component} upper)
+    set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${name} PARENT_SCOPE)
+    set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section} PARENT_SCOPE)
+    set(CPACK_DEBIAN_${upper}_PACKAGE_DEPENDS ${ARGN} PARENT_SCOPE)
+    set(CPACK_COMPONENT_${upper}_DESCRIPTION "${package_summary} (${summary})\n${package_text}" PARENT_SCOPE)
+    install(FILES ${package_files}/copyright ${package_files}/changelog.gz DESTINATION share/doc/${name} COMPONENT ${component}
+        EXCLUDE_FROM_ALL)
+    set(CPACK_COMPONENTS_ALL ${CPACK_COMPONENTS_ALL} ${component} PARENT_SCOPE)
+endfunction()
+
+add_package(runtime libzelcc8 libs "library")
+add_package(development libzelcc-dev libdevel "development files" "libzelcc8 (= ${PROJECT_VERSION})")
+
+# Programs that are linked against the library depend on the version that has all their functions.
+file(STRINGS src/frame/exports.def exports REGEX "^ZEL_EXPORT")
+list(TRANSFORM exports REPLACE "^ZEL_EXPORT\\(([A-Za-z0-9_]+),.*" " \\1@ZELCC_8 ${PROJECT_VERSION}")
+file(STRINGS zelcore/zelcore.map core_exports REGEX "^ +zel[A-Za-z]+;")
+list(TRANSFORM core_exports REPLACE "^ +([A-Za-z]+);" " \\1@ZELCORE_8 ${PROJECT_VERSION}")
+list(JOIN exports "\n" exports)
+list(JOIN core_exports "\n" core_exports)
+file(WRITE ${package_files}/symbols "libzelcc.so.8 libzelcc8 #MINVER#
+ ZELCC_8@ZELCC_8 ${PROJECT_VERSION}
+${exports}
+libzelcore.so.8 libzelcc8 #MINVER#
+ ZELCORE_8@ZELCORE_8 ${PROJECT_VERSION}
+${core_exports}
+")
+file(WRITE ${package_files}/triggers "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${package_files}/symbols ${package_files}/triggers)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+
+include(CPack)
