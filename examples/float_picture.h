@@ -22,3 +22,6 @@ struct FloatPicture {
 // By the transfer curve; both pictures have the same size.
 ZelStatus toLinearLight(const FloatPicture& video, FloatPicture& light);
 ZelStatus toVideo(const FloatPicture& light, FloatPicture& video);
+
+// Every pixel the average of four. Where a side is odd, the last pixel stands for two.
+FloatPicture halved(const FloatPicture& picture);

@@ -1,7 +1,8 @@
 // Takes a picture from RGB to 4:2:0 planar, 4:2:0 semi-planar and packed 4:2:2 and back, writes what came back as PNG and the
 // 4:2:0 planes as a video of one frame, and tells how far the colours moved and how fast it went. Then shows on the picture as an
 // interlaced frame what becomes of its chroma when the fields are mixed. Makes it gray, saturated and sepia, halves it in linear
-// light and without, and merges a range of exposures to floats that are tone-mapped. Last, packs it into 16-bit words, with the
+// light and without, and merges a range of exposures to floats that are tone-mapped. Raises its lightness, turns its hues
+// and maps its chroma in spaces that have them. Last, packs it into 16-bit words, with the
 // low bits cut off and dithered, and dithers it to few levels.
 #include <algorithm>
 #include <array>
@@ -11,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "colour_spaces.h"
 #include "dithers.h"
 #include "exposures.h"
 #include "fields.h"
@@ -117,9 +119,12 @@ bool convert(const fs::path& path, const fs::path& folder) {
     const bool areLayoutsComplete = convertToLayouts(original, results);
     const bool areFieldsComplete = convertFields(original, results);
     const bool areIntensitiesComplete = convertIntensities(original, results);
+    const bool areSpacesComplete =
+        show("Lightness, hue and chroma, each changed in a space that has it", colourSpaces(original), results);
     const bool areWordsComplete = show("Packed 16-bit words, the low bits cut off and dithered", packedWords(original), results);
     const bool areLevelsComplete = show("Few levels, without noise and with it", dithers(original), results);
-    return areLayoutsComplete && areFieldsComplete && areIntensitiesComplete && areWordsComplete && areLevelsComplete;
+    return areLayoutsComplete && areFieldsComplete && areIntensitiesComplete && areSpacesComplete && areWordsComplete &&
+           areLevelsComplete;
 }
 
 }  // namespace

@@ -9,6 +9,8 @@ struct Place {
     int32_t x, y;
 };
 
+constexpr int32_t gap = 8;
+
 // The corner of the tile with the highest sum of a measure of its pixels.
 template <class Measure>
 Place highest(ZelSize size, ZelSize tile, Measure measure) {
@@ -65,12 +67,18 @@ Picture enlargedBeside(const Picture& left, const Picture& right, Measure measur
 }  // namespace
 
 Picture beside(const Picture& left, const Picture& right) {
-    constexpr int32_t gap = 8;
     Picture both(ZelSize{left.size.width + gap + right.size.width, left.size.height});
     for (int32_t y = 0; y < both.size.height; ++y) {
         std::copy_n(left.pixel(0, y), left.step(), both.pixel(0, y));
         std::copy_n(right.pixel(0, y), right.step(), both.pixel(left.size.width + gap, y));
     }
+    return both;
+}
+
+Picture above(const Picture& upper, const Picture& lower) {
+    Picture both(ZelSize{upper.size.width, upper.size.height + gap + lower.size.height});
+    std::copy(upper.pixels.begin(), upper.pixels.end(), both.pixel(0, 0));
+    std::copy(lower.pixels.begin(), lower.pixels.end(), both.pixel(0, upper.size.height + gap));
     return both;
 }
 

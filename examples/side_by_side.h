@@ -6,6 +6,9 @@
 // One beside the other, with a gap of black. They have the same height.
 Picture beside(const Picture& left, const Picture& right);
 
+// One above the other, with the same gap. They have the same width.
+Picture above(const Picture& upper, const Picture& lower);
+
 // Mid-gray where two pictures of the same size agree, brighter where the right one is and darker where the left one is, by ten
 // times the difference.
 Picture amplifiedDifference(const Picture& left, const Picture& right);
