@@ -117,7 +117,7 @@ ZEL_API ZelStatus zeliBGRToHLS_8u_AP4R(const uint8_t* const pSrc[4], int32_t src
  *     F(h) = M2 + (M1 - M2) h / 60 below 60,    M1 below 180,    M2 + (M1 - M2) (240 - h) / 60 below 240,    M2 from there on
  *     R = F(H + 120),    G = F(H),    B = F(H - 120)
  *
- * where hues below 0 and above 360 are turned by 360. Results are cut off to integers.
+ * where H + 120 above 360 and H - 120 below 0 are turned by 360, H itself is not. Results are cut off to integers.
  *
  * Example: HLS (12, 55, 162) -> RGB (89, 39, 20) in a 1 x 1 image.
  */
