@@ -12,6 +12,7 @@ struct Table {
 };
 constexpr Table tables[] = {
     {"spaces", bench::printRoundTripsOfSpaces},
+    {"mosaics", bench::printMosaics},
 };
 
 }  // namespace

@@ -6,5 +6,6 @@ namespace bench {
 
 // Each prints one table of Markdown.
 void printRoundTripsOfSpaces();
+void printMosaics();
 
 }  // namespace bench

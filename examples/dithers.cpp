@@ -1,6 +1,9 @@
 #include "dithers.h"
 
 #include <array>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "gray_picture.h"
 #include "side_by_side.h"
@@ -19,8 +22,11 @@ constexpr std::array<Method, 5> methods{{{"nearest", zelDitherNone},
 constexpr std::array<int32_t, 3> levelNumbers{2, 4, 8};
 constexpr int32_t someNoise = 25;
 
-// Beside each other: without noise and with it. Empty when a conversion failed.
-Picture reduced(const Picture& original, const Method& method, int32_t levels, Study& study) {
+// Empty when a conversion failed; noise does not change the nearest level.
+struct Reduced {
+    Picture plain, noisy;
+};
+Reduced reduced(const Picture& original, const Method& method, int32_t levels, Study& study) {
     const auto reduce = [&](int32_t noise, Picture& result) {
         const std::string name = "zeliReduceBits_8u_C3R, " + std::string(method.name) + ", " + std::to_string(levels) +
                                  " levels, noise " + std::to_string(noise);
@@ -31,8 +37,23 @@ Picture reduced(const Picture& original, const Method& method, int32_t levels, S
     };
     Picture plain(original.size), noisy(original.size);
     if (!reduce(0, plain)) return {};
-    if (method.type == zelDitherNone) return plain;  // which noise does not change
-    return reduce(someNoise, noisy) ? beside(plain, noisy) : Picture();
+    if (method.type == zelDitherNone) return {std::move(plain), {}};
+    if (!reduce(someNoise, noisy)) return {};
+    return {std::move(plain), std::move(noisy)};
+}
+
+void reduceByAllMethods(const Picture& original, int32_t levels, Study& study) {
+    const std::string name = std::to_string(levels) + "-levels-";
+    std::vector<Reduced> results;
+    std::vector<const Picture*> shown{&original};
+    for (const Method& method : methods) {
+        results.push_back(reduced(original, method, levels, study));
+        const auto& [plain, noisy] = results.back();
+        if (plain.pixels.empty()) return;
+        study.keep(name + method.name, noisy.pixels.empty() ? plain : beside(plain, noisy));
+    }
+    for (const Reduced& result : results) shown.push_back(&result.plain);
+    study.keep(name + "detail", detailBeside(shown));
 }
 
 // Black and white, in bits and back.
@@ -59,12 +80,7 @@ void reduceToBits(const Picture& original, Study& study) {
 
 Study dithers(const Picture& original) {
     Study study;
-    for (const int32_t levels : levelNumbers)
-        for (const Method& method : methods) {
-            Picture picture = reduced(original, method, levels, study);
-            if (picture.pixels.empty()) return study;
-            study.keep(std::to_string(levels) + "-levels-" + method.name, std::move(picture));
-        }
+    for (const int32_t levels : levelNumbers) reduceByAllMethods(original, levels, study);
     reduceToBits(original, study);
     return study;
 }

@@ -2,8 +2,8 @@
 // 4:2:0 planes as a video of one frame, and tells how far the colours moved and how fast it went. Then shows on the picture as an
 // interlaced frame what becomes of its chroma when the fields are mixed. Makes it gray, saturated and sepia, halves it in linear
 // light and without, and merges a range of exposures to floats that are tone-mapped. Raises its lightness, turns its hues
-// and maps its chroma in spaces that have them. Last, packs it into 16-bit words, with the
-// low bits cut off and dithered, and dithers it to few levels.
+// and maps its chroma in spaces that have them. Packs it into 16-bit words, with the low bits cut off and dithered, and dithers
+// it to few levels. Last, takes it through the mosaic of a raw sensor, of each grid, and makes its colours again.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -17,6 +17,7 @@
 #include "exposures.h"
 #include "fields.h"
 #include "half_size.h"
+#include "mosaics.h"
 #include "packed_words.h"
 #include "picture_file.h"
 #include "recoloured.h"
@@ -123,8 +124,9 @@ bool convert(const fs::path& path, const fs::path& folder) {
         show("Lightness, hue and chroma, each changed in a space that has it", colourSpaces(original), results);
     const bool areWordsComplete = show("Packed 16-bit words, the low bits cut off and dithered", packedWords(original), results);
     const bool areLevelsComplete = show("Few levels, without noise and with it", dithers(original), results);
+    const bool areMosaicsComplete = show("Colours from the mosaics of raw sensors", mosaics(original), results);
     return areLayoutsComplete && areFieldsComplete && areIntensitiesComplete && areSpacesComplete && areWordsComplete &&
-           areLevelsComplete;
+           areLevelsComplete && areMosaicsComplete;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -55,13 +56,18 @@ Picture enlarged(const Picture& picture, Place corner, ZelSize size, int32_t enl
     return large;
 }
 
-// The tile of the highest measure of two pictures.
+// The tile of the highest measure, of all pictures from left to right.
 template <class Measure>
-Picture enlargedBeside(const Picture& left, const Picture& right, Measure measure) {
+Picture enlargedBeside(const std::vector<const Picture*>& pictures, Measure measure) {
     constexpr int32_t side = 96, enlargement = 6;
-    const ZelSize tile{std::min(left.size.width, side), std::min(left.size.height, side)};
-    const Place corner = highest(left.size, tile, measure);
-    return beside(enlarged(left, corner, tile, enlargement), enlarged(right, corner, tile, enlargement));
+    const ZelSize size = pictures.front()->size, tile{std::min(size.width, side), std::min(size.height, side)};
+    const Place corner = highest(size, tile, measure);
+    Picture all;
+    for (const Picture* picture : pictures) {
+        Picture large = enlarged(*picture, corner, tile, enlargement);
+        all = all.pixels.empty() ? std::move(large) : beside(all, large);
+    }
+    return all;
 }
 
 }  // namespace
@@ -92,9 +98,9 @@ Picture amplifiedDifference(const Picture& left, const Picture& right) {
     return result;
 }
 
-Picture detailBeside(const Picture& left, const Picture& right) {
-    const auto differenceAt = [&](int32_t x, int32_t y) { return difference(left.pixel(x, y), right.pixel(x, y)); };
-    return enlargedBeside(left, right, differenceAt);
+Picture detailBeside(const std::vector<const Picture*>& pictures) {
+    return enlargedBeside(pictures,
+                          [&](int32_t x, int32_t y) { return difference(pictures[0]->pixel(x, y), pictures[1]->pixel(x, y)); });
 }
 
 Picture bandsBeside(const Picture& original, const Picture& coarse, const Picture& other) {
@@ -102,5 +108,5 @@ Picture bandsBeside(const Picture& original, const Picture& coarse, const Pictur
         constexpr int smooth = 3;  // the most by which all channels together change
         return isBetweenRuns(coarse, x, y) && difference(original.pixel(x, y), original.pixel(x + 1, y)) <= smooth;
     };
-    return enlargedBeside(coarse, other, isEdgeOfBand);
+    return enlargedBeside({&coarse, &other}, isEdgeOfBand);
 }

@@ -13,8 +13,9 @@ Picture above(const Picture& upper, const Picture& lower);
 // times the difference.
 Picture amplifiedDifference(const Picture& left, const Picture& right);
 
-// The region in which two pictures of the same size differ most, of both and enlarged.
-Picture detailBeside(const Picture& left, const Picture& right);
+// The region in which the first two of some pictures of the same size differ most, of all of them and enlarged.
+Picture detailBeside(const std::vector<const Picture*>& pictures);
+inline Picture detailBeside(const Picture& left, const Picture& right) { return detailBeside({&left, &right}); }
 
 // The region in which `coarse`, a picture of few colours, has the most bands where the original is smooth: of it and of another
 // picture, enlarged.

@@ -1,17 +1,15 @@
 // Fuzz target: one call of an export on planes that end with their last byte, beside its model. The input picks the export, the
 // size, the offsets and steps of all planes and their content. ZELCC_TEST_FEATURES picks the level, as in the tests.
-#include <sanitizer/asan_interface.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <memory>
-#include <span>
 #include <vector>
 
+#include "cases.h"
 #include "harness/picture.h"
+#include "heap_memory.h"
 
+namespace fuzz {
 namespace {
 
 using harness::Picture;
@@ -24,48 +22,7 @@ std::vector<const model::Export*> allExports() {
     return all;
 }
 
-// Choices by the bytes of the input, and behind its end by random numbers that follow from it. So the shortest input is a whole
-// case, whose choices are as varied as any, and a longer one decides more of them by itself.
-class Choices {
-  public:
-    Choices(const uint8_t* data, size_t size) : rest_(data, size), random_(hash(rest_)) {}
-
-    int below(int count) {
-        uint16_t word = static_cast<uint16_t>(random_.next() >> 48);
-        if (rest_.size() >= sizeof word) {
-            std::memcpy(&word, rest_.data(), sizeof word);
-            rest_ = rest_.subspan(sizeof word);
-        }
-        return word % count;
-    }
-    int from(int lowest, int highest) { return lowest + below(highest - lowest + 1); }
-    bool flag() { return below(2) == 1; }
-    template <class T, size_t n>
-    const T& oneOf(const T (&values)[n]) {
-        return values[below(n)];
-    }
-    harness::Random& random() { return random_; }
-
-    // Gives what is left of the input away.
-    void putInto(std::span<uint8_t> bytes) {
-        const size_t count = std::min(bytes.size(), rest_.size());
-        std::copy_n(rest_.begin(), count, bytes.begin());
-        rest_ = rest_.subspan(count);
-    }
-
-  private:
-    static uint64_t hash(std::span<const uint8_t> bytes) {
-        uint64_t hash = 0xcbf29ce484222325;
-        for (const uint8_t byte : bytes) hash = (hash ^ byte) * 0x100000001b3;
-        return hash;
-    }
-
-    std::span<const uint8_t> rest_;
-    harness::Random random_;
-};
-
-// Owns the planes of a picture. The address sanitizer sees every access behind their last byte, and nearly every one before
-// their first.
+// Owns the planes of a picture.
 class HeapPicture {
   public:
     HeapPicture(const model::Export& tested, const model::Layout& layout, ZelSize region, ZelSize size,
@@ -90,10 +47,9 @@ class HeapPicture {
             const size_t extent = rowBytes == 0 || rows == 0 ? 0 : (rows - 1) * pitch + rowBytes;
             const size_t offset = choices.flag() ? choices.below(32) : 0;
 
-            memory_[i].reset(static_cast<uint8_t*>(std::malloc(offset + extent)));
-            ASAN_POISON_MEMORY_REGION(memory_[i].get(), offset);
+            memory_[i] = HeapMemory(extent, offset);
             PicturePlane& plane = picture_.planes[i];
-            plane.memory = {memory_[i].get() + offset, extent};
+            plane.memory = memory_[i].bytes();
             plane.first = plane.memory.data();
             plane.step = signedStep;
             plane.rowsAbove = rowsAbove[i];
@@ -105,11 +61,8 @@ class HeapPicture {
     const Picture& picture() const { return picture_; }
 
   private:
-    struct Free {
-        void operator()(uint8_t* p) const { std::free(p); }
-    };
     Picture picture_;
-    std::array<std::unique_ptr<uint8_t, Free>, 4> memory_;
+    std::array<HeapMemory, 4> memory_;
 };
 
 // What is left of the input at the start of the planes, random numbers elsewhere.
@@ -128,12 +81,7 @@ model::Parameters parametersOf(const model::Export& tested, Choices& choices) {
     return model::withCoefficients(coefficients);
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static const std::vector<const model::Export*> exports = allExports();
-    Choices choices(data, size);
-    const model::Export& tested = *exports[choices.below(static_cast<int>(exports.size()))];
+std::optional<std::string> tryConversion(const model::Export& tested, Choices& choices) {
     ZelSize region{choices.from(1, choices.oneOf({20, 80, 300})), choices.from(1, 6)};
     if (choices.flag()) region.height *= 4;
     if (choices.flag()) region = tested.converted(region);
@@ -145,8 +93,26 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                                   tested.slice.destinationRowsAbove, choices);
     const Picture& source = tested.entry.isInPlace ? destination.picture() : apart.picture();
     fill(source, choices);
-    if (const auto fault = harness::compareWithModel(tested, source, destination.picture(), region, alpha, parameters)) {
-        std::fprintf(stderr, "%s%s, %d x %d: %s\n", tested.name, tested.slice.name, region.width, region.height, fault->c_str());
+    const auto fault = harness::compareWithModel(tested, source, destination.picture(), region, alpha, parameters);
+    if (!fault) return std::nullopt;
+    return std::string(tested.name) + tested.slice.name + ", " + std::to_string(region.width) + " x " +
+           std::to_string(region.height) + ": " + *fault;
+}
+
+}  // namespace
+}  // namespace fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static const std::vector<const model::Export*> exports = fuzz::allExports();
+    constexpr int ofMosaics = 32, ofBits = 8;  // as many cases as this number of exports has
+    const int ofConversions = static_cast<int>(exports.size());
+    fuzz::Choices choices(data, size);
+    const int chosen = choices.below(ofConversions + ofMosaics + ofBits);
+    const auto fault = chosen < ofConversions               ? fuzz::tryConversion(*exports[chosen], choices)
+                       : chosen < ofConversions + ofMosaics ? fuzz::tryMosaic(choices)
+                                                            : fuzz::tryBits(choices);
+    if (fault) {
+        std::fprintf(stderr, "%s\n", fault->c_str());
         std::abort();
     }
     return 0;

@@ -3,15 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 #include <vector>
 
 #include "harness/conversion_test.h"
 #include "harness/guarded_memory.h"
 #include "harness/random.h"
-#include "model/rawsensor.h"
-#include "rawsensor/mosaic_exports.h"
+#include "rawsensor/mosaic_comparison.h"
 
 namespace harness {
 namespace {
@@ -62,37 +60,10 @@ struct Lay {
     int padding = 0;  // of steps
 };
 
-class Picture2D {
-  public:
-    Picture2D(GuardedMemory& memory, size_t rowBytes, int rows, const Lay& lay) {
-        const size_t step = rowBytes + static_cast<size_t>(lay.padding), bytes = rows == 0 ? 0 : (rows - 1) * step + rowBytes;
-        auto pages = memory.pages(bytes + 1);
-        pages_ = lay.atEnd ? pages.last(bytes) : pages.first(bytes);
-        step_ = static_cast<int32_t>(lay.bottomUp ? 0 - step : step);
-        first_ = pages_.data() + (lay.bottomUp && rows > 0 ? (rows - 1) * step : 0);
-    }
-    std::span<uint8_t> bytes() const { return pages_; }
-    uint8_t* row(int y) const { return first_ + static_cast<ptrdiff_t>(y) * step_; }
-    int32_t step() const { return step_; }
-
-  private:
-    std::span<uint8_t> pages_;
-    uint8_t* first_;
-    int32_t step_;
-};
-
-int load(const uint8_t* p, int bytes) {
-    uint16_t word;
-    if (bytes == 1) return *p;
-    std::memcpy(&word, p, 2);
-    return word;
-}
-void store(uint8_t* p, int bytes, int value) {
-    const auto word = static_cast<uint16_t>(value);
-    if (bytes == 1)
-        *p = static_cast<uint8_t>(value);
-    else
-        std::memcpy(p, &word, 2);
+MosaicRows lay(GuardedMemory& memory, const MosaicSide& side, const Lay& lay) {
+    const size_t distance = side.rowBytes + static_cast<size_t>(lay.padding), bytes = side.bytes(distance);
+    const auto pages = memory.pages(bytes + 1);
+    return {lay.atEnd ? pages.last(bytes) : pages.first(bytes), side.rows, distance, lay.bottomUp};
 }
 
 class Mosaic : public testing::TestWithParam<MosaicExport> {
@@ -100,84 +71,29 @@ class Mosaic : public testing::TestWithParam<MosaicExport> {
     static constexpr uint8_t untouched = 0xa5;
     const MosaicExport& tested() const { return GetParam(); }
 
-    // What of a region lies in the image.
-    ZelRect cut(const ZelRect& region, ZelSize size) const {
-        const auto end = [](int start, int length, int limit) { return std::min<int64_t>(int64_t{start} + length, limit); };
-        const int x = std::max(region.x, 0), y = std::max(region.y, 0);
-        const bool moves = tested().isHomogeneous;
-        return {x, y, static_cast<int>(std::max<int64_t>(end(moves ? x : region.x, region.width, size.width) - x, 0)),
-                static_cast<int>(std::max<int64_t>(end(moves ? y : region.y, region.height, size.height) - y, 0))};
-    }
-
-    Picture2D layMosaic(const model::Mosaic& m, const Lay& lay) {
+    MosaicRows layMosaic(const model::Mosaic& m, const Lay& placement) {
         const int bytes = tested().elementBytes;
-        Picture2D picture(sourceMemory_, static_cast<size_t>(m.size.width * bytes), m.size.height, lay);
-        for (int y = 0; y < m.size.height; ++y)
-            for (int x = 0; x < m.size.width; ++x) store(picture.row(y) + x * bytes, bytes, m.at(x, y));
-        return picture;
+        const MosaicRows rows = lay(sourceMemory_, {static_cast<size_t>(m.size.width * bytes), m.size.height}, placement);
+        harness::layMosaic(m, bytes, rows);
+        return rows;
     }
 
     // One region of a mosaic beside the model's pixels of its cut.
     testing::AssertionResult matches(const model::Mosaic& m, const ZelRect& region, const std::vector<model::Pixel>& expected,
-                                     const Lay& lay) {
-        const int bytes = tested().elementBytes;
-        const ZelRect inside = cut(region, m.size);
-        // Where a region that begins outside the image is not moved, its destination begins there too.
-        const int skippedColumns = tested().isHomogeneous ? 0 : inside.x - region.x,
-                  skippedRows = tested().isHomogeneous ? 0 : inside.y - region.y;
-        const int columns = inside.width == 0 ? 0 : skippedColumns + inside.width,
-                  rows = inside.height == 0 ? 0 : skippedRows + inside.height;
-        const Picture2D source = layMosaic(m, lay);
-        const Picture2D destination(destinationMemory_, static_cast<size_t>(3 * columns * bytes), rows, lay);
-        const Picture2D buffer(bufferMemory_, static_cast<size_t>((inside.width + 6) * bytes + lay.padding), 30,
-                               {lay.atEnd, lay.bottomUp, 0});
-        MosaicCall call{source.row(0),      region, m.size,        source.step(), destination.row(0),
-                        destination.step(), m.grid, buffer.row(0), buffer.step()};
-        std::vector<uint8_t> wanted(destination.bytes().size(), untouched);
-        const auto forEachSample = [&](auto f) {
-            for (int y = 0; y < inside.height; ++y)
-                for (int x = 0; x < inside.width; ++x)
-                    for (int c = 0; c < 3; ++c)
-                        f(x, y, c, destination.row(y + skippedRows) + (3 * (x + skippedColumns) + c) * bytes,
-                          expected[static_cast<size_t>(y) * inside.width + x][c]);
-        };
-        forEachSample([&](int, int, int, const uint8_t* at, int want) {
-            store(wanted.data() + (at - destination.bytes().data()), bytes, want);
-        });
-        noteLevels();
-        for (const Level& level : levels()) {
-            if (level.hasOwnExportsOnly) continue;
-            call.library = level.library;
-            std::ranges::fill(destination.bytes(), untouched);
-            const ZelStatus status = tested().call(call);
-            if (status != zelStsNoErr) return testing::AssertionFailure() << level.name << ": status " << status;
-            if (std::ranges::equal(wanted, destination.bytes())) continue;
-            testing::AssertionResult fault = testing::AssertionFailure();
-            fault << level.name << ": written beyond the region";
-            forEachSample([&](int x, int y, int c, const uint8_t* at, int want) {
-                if (load(at, bytes) != want)
-                    fault << "; pixel (" << inside.x + x << ", " << inside.y + y << ") channel " << c << " " << load(at, bytes)
-                          << " instead of " << want;
-            });
-            return fault;
-        }
-        return testing::AssertionSuccess();
-    }
-
-    std::vector<model::Pixel> modelOf(const model::Mosaic& m, const std::optional<model::Homogeneity>& homogeneity,
-                                      const ZelRect& inside) const {
-        if (homogeneity) return homogeneity->choose(inside);
-        std::vector<model::Pixel> pixels;
-        for (int y = inside.y; y < inside.y + inside.height; ++y)
-            for (int x = inside.x; x < inside.x + inside.width; ++x) pixels.push_back(interpolated(m, x, y));
-        return pixels;
+                                     const Lay& placement) {
+        MosaicExtent extent(tested(), m.size, region);
+        extent.buffer.rowBytes += static_cast<size_t>(placement.padding);
+        const auto fault = compareMosaic(tested(), m, region, expected, lay(sourceMemory_, extent.source, placement),
+                                         lay(destinationMemory_, extent.destination, placement),
+                                         lay(bufferMemory_, extent.buffer, {placement.atEnd, placement.bottomUp, 0}));
+        return fault ? testing::AssertionFailure() << *fault : testing::AssertionSuccess();
     }
 
     void expectMatches(const model::Mosaic& m, const std::vector<ZelRect>& regions) {
         std::optional<model::Homogeneity> homogeneity;
         if (tested().isHomogeneous) homogeneity.emplace(m);
         for (const ZelRect& region : regions) {
-            const ZelRect inside = cut(region, m.size);
+            const ZelRect inside = MosaicExtent(tested(), m.size, region).inside;
             const uint64_t lay = lays_++;
             const auto result = matches(m, region, modelOf(m, homogeneity, inside),
                                         {lay % 2 == 0, lay / 2 % 2 != 0, static_cast<int>(lay / 4 % 5) * tested().elementBytes});
@@ -256,11 +172,11 @@ TEST_P(Mosaic, TakesAnyStep) {
     const ZelSize size{40, 8};
     const Lay lay{true, false, bytes};
     const model::Mosaic m = mosaicOf(size, zelBayerBGGR, tested().highest(), {Samples::uniform}, random_);
-    const Picture2D source = layMosaic(m, lay);
+    const MosaicRows source = layMosaic(m, lay);
     std::vector<uint8_t> results[2], buffer(static_cast<size_t>(30 * (size.width + 6) * bytes));
     const auto convert = [&](std::vector<uint8_t>& result, int32_t sourceStep, int32_t extra) {
         result.assign(static_cast<size_t>(3 * size.width * bytes + 2) * size.height, untouched);
-        const MosaicCall call{source.row(0),
+        const MosaicCall call{source.first,
                               {0, 0, size.width, size.height},
                               size,
                               sourceStep,
@@ -271,15 +187,15 @@ TEST_P(Mosaic, TakesAnyStep) {
                               (size.width + 6) * bytes + extra};
         ASSERT_EQ(tested().call(call), zelStsNoErr);
     };
-    convert(results[0], source.step(), 0);
-    convert(results[1], source.step() + bytes - 1, bytes - 1);
+    convert(results[0], source.step, 0);
+    convert(results[1], source.step + bytes - 1, bytes - 1);
     EXPECT_EQ(results[0], results[1]);
 
     model::Mosaic repeated = m;
     for (int y = 1; y < size.height; ++y) std::copy_n(m.samples.begin(), size.width, repeated.samples.begin() + y * size.width);
     convert(results[0], 0, 0);
-    const Picture2D all = layMosaic(repeated, lay);
-    convert(results[1], all.step(), 0);
+    const MosaicRows all = layMosaic(repeated, lay);
+    convert(results[1], all.step, 0);
     EXPECT_EQ(results[0], results[1]);
 }
 
