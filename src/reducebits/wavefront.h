@@ -48,6 +48,10 @@ ZEL_INLINE Vector loadCells(const void* p) {
     return (Vector)loadBytes(p);
 }
 
+// Vectors side by side that hide how long each of them waits for its last result. At the widest level two are enough, and more
+// rows would only begin later.
+constexpr int independentVectors = vectorBytes == 64 ? 2 : 4;
+
 // A rule of diffusion has
 //
 //     Cell, Vector           what is diffused: floats or dwords
@@ -106,7 +110,7 @@ class Wavefront {
     }
 
   private:
-    static constexpr int runPixels = vectorBytes, stepsAtOnce = 16;
+    static constexpr int runPixels = 64, stepsAtOnce = 16;
     static constexpr int stepsKept = Rule::rowsAbove * Rule::lag + Rule::margin;
 
     ZEL_INLINE static int activeOf(const TallImage& image) { return image.rowsOverlap ? 1 : lanes; }
