@@ -187,25 +187,41 @@ ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& le
     }
 }
 
+// The thresholds of three or four samples a pixel, up to whole vectors of pixels.
+ZEL_INLINE void repeatPixels(const float* from, float* to, int pixels, int channels) {
+    for (int i = 0; i < pixels; i += vectorFloats, to += vectorFloats * channels) {
+        if (channels == 3) {
+            const Repeated<4, 3> repeated(reinterpret_cast<const uint8_t*>(from + i), 0);
+            unrolled<3>([&](auto v) ZEL_INLINE_LAMBDA { storeVector(to + vectorFloats * v, repeated.template vector<v>()); });
+        } else {
+            const auto v = (Dwords)loadBytes(from + i);
+            storeFour<4>(reinterpret_cast<uint8_t*>(to), Channels<Dwords>{v, v, v}, v);
+        }
+    }
+}
+
 // With noise. `bareAtEnd`: the columns behind a multiple of 4 have the thresholds of the matrix alone, on no scale. That is a
 // slip of old, and it is meant to stay.
 ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const Noise& noise, bool bareAtEnd,
                                        int bytesFrom, int bytesTo, ReduceRow reduce) {
-    constexpr int pixelsAtOnce = 192;
-    alignas(64) float ofPixels[pixelsAtOnce], thresholds[pixelsAtOnce * 4];
+    constexpr int pixelsAtOnce = 256;
+    alignas(64) float noiseOfRows[NoiseOfRows::rows][noiseNumbers], thresholds[pixelsAtOnce * 4];
+    const NoiseOfRows dealt(noise);
     const uint8_t* from = rows.from;
     uint8_t* to = rows.to;
     const int width = rows.size.width, endOfFours = width & ~3;
     for (int y = 0; y < rows.size.height; ++y) {
+        if (y % 4 == 0) dealt.read(y, width, noiseOfRows);
+        const auto matrix = (Floats)everyLane(bayer[y % 4]);
         for (int first = 0; first < width; first += pixelsAtOnce) {
             const int pixels = width - first < pixelsAtOnce ? width - first : pixelsAtOnce;
-            noise.read(noiseTables.places.ofColumn, first, y, ofPixels, pixels);
-            const auto matrix = (Floats)everyLane(bayer[y % 4]);
-            for (int i = 0; i < pixels; i += vectorFloats)
-                storeVector(ofPixels + i, ((Floats)loadBytes(ofPixels + i) + matrix) * splatFloat(levels.step));
+            alignas(64) float ofPixels[pixelsAtOnce];
+            for (int i = 0; i < pixels; i += vectorFloats) {
+                const auto added = (Floats)loadBytes(noiseOfRows[y % 4] + (first + i) % noiseNumbers);
+                storeVector(ofPixels + i, (added + matrix) * splatFloat(levels.step));
+            }
             for (int x = endOfFours; bareAtEnd && x < first + pixels; ++x) ofPixels[x - first] = bayer[y % 4][x % 4];
-            float* next = thresholds;
-            for (int i = 0; i < pixels && rows.channels != 1; ++i) next = repeat(ofPixels[i], next, rows.channels);
+            if (rows.channels != 1) repeatPixels(ofPixels, thresholds, pixels, rows.channels);
             const size_t before = size_t(first) * size_t(rows.channels);
             reduce(levels, {from + before * size_t(bytesFrom), to + before * size_t(bytesTo),
                             size_t(pixels) * size_t(rows.channels), rows.channels == 1 ? ofPixels : thresholds, false});

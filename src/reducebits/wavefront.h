@@ -16,6 +16,7 @@
 
 #include "frame/conversion.h"
 #include "simd/floats.h"
+#include "simd/transposed.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -178,14 +179,6 @@ class Wavefront {
     }
 
     // Four steps of a register's lanes from their runs, and back.
-    ZEL_INLINE static void transpose(Dwords (&v)[4]) {
-        const auto low01 = (Bytes)interleaveLow(v[0], v[1]), high01 = (Bytes)interleaveHigh(v[0], v[1]);
-        const auto low23 = (Bytes)interleaveLow(v[2], v[3]), high23 = (Bytes)interleaveHigh(v[2], v[3]);
-        v[0] = (Dwords)interleaveLow64(low01, low23);
-        v[1] = (Dwords)interleaveHigh64(low01, low23);
-        v[2] = (Dwords)interleaveLow64(high01, high23);
-        v[3] = (Dwords)interleaveHigh64(high01, high23);
-    }
     template <class C>
     ZEL_INLINE static void toSteps(const C (*runs)[runPixels], int first, C (*steps)[lanes]) {
         for (int r = 0; r < lanes; r += lanesOfVector)
