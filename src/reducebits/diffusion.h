@@ -51,8 +51,7 @@ class FloatDiffusion {
     ZEL_INLINE Floats step(const Near& near, Floats s, Floats threshold, Floats& error) const {
         const Floats sum = s + takenUp(near);
         const Floats q = wholePart(sum * inverse_) * step_;
-        const auto isAbove = (Dwords)((noisy ? threshold : threshold_) < sum - q);
-        const Floats q2 = q + (Floats)(isAbove & (Dwords)step_);
+        const Floats q2 = levelOrNext(q, step_, noisy ? threshold : threshold_, sum - q);
         error = sum >= top_ ? Floats{} : sum >= floor_ ? sum - q2 : Floats{};
         return sum >= top_ ? top_ : sum >= floor_ ? q2 : Floats{};
     }

@@ -104,7 +104,7 @@ class Reduction {
     ZEL_INLINE Dwords level(Floats s, Floats threshold) const {
         if constexpr (byUnit && From::unit != 1) s = s * splatFloat(From::unit);
         const Floats q = whole(s * inverse_) * step_;
-        const Floats q2 = threshold < s - q ? q + step_ : q;
+        const Floats q2 = levelOrNext(q, step_, threshold, s - q);
         return truncated(byUnit ? q2 * splatFloat(To::white) : q2);
     }
 
