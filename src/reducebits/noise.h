@@ -26,8 +26,9 @@ class Noise {
 
     // Of some columns from x on, in row y.
     ZEL_INLINE void read(const uint16_t* places, int x, int y, float* to, int columns) const {
+        // One by one where a vector has only four of them.
         int i = 0;
-        for (; i + vectorNumbers <= columns; i += vectorNumbers)
+        for (; vectorNumbers > 4 && i + vectorNumbers <= columns; i += vectorNumbers)
             storeVector(to + i, at((Dwords)loadWordsAsDwords(bytesOf(places + columnOf(x + i))), y));
         for (; i < columns; ++i) to[i] = numbers_.get()[unsigned(places[columnOf(x + i)] + 2 * y) % noiseNumbers];
     }
