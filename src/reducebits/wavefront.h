@@ -49,9 +49,9 @@ ZEL_INLINE Vector loadCells(const void* p) {
     return (Vector)loadBytes(p);
 }
 
-// Vectors side by side that hide how long each of them waits for its last result. At the widest level two are enough, and more
-// rows would only begin later.
-constexpr int independentVectors = vectorBytes == 64 ? 2 : 4;
+// Vectors side by side hide how long each of them waits for its last result. Wide ones are no more than two: with more rows at
+// once, those of pixels with several samples now and then took several times as long, and the last rows begin later.
+constexpr int independentVectors = vectorBytes == 16 ? 4 : 2;
 
 // A rule of diffusion has
 //
