@@ -35,7 +35,8 @@ class FloatDiffusion {
     using Cell = float;
     using Vector = Floats;
     static constexpr bool isNoisy = noisy, looksTwoUp = kind == Diffusion::threeRows;
-    static constexpr int registers = 2, rowsAbove = looksTwoUp ? 2 : 1, margin = rowsAbove, lag = looksTwoUp ? 4 : 3;
+    static constexpr int registers = independentVectors, rowsAbove = looksTwoUp ? 2 : 1, margin = rowsAbove,
+                         lag = looksTwoUp ? 4 : 3;
     static constexpr float outside = -1e30f;
 
     ZEL_INLINE explicit FloatDiffusion(const DiffusionConstants& k)
@@ -50,7 +51,7 @@ class FloatDiffusion {
     ZEL_INLINE Floats step(const Near& near, Floats s, Floats threshold, Floats& error) const {
         const Floats sum = s + takenUp(near);
         const Floats q = wholePart(sum * inverse_) * step_;
-        const Floats q2 = (noisy ? threshold : threshold_) < sum - q ? q + step_ : q;
+        const Floats q2 = levelOrNext(q, step_, noisy ? threshold : threshold_, sum - q);
         error = sum >= top_ ? Floats{} : sum >= floor_ ? sum - q2 : Floats{};
         return sum >= top_ ? top_ : sum >= floor_ ? q2 : Floats{};
     }

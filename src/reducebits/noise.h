@@ -4,6 +4,7 @@
 #include "frame/memory.h"
 #include "reducebits/noise_tables.h"
 #include "simd/doubles.h"
+#include "simd/transposed.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -25,11 +26,15 @@ class Noise {
 
     // Of some columns from x on, in row y.
     ZEL_INLINE void read(const uint16_t* places, int x, int y, float* to, int columns) const {
+        // One by one where a vector has only four of them.
         int i = 0;
-        for (; i + vectorNumbers <= columns; i += vectorNumbers)
+        for (; vectorNumbers > 4 && i + vectorNumbers <= columns; i += vectorNumbers)
             storeVector(to + i, at((Dwords)loadWordsAsDwords(bytesOf(places + columnOf(x + i))), y));
         for (; i < columns; ++i) to[i] = numbers_.get()[unsigned(places[columnOf(x + i)] + 2 * y) % noiseNumbers];
     }
+
+    // Whole vectors.
+    ZEL_INLINE Floats numbers(int i) const { return (Floats)loadBytes(numbers_.get() + i); }
 
   private:
     static constexpr int vectorNumbers = vectorBytes / 4;
@@ -41,6 +46,47 @@ class Noise {
     }
 
     CallMemory<float> numbers_;
+};
+
+// The same numbers for four rows at a time. From a row to the next one every column goes on by two numbers; so where the even
+// numbers stand together, and the odd ones do, one load finds a column's numbers of four rows.
+class NoiseOfRows {
+  public:
+    static constexpr int rows = 4;
+
+    ZEL_INLINE explicit NoiseOfRows(const Noise& noise) {
+        for (int i = 0; i < half; i += vectorNumbers) {
+            const auto low = (Bytes)noise.numbers(2 * i), high = (Bytes)noise.numbers(2 * i + vectorNumbers);
+            storeVector(dealt_ + i, lowThenHighHalves(evenDwords(low, high)));
+            storeVector(dealt_ + oddNumbers + i, lowThenHighHalves(oddDwords(low, high)));
+        }
+        // The first ones follow the last ones.
+        for (int i = 0; i < rows; ++i) {
+            dealt_[half + i] = dealt_[i];
+            dealt_[oddNumbers + half + i] = dealt_[oddNumbers + i];
+        }
+    }
+
+    // Of the columns from 0 on, in the rows from y on; up to a whole vector.
+    ZEL_OWN_CODE void read(int y, int columns, float (&to)[rows][noiseNumbers]) const {
+        for (int x = 0; x < columns && x < noiseNumbers; x += vectorNumbers) {
+            const auto places = (Dwords)loadWordsAsDwords(reinterpret_cast<const uint8_t*>(noiseTables.places.ofColumn + x));
+            alignas(64) int32_t at[vectorNumbers];
+            storeVector(at, (((places >> 1) + splatDword(y)) & splatDword(half - 1)) + (-(places & 1) & splatDword(oddNumbers)));
+            Dwords v[rows];
+            unrolled<rows>([&](int i) ZEL_INLINE_LAMBDA {
+                v[i] = (Dwords)loadLanesAt([&](int lane)
+                                               ZEL_INLINE_LAMBDA { return static_cast<const void*>(dealt_ + at[4 * lane + i]); });
+            });
+            transpose(v);
+            unrolled<rows>([&](int i) ZEL_INLINE_LAMBDA { storeVector(to[i] + x, v[i]); });
+        }
+    }
+
+  private:
+    static constexpr int half = noiseNumbers / 2, oddNumbers = half + rows, vectorNumbers = vectorBytes / 4;
+
+    alignas(64) float dealt_[2 * oddNumbers];
 };
 
 }  // namespace zel::ZEL_LEVEL

@@ -64,7 +64,7 @@ class BitDiffusion {
     using Cell = int32_t;
     using Vector = Dwords;
     static constexpr bool isNoisy = false;
-    static constexpr int registers = 2, rowsAbove = 2, margin = 2, lag = 4;
+    static constexpr int registers = independentVectors, rowsAbove = 2, margin = 2, lag = 4;
     static constexpr int32_t outside = INT32_MIN;
 
     ZEL_INLINE explicit BitDiffusion(uint8_t threshold) : threshold_(splatDword(threshold << 13)) {}
@@ -99,7 +99,7 @@ struct DiffusedBits {
     ZEL_INLINE void store(const RowPlace& place, const int32_t* isSet, int pixels) const {
         constexpr int n = vectorBytes / 4;
         uint64_t bits = 0;
-        for (int i = 0; i < vectorBytes; i += n) bits |= uint64_t{signBits((Dwords)loadBytes(isSet + i))} << i;
+        for (int i = 0; i < pixels; i += n) bits |= uint64_t{signBits((Dwords)loadBytes(isSet + i))} << i;
         BitRow(place.to, offset, width).store(place.x, backward(bits), pixels);
     }
 

@@ -96,9 +96,10 @@ ZEL_INLINE float percent(uint32_t x) { return float(int(x)) / 100; }
 
 [[maybe_unused]] ZEL_OWN_CODE ZelStatus reduceOrdered(const Depths& d, const PixelLayout& layout, bool bareAtEnd,
                                                       const ReducedRows& rows, const Levels& levels, uint32_t percentOfNoise) {
-    const ReduceRow reduce = layout.alpha == Alpha::kept ? d.orderedBesideAlpha : d.ordered;
+    const bool keepsAlpha = layout.alpha == Alpha::kept;
+    const ReduceRow reduce = keepsAlpha ? d.orderedBesideAlpha : d.ordered;
     if (percentOfNoise == 0) {
-        reduceOrdered(rows, levels, reduce);
+        reduceOrdered(rows, levels, {reduce, keepsAlpha, d.fromBytes == 1 ? d.ordered : nullptr});
         return zelStsNoErr;
     }
     Noise noise;
@@ -167,8 +168,10 @@ ZEL_INLINE ZelStatus diffuse(Diffusion kind, const TallImage& image, const Diffu
                      .size = images.size,
                      .channels = layout.samples};
     if (dither == zelDitherNone) {
-        reduceToNearest(rows, Levels(levels, 1), 0.5f / float(levels - 1),
-                        layout.alpha == Alpha::kept ? d.toNearestBesideAlpha : d.toNearest);
+        const bool keepsAlpha = layout.alpha == Alpha::kept;
+        reduceToNearest(
+            rows, Levels(levels, 1), 0.5f / float(levels - 1),
+            {keepsAlpha ? d.toNearestBesideAlpha : d.toNearest, keepsAlpha, d.fromBytes == 1 ? d.toNearest : nullptr});
         return zelStsNoErr;
     }
     rows.fromStep &= -size_t(d.fromBytes);

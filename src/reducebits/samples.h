@@ -7,6 +7,12 @@ namespace zel::ZEL_LEVEL {
 
 constexpr int vectorFloats = vectorBytes / 4;
 
+// The level q, and one step more where the threshold is below what is left over.
+ZEL_INLINE Floats levelOrNext(Floats q, Floats step, Floats threshold, Floats leftOver) {
+    if constexpr (vectorBytes > 16) return threshold < leftOver ? q + step : q;
+    return q + (Floats)((Dwords)(threshold < leftOver) & (Dwords)step);
+}
+
 // A vector of floats from consecutive samples, or from samples in dwords, and one sample. `top` is white, and `unit` what brings
 // it to 1.
 struct From8u {

@@ -5,6 +5,7 @@
 #include "frame/driver.h"
 #include "reducebits/noise.h"
 #include "reducebits/samples.h"
+#include "simd/byte_table.h"
 #include "simd/samples.h"
 
 namespace zel::ZEL_LEVEL {
@@ -104,7 +105,7 @@ class Reduction {
     ZEL_INLINE Dwords level(Floats s, Floats threshold) const {
         if constexpr (byUnit && From::unit != 1) s = s * splatFloat(From::unit);
         const Floats q = whole(s * inverse_) * step_;
-        const Floats q2 = threshold < s - q ? q + step_ : q;
+        const Floats q2 = levelOrNext(q, step_, threshold, s - q);
         return truncated(byUnit ? q2 * splatFloat(To::white) : q2);
     }
 
@@ -133,12 +134,6 @@ ZEL_OWN_CODE inline void reduceFloatsToBytes(const Levels& levels, const Reduced
     for (size_t i = whole; i < row.samples; ++i) row.to[i] = last[i - whole];
 }
 
-// The thresholds of ordered dither, in steps.
-inline constexpr float bayer[4][4] = {{0.0f, 0.53333336f, 0.13333334f, 0.6666667f},
-                                      {0.8f, 0.26666668f, 0.93333334f, 0.4f},
-                                      {0.2f, 0.73333335f, 0.06666667f, 0.6f},
-                                      {1.0f, 0.46666667f, 0.8666667f, 0.33333334f}};
-
 // The rows of an image and their pixels.
 struct ReducedRows {
     const uint8_t* from;
@@ -151,25 +146,118 @@ struct ReducedRows {
     ZEL_INLINE size_t samples() const { return size_t(size.width) * size_t(channels); }
 };
 
-// To the nearest level.
-ZEL_OWN_CODE inline void reduceToNearest(const ReducedRows& rows, const Levels& levels, float threshold, ReduceRow reduce) {
-    alignas(64) float thresholds[thresholdsAtOnce];
-    for (int i = 0; i < thresholdsAtOnce; i += vectorFloats) storeVector(thresholds + i, splatFloat(threshold));
-    ReducedRow row{rows.from, rows.to, rows.samples(), thresholds, true};
+// The thresholds of ordered dither, in steps.
+inline constexpr float bayer[4][4] = {{0.0f, 0.53333336f, 0.13333334f, 0.6666667f},
+                                      {0.8f, 0.26666668f, 0.93333334f, 0.4f},
+                                      {0.2f, 0.73333335f, 0.06666667f, 0.6f},
+                                      {1.0f, 0.46666667f, 0.8666667f, 0.33333334f}};
+
+// Their order.
+inline constexpr uint8_t bayerPlaces[4][4] = {{0, 8, 2, 10}, {12, 4, 14, 6}, {3, 11, 1, 9}, {15, 7, 13, 5}};
+
+struct RowRule {
+    ReduceRow reduce;
+    bool keepsAlpha;
+    ReduceRow ofAllBytes;  // where samples are bytes: the same rule without alpha
+};
+
+// Bytes by tables of all results, where a lookup costs less than the rule. The rule itself fills them: what a byte becomes below
+// its threshold, what above, and how many thresholds in ascending order it is above. One threshold for all needs one table.
+class ByteResults {
+  public:
+    // What it takes to make the tables is little beside an image.
+    ZEL_INLINE static bool pay(const ReducedRows& rows) {
+        return looksUpQuickly && rows.samples() * size_t(rows.size.height) >= 8192;
+    }
+
+    ZEL_OWN_CODE ByteResults(const Levels& levels, const float* ascending, int count, ReduceRow reduce) {
+        const auto fill = [&](float threshold, uint8_t(&results)[256]) {
+            alignas(64) float thresholds[thresholdsAtOnce];
+            for (int i = 0; i < thresholdsAtOnce; i += vectorFloats) storeVector(thresholds + i, splatFloat(threshold));
+            alignas(64) uint8_t bytes[256];
+            for (int i = 0; i < 256; ++i) bytes[i] = uint8_t(i);
+            reduce(levels, {bytes, results, 256, thresholds, true});
+        };
+        constexpr float unreachable = 1e30f;
+        fill(count == 1 ? ascending[0] : unreachable, below_);
+        fill(-unreachable, above_);
+        for (int t = 0; t < count; ++t) {
+            alignas(64) uint8_t results[256];
+            fill(ascending[t], results);
+            for (int i = 0; i < 256; i += vectorBytes) {
+                const auto isAbove = (Bytes)(loadBytes(results + i) != loadBytes(below_ + i));
+                storeVector(ranks_ + i, loadBytes(ranks_ + i) - isAbove);
+            }
+        }
+    }
+
+    // A row of thresholds, and their places among all, a period of them; none where all samples have the only one.
+    struct RowThresholds {
+        const float* values;
+        const uint8_t* places;
+    };
+    // Row y has the thresholds ofRow(y).
+    template <class OfRow>
+    ZEL_INLINE void reduceRows(const ReducedRows& rows, const Levels& levels, const RowRule& rule, const OfRow& ofRow) const {
+        const MadeByteTable below(below_), above(above_), ranks(ranks_);
+        ReducedRow row{rows.from, rows.to, rows.samples(), nullptr, true};
+        const size_t whole = row.samples & -size_t{vectorBytes};
+        for (int y = 0; y < rows.size.height; ++y) {
+            const RowThresholds thresholds = ofRow(y);
+            size_t place = 0;
+            for (size_t i = 0; i < whole; i += vectorBytes) {
+                const Bytes bytes = loadBytes(row.from + i);
+                Bytes results = below[bytes];
+                if (thresholds.places) results = ranks[bytes] > loadBytes(thresholds.places + place) ? above[bytes] : results;
+                if (rule.keepsAlpha)
+                    storeThreeOfFour<1>(row.to + i, results);
+                else
+                    storeVector(row.to + i, results);
+                place = place + vectorBytes == thresholdPeriod ? 0 : place + vectorBytes;
+            }
+            row.thresholds = thresholds.values;
+            if (whole != row.samples)
+                reduceRest(rule.reduce, levels, row, {.fromBytes = 1, .toBytes = 1, .keepsAlpha = rule.keepsAlpha}, place);
+            row.from = moved(row.from, rows.fromStep);
+            row.to = moved(row.to, rows.toStep);
+        }
+    }
+
+  private:
+    alignas(64) uint8_t below_[256], above_[256], ranks_[256]{};
+};
+
+// Row y has the thresholds ofRow(y).
+template <class OfRow>
+ZEL_INLINE void reduceRows(const ReducedRows& rows, const Levels& levels, const RowRule& rule, const OfRow& ofRow) {
+    ReducedRow row{rows.from, rows.to, rows.samples(), nullptr, true};
     for (int y = 0; y < rows.size.height; ++y) {
-        reduce(levels, row);
+        row.thresholds = ofRow(y);
+        rule.reduce(levels, row);
         row.from = moved(row.from, rows.fromStep);
         row.to = moved(row.to, rows.toStep);
     }
 }
 
+// To the nearest level.
+ZEL_OWN_CODE inline void reduceToNearest(const ReducedRows& rows, const Levels& levels, float threshold, const RowRule& rule) {
+    alignas(64) float thresholds[thresholdsAtOnce];
+    for (int i = 0; i < thresholdsAtOnce; i += vectorFloats) storeVector(thresholds + i, splatFloat(threshold));
+    const auto ofRow = [&](int) { return thresholds; };
+    if (!rule.ofAllBytes || !ByteResults::pay(rows)) return reduceRows(rows, levels, rule, ofRow);
+    ByteResults(levels, &threshold, 1, rule.ofAllBytes).reduceRows(rows, levels, rule, [&](int) {
+        return ByteResults::RowThresholds{thresholds, nullptr};
+    });
+}
+
 // The same threshold for all samples of a pixel.
-ZEL_INLINE float* repeat(float threshold, float* to, int channels) {
+template <class Threshold>
+ZEL_INLINE Threshold* repeat(Threshold threshold, Threshold* to, int channels) {
     for (int c = 0; c < channels; ++c) *to++ = threshold;
     return to;
 }
 
-ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, ReduceRow reduce) {
+ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const RowRule& rule) {
     // As far as a row goes, and one block.
     const size_t needed = rows.samples() + vectorBytes;
     const size_t thresholds = needed < thresholdsAtOnce ? needed : thresholdsAtOnce;
@@ -178,12 +266,30 @@ ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& le
         float* to = pattern[y];
         for (int x = 0; to < pattern[y] + thresholds; ++x) to = repeat(bayer[y][x % 4] * levels.step, to, rows.channels);
     }
-    ReducedRow row{rows.from, rows.to, rows.samples(), nullptr, true};
-    for (int y = 0; y < rows.size.height; ++y) {
-        row.thresholds = pattern[y % 4];
-        reduce(levels, row);
-        row.from = moved(row.from, rows.fromStep);
-        row.to = moved(row.to, rows.toStep);
+    const auto ofRow = [&](int y) { return pattern[y % 4]; };
+    if (!rule.ofAllBytes || !ByteResults::pay(rows)) return reduceRows(rows, levels, rule, ofRow);
+    float ascending[16];
+    alignas(64) uint8_t places[4][thresholdPeriod];
+    for (int y = 0; y < 4; ++y) {
+        uint8_t* to = places[y];
+        for (int x = 0; x < 4; ++x) ascending[bayerPlaces[y][x]] = bayer[y][x] * levels.step;
+        for (int x = 0; to < places[y] + thresholdPeriod; ++x) to = repeat(bayerPlaces[y][x % 4], to, rows.channels);
+    }
+    ByteResults(levels, ascending, 16, rule.ofAllBytes).reduceRows(rows, levels, rule, [&](int y) {
+        return ByteResults::RowThresholds{pattern[y % 4], places[y % 4]};
+    });
+}
+
+// The thresholds of three or four samples a pixel, up to whole vectors of pixels.
+ZEL_INLINE void repeatPixels(const float* from, float* to, int pixels, int channels) {
+    for (int i = 0; i < pixels; i += vectorFloats, to += vectorFloats * channels) {
+        if (channels == 3) {
+            const Repeated<4, 3> repeated(reinterpret_cast<const uint8_t*>(from + i), 0);
+            unrolled<3>([&](auto v) ZEL_INLINE_LAMBDA { storeVector(to + vectorFloats * v, repeated.template vector<v>()); });
+        } else {
+            const auto v = (Dwords)loadBytes(from + i);
+            storeFour<4>(reinterpret_cast<uint8_t*>(to), Channels<Dwords>{v, v, v}, v);
+        }
     }
 }
 
@@ -191,21 +297,24 @@ ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& le
 // slip of old, and it is meant to stay.
 ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const Noise& noise, bool bareAtEnd,
                                        int bytesFrom, int bytesTo, ReduceRow reduce) {
-    constexpr int pixelsAtOnce = 192;
-    alignas(64) float ofPixels[pixelsAtOnce], thresholds[pixelsAtOnce * 4];
+    constexpr int pixelsAtOnce = 256;
+    alignas(64) float noiseOfRows[NoiseOfRows::rows][noiseNumbers], thresholds[pixelsAtOnce * 4];
+    const NoiseOfRows dealt(noise);
     const uint8_t* from = rows.from;
     uint8_t* to = rows.to;
     const int width = rows.size.width, endOfFours = width & ~3;
     for (int y = 0; y < rows.size.height; ++y) {
+        if (y % 4 == 0) dealt.read(y, width, noiseOfRows);
+        const auto matrix = (Floats)everyLane(bayer[y % 4]);
         for (int first = 0; first < width; first += pixelsAtOnce) {
             const int pixels = width - first < pixelsAtOnce ? width - first : pixelsAtOnce;
-            noise.read(noiseTables.places.ofColumn, first, y, ofPixels, pixels);
-            const auto matrix = (Floats)everyLane(bayer[y % 4]);
-            for (int i = 0; i < pixels; i += vectorFloats)
-                storeVector(ofPixels + i, ((Floats)loadBytes(ofPixels + i) + matrix) * splatFloat(levels.step));
+            alignas(64) float ofPixels[pixelsAtOnce];
+            for (int i = 0; i < pixels; i += vectorFloats) {
+                const auto added = (Floats)loadBytes(noiseOfRows[y % 4] + (first + i) % noiseNumbers);
+                storeVector(ofPixels + i, (added + matrix) * splatFloat(levels.step));
+            }
             for (int x = endOfFours; bareAtEnd && x < first + pixels; ++x) ofPixels[x - first] = bayer[y % 4][x % 4];
-            float* next = thresholds;
-            for (int i = 0; i < pixels && rows.channels != 1; ++i) next = repeat(ofPixels[i], next, rows.channels);
+            if (rows.channels != 1) repeatPixels(ofPixels, thresholds, pixels, rows.channels);
             const size_t before = size_t(first) * size_t(rows.channels);
             reduce(levels, {from + before * size_t(bytesFrom), to + before * size_t(bytesTo),
                             size_t(pixels) * size_t(rows.channels), rows.channels == 1 ? ofPixels : thresholds, false});

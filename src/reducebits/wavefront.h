@@ -16,6 +16,7 @@
 
 #include "frame/conversion.h"
 #include "simd/floats.h"
+#include "simd/transposed.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -47,6 +48,10 @@ template <class Vector>
 ZEL_INLINE Vector loadCells(const void* p) {
     return (Vector)loadBytes(p);
 }
+
+// Vectors side by side hide how long each of them waits for its last result. Wide ones are no more than two: with more rows at
+// once, those of pixels with several samples now and then took several times as long, and the last rows begin later.
+constexpr int independentVectors = vectorBytes == 16 ? 4 : 2;
 
 // A rule of diffusion has
 //
@@ -106,7 +111,7 @@ class Wavefront {
     }
 
   private:
-    static constexpr int runPixels = vectorBytes, stepsAtOnce = 16;
+    static constexpr int runPixels = 64, stepsAtOnce = 16;
     static constexpr int stepsKept = Rule::rowsAbove * Rule::lag + Rule::margin;
 
     ZEL_INLINE static int activeOf(const TallImage& image) { return image.rowsOverlap ? 1 : lanes; }
@@ -174,14 +179,6 @@ class Wavefront {
     }
 
     // Four steps of a register's lanes from their runs, and back.
-    ZEL_INLINE static void transpose(Dwords (&v)[4]) {
-        const auto low01 = (Bytes)interleaveLow(v[0], v[1]), high01 = (Bytes)interleaveHigh(v[0], v[1]);
-        const auto low23 = (Bytes)interleaveLow(v[2], v[3]), high23 = (Bytes)interleaveHigh(v[2], v[3]);
-        v[0] = (Dwords)interleaveLow64(low01, low23);
-        v[1] = (Dwords)interleaveHigh64(low01, low23);
-        v[2] = (Dwords)interleaveLow64(high01, high23);
-        v[3] = (Dwords)interleaveHigh64(high01, high23);
-    }
     template <class C>
     ZEL_INLINE static void toSteps(const C (*runs)[runPixels], int first, C (*steps)[lanes]) {
         for (int r = 0; r < lanes; r += lanesOfVector)

@@ -71,4 +71,30 @@ class ByteLookup {
 #endif
 };
 
+// Whether a vector of bytes by a table that is made at the call takes a few instructions.
+constexpr bool looksUpQuickly = ZEL_LANES == 4;
+
+class MadeByteTable {
+  public:
+    ZEL_INLINE explicit MadeByteTable(const uint8_t (&table)[256]) {
+        for (int i = 0; i < 256 / vectorBytes; ++i) parts_[i] = loadBytes(table + i * vectorBytes);
+    }
+
+    ZEL_INLINE Bytes operator[](Bytes places) const {
+#if ZEL_LANES == 4
+        const auto half = [&](int i) ZEL_INLINE_LAMBDA {
+            return _mm512_permutex2var_epi8((Register)parts_[i], (Register)places, (Register)parts_[i + 1]);
+        };
+        return (Bytes)_mm512_mask_blend_epi8(_mm512_movepi8_mask((Register)places), half(0), half(2));
+#else
+        alignas(vectorBytes) uint8_t bytes[vectorBytes];
+        for (int i = 0; i < vectorBytes; ++i) bytes[i] = reinterpret_cast<const uint8_t*>(parts_)[places[i]];
+        return loadBytes(bytes);
+#endif
+    }
+
+  private:
+    Bytes parts_[256 / vectorBytes];
+};
+
 }  // namespace zel::ZEL_LEVEL

@@ -53,9 +53,17 @@ ZEL_INLINE Dwords loadStrided(const uint8_t* p) {
     if constexpr (t.vectors <= 2) return (Dwords)first;
     return (Dwords)_mm512_or_si512(first, _mm512_maskz_permutex2var_epi8(t.fromSecond, v[2], pattern, v[3]));
 #else
-    alignas(vectorBytes) uint32_t dwords[count]{};
-    for (int i = 0; i < count; ++i) __builtin_memcpy(&dwords[i], p + i * channels * size, size);
-    return (Dwords)loadBytes(dwords);
+    // Not by way of memory, which would wait for all of the stores.
+    const auto sample = [&](int i) ZEL_INLINE_LAMBDA {
+        int32_t dword = 0;
+        __builtin_memcpy(&dword, p + i * channels * size, size);
+        return dword;
+    };
+#if ZEL_LANES == 2
+    return Dwords{sample(0), sample(1), sample(2), sample(3), sample(4), sample(5), sample(6), sample(7)};
+#else
+    return Dwords{sample(0), sample(1), sample(2), sample(3)};
+#endif
 #endif
 }
 

@@ -54,6 +54,15 @@ TEST_P(ByteReduction, MatchesModelAtEveryNumberOfLevels) {
     }
 }
 
+// Images that are large enough for tables of all results, and wider than the noise goes without repeating itself.
+TEST_P(ByteReduction, MatchesModelOnLargeImages) {
+    Random random(seed());
+    const Pictures pictures = lay({1030, 34}, {dense, dense}, random, Content::uniform);
+    for (int levels = 2; levels <= 256; levels += levels < 20 ? 1 : 59)
+        for (const int dither : {int{zelDitherNone}, int{zelDitherBayer}})
+            for (const int noise : {0, 50}) ASSERT_TRUE(matches(pictures, request(noise, dither, levels)));
+}
+
 INSTANTIATE_TEST_SUITE_P(ReduceBits, ByteReduction, rows(model::reduceBitsExports(), isDitheredByte), nameOf);
 
 // More rows than the lanes of all vectors, in which a lane comes to several rows; rows around the distance between the first and
