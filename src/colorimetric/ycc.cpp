@@ -98,8 +98,8 @@ struct ToYccInDwords {
     ZEL_INLINE static WordPixel of(const WordPixel& p) {
         const WordPairs pairs(p);
         const auto gained = [](Words v, int gain) { return mulHigh(v, splatWord(gain)); };
-        return {gained(sumOf<luma14, 10>(p, pairs), 2921), gained(sumOf<blueLess, 10>(p, pairs), 1789) + splatWord(256 - 100),
-                gained(sumOf<redLess, 10>(p, pairs), 2178) + splatWord(256 - 119)};
+        return {gained(sumOf<luma14, 10>(pairs), 2921), gained(sumOf<blueLess, 10>(pairs), 1789) + splatWord(256 - 100),
+                gained(sumOf<redLess, 10>(pairs), 2178) + splatWord(256 - 119)};
     }
 };
 
@@ -142,8 +142,8 @@ constexpr Conversion toYccOfSigned = [] {
 
 namespace rows {
 
-constexpr auto zeliRGBToYCC_8u_C3R = bytePixels3<ToYccInWords, ToYccInDwords>;
-constexpr auto zeliRGBToYCC_8u_AC4R = bytePixels4<ToYccInWords, ToYccInDwords>;
+constexpr auto zeliRGBToYCC_8u_C3R = bytePixels3<WordKernel3<ToYccInWords>, WordKernel3<ToYccInDwords>>;
+constexpr auto zeliRGBToYCC_8u_AC4R = bytePixels4<WordKernel4<ToYccInWords>, WordKernel4<ToYccInDwords>>;
 constexpr auto zeliRGBToYCC_16u_C3R = floatPixels<Words16u, ThreeSamples, ToYccOfUnsigned>;
 constexpr auto zeliRGBToYCC_16u_AC4R = floatPixels<Words16u, FourSamples, ToYccOfUnsigned>;
 constexpr auto zeliRGBToYCC_16s_C3R = toYccOfSigned<ThreeSamples>;
@@ -151,8 +151,8 @@ constexpr auto zeliRGBToYCC_16s_AC4R = toYccOfSigned<FourSamples>;
 constexpr auto zeliRGBToYCC_32f_C3R = floatPixels<FloatSamples, ThreeSamples, ToYccOfFloats>;
 constexpr auto zeliRGBToYCC_32f_AC4R = floatPixels<FloatSamples, FourSamples, ToYccOfFloats>;
 
-constexpr auto zeliYCCToRGB_8u_C3R = bytePixels3<FromYccInWords, FromYccInDwords>;
-constexpr auto zeliYCCToRGB_8u_AC4R = bytePixels4<FromYccInWords, FromYccInDwords>;
+constexpr auto zeliYCCToRGB_8u_C3R = bytePixels3<WordKernel3<FromYccInWords>, WordKernel3<FromYccInDwords>>;
+constexpr auto zeliYCCToRGB_8u_AC4R = bytePixels4<WordKernel4<FromYccInWords>, WordKernel4<FromYccInDwords>>;
 constexpr auto zeliYCCToRGB_16u_C3R = floatPixels<Words16u, ThreeSamples, FromYccOfUnsigned>;
 constexpr auto zeliYCCToRGB_16u_AC4R = floatPixels<Words16u, FourSamples, FromYccOfUnsigned>;
 constexpr auto zeliYCCToRGB_16s_C3R = floatPixels<Words16s, ThreeSamples, FromYccOfSigned>;
