@@ -3,27 +3,22 @@
 
 #include "frame/layouts.h"
 #include "frame/passes.h"
+#include "simd/lifted_pixels.h"
 
 namespace zel::ZEL_LEVEL {
 
-// Half of a block: the channels as words.
-struct WordPixel {
-    Words a, b, c;
-};
-
-// Rule::of turns words into words, of which the results are the bytes that saturation gives.
-template <class From, class To, class Rule>
-struct BytePixelKernel {
+// Rule::of turns lifted channels into words, of which the results are the bytes that saturation gives.
+template <class Pixels, class Rule>
+struct WordKernel {
     using Constants = NoConstants;
     static constexpr int sites = blockPixels;
 
-    ZEL_INLINE explicit BytePixelKernel(Constants) {}
+    ZEL_INLINE explicit WordKernel(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const Triple t = From::load(row, block);
-        const WordPixel low = Rule::of({lowBytes(t.a), lowBytes(t.b), lowBytes(t.c)});
-        const WordPixel high = Rule::of({highBytes(t.a), highBytes(t.b), highBytes(t.c)});
-        To::template store<Order::natural>(row, 0, block,
-                                           {packBytes(low.a, high.a), packBytes(low.b, high.b), packBytes(low.c, high.c)});
+        const size_t at = block * blockPixels * Pixels::bytes;
+        const Lifted x = Pixels::load(row.in[0] + at);
+        const WordPixel first = Rule::of(x.first), second = Rule::of(x.second);
+        Pixels::store(row.out[0] + at, first, second);
     }
 };
 
@@ -57,9 +52,9 @@ ZEL_INLINE Words sumOf(const WordPairs& pairs) {
 }
 
 template <class Rule>
-using WordKernel3 = BytePixelKernel<From3, ToPacked3, Rule>;
+using WordKernel3 = WordKernel<LiftedPixels<3>, Rule>;
 template <class Rule>
-using WordKernel4 = BytePixelKernel<From4, ToColoursOf4, Rule>;
+using WordKernel4 = WordKernel<LiftedPixels<4>, Rule>;
 
 // A kernel of the columns up to a multiple and one of the others.
 template <class Block, class Tail>
