@@ -49,30 +49,29 @@ constexpr FixedMatrix toXyz15{{{13515, 11717, 5912}, {6969, 23434, 2365}, {634, 
     fromXyz13{{{26546, -12591, -4083}, {-7939, 15368, 340}, {456, -1671, 8661}}},
     fromXyz16{{{212368, -100738, -32671}, {-63521, 122944, 2723}, {3646, -13372, 69291}}};
 
-// Sums whose results are their high words, where as much of that as fits is in the coefficients. A product with the part of a
-// coefficient beyond signed words is whole in the high word.
+// Sums whose results are their high words. The last bit of that is in the coefficients if they are words then, too. A product
+// with the part of a coefficient beyond signed words is whole in the high word.
 template <Form form, int shift>
 ZEL_INLINE Dwords lifted(const ChannelPairs& p) {
-    constexpr auto fits = [](int bits) {
-        const auto isWord = [&](int32_t k) { return lowPart(k << bits) == k << bits; };
-        return isWord(form.a) && isWord(form.b) && isWord(form.c);
-    };
-    constexpr int bits = 16 - shift, ofCoefficients = bits > 0 && fits(bits) ? bits : bits > 1 && fits(1) ? 1 : 0;
-    constexpr auto part = [](int32_t k) { return lowPart(k << ofCoefficients); };
+    static_assert(shift == 15 || shift == 16);
+    constexpr auto doubledIsWord = [](int32_t k) { return lowPart(2 * k) == 2 * k; };
+    constexpr bool doublesCoefficients = shift == 15 && doubledIsWord(form.a) && doubledIsWord(form.b) && doubledIsWord(form.c);
+    constexpr auto part = [](int32_t k) { return lowPart(doublesCoefficients ? 2 * k : k); };
     Dwords sum = mulAddPairs(p.ac, splatWords(part(form.a), part(form.c))) + mulAddPairs(p.b, splatWords(part(form.b), 0));
     if constexpr (highPart(form.a) != 0 || highPart(form.b) != 0 || highPart(form.c) != 0)
         sum += (mulAddPairs(p.ac, splatWords(highPart(form.a), highPart(form.c))) +
                 mulAddPairs(p.b, splatWords(highPart(form.b), 0)))
                << 16;
-    if constexpr (bits - ofCoefficients == 1) return sum + sum;
-    return sum << (bits - ofCoefficients);
+    return shift == 16 || doublesCoefficients ? sum : sum + sum;
 }
 
 template <const FixedMatrix& matrix, int shift>
 struct Fixed {
-    ZEL_INLINE static Bytes of(const ChannelPairs& p) {
-        return packHighWords(lifted<matrix.rows[0], shift>(p), lifted<matrix.rows[1], shift>(p),
-                             lifted<matrix.rows[2], shift>(p));
+    ZEL_INLINE static Bytes of(ChannelPairs p) {
+        constexpr int ofSamples = shift < 15 ? 16 - shift : 0;
+        p = {p.ac << ofSamples, p.b << ofSamples};
+        return packHighWords(lifted<matrix.rows[0], shift + ofSamples>(p), lifted<matrix.rows[1], shift + ofSamples>(p),
+                             lifted<matrix.rows[2], shift + ofSamples>(p));
     }
 };
 
