@@ -17,8 +17,10 @@ ZEL_INLINE Words highWords(Dwords a, Dwords b) {
         return p;
     }();
     return (Words)_mm512_permutex2var_epi16((Register)a, _mm512_load_si512(odd.of), (Register)b);
-#else
+#elif ZEL_LANES == 2
     return evenThenOdd((Words)(UDwords(a) >> 16), (Words)b);
+#else
+    return (Words)(UDwords(a) >> 16) | ((Words)b & splatWords(0, -1));
 #endif
 }
 
