@@ -1,4 +1,5 @@
 // Bilinear interpolation of a mosaic, with green by gradients.
+#include "frame/bypass.h"
 #include "rawsensor/mosaic.h"
 #include "simd/part.h"
 #include "simd/sites.h"
@@ -24,6 +25,7 @@ struct SourceRows {
 template <int count>
 struct PixelRows {
     uint8_t* at[count];
+    bool bypassing = false;  // the caches, with what is stored to multiples of the vector
 };
 
 // How green is found at a sample of red or blue.
@@ -72,7 +74,7 @@ ZEL_INLINE void convertBlock(const SourceRows<count>& rows, const PixelRows<coun
         const auto inOrder = [](V own, V middle, V other) ZEL_INLINE_LAMBDA {
             return isRed ? Channels<V>{own, middle, other} : Channels<V>{other, middle, own};
         };
-        sites[r].store(out.at[r] + pixel * 3 * size, inOrder(here, between, diagonal),
+        sites[r].store(Destination(out.at[r] + pixel * 3 * size, out.bypassing), inOrder(here, between, diagonal),
                        inOrder(beside[r + 1].value, here, above.value));
     });
 }
@@ -194,21 +196,25 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
     const auto step = size_t(stepOf<Element>(dstStep));
     uint8_t* out = moved(reinterpret_cast<uint8_t*>(pDst), (size_t(part.left) - size_t(roi.x)) * 3 * sizeof(Element));
     out = moved(out, (size_t(part.top) - size_t(roi.y)) * step);
+    // Only blocks of whole lines gain by that.
+    const size_t pixels = size_t(part.right - part.left) * size_t(part.bottom - part.top);
+    const bool bypassing = vectorBytes == int{lineBytes} && exceedsCaches(pixels * 4 * sizeof(Element));
     for (int y = part.top; y < part.bottom;) {
         uint8_t* const second = moved(out, step);
         const int last = size.height - edge - 1;
         if (y < edge || y > last) {
-            convertRows<Depth, Green::byMean, 1>(source, y, part.left, part.right, {{out}});
+            convertRows<Depth, Green::byMean, 1>(source, y, part.left, part.right, {{out}, bypassing});
         } else if (y == last || y + 1 == part.bottom) {
-            convertRows<Depth, Green::byGradient, 1>(source, y, part.left, part.right, {{out}});
+            convertRows<Depth, Green::byGradient, 1>(source, y, part.left, part.right, {{out}, bypassing});
         } else {
-            convertRows<Depth, Green::byGradient, 2>(source, y, part.left, part.right, {{out, second}});
+            convertRows<Depth, Green::byGradient, 2>(source, y, part.left, part.right, {{out, second}, bypassing});
             ++y;
             out = second;
         }
         ++y;
         out = moved(out, step);
     }
+    if (bypassing) storeFence();
     return zelStsNoErr;
 }
 

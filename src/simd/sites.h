@@ -21,7 +21,7 @@ class Sites {
     }
 
     // Interleaved pixels.
-    ZEL_INLINE void store(uint8_t* p, const Channels<V>& here, const Channels<V>& between) const {
+    ZEL_INLINE void store(Destination p, const Channels<V>& here, const Channels<V>& between) const {
 #if ZEL_LANES == 4
         constexpr auto& t = samples::table<size>;
         const auto spread = [&](int c, V atSites, V others) ZEL_INLINE_LAMBDA {
