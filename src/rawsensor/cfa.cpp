@@ -10,6 +10,9 @@ namespace {
 // Columns and rows at the image's edges, where green is the mean.
 constexpr int edge = 2;
 
+// Only blocks of whole lines gain by bypassing the caches.
+constexpr bool blocksAreLines = vectorBytes == int{lineBytes};
+
 // Some rows with the two above them and the two below. Beyond the image's edges they are reflected, which gives the neighbours
 // that are left there their weights.
 template <int count>
@@ -74,8 +77,8 @@ ZEL_INLINE void convertBlock(const SourceRows<count>& rows, const PixelRows<coun
         const auto inOrder = [](V own, V middle, V other) ZEL_INLINE_LAMBDA {
             return isRed ? Channels<V>{own, middle, other} : Channels<V>{other, middle, own};
         };
-        sites[r].store(Destination(out.at[r] + pixel * 3 * size, out.bypassing), inOrder(here, between, diagonal),
-                       inOrder(beside[r + 1].value, here, above.value));
+        sites[r].store(Destination(out.at[r] + pixel * 3 * size, blocksAreLines && out.bypassing),
+                       inOrder(here, between, diagonal), inOrder(beside[r + 1].value, here, above.value));
     });
 }
 
@@ -196,9 +199,8 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
     const auto step = size_t(stepOf<Element>(dstStep));
     uint8_t* out = moved(reinterpret_cast<uint8_t*>(pDst), (size_t(part.left) - size_t(roi.x)) * 3 * sizeof(Element));
     out = moved(out, (size_t(part.top) - size_t(roi.y)) * step);
-    // Only blocks of whole lines gain by that.
     const size_t pixels = size_t(part.right - part.left) * size_t(part.bottom - part.top);
-    const bool bypassing = vectorBytes == int{lineBytes} && exceedsCaches(pixels * 4 * sizeof(Element));
+    const bool bypassing = blocksAreLines && exceedsCaches(pixels * 4 * sizeof(Element));
     for (int y = part.top; y < part.bottom;) {
         uint8_t* const second = moved(out, step);
         const int last = size.height - edge - 1;
