@@ -70,6 +70,8 @@ constexpr Row table[] = {
     ROW(gray, rgb24, GRAY2RGB),
     ROW(gray, rgba32, GRAY2RGBA),
 
+    ROW_OF(toXyz, rgb24, rgb24, RGB2XYZ),
+    ROW_OF(fromXyz, rgb24, rgb24, XYZ2RGB),
     ROW_OF(toLuv, rgb24, rgb24, LRGB2Luv),
     ROW_OF(toLuv, bgr24, rgb24, LBGR2Luv),
     ROW_OF(fromLuv, rgb24, rgb24, Luv2LRGB),
@@ -93,7 +95,9 @@ constexpr int conversionOf(const Task& task) {
     for (const Row& row : table)
         if (row.task == task) return int(&row - table);
     const Depth depth = task.source.depth;
-    const bool converts = depth == u8 || (depth == u16 && task.variant == Variant::replicate) || depth == f32;
+    const bool isLinear =
+        task.variant == Variant::replicate || task.variant == Variant::toXyz || task.variant == Variant::fromXyz;
+    const bool converts = depth == u8 || (depth == u16 && isLinear) || depth == f32;
     if (!converts || task.destination.depth != depth) return -1;
     for (const Row& row : table)
         if (row.task == Task{task.source.layout, task.destination.layout, task.variant}) return int(&row - table);
@@ -190,10 +194,11 @@ std::string openCvVersion() { return "OpenCV " CV_VERSION; }
 
 void addOpenCv(const Task& task, std::vector<Peer>& peers) {
     if (const int i = conversionOf(task); i >= 0) {
-        peers.push_back(
-            {std::string("OpenCV ") + table[i].name, [code = table[i].code](const Image& source, const Image& destination) {
-                 return bindCode(code, source, destination);
-             }});
+        peers.push_back({std::string("OpenCV ") + table[i].name,
+                         [code = table[i].code](const Image& source, const Image& destination) {
+                             return bindCode(code, source, destination);
+                         },
+                         task.variant == Variant::fromXyz && task.source.depth == f32});  // which isn't limited there
     }
     const Depth depth = task.source.depth;
     for (const Row& row : hueTable)

@@ -3,6 +3,7 @@
 // and that is meant.
 #include "colorimetric/byte_pixels.h"
 #include "colorimetric/float_pixels.h"
+#include "simd/pixel_dwords.h"
 #include "zelcc/colorimetric.h"
 
 namespace zel::ZEL_LEVEL {
@@ -48,14 +49,51 @@ constexpr FixedMatrix toXyz15{{{13515, 11717, 5912}, {6969, 23434, 2365}, {634, 
     fromXyz13{{{26546, -12591, -4083}, {-7939, 15368, 340}, {456, -1671, 8661}}},
     fromXyz16{{{212368, -100738, -32671}, {-63521, 122944, 2723}, {3646, -13372, 69291}}};
 
+// Sums whose results are their high words. The last bit of that is in the coefficients if they are words then, too. A product
+// with the part of a coefficient beyond signed words is whole in the high word.
+template <Form form, int shift>
+ZEL_INLINE Dwords lifted(const ChannelPairs& p) {
+    static_assert(shift == 15 || shift == 16);
+    constexpr auto doubledIsWord = [](int32_t k) { return lowPart(2 * k) == 2 * k; };
+    constexpr bool doublesCoefficients = shift == 15 && doubledIsWord(form.a) && doubledIsWord(form.b) && doubledIsWord(form.c);
+    constexpr auto part = [](int32_t k) { return lowPart(doublesCoefficients ? 2 * k : k); };
+    Dwords sum = mulAddPairs(p.ac, splatWords(part(form.a), part(form.c))) + mulAddPairs(p.b, splatWords(part(form.b), 0));
+    if constexpr (highPart(form.a) != 0 || highPart(form.b) != 0 || highPart(form.c) != 0)
+        sum += (mulAddPairs(p.ac, splatWords(highPart(form.a), highPart(form.c))) +
+                mulAddPairs(p.b, splatWords(highPart(form.b), 0)))
+               << 16;
+    return shift == 16 || doublesCoefficients ? sum : sum + sum;
+}
+
 template <const FixedMatrix& matrix, int shift>
 struct Fixed {
-    ZEL_INLINE static WordPixel of(const WordPixel& p) {
-        const WordPairs pairs(p);
-        return {sumOf<matrix.rows[0], shift>(p, pairs), sumOf<matrix.rows[1], shift>(p, pairs),
-                sumOf<matrix.rows[2], shift>(p, pairs)};
+    ZEL_INLINE static Bytes of(ChannelPairs p) {
+        constexpr int ofSamples = shift < 15 ? 16 - shift : 0;
+        p = {p.ac << ofSamples, p.b << ofSamples};
+        return packHighWords(lifted<matrix.rows[0], shift + ofSamples>(p), lifted<matrix.rows[1], shift + ofSamples>(p),
+                             lifted<matrix.rows[2], shift + ofSamples>(p));
     }
 };
+
+// Rule::of makes a part of the results from one of the pixels.
+template <class Pixels, class Rule>
+struct MatrixKernel {
+    using Constants = NoConstants;
+    static constexpr int sites = blockPixels;
+
+    ZEL_INLINE explicit MatrixKernel(Constants) {}
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const size_t at = block * blockPixels * Pixels::bytes;
+        Bytes parts[4];
+        unrolled<4>([&](auto i) ZEL_INLINE_LAMBDA { parts[i] = Rule::of(Pixels::template load<i>(row.in[0] + at)); });
+        Pixels::store(row.out[0] + at, parts);
+    }
+};
+
+template <class Block, class Tail>
+constexpr auto matrix3 = bytePixels3<MatrixKernel<PixelDwords3, Block>, MatrixKernel<PixelDwords3, Tail>>;
+template <class Block, class Tail>
+constexpr auto matrix4 = bytePixels4<MatrixKernel<PixelDwords4, Block>, MatrixKernel<PixelDwords4, Tail>>;
 
 using Words16u = WordSamples<false, CutOff>;
 using Words16s = WordSamples<true, CutOff>;
@@ -64,8 +102,8 @@ using Words16s = WordSamples<true, CutOff>;
 
 namespace rows {
 
-constexpr auto zeliRGBToXYZ_8u_C3R = bytePixels3<Fixed<toXyz15, 15>, Fixed<toXyz16, 16>>;
-constexpr auto zeliRGBToXYZ_8u_AC4R = bytePixels4<Fixed<toXyz15, 15>, Fixed<toXyz16, 16>>;
+constexpr auto zeliRGBToXYZ_8u_C3R = matrix3<Fixed<toXyz15, 15>, Fixed<toXyz16, 16>>;
+constexpr auto zeliRGBToXYZ_8u_AC4R = matrix4<Fixed<toXyz15, 15>, Fixed<toXyz16, 16>>;
 constexpr auto zeliRGBToXYZ_16u_C3R = floatPixels<Words16u, ThreeSamples, ToXyz>;
 constexpr auto zeliRGBToXYZ_16u_AC4R = floatPixels<Words16u, FourSamples, ToXyz>;
 constexpr auto zeliRGBToXYZ_16s_C3R = floatPixels<Words16s, ThreeSamples, ToXyz>;
@@ -73,8 +111,8 @@ constexpr auto zeliRGBToXYZ_16s_AC4R = floatPixels<Words16s, FourSamples, ToXyz>
 constexpr auto zeliRGBToXYZ_32f_C3R = floatPixels<FloatSamples, ThreeSamples, ToXyzOfFloats>;
 constexpr auto zeliRGBToXYZ_32f_AC4R = floatPixels<FloatSamples, FourSamples, ToXyzOfFloats>;
 
-constexpr auto zeliXYZToRGB_8u_C3R = bytePixels3<Fixed<fromXyz13, 13>, Fixed<fromXyz16, 16>>;
-constexpr auto zeliXYZToRGB_8u_AC4R = bytePixels4<Fixed<fromXyz13, 13>, Fixed<fromXyz16, 16>>;
+constexpr auto zeliXYZToRGB_8u_C3R = matrix3<Fixed<fromXyz13, 13>, Fixed<fromXyz16, 16>>;
+constexpr auto zeliXYZToRGB_8u_AC4R = matrix4<Fixed<fromXyz13, 13>, Fixed<fromXyz16, 16>>;
 constexpr auto zeliXYZToRGB_16u_C3R = floatPixels<Words16u, ThreeSamples, FromXyz>;
 constexpr auto zeliXYZToRGB_16u_AC4R = floatPixels<Words16u, FourSamples, FromXyz>;
 constexpr auto zeliXYZToRGB_16s_C3R = floatPixels<Words16s, ThreeSamples, FromXyz>;

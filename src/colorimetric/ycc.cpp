@@ -70,11 +70,11 @@ struct FromYccOfUnsigned {
 // Bytes in the leading columns: words, each product cut off by itself. With L the sum of the products (256 x k) >> 16,
 //   Y = (L 2921 >> 16) >> 2, C1 = (((64 B - L) 1789 >> 16) + 624) >> 2, C2 = (((64 R - L) 2178 >> 16) + 548) >> 2
 struct ToYccInWords {
-    ZEL_INLINE static WordPixel of(const WordPixel& p) {
-        const auto product = [](Words v, int k) { return mulHigh(v << 7, splatWord(2 * k)); };
+    ZEL_INLINE static WordPixel of(const LiftedHalf& p) {
+        const auto product = [](UWords v, int k) { return (Words)mulHigh(v, (UWords)splatWord(k)); };
         const Words luma = product(p.a, 4898) + product(p.b, 9617) + product(p.c, 1867);
-        const auto difference = [&](Words v, int gain, int offset) {
-            return (mulHigh((v << 6) - luma, splatWord(gain)) + splatWord(offset)) >> 2;
+        const auto difference = [&](UWords v, int gain, int offset) {
+            return (mulHigh((Words)(v >> 2) - luma, splatWord(gain)) + splatWord(offset)) >> 2;
         };
         return {mulHigh(luma, splatWord(2921)) >> 2, difference(p.c, 1789, 624), difference(p.a, 2178, 548)};
     }
@@ -83,9 +83,12 @@ struct ToYccInWords {
 // With m(v, k) = 128 v k >> 16, yy = 5563 Y >> 8, c1 = m(C1 - 156, 18168), c2 = m(C2 - 137, 14921):
 //   R = (yy + c2) >> 4, B = (yy + c1) >> 4, G = ((yy >> 1) + (-16679 c2 >> 16) + (-6357 c1 >> 16)) >> 3
 struct FromYccInWords {
-    ZEL_INLINE static WordPixel of(const WordPixel& p) {
-        const auto chroma = [](Words v, int middle, int k) { return mulHigh((v - splatWord(middle)) << 7, splatWord(k)); };
-        const Words yy = mulHigh(p.a << 7, splatWord(2 * 5563)), c1 = chroma(p.b, 156, 18168), c2 = chroma(p.c, 137, 14921);
+    ZEL_INLINE static WordPixel of(const LiftedHalf& p) {
+        const auto chroma = [](UWords v, int middle, int k) {
+            return mulHigh((Words)(v >> 1) - splatWord(middle << 7), splatWord(k));
+        };
+        const Words yy = (Words)mulHigh(p.a, (UWords)splatWord(5563));
+        const Words c1 = chroma(p.b, 156, 18168), c2 = chroma(p.c, 137, 14921);
         return {(yy + c2) >> 4, ((yy >> 1) + mulHigh(c2, splatWord(-16679)) + mulHigh(c1, splatWord(-6357))) >> 3,
                 (yy + c1) >> 4};
     }
@@ -93,20 +96,23 @@ struct FromYccInWords {
 
 // Bytes in the other columns: exact sums, of which ten bits are cut off before the gain. The differences lie in -198 to -2, and
 // are stored as bytes, 256 higher.
+ZEL_INLINE WordPixel samplesOf(const LiftedHalf& p) { return {(Words)(p.a >> 8), (Words)(p.b >> 8), (Words)(p.c >> 8)}; }
+
 constexpr Form luma14{4898, 9617, 1867}, blueLess{-4898, -9617, 16384 - 1867}, redLess{16384 - 4898, -9617, -1867};
 struct ToYccInDwords {
-    ZEL_INLINE static WordPixel of(const WordPixel& p) {
-        const WordPairs pairs(p);
+    ZEL_INLINE static WordPixel of(const LiftedHalf& lifted) {
+        const WordPairs pairs(samplesOf(lifted));
         const auto gained = [](Words v, int gain) { return mulHigh(v, splatWord(gain)); };
-        return {gained(sumOf<luma14, 10>(p, pairs), 2921), gained(sumOf<blueLess, 10>(p, pairs), 1789) + splatWord(256 - 100),
-                gained(sumOf<redLess, 10>(p, pairs), 2178) + splatWord(256 - 119)};
+        return {gained(sumOf<luma14, 10>(pairs), 2921), gained(sumOf<blueLess, 10>(pairs), 1789) + splatWord(256 - 100),
+                gained(sumOf<redLess, 10>(pairs), 2178) + splatWord(256 - 119)};
     }
 };
 
 // With a = 7460 C2 - 1022020, b = 9084 C1 - 1417104, y = 5564 Y:
 //   R = (a + y) >> 12, B = (y + b) >> 12, G = (-2084 (a >> 8) - 794 (b >> 8) + 16 y) >> 16
 struct FromYccInDwords {
-    ZEL_INLINE static WordPixel of(const WordPixel& p) {
+    ZEL_INLINE static WordPixel of(const LiftedHalf& lifted) {
+        const WordPixel p = samplesOf(lifted);
         const auto outer = [&](Words chroma, int k, int bias) {
             const Words products = splatWords(5564, k);
             const auto half = [&](Words pairs) { return (mulAddPairs(pairs, products) + splatDword(bias)) >> 12; };
@@ -142,8 +148,8 @@ constexpr Conversion toYccOfSigned = [] {
 
 namespace rows {
 
-constexpr auto zeliRGBToYCC_8u_C3R = bytePixels3<ToYccInWords, ToYccInDwords>;
-constexpr auto zeliRGBToYCC_8u_AC4R = bytePixels4<ToYccInWords, ToYccInDwords>;
+constexpr auto zeliRGBToYCC_8u_C3R = bytePixels3<WordKernel3<ToYccInWords>, WordKernel3<ToYccInDwords>>;
+constexpr auto zeliRGBToYCC_8u_AC4R = bytePixels4<WordKernel4<ToYccInWords>, WordKernel4<ToYccInDwords>>;
 constexpr auto zeliRGBToYCC_16u_C3R = floatPixels<Words16u, ThreeSamples, ToYccOfUnsigned>;
 constexpr auto zeliRGBToYCC_16u_AC4R = floatPixels<Words16u, FourSamples, ToYccOfUnsigned>;
 constexpr auto zeliRGBToYCC_16s_C3R = toYccOfSigned<ThreeSamples>;
@@ -151,8 +157,8 @@ constexpr auto zeliRGBToYCC_16s_AC4R = toYccOfSigned<FourSamples>;
 constexpr auto zeliRGBToYCC_32f_C3R = floatPixels<FloatSamples, ThreeSamples, ToYccOfFloats>;
 constexpr auto zeliRGBToYCC_32f_AC4R = floatPixels<FloatSamples, FourSamples, ToYccOfFloats>;
 
-constexpr auto zeliYCCToRGB_8u_C3R = bytePixels3<FromYccInWords, FromYccInDwords>;
-constexpr auto zeliYCCToRGB_8u_AC4R = bytePixels4<FromYccInWords, FromYccInDwords>;
+constexpr auto zeliYCCToRGB_8u_C3R = bytePixels3<WordKernel3<FromYccInWords>, WordKernel3<FromYccInDwords>>;
+constexpr auto zeliYCCToRGB_8u_AC4R = bytePixels4<WordKernel4<FromYccInWords>, WordKernel4<FromYccInDwords>>;
 constexpr auto zeliYCCToRGB_16u_C3R = floatPixels<Words16u, ThreeSamples, FromYccOfUnsigned>;
 constexpr auto zeliYCCToRGB_16u_AC4R = floatPixels<Words16u, FourSamples, FromYccOfUnsigned>;
 constexpr auto zeliYCCToRGB_16s_C3R = floatPixels<Words16s, ThreeSamples, FromYccOfSigned>;

@@ -1,43 +1,85 @@
 // Bilinear interpolation of a mosaic, with green by gradients.
+#include "frame/bypass.h"
 #include "rawsensor/mosaic.h"
 #include "simd/part.h"
+#include "simd/sites.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {
 
-// A row and those around it. Beyond the image's edges they are reflected, which gives the neighbours that are left there their
-// weights.
-struct FiveRows {
-    const uint8_t *up2, *up, *here, *down, *down2;
+// Columns and rows at the image's edges, where green is the mean.
+constexpr int edge = 2;
 
-    ZEL_INLINE FiveRows movedBy(size_t bytes) const {
-        return {up2 + bytes, up + bytes, here + bytes, down + bytes, down2 + bytes};
+// Only blocks of whole lines gain by bypassing the caches.
+constexpr bool blocksAreLines = vectorBytes == int{lineBytes};
+
+// Some rows with the two above them and the two below. Beyond the image's edges they are reflected, which gives the neighbours
+// that are left there their weights.
+template <int count>
+struct SourceRows {
+    const uint8_t* at[count + 4];
+
+    ZEL_INLINE SourceRows movedBy(size_t bytes) const {
+        SourceRows moved = *this;
+        for (const uint8_t*& row : moved.at) row += bytes;
+        return moved;
     }
+};
+template <int count>
+struct PixelRows {
+    uint8_t* at[count];
+    bool bypassing = false;  // the caches, with what is stored to multiples of the vector
 };
 
 // How green is found at a sample of red or blue.
 enum class Green { byGradient, byMean };
 
-// A block of a row's pixels, of which those at `sites` have samples of the row's colour and the others of green.
-template <class Depth, Green green, bool isRedRow>
-ZEL_INLINE void convertBlock(const FiveRows& rows, uint8_t* out, typename Depth::V sites) {
+// A rounded mean, and the bits that made it so.
+template <class V>
+struct Mean {
+    V value, differing;
+};
+template <class V>
+ZEL_INLINE Mean<V> meanOf(V a, V b) {
+    return {mean(a, b), a ^ b};
+}
+
+// (a + b + c + d + 2) >> 2. The mean of the pairs' means is too high by 1 where a pair was rounded up and so are the two.
+template <class V>
+ZEL_INLINE V meanOf(const Mean<V>& ab, const Mean<V>& cd) {
+    return mean(ab.value, cd.value) - ((ab.differing | cd.differing) & (ab.value ^ cd.value) & 1);
+}
+
+// A block of the pixels of some rows, of which every other one has a sample of the row's colour. What rows have in common is
+// computed once.
+template <class Depth, Green green, bool isRedRow, int count>
+ZEL_INLINE void convertBlock(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixel,
+                             const Sites<typename Depth::Channel, typename Depth::V> (&sites)[count]) {
     using V = typename Depth::V;
-    const auto at = [](const uint8_t* row, int columns) {
-        return (V)loadBytes(row + columns * ptrdiff_t{sizeof(typename Depth::Element)});
-    };
-    const V here = at(rows.here, 0), up = at(rows.up, 0), down = at(rows.down, 0), left = at(rows.here, -1),
-            right = at(rows.here, 1);
-    const V beside = mean(left, right), above = mean(up, down);
-    const V diagonal = meanOfFour(at(rows.up, -1), at(rows.up, 1), at(rows.down, -1), at(rows.down, 1));
-    V between = meanOfFour(up, down, left, right);
-    if constexpr (green == Green::byGradient) {
-        const V vertical = distance(at(rows.up2, 0), at(rows.down2, 0)),
-                horizontal = distance(at(rows.here, -2), at(rows.here, 2));
-        between = vertical > horizontal ? beside : vertical < horizontal ? above : between;
-    }
-    const auto bySite = [&](V atColour, V atGreen) { return (atColour & sites) | (atGreen & ~sites); };
-    const V own = bySite(here, beside), other = bySite(diagonal, above);
-    Depth::storePixels(out, isRedRow ? own : other, bySite(between, here), isRedRow ? other : own);
+    constexpr ptrdiff_t size = sizeof(typename Depth::Element);
+    const auto at = [&](int row, int columns)
+                        ZEL_INLINE_LAMBDA { return computed((V)loadBytes(rows.at[row] + pixel * size + columns * size)); };
+    V column[count + 4];
+    unrolled<count + 4>([&](int r) ZEL_INLINE_LAMBDA { column[r] = at(r, 0); });
+    Mean<V> beside[count + 2];
+    unrolled<count + 2>([&](int r) ZEL_INLINE_LAMBDA { beside[r] = meanOf(at(r + 1, -1), at(r + 1, 1)); });
+    unrolled<count>([&](auto r) ZEL_INLINE_LAMBDA {
+        const V here = column[r + 2];
+        const Mean<V> above = meanOf(column[r + 1], column[r + 3]);
+        V between = meanOf(above, beside[r + 1]);
+        if constexpr (green == Green::byGradient) {
+            const V vertical = distance(column[r], column[r + 4]), horizontal = distance(at(r + 2, -2), at(r + 2, 2));
+            between = vertical > horizontal ? beside[r + 1].value : vertical < horizontal ? above.value : between;
+        }
+        // Red and blue, of which the row has the one.
+        const V diagonal = meanOf(beside[r], beside[r + 2]);
+        constexpr bool isRed = isRedRow == (r % 2 == 0);
+        const auto inOrder = [](V own, V middle, V other) ZEL_INLINE_LAMBDA {
+            return isRed ? Channels<V>{own, middle, other} : Channels<V>{other, middle, own};
+        };
+        sites[r].store(Destination(out.at[r] + pixel * 3 * size, blocksAreLines && out.bypassing),
+                       inOrder(here, between, diagonal), inOrder(beside[r + 1].value, here, above.value));
+    });
 }
 
 // The first pixel that goes to a multiple of the vector, of as many as a block has.
@@ -47,94 +89,102 @@ ZEL_INLINE size_t firstAligned(const uint8_t* out) {
     return (0 - reinterpret_cast<uintptr_t>(out) / size) * inverseOf3 % block;
 }
 
-// Some pixels of a row; `firstHasColour` tells the kind of the first one. Blocks are stored to multiples of the vector, but for
-// the first and the last one, which overlap those beside them.
-template <class Depth, Green green, bool isRedRow>
-ZEL_OWN_CODE void convertRun(const FiveRows& rows, uint8_t* out, size_t pixels, bool firstHasColour) {
-    using V = typename Depth::V;
-    constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size;
-    const V even = Depth::atEvenPlaces(), sites = firstHasColour ? even : ~even;
-    const auto sitesFrom = [&](size_t at) { return at % 2 == 0 ? sites : ~sites; };
-    const auto convert = [&](size_t at, V sitesOfBlock) ZEL_INLINE_LAMBDA {
-        convertBlock<Depth, green, isRedRow>(rows.movedBy(at * size), out + at * 3 * size, sitesOfBlock);
+// The whole blocks of pixels `first` to end - 1 of the rows.
+template <class Depth, Green green, bool isRedRow, int count>
+ZEL_OWN_CODE void convertBlocks(const SourceRows<count>& rows, const PixelRows<count>& out, size_t first, size_t end,
+                                bool firstHasColour) {
+    using RowSites = Sites<typename Depth::Channel, typename Depth::V>;
+    constexpr size_t block = vectorBytes / sizeof(typename Depth::Element);
+    const SourceRows<count> from = rows;
+    const PixelRows<count> to = out;
+    const auto convert = [&](const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
+        for (size_t at = first; at + block <= end; at += block) convertBlock<Depth, green, isRedRow, count>(from, to, at, sites);
     };
-    if (pixels >= 2 * block) {
-        const size_t start = firstAligned<size, block>(out);
-        if (start != 0) convert(0, sites);
-        size_t at = start;
-        for (const V sitesOfBlock = sitesFrom(start); at + block <= pixels; at += block) convert(at, sitesOfBlock);
-        if (at != pixels) convert(pixels - block, sitesFrom(pixels));
-        return;
+    if constexpr (count == 1)
+        convert({RowSites(firstHasColour)});
+    else
+        convert({RowSites(firstHasColour), RowSites(!firstHasColour)});
+}
+
+// Some pixels of the rows; `firstHasColour` tells the kind of the first one. Blocks are stored to multiples of the vector, but
+// for the first and the last one, which overlap those beside them.
+template <class Depth, Green green, bool isRedRow, int count>
+ZEL_OWN_CODE void convertRun(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixels, bool firstHasColour) {
+    constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size, margin = 2 * size;
+    constexpr size_t bufferBytes = 2 * vectorBytes;
+    alignas(64) uint8_t source[count + 4][bufferBytes], pixelBuffer[count][3 * vectorBytes];
+    SourceRows<count> from = rows;
+    PixelRows<count> to = out;
+    const bool isBuffered = pixels < block;
+    if (isBuffered) {
+        for (int i = 0; i < count + 4; ++i) {
+            copyToBuffer(source[i], rows.at[i] - margin, pixels * size + 2 * margin, bufferBytes);
+            from.at[i] = source[i] + margin;
+        }
+        for (int i = 0; i < count; ++i) to.at[i] = pixelBuffer[i];
     }
-    if (pixels >= block) {
-        convert(0, sites);
-        convert(pixels - block, sitesFrom(pixels));
-        return;
+    const auto convert = [&](size_t first, size_t end) {
+        convertBlocks<Depth, green, isRedRow, count>(from, to, first, end, firstHasColour == (first % 2 == 0));
+    };
+    if (pixels < 2 * block) {
+        convert(0, block);
+        if (pixels > block) convert(pixels - block, pixels);
+    } else {
+        const size_t start = firstAligned<size, block>(to.at[0]);
+        if (start != 0) convert(0, block);
+        convert(start, pixels);
+        if ((pixels - start) % block != 0) convert(pixels - block, pixels);
     }
-    constexpr size_t margin = 2 * size, bufferBytes = 2 * vectorBytes;
-    alignas(64) uint8_t source[5][bufferBytes], pixelBuffer[3 * vectorBytes];
-    const uint8_t* const from[5] = {rows.up2, rows.up, rows.here, rows.down, rows.down2};
-    for (int i = 0; i < 5; ++i) copyToBuffer(source[i], from[i] - margin, pixels * size + 2 * margin, bufferBytes);
-    const FiveRows copies{source[0], source[1], source[2], source[3], source[4]};
-    convertBlock<Depth, green, isRedRow>(copies.movedBy(margin), pixelBuffer, sites);
-    copyFromBuffer(out, pixelBuffer, pixels * 3 * size);
+    if (isBuffered)
+        for (int i = 0; i < count; ++i) copyFromBuffer(out.at[i], pixelBuffer[i], pixels * 3 * size);
 }
 
 // A pixel at the left or right edge, where green is the mean.
 template <class Element>
-ZEL_INLINE void convertEdgePixel(const FiveRows& rows, int x, int width, bool hasColour, bool isRedRow, uint8_t* out) {
+ZEL_INLINE void convertEdgePixel(const uint8_t* const* rows, int x, int width, bool hasColour, bool isRedRow, uint8_t* out) {
     const auto at = [](const uint8_t* row, int column) {
         Element e;
         __builtin_memcpy(&e, row + column * ptrdiff_t{sizeof e}, sizeof e);
         return unsigned(e);
     };
     const int left = reflected(x - 1, width), right = reflected(x + 1, width);
-    const unsigned here = at(rows.here, x), beside = at(rows.here, left) + at(rows.here, right),
-                   above = at(rows.up, x) + at(rows.down, x);
+    const uint8_t *const upper = rows[1], *const row = rows[2], *const lower = rows[3];
+    const unsigned here = at(row, x), beside = at(row, left) + at(row, right), above = at(upper, x) + at(lower, x);
     unsigned own = (beside + 1) >> 1, green = here, other = (above + 1) >> 1;
     if (hasColour) {
         own = here;
         green = (beside + above + 2) >> 2;
-        other = (at(rows.up, left) + at(rows.up, right) + at(rows.down, left) + at(rows.down, right) + 2) >> 2;
+        other = (at(upper, left) + at(upper, right) + at(lower, left) + at(lower, right) + 2) >> 2;
     }
     const Element pixel[3] = {Element(isRedRow ? own : other), Element(green), Element(isRedRow ? other : own)};
     __builtin_memcpy(out, pixel, sizeof pixel);
 }
 
-template <class Depth, Green green>
-ZEL_INLINE void convertInner(const FiveRows& rows, uint8_t* out, size_t pixels, bool firstHasColour, bool isRedRow) {
-    if (isRedRow)
-        convertRun<Depth, green, true>(rows, out, pixels, firstHasColour);
-    else
-        convertRun<Depth, green, false>(rows, out, pixels, firstHasColour);
-}
-
-// Columns left .. right - 1 of row y.
-template <class Depth>
-ZEL_OWN_CODE void convertRow(const Source<typename Depth::Element>& source, int y, int left, int right, uint8_t* out) {
+// Columns left .. right - 1 of the rows from y on.
+template <class Depth, Green green, int count>
+ZEL_OWN_CODE void convertRows(const Source<typename Depth::Element>& source, int y, int left, int right,
+                              const PixelRows<count>& out) {
     using Element = typename Depth::Element;
-    constexpr int edge = 2;
     constexpr ptrdiff_t size = sizeof(Element);
-    const int width = source.size.width, height = source.size.height;
-    const auto row = [&](int distance) { return source.row(reflected(int64_t{y} + distance, height)); };
-    const FiveRows rows{row(-2), row(-1), row(0), row(1), row(2)};
-    const bool isRedRow = source.grid.isRedRow(y);
-    const auto hasColour = [&](int x) { return (x & 1) == source.grid.colourColumn(y); };
-    const auto convertEdge = [&](int from, int to) {
-        for (int x = from; x < to; ++x)
-            convertEdgePixel<Element>(rows, x, width, hasColour(x), isRedRow, out + (x - left) * 3 * size);
-    };
+    const int width = source.size.width;
+    SourceRows<count> rows;
+    for (int i = 0; i < count + 4; ++i) rows.at[i] = source.row(reflected(int64_t{y} + i - 2, source.size.height));
     const int innerLeft = smaller(greater(left, edge), right), innerRight = greater(smaller(right, width - edge), innerLeft);
-    convertEdge(left, innerLeft);
-    convertEdge(innerRight, right);
+    for (int r = 0; r < count; ++r) {
+        const bool isRedRow = source.grid.isRedRow(y + r);
+        for (int x = left; x < right; ++x) {
+            if (x == innerLeft) x = innerRight;
+            if (x == right) break;
+            convertEdgePixel<Element>(rows.at + r, x, width, (x & 1) == source.grid.colourColumn(y + r), isRedRow,
+                                      out.at[r] + (x - left) * 3 * size);
+        }
+    }
     if (innerLeft == innerRight) return;
-    const FiveRows inner = rows.movedBy(size_t(innerLeft * size));
-    uint8_t* const innerOut = out + (innerLeft - left) * 3 * size;
-    const auto pixels = size_t(innerRight - innerLeft);
-    if (y >= edge && y < height - edge)
-        convertInner<Depth, Green::byGradient>(inner, innerOut, pixels, hasColour(innerLeft), isRedRow);
-    else
-        convertInner<Depth, Green::byMean>(inner, innerOut, pixels, hasColour(innerLeft), isRedRow);
+    const SourceRows<count> inner = rows.movedBy(size_t(innerLeft * size));
+    PixelRows<count> innerOut = out;
+    for (uint8_t*& row : innerOut.at) row += (innerLeft - left) * 3 * size;
+    const auto convert = source.grid.isRedRow(y) ? convertRun<Depth, green, true, count> : convertRun<Depth, green, false, count>;
+    convert(inner, innerOut, size_t(innerRight - innerLeft), (innerLeft & 1) == source.grid.colourColumn(y));
 }
 
 // The region is not moved where it begins outside the image: what is there is left out of the destination.
@@ -149,7 +199,24 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
     const auto step = size_t(stepOf<Element>(dstStep));
     uint8_t* out = moved(reinterpret_cast<uint8_t*>(pDst), (size_t(part.left) - size_t(roi.x)) * 3 * sizeof(Element));
     out = moved(out, (size_t(part.top) - size_t(roi.y)) * step);
-    for (int y = part.top; y < part.bottom; ++y, out = moved(out, step)) convertRow<Depth>(source, y, part.left, part.right, out);
+    const size_t pixels = size_t(part.right - part.left) * size_t(part.bottom - part.top);
+    const bool bypassing = blocksAreLines && exceedsCaches(pixels * 4 * sizeof(Element));
+    for (int y = part.top; y < part.bottom;) {
+        uint8_t* const second = moved(out, step);
+        const int last = size.height - edge - 1;
+        if (y < edge || y > last) {
+            convertRows<Depth, Green::byMean, 1>(source, y, part.left, part.right, {{out}, bypassing});
+        } else if (y == last || y + 1 == part.bottom) {
+            convertRows<Depth, Green::byGradient, 1>(source, y, part.left, part.right, {{out}, bypassing});
+        } else {
+            convertRows<Depth, Green::byGradient, 2>(source, y, part.left, part.right, {{out, second}, bypassing});
+            ++y;
+            out = second;
+        }
+        ++y;
+        out = moved(out, step);
+    }
+    if (bypassing) storeFence();
     return zelStsNoErr;
 }
 

@@ -9,18 +9,18 @@ namespace zel::ZEL_LEVEL {
 
 // Three elements a pixel.
 struct Samples8 {
+    using Channel = Depth8u;
     using Element = uint8_t;
     using V = Bytes;
     ZEL_INLINE static void storePixels(uint8_t* p, V r, V g, V b) { InterleavedThree<Depth8u>::store(p, {r, g, b}); }
-    ZEL_INLINE static V atEvenPlaces() { return (V)splatWord(0x00ff); }
 };
 struct Samples16 {
+    using Channel = Depth16u;
     using Element = uint16_t;
     using V = UWords;
     ZEL_INLINE static void storePixels(uint8_t* p, V r, V g, V b) {
         InterleavedThree<Depth16u>::store(p, {(Words)r, (Words)g, (Words)b});
     }
-    ZEL_INLINE static V atEvenPlaces() { return (V)splatDword(0xffff); }
 };
 
 // Whether red stands in the odd columns and the odd rows of the image. In every row the samples of red or blue, its colour, take

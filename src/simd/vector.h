@@ -256,14 +256,6 @@ ZEL_INLINE Words evenThenOdd(Words a, Words b) {
 // The mean of unsigned words, cut off.
 ZEL_INLINE UWords meanBelow(UWords a, UWords b) { return (a & b) + ((a ^ b) >> 1); }
 
-// (a + b + c + d + 2) >> 2, of unsigned bytes or words. The mean of the pairs' means is too high by 1 where a pair was rounded up
-// and so are the two.
-template <class V>
-ZEL_INLINE V meanOfFour(V a, V b, V c, V d) {
-    const V ab = mean(a, b), cd = mean(c, d);
-    return mean(ab, cd) - (((a ^ b) | (c ^ d)) & (ab ^ cd) & 1);
-}
-
 // |a - b| of unsigned bytes or words.
 template <class V>
 ZEL_INLINE V distance(V a, V b) {
