@@ -8,7 +8,7 @@ namespace tool {
 
 struct CheckOptions {
     std::vector<std::string> words;
-    std::string write;
+    std::string write;  // the list to bring up to date
     bool printsSums = false;
 };
 

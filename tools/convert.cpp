@@ -3,58 +3,17 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <thread>
 
 #include "tools/errors.h"
 #include "tools/output.h"
+#include "tools/sizes.h"
 #include "tools/stages.h"
 
 namespace tool {
 
 namespace {
-
-constexpr int largestSide = 1 << 20;
-
-// Numbers with the separators between them and nothing else, as in 1920x1080 or 640x480+16+8.
-std::optional<std::vector<int>> numbersOf(std::string_view text, std::string_view separators) {
-    std::vector<int> numbers;
-    const char *at = text.data(), *const end = text.data() + text.size();
-    for (size_t i = 0;; ++i) {
-        int value = 0;
-        const auto [next, error] = std::from_chars(at, end, value);
-        if (error != std::errc() || value < 0 || value > largestSide) return std::nullopt;
-        numbers.push_back(value);
-        at = next;
-        if (i == separators.size()) break;
-        if (at == end || *at != separators[i]) return std::nullopt;
-        ++at;
-    }
-    return at == end ? std::optional(numbers) : std::nullopt;
-}
-
-Size parseSize(const std::string& text) {
-    const auto n = numbersOf(text, "x");
-    if (!n || (*n)[0] < 1 || (*n)[1] < 1) throw UsageError("--size takes width and height, as in 1920x1080, not \"" + text + '"');
-    return {(*n)[0], (*n)[1]};
-}
-
-Rect parseCrop(const std::string& text, const Format& format, Size size) {
-    if (text.empty()) return {0, 0, size};
-    const auto n = numbersOf(text, "x++");
-    if (!n || (*n)[0] < 1 || (*n)[1] < 1)
-        throw UsageError("--crop takes a size and the corner, as in 640x480+16+8, not \"" + text + '"');
-    const Rect part{(*n)[2], (*n)[3], {(*n)[0], (*n)[1]}};
-    if (part.x + part.size.width > size.width || part.y + part.size.height > size.height)
-        throw UsageError("--crop " + text + " goes beyond the frame of " + std::to_string(size.width) + 'x' +
-                         std::to_string(size.height));
-    const Site site = format.grid >= 0 ? Site{2, 2} : siteOf(format);
-    if (part.x % site.width || part.y % site.height)
-        throw UsageError("--crop has to begin at a whole group of " + std::string(format.name) + ", a multiple of " +
-                         std::to_string(site.width) + " across and " + std::to_string(site.height) + " down");
-    return part;
-}
 
 // The same bytes by another name, as a mosaic in a gray picture.
 bool hasSameBytes(const Format& a, const Format& b) {
@@ -106,6 +65,15 @@ void checkFiles(const ConvertOptions& options) {
         throw UsageError("input and output are the same file; give the output another name");
 }
 
+// LOWEST,HIGHEST.
+void readRange(ConvertOptions& options) {
+    if (options.range.empty()) return;
+    int end = 0;
+    const int found = std::sscanf(options.range.c_str(), "%f,%f%n", &options.wishes.lowest, &options.wishes.highest, &end);
+    if (found != 2 || end != static_cast<int>(options.range.size()))
+        throw UsageError("--range takes two numbers, as in 0,1, not \"" + options.range + '"');
+}
+
 int threadsOf(const ConvertOptions& options) {
     return options.threads > 0 ? options.threads : std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
@@ -119,6 +87,7 @@ int showWay(const ConvertOptions& options, const Format& from) {
 }  // namespace
 
 int convert(ConvertOptions options) {
+    readRange(options);
     if (options.isDry && options.input.empty()) {
         if (options.from.empty()) throw UsageError("--dry-run takes --from or an input");
         return showWay(options, formatNamed(options.from));

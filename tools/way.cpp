@@ -40,7 +40,12 @@ int secondChoice(const Step& step) {
     if (step.exchanges) return 2;
     const bool losesAlpha = hasAlpha(step.sourceFormat()) && step.alpha != Alpha::copied && step.alpha != Alpha::written;
     const bool reducesAlpha = hasAlpha(step.targetFormat()) && step.source == step.target && step.alpha == Alpha::written;
-    return losesAlpha || reducesAlpha || step.alpha == Alpha::opaqueAfter;
+    const auto crosses = [](const Format& f, const std::array<int8_t, 4>& order) {
+        return spaceOf(f) == Space::ycbcr && !std::is_sorted(order.begin(), order.begin() + f.planeCount);
+    };
+    const Conversion& c = *step.conversion;
+    const bool namesOtherOrder = crosses(step.sourceFormat(), c.sourceOrder) || crosses(step.targetFormat(), c.targetOrder);
+    return losesAlpha + reducesAlpha + (step.alpha == Alpha::opaqueAfter) + namesOtherOrder;
 }
 
 // A format, the wishes that are met so far, and whether samples of YCoCg came from narrower ones, which they don't become others

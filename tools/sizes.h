@@ -1,0 +1,15 @@
+// Sizes and regions as the command line gives them.
+#pragma once
+
+#include <string>
+
+#include "tools/formats.h"
+
+namespace tool {
+
+// WIDTHxHEIGHT.
+Size parseSize(const std::string& text);
+// WIDTHxHEIGHT+X+Y inside the frame, from a whole site of the format on; the whole frame if the text is empty.
+Rect parseCrop(const std::string& text, const Format& format, Size size);
+
+}  // namespace tool
