@@ -9,8 +9,10 @@ namespace tool {
 
 namespace {
 
-// Below and at the least sizes, odd ones, and such as end anywhere in the widest block of a kernel.
-constexpr Size sizes[] = {{1, 1}, {2, 2}, {4, 4}, {7, 5}, {16, 8}, {33, 6}, {66, 12}, {131, 7}, {252, 16}};
+// All widths up to two of the widest blocks of a kernel, below and at the least sizes among them, and some that end elsewhere.
+constexpr int narrow = 140;
+constexpr int wide[] = {192, 255, 515, 1030};
+constexpr int heights[] = {1, 2, 4, 3, 8, 5, 6, 12, 7};
 constexpr Lay lays[] = {Lay::boundary, Lay::shifted, Lay::upward};
 
 constexpr std::string_view heading =
@@ -23,14 +25,16 @@ constexpr std::string_view heading =
 uint64_t checksum(const Function& function) {
     uint64_t sum = emptySum;
     unsigned seed = 0;
+    const auto add = [&](int width, int variant) {
+        const Size size{width, heights[seed % std::size(heights)]};
+        const Exercise exercise(function, size, lays[seed / 3 % std::size(lays)], variant, seed);
+        const ZelStatus status = exercise.call();
+        sum = exercise.addTo(addBytes(sum, &status, sizeof status));
+        ++seed;
+    };
     for (int variant = 0; variant < variantCount(function); ++variant) {
-        for (const Size size : sizes) {
-            for (const Lay lay : lays) {
-                const Exercise exercise(function, size, lay, variant, ++seed);
-                const ZelStatus status = exercise.call();
-                sum = exercise.addTo(addBytes(sum, &status, sizeof status));
-            }
-        }
+        for (int width = 1; width <= narrow; ++width) add(width, variant);
+        for (const int width : wide) add(width, variant);
     }
     return sum;
 }

@@ -11,7 +11,7 @@ namespace {
 
 using catalog::Extra;
 
-constexpr int margin = 256;          // bytes before and behind a plane
+constexpr int marginRows = 4;        // before and behind a plane; slices reach into them
 constexpr uint8_t untouched = 0xa5;  // what a destination holds before
 constexpr size_t poolSamples = 1 << 16;
 
@@ -92,7 +92,7 @@ int variantCount(const Function& function) {
     int count = 1;
     if (function.takes(Extra::reduction)) count = 10;
     if (function.takes(Extra::grid) || function.takes(Extra::threshold)) count = 4;
-    if (function.takes(Extra::slice)) count = 7;
+    if (function.takes(Extra::slice)) count = 4;
     if (function.takes(Extra::range)) count = 2;
     return count;
 }
@@ -132,6 +132,7 @@ Exercise::Image Exercise::lay(const Format& format, Size size, Lay lay) const {
         const auto rows = static_cast<size_t>(p.rows(size.height));
         const bool isUpward = lay == Lay::upward && function_.takesSteps;
         planes.steps[i] = isUpward ? -step : step;
+        const size_t margin = static_cast<size_t>(roundUp(marginRows * step, 64));
         offsets[i] = bytes + margin + (lay == Lay::shifted ? static_cast<size_t>(sample) : 0) +
                      (isUpward ? static_cast<size_t>(step) * (rows - 1) : 0);
         bytes += (2 * margin + static_cast<size_t>(step) * rows + 127) / 64 * 64;
@@ -156,6 +157,7 @@ void Exercise::fill(const Image& image, unsigned seed) const {
 
 void Exercise::addArguments(int variant) {
     constexpr int levels[] = {256, 2, 5, 16};
+    constexpr int slices[] = {zelSliceTop | zelSliceMiddle | zelSliceBottom, zelSliceTop, zelSliceMiddle, zelSliceBottom};
     call_.alpha = 0x3f405a5a;  // 0.7514 as a float
     call_.coefficients = twist;
     if (function_.coefficientCount == 3)
@@ -166,7 +168,7 @@ void Exercise::addArguments(int variant) {
     call_.noise = variant / 5 * 30;
     call_.levels = levels[static_cast<size_t>(variant) % 4];
     call_.grid = variant % 4;
-    call_.slice = variant + 1;
+    call_.slice = slices[variant % 4];
     if (function_.takes(Extra::threshold)) {
         call_.dither = variant % 2 ? zelDitherStucki : zelDitherNone;
         call_.threshold = variant < 2 ? 127 : 40;
