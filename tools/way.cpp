@@ -15,6 +15,12 @@ namespace {
 // What a way loses, then its functions, then how many of them are second choice.
 using Cost = std::tuple<int, int, int>;
 
+// Functions that make chroma of the rows of two sites, and so want the whole image, and one whose image has rows by four.
+constexpr std::string_view betweenRows[] = {"zeliYCbCr1620To420_8u_P3R", "zeliYCbCr420To411_8u_P3R"};
+constexpr std::string_view byFourRows = "zeliYCbCr411To420_8u_P3R";
+
+bool isBetweenRows(const Step& step) { return std::ranges::find(betweenRows, step.function().name) != std::end(betweenRows); }
+
 constexpr int little = 1, much = 100, never = -1;
 
 // What an image loses in a format on the way between two others.
@@ -45,7 +51,8 @@ int secondChoice(const Step& step) {
     };
     const Conversion& c = *step.conversion;
     const bool namesOtherOrder = crosses(step.sourceFormat(), c.sourceOrder) || crosses(step.targetFormat(), c.targetOrder);
-    return losesAlpha + reducesAlpha + (step.alpha == Alpha::opaqueAfter) + namesOtherOrder;
+    const bool isSpecial = isBetweenRows(step) || step.function().name == byFourRows;
+    return isSpecial + losesAlpha + reducesAlpha + (step.alpha == Alpha::opaqueAfter) + namesOtherOrder;
 }
 
 // A format, the wishes that are met so far, and whether samples of YCoCg came from narrower ones, which they don't become others
@@ -62,6 +69,11 @@ struct Reached {
     const Step* step;
 };
 
+struct Found {
+    Way way;
+    int loss;
+};
+
 class Search {
   public:
     Search(const Format& from, const Format& to, const Wishes& wishes) : from_(from), to_(to), demands_(wishes) {
@@ -69,12 +81,12 @@ class Search {
         push(start, {}, start, nullptr);
     }
 
-    std::optional<Way> run() {
+    std::optional<Found> run() {
         while (!queue_.empty()) {
             const auto [cost, state] = queue_.top();
             queue_.pop();
             if (!settled_.insert(state).second) continue;
-            if (state.met == demands_.all() && state.format == numberOf(to_)) return wayTo(state);
+            if (state.met == demands_.all() && state.format == numberOf(to_)) return Found{wayTo(state), std::get<0>(cost)};
             for (const Step& step : allSteps())
                 if (step.source == state.format) follow(step, state, cost);
         }
@@ -105,11 +117,13 @@ class Search {
         const Format& target = step.targetFormat();
         const bool leavesLifting = spaceOf(step.sourceFormat()) == Space::ycocg && state.format != numberOf(from_);
         if (leavesLifting && state.origin != target.element) return;
-        const int loss = lossIn(target, from_, to_);
-        if (loss == never) return;
-        const auto& [lost, count, second] = cost;
         const State next{step.target, state.met | *met,
                          spaceOf(target) == Space::ycocg ? step.sourceFormat().element : target.element};
+        int loss = lossIn(target, from_, to_);
+        if (loss == never) return;
+        const bool returnsLater = &target == &to_ && &from_ != &to_ && next.met != demands_.all();
+        if (returnsLater) loss += 2 * little;
+        const auto& [lost, count, second] = cost;
         push(next, {lost + loss, count + 1, second + secondChoice(step)}, state, &step);
     }
 
@@ -146,7 +160,7 @@ ZelDitherType Wishes::ditherType() const {
 bool Step::wantsWholeImage(const Wishes& wishes) const {
     const Conversion& c = *conversion;
     if (c.verb.starts_with("tone-") || sourceFormat().grid >= 0) return true;
-    if (c.method == "filter" || c.method == "interlaced") return true;
+    if (c.method == "filter" || c.method == "interlaced" || isBetweenRows(*this)) return true;
     if (c.verb != "reduce") return false;
     const bool byPlaceAlone = wishes.dither.empty() || wishes.dither == "none" || wishes.dither == "bayer";
     return !byPlaceAlone || wishes.noise.value_or(0) != 0;
@@ -154,13 +168,23 @@ bool Step::wantsWholeImage(const Wishes& wishes) const {
 
 Site Step::site(const Wishes& wishes) const {
     Site site = common(siteOf(sourceFormat()), siteOf(targetFormat()));
+    // The pattern of a dither has four rows; a site of fields has two of each.
     const bool repeats = conversion->method == "dither" || (conversion->verb == "reduce" && wishes.dither == "bayer");
-    if (conversion->method == "interlaced" || repeats)
-        site.height = std::lcm(site.height, 4);  // four rows a pattern, two of each field
+    if (conversion->method == "interlaced" || repeats || function().name == byFourRows) site.height = std::lcm(site.height, 4);
     return site;
 }
 
-std::optional<Way> findWay(const Format& from, const Format& to, const Wishes& wishes) { return Search(from, to, wishes).run(); }
+std::optional<Way> findWay(const Format& from, const Format& to, const Wishes& wishes) {
+    auto found = Search(from, to, wishes).run();
+    if (!found) return std::nullopt;
+    // A wish alone is no reason to lose much: what meets it then isn't what it was meant for.
+    if (found->loss >= much) {
+        const Wishes none{.matrix = wishes.matrix};
+        const auto plain = Search(from, to, none).run();
+        if (plain && plain->loss < much) return std::nullopt;
+    }
+    return std::move(found->way);
+}
 
 std::vector<const Format*> reachable(const Format& from, const Wishes& wishes) {
     std::vector<const Format*> found;

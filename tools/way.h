@@ -12,13 +12,13 @@ namespace tool {
 // What is asked of a conversion beside its ends. A wish that no function of a way meets rules the way out.
 struct Wishes {
     std::string matrix = "601";
-    std::string demosaic;  // bilinear or ahd
+    std::string demosaic = {};  // bilinear or ahd
     bool filter = false, interlaced = false;
-    std::string gamma;    // forward or inverse
-    std::string toneMap;  // maximum or mean
-    std::string dither;   // none, bayer, floyd-steinberg, jarvis or stucki
-    std::optional<int> levels, noise, threshold;
-    std::vector<double> twist, weights;
+    std::string gamma = {};    // forward or inverse
+    std::string toneMap = {};  // maximum or mean
+    std::string dither = {};   // none, bayer, floyd-steinberg, jarvis or stucki
+    std::optional<int> levels = {}, noise = {}, threshold = {};
+    std::vector<double> twist = {}, weights = {};
     float lowest = 0, highest = 1;
 
     ZelDitherType ditherType() const;
