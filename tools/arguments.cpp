@@ -56,8 +56,14 @@ void addWishes(CLI::App& app, ConvertOptions& options) {
     app.add_option("--tone-map", w.toneMap, "Floats to bytes by their maximum or mean")
         ->check(names("maximum", "mean"))
         ->group(group);
-    app.add_option("--twist", w.twist, "Colour matrix of 12 or 16 numbers, rows of 4")->delimiter(',')->group(group);
-    app.add_option("--weights", w.weights, "Of red, green and blue in gray")->delimiter(',')->expected(3)->group(group);
+    app.add_option("--twist", w.twist, "Colour matrix of 12 or 16 numbers, rows of 4")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->group(group);
+    app.add_option("--weights", w.weights, "Of red, green and blue in gray")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->group(group);
 }
 
 void addConvert(CLI::App& app, int& code) {
@@ -123,13 +129,13 @@ int report(const char* message, ExitCode code) {
 
 int run(int count, char** arguments) {
     CLI::App app("Colour conversion of images and video, with results defined to the last bit", "zelcc");
-    app.footer(examples);
     app.require_subcommand(1);
     app.set_version_flag("--version", "zelcc " ZELCC_VERSION);
     app.fallthrough(false);
     int code = success;
     addConvert(app, code);
     addOthers(app, code);
+    app.footer(examples);  // now, or the commands would have it too
     try {
         currentLevel();  // a level that isn't there is an error whatever is done
         app.parse(count, arguments);

@@ -65,8 +65,10 @@ void checkFiles(const ConvertOptions& options) {
         throw UsageError("input and output are the same file; give the output another name");
 }
 
-// LOWEST,HIGHEST.
-void readRange(ConvertOptions& options) {
+void checkNumbers(ConvertOptions& options) {
+    const size_t twists = options.wishes.twist.size(), weights = options.wishes.weights.size();
+    if (twists != 0 && twists != 12 && twists != 16) throw UsageError("--twist takes 12 or 16 numbers with commas between them");
+    if (weights != 0 && weights != 3) throw UsageError("--weights takes three numbers, as in 0.3,0.6,0.1");
     if (options.range.empty()) return;
     int end = 0;
     const int found = std::sscanf(options.range.c_str(), "%f,%f%n", &options.wishes.lowest, &options.wishes.highest, &end);
@@ -87,7 +89,7 @@ int showWay(const ConvertOptions& options, const Format& from) {
 }  // namespace
 
 int convert(ConvertOptions options) {
-    readRange(options);
+    checkNumbers(options);
     if (options.isDry && options.input.empty()) {
         if (options.from.empty()) throw UsageError("--dry-run takes --from or an input");
         return showWay(options, formatNamed(options.from));
