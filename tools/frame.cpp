@@ -1,5 +1,7 @@
 #include "tools/frame.h"
 
+#include <sys/mman.h>
+
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -10,6 +12,7 @@ namespace tool {
 namespace {
 
 constexpr size_t boundary = 64;
+constexpr size_t largePage = 1 << 21;
 
 // Units of a plane in so many pixels.
 int64_t unitsOf(const catalog::Plane& p, int pixels) { return p.rowBytes(pixels) / p.bytes; }
@@ -33,7 +36,9 @@ void fillAlpha(const catalog::Plane& p, uint8_t* first, int32_t step, Size size,
 
 Buffer::Buffer(size_t size) : size_(size) {
     void* memory = nullptr;
-    if (size && posix_memalign(&memory, boundary, size) != 0) throw std::bad_alloc();
+    const bool isLarge = size >= largePage;
+    if (size && posix_memalign(&memory, isLarge ? largePage : boundary, size) != 0) throw std::bad_alloc();
+    if (isLarge) madvise(memory, size / largePage * largePage, MADV_HUGEPAGE);  // a hint
     bytes_.reset(static_cast<uint8_t*>(memory));
 }
 
