@@ -64,16 +64,17 @@ size_t Source::read(void* to, size_t count) {
     return done;
 }
 
+bool Source::fetchMore() {
+    std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+    end_ -= begin_;
+    begin_ = 0;
+    const size_t got = fetch(buffer_.data() + end_, buffer_.size() - end_);
+    end_ += got;
+    return got > 0;
+}
+
 std::string_view Source::peek(size_t count) {
-    if (end_ - begin_ < count) {
-        std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
-        end_ -= begin_;
-        begin_ = 0;
-        while (end_ < count) {
-            const size_t got = fetch(buffer_.data() + end_, buffer_.size() - end_);
-            if (got == 0) break;
-            end_ += got;
-        }
+    while (end_ - begin_ < count && fetchMore()) {
     }
     return {reinterpret_cast<const char*>(buffer_.data() + begin_), std::min(count, end_ - begin_)};
 }
@@ -83,13 +84,19 @@ std::span<const uint8_t> Source::available() {
     return {buffer_.data() + begin_, end_ - begin_};
 }
 
-std::string Source::line(size_t longest) {
-    const std::string_view next = peek(longest);
-    const size_t end = next.find('\n');
-    if (end == std::string_view::npos) throw DataError(name_ + ": a header line has no end");
-    std::string text(next.substr(0, end));
-    take(end + 1);
-    return text;
+std::optional<std::string> Source::line(size_t longest) {
+    // No more is waited for than the line has: who writes it may wait for an answer.
+    for (size_t searched = 0; searched < longest; searched = end_ - begin_) {
+        const std::string_view next = peek(searched + 1);
+        if (next.size() <= searched) return std::nullopt;
+        const std::string_view all(next.data(), end_ - begin_);
+        if (const size_t end = all.find('\n', searched); end != std::string_view::npos) {
+            std::string text(all.substr(0, end));
+            take(end + 1);
+            return text;
+        }
+    }
+    return std::nullopt;
 }
 
 Sink::Sink(const std::string& path)

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -27,11 +28,12 @@ class Source {
     // Bytes at hand, none at the end; take() moves behind some of them.
     std::span<const uint8_t> available();
     void take(size_t count) { begin_ += count; }
-    // Up to the end of the line, which is taken too. Throws if it is longer.
-    std::string line(size_t longest);
+    // Up to the end of the line, which is taken too; nothing if it is longer or has no end.
+    std::optional<std::string> line(size_t longest);
 
   private:
     size_t fetch(void* to, size_t count);
+    bool fetchMore();  // into the buffer; false at the end, or if it is full
 
     std::string name_;
     int file_;

@@ -37,6 +37,8 @@ const FileKind* inputKind(const ConvertOptions& options, Source& source) {
 std::unique_ptr<Reader> open(const ConvertOptions& options, Source& source) {
     if (const FileKind* kind = inputKind(options, source)) {
         auto reader = kind->read(source);
+        if (std::max(reader->size().width, reader->size().height) > largestSide)
+            throw DataError(source.name() + ": frames have more than " + std::to_string(largestSide) + " pixels a side");
         if (!options.size.empty() && parseSize(options.size) != reader->size())
             throw UsageError("--size differs from the size in " + source.name());
         return reader;

@@ -9,8 +9,6 @@ namespace tool {
 
 namespace {
 
-constexpr int largestSide = 1 << 20;
-
 // Numbers with the separators between them and nothing else, as in 1920x1080 or 640x480+16+8.
 std::optional<std::vector<int>> numbersOf(std::string_view text, std::string_view separators) {
     std::vector<int> numbers;

@@ -7,6 +7,9 @@
 
 namespace tool {
 
+// Steps of the widest pixels of so long a row are still numbers that functions take.
+constexpr int largestSide = 1 << 20;
+
 // WIDTHxHEIGHT.
 Size parseSize(const std::string& text);
 // WIDTHxHEIGHT+X+Y inside the frame, from a whole site of the format on; the whole frame if the text is empty.

@@ -30,7 +30,9 @@ int number(const std::string& text) {
 class Y4mReader : public Reader {
   public:
     explicit Y4mReader(Source& source) : Reader(source) {
-        std::istringstream header(source.line(longestLine));
+        const auto first = source.line(longestLine);
+        if (!first) throw DataError(source.name() + ": the header line has no end");
+        std::istringstream header(*first);
         std::string word, sampling = "420";
         header >> word;
         while (header >> word) {
@@ -52,9 +54,7 @@ class Y4mReader : public Reader {
 
     bool next(uint8_t* frame) override {
         if (source_.atEnd()) return false;
-        if (source_.peek(5) != "FRAME" || source_.peek(longestLine).find('\n') == std::string_view::npos)
-            failAt("does not begin where the one before it ends");
-        source_.line(longestLine);
+        if (source_.peek(5) != "FRAME" || !source_.line(longestLine)) failAt("does not begin where the one before it ends");
         const size_t got = source_.read(frame, bytes_);
         if (got < bytes_) failAt("stops short, with " + std::to_string(got) + " of " + std::to_string(bytes_) + " bytes");
         ++done_;

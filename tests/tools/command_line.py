@@ -71,6 +71,10 @@ class ExitCodes(InDirectory):
         self.assertIn(b"ssse3", done.stderr)
 
 
+    def test_of_a_huge_frame(self) -> None:
+        self.assertEqual(run(["convert", "-", "-", "--to", "gray"], b"YUV4MPEG2 W2000000000 H1 Cmono\nFRAME\n").returncode, FAILURE)
+
+
 class Converting(InDirectory):
     def test_frames_before_a_short_one_are_whole(self) -> None:
         whole = zelcc("convert", "-", "-", *RAW, data=bytes(range(24)))
@@ -110,6 +114,32 @@ class Converting(InDirectory):
     def test_a_reader_that_leaves_ends_it(self) -> None:
         command = f"head -c 12000000 /dev/zero | {ZELCC} convert - - --from gray --to gray --size 1000x1000 | head -c 1"
         self.assertEqual(subprocess.run(command, shell=True, capture_output=True, timeout=60, check=True).stdout, b"\0")
+
+
+    def test_a_frame_is_not_held_back(self) -> None:
+        command = [ZELCC, "convert", "-", "-", "--to", "gray"]
+        with subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE) as process:
+            process.stdin.write(b"YUV4MPEG2 W2 H2 Cmono\nFRAME\nabcd")
+            process.stdin.flush()
+            self.assertEqual(os.read(process.stdout.fileno(), 100), b"abcd")
+            process.stdin.write(b"FRAME\nefgh")
+            process.stdin.close()
+            self.assertEqual(process.stdout.read(), b"efgh")
+
+
+class Levels(unittest.TestCase):
+    def test_are_those_of_the_library(self) -> None:
+        for level, name in (("s8", b"s8"), ("ssse3", b"v8")):
+            shown = run(["info"], env={**os.environ, "ZELCC_LEVEL": level}).stdout
+            self.assertIn(b"level      " + level.encode(), shown)
+            self.assertIn(b"(" + name + b")", shown.splitlines()[0])
+
+    def test_a_wrong_result_is_found(self) -> None:
+        """Another function takes the place of the library's."""
+        done = run(["check", "RGBToGray_8u_C3C1R"], env={**os.environ, "LD_PRELOAD": sys.argv[2]})
+        self.assertEqual(done.returncode, FAILURE, done.stderr)
+        self.assertIn(b"zeliRGBToGray_8u_C3C1R is not as published at s8 ssse3", done.stdout)
+        self.assertIn(b"1 wrong", done.stdout)
 
 
 class Progress(InDirectory):
