@@ -1,0 +1,221 @@
+"""Conversion between formats by name, over as many functions as it takes."""
+
+import functools
+from collections.abc import Callable, Sequence
+from typing import Any, NamedTuple, cast, overload
+
+import numpy as np
+import numpy.typing as npt
+
+from . import _native
+from ._names import Matrix, Packed, Planar
+
+Plane = npt.NDArray[Any]
+Image = Plane | tuple[Plane, ...]
+
+
+class PlaneForm(NamedTuple):
+    channels: tuple[str, ...]  # of the samples of a unit
+    width: int  # pixels that an element of the array serves
+    height: int
+    depth: int  # of the last axis, 0 if there is none
+
+    def shape(self, width: int, height: int) -> tuple[int, ...]:
+        sides = -(-height // self.height), -(-width // self.width)
+        return (*sides, self.depth) if self.depth else sides
+
+
+class Format(NamedTuple):
+    name: str
+    title: str
+    dtype: np.dtype[Any]
+    planes: tuple[PlaneForm, ...]
+    ffmpeg_name: str  # empty where FFmpeg doesn't have it
+    grid: int  # of a mosaic, as ZelBayerGrid; otherwise -1
+
+    @property
+    def has_alpha(self) -> bool:
+        return any("A" in plane.channels for plane in self.planes)
+
+    def shapes(self, width: int, height: int) -> tuple[tuple[int, ...], ...]:
+        """Of the planes of an image."""
+        return tuple(plane.shape(width, height) for plane in self.planes)
+
+
+class Step(NamedTuple):
+    function: str | None  # none where samples are moved as they are
+    source: str
+    target: str
+    source_order: tuple[int, ...]  # for each plane of the function that of the format
+    target_order: tuple[int, ...]
+    writes_alpha: bool
+
+
+class _Path(NamedTuple):
+    steps: tuple[Step, ...]
+    width: int  # of the sites that all steps convert as a whole
+    height: int
+
+
+@functools.cache
+def formats() -> dict[str, Format]:
+    """All formats by name: the shape and type of their planes."""
+    made = {}
+    for name, title, dtype, parts, ffmpeg_name, grid in _native._formats():
+        forms = tuple(PlaneForm(tuple(channels.split()), width, height, depth if depth > 1 else 0)
+                      for channels, width, height, depth in parts)
+        made[name] = Format(name, title, dtype, forms, ffmpeg_name, grid)
+    return made
+
+
+def _format(name: str) -> Format:
+    try:
+        return formats()[name]
+    except KeyError:
+        raise ValueError(f"no format is named {name!r}; zelcc.formats() has all") from None
+
+
+@functools.cache
+def _path(source: str, target: str, matrix: str, method: str) -> _Path:
+    _format(source), _format(target)
+    found = _native._path(source, target, matrix, method)
+    if found is None:
+        wish = f" by {method}" if method else ""
+        raise ValueError(f"no functions lead from {source} to {target}{wish} with the matrix {matrix!r}")
+    return _Path(tuple(Step(*step) for step in found[0]), found[1], found[2])
+
+
+def steps(source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601", method: str = "") -> tuple[Step, ...]:
+    """The functions that `convert` takes for this, in their order."""
+    return _path(source, target, matrix, method).steps
+
+
+def planes(data: npt.NDArray[Any] | bytes | bytearray | memoryview, format: Packed | Planar, width: int, height: int) -> Image:
+    """The planes of a file or buffer, in which they follow each other without gaps, as arrays that share its memory."""
+    form = _format(format)
+    flat = data.reshape(-1) if isinstance(data, np.ndarray) else np.frombuffer(data, np.uint8)
+    if not np.shares_memory(flat, np.asarray(data)):
+        raise ValueError("data must be contiguous")
+    bytes_ = flat.view(np.uint8)
+    found, begin = [], 0
+    for shape in form.shapes(width, height):
+        end = begin + int(np.prod(shape)) * form.dtype.itemsize
+        if end > bytes_.size:
+            raise ValueError(f"data has {bytes_.size} bytes, too few for {format} of {width} x {height}")
+        found.append(bytes_[begin:end].view(form.dtype).reshape(shape))
+        begin = end
+    if begin != bytes_.size:
+        raise ValueError(f"data has {bytes_.size} bytes, but {format} of {width} x {height} has {begin}")
+    return found[0] if len(found) == 1 else tuple(found)
+
+
+def _checked(name: str, image: object, form: Format, size: tuple[int, int] | None) -> tuple[tuple[Plane, ...], tuple[int, int]]:
+    """The planes of an argument, and width and height."""
+    given = (np.asarray(image),) if len(form.planes) == 1 else image
+    if not isinstance(given, (tuple, list)) or len(given) != len(form.planes):
+        raise ValueError(f"{name} must be {len(form.planes)} arrays in a list or tuple, for {form.name} has as many planes")
+    found = tuple(np.asarray(plane) for plane in given)
+    first = found[0]
+    if first.ndim < 2:
+        raise ValueError(f"{name} must have rows and columns, but its shape is {first.shape}")
+    # A bit image is as wide as it is said to be.
+    width, height = size or (first.shape[1] * form.planes[0].width, first.shape[0] * form.planes[0].height)
+    for i, (plane, shape) in enumerate(zip(found, form.shapes(width, height))):
+        where = name if len(found) == 1 else f"{name}[{i}]"
+        if plane.dtype != form.dtype:
+            raise ValueError(f"{where} must be of {form.dtype}, not {plane.dtype}, for {form.name}")
+        if plane.shape != shape:
+            raise ValueError(f"{where} must have the shape {shape}, not {plane.shape}, for {form.name} of {width} x {height}")
+    return found, (width, height)
+
+
+def _widened(arrays: tuple[Plane, ...], form: Format, width: int, height: int) -> tuple[Plane, ...]:
+    """With the last column and row repeated up to the size."""
+    result = []
+    for plane, shape in zip(arrays, form.shapes(width, height)):
+        more = [(0, new - old) for new, old in zip(shape, plane.shape)]
+        result.append(np.pad(plane, more, mode="edge"))
+    return tuple(result)
+
+
+def _alpha(form: Format, arrays: tuple[Plane, ...]) -> Plane:
+    number = next(i for i, plane in enumerate(form.planes) if "A" in plane.channels)
+    plane = arrays[number]
+    return plane[..., form.planes[number].channels.index("A")] if plane.ndim == 3 else plane
+
+
+def _finish_alpha(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...]) -> None:
+    """Functions leave alpha alone, or at 0, where they don't take a value for it."""
+    before, after = _format(step.source), _format(step.target)
+    if step.writes_alpha or not after.has_alpha:
+        return
+    alpha = _alpha(after, target)
+    if not before.has_alpha:
+        opaque: float = 1 if after.dtype.kind == "f" else np.iinfo(after.dtype).max
+        alpha[...] = opaque
+    elif before.dtype == after.dtype:
+        alpha[...] = _alpha(before, source)
+
+
+def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], extras: dict[str, Any]) -> None:
+    def argument(arrays: tuple[Plane, ...], order: tuple[int, ...]) -> Image:
+        return arrays[0] if len(arrays) == 1 else tuple(arrays[i] for i in order)
+
+    if step.function is None:
+        _native._rearrange(step.source, argument(source, step.source_order), step.target, argument(target, step.target_order))
+        return
+    function: Callable[..., Any] = getattr(_native, step.function)
+    if _format(step.source).grid >= 0:
+        extras = {"grid": _format(step.source).grid}
+    function(argument(source, step.source_order), argument(target, step.target_order), **extras)
+    _finish_alpha(step, source, target)
+
+
+@overload
+def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed, *, matrix: Matrix = "601",
+            method: str = "", out: Plane | None = None, **extras: Any) -> Plane: ...
+
+
+@overload
+def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Planar, *, matrix: Matrix = "601",
+            method: str = "", out: Sequence[Plane] | None = None, **extras: Any) -> tuple[Plane, ...]: ...
+
+
+def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601",
+            method: str = "", out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
+    """Converts an image, or a list of its planes, from a format to another.
+
+    matrix is that of luma and chroma: 601, 709, 709-full or yuv. method asks for one step to be by filter, interlaced, gamma,
+    dither, ahd, weights, tone-maximum or tone-mean; without it all are by the plain way. Further arguments go to the last
+    function, by their C names. A size that is none of whole chroma sites is converted with its last column and row repeated.
+    """
+    before, after = _format(source), _format(target)
+    arrays, (width, height) = _checked("image", image, before, None)
+    path = _path(source, target, matrix, method)
+    result = None if out is None else _checked("out", out, after, (width, height))[0]
+    if result is not None:
+        for plane in result:
+            if any(np.may_share_memory(plane, other) for other in arrays):
+                raise ValueError("out shares memory with image")
+    whole = -(-width // path.width) * path.width, -(-height // path.height) * path.height
+    is_whole = whole == (width, height)
+    if not is_whole:
+        arrays = _widened(arrays, before, *whole)
+    if not path.steps:
+        final = tuple(plane.copy() for plane in arrays)
+    for number, step in enumerate(path.steps):
+        is_last = number == len(path.steps) - 1
+        form = _format(step.target)
+        own = result is not None and is_last and is_whole
+        final = cast(tuple[Plane, ...], result) if own else tuple(np.empty(s, form.dtype) for s in form.shapes(*whole))
+        _run(step, arrays, final, extras if is_last else {})
+        arrays = final
+    if not is_whole:
+        final = tuple(np.ascontiguousarray(plane[:shape[0], :shape[1]])
+                      for plane, shape in zip(final, after.shapes(width, height)))
+    if result is not None:
+        if result is not final:
+            for plane, made in zip(result, final):
+                plane[...] = made
+        final = result
+    return final[0] if len(final) == 1 else final
