@@ -241,6 +241,7 @@ ZelSize wholeSites(std::span<const Step> steps) {
         if (s.conversion->method == "interlaced") size.height = std::max(size.height, 4);
         if (s.conversion->method == "filter") size.height = 8;
     }
+    if (size.width == 4) size.height = std::max(size.height, 4);  // means between 4:1:1 and 4:2:0 are of squares
     return size;
 }
 

@@ -93,10 +93,9 @@ def steps(source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = 
 def planes(data: npt.NDArray[Any] | bytes | bytearray | memoryview, format: Packed | Planar, width: int, height: int) -> Image:
     """The planes of a file or buffer, in which they follow each other without gaps, as arrays that share its memory."""
     form = _format(format)
-    flat = data.reshape(-1) if isinstance(data, np.ndarray) else np.frombuffer(data, np.uint8)
-    if not np.shares_memory(flat, np.asarray(data)):
+    if isinstance(data, np.ndarray) and not data.flags.c_contiguous:
         raise ValueError("data must be contiguous")
-    bytes_ = flat.view(np.uint8)
+    bytes_ = data.reshape(-1).view(np.uint8) if isinstance(data, np.ndarray) else np.frombuffer(data, np.uint8)
     found, begin = [], 0
     for shape in form.shapes(width, height):
         end = begin + int(np.prod(shape)) * form.dtype.itemsize
