@@ -75,6 +75,19 @@ enum class Beyond : uint8_t {
     notAWord,  // three bytes in place of a word, in rows half as far apart, if the width is 1
 };
 
+constexpr bool goesBeyond(Beyond beyond, ZelSize size) {
+    switch (beyond) {
+        case Beyond::pair:
+            return size.width > 1 && size.height > 1 && size.width / 2 % 4 == 2;
+        case Beyond::corner:
+            return size.width % 2 != 0 && size.height % 2 != 0;
+        case Beyond::notAWord:
+            return size.width == 1;
+        default:
+            return false;
+    }
+}
+
 // What a function takes beside images, steps and size.
 enum class Extra : uint8_t { alpha, coefficients, range, reduction, threshold, bitOffset, slice, grid, temporary };
 

@@ -284,11 +284,6 @@ void moveDown(const ImageForm& form, catalog::Side& side, int32_t rows) {
         side.planes[i] = static_cast<uint8_t*>(side.planes[i]) + int64_t{rows / form.planes[i].siteHeight} * side.steps[i];
 }
 
-bool goesBeyond(catalog::Beyond beyond, ZelSize size) {
-    if (beyond == catalog::Beyond::pair) return size.width > 1 && size.height > 1 && size.width / 2 % 4 == 2;
-    return beyond == catalog::Beyond::corner && size.width % 2 != 0 && size.height % 2 != 0;
-}
-
 // By copies with room behind their rows, for a function that goes beyond the region.
 ZelStatus callWithRoom(const Binding& b, const catalog::Call& call) {
     const ZelSize wide{call.size.width + 2, call.size.height};
@@ -396,7 +391,7 @@ PyObject* run(const Binding& b, Arguments& a) {
         if (written.width > INT32_MAX - 8) return refuse(b, "source", "is too wide"), nullptr;
         written.width += call.bitOffset > 0 ? call.bitOffset % 8 : 0;
     }
-    if (f.beyond == catalog::Beyond::notAWord && call.size.width == 1)
+    if (f.beyond == catalog::Beyond::notAWord && catalog::goesBeyond(f.beyond, call.size))
         return refuse(b, "source", "must be 2 or more pixels wide, for one alone doesn't become a word"), nullptr;
     if (f.sourcePlanes && a.given[out]) {
         if (!to.take(a.given[out], b.target, "out", true, &written, complaint)) return refuse(b, complaint), nullptr;
@@ -423,7 +418,7 @@ PyObject* run(const Binding& b, Arguments& a) {
         call.temporaryStep = static_cast<int32_t>(step);
     }
     ZelStatus status;
-    Py_BEGIN_ALLOW_THREADS status = goesBeyond(f.beyond, call.size) ? callWithRoom(b, call) : f.call(call);
+    Py_BEGIN_ALLOW_THREADS status = catalog::goesBeyond(f.beyond, call.size) ? callWithRoom(b, call) : f.call(call);
     Py_END_ALLOW_THREADS if (status == zelStsNoOperationWarn && !a.given[out] && f.sourcePlanes) to.fillWithZeros();
     if (!report(b, call, status)) return nullptr;
     return to.result();

@@ -20,7 +20,8 @@ PyObject* planeObject(const catalog::Format& format, int i) {
     return Py_BuildValue("(Niii)", text(plane.channels), form.siteWidth, form.siteHeight, form.channels);
 }
 
-// (name, title, dtype, planes, FFmpeg's name), a plane being (channels, width and height that a sample serves, length of the last axis).
+// (name, title, dtype, planes, FFmpeg's name), a plane being (channels, width and height that a sample serves, length of the last
+// axis).
 PyObject* formatObject(const catalog::Format& format) {
     PyObject* const planes = PyTuple_New(format.planeCount);
     for (int i = 0; planes && i < format.planeCount; ++i) {
@@ -58,8 +59,9 @@ PyObject* orderObject(const std::array<int8_t, 4>& order, int count) {
 PyObject* stepObject(const catalog::Step& step) {
     const catalog::Function* const function = step.conversion ? &catalog::functions()[step.conversion->function] : nullptr;
     using catalog::Extra;
-    return Py_BuildValue("(NNNNNO)", function ? text(function->name) : Py_NewRef(Py_None), text(step.source->name), text(step.target->name),
-                         orderObject(step.sourceOrder, step.source->planeCount), orderObject(step.targetOrder, step.target->planeCount),
+    return Py_BuildValue("(NNNNNO)", function ? text(function->name) : Py_NewRef(Py_None), text(step.source->name),
+                         text(step.target->name), orderObject(step.sourceOrder, step.source->planeCount),
+                         orderObject(step.targetOrder, step.target->planeCount),
                          !function || function->takes(Extra::alpha) ? Py_True : Py_False);
 }
 
@@ -110,10 +112,9 @@ PyObject* rearrange(PyObject*, PyObject* arguments) {
         for (const catalog::Plane& p : catalog::formats()[number].usedPlanes())
             if (size.width % p.width != 0 || size.height % p.height != 0)
                 return PyErr_Format(PyExc_ValueError, "the size must be one of whole sites of chroma");
-    Py_BEGIN_ALLOW_THREADS
-    catalog::rearrange(catalog::formats()[*a], images[0].side(), catalog::formats()[*b], images[1].side(), size);
-    Py_END_ALLOW_THREADS
-    Py_RETURN_NONE;
+    Py_BEGIN_ALLOW_THREADS catalog::rearrange(catalog::formats()[*a], images[0].side(), catalog::formats()[*b], images[1].side(),
+                                              size);
+    Py_END_ALLOW_THREADS Py_RETURN_NONE;
 }
 
 PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},

@@ -121,8 +121,12 @@ class Convert(unittest.TestCase):
         np.testing.assert_array_equal(gray, self.rgb[..., 1])
         bits = zelcc.convert(self.rgb, "rgb24", "monob", threshold=40)
         np.testing.assert_array_equal(bits, np.packbits(zelcc.convert(self.rgb, "rgb24", "gray") > 40, axis=1))
-        with self.assertRaisesRegex(TypeError, "unexpected keyword argument 'threshold'"):
-            zelcc.convert(self.rgb, "rgb24", "gray", threshold=40)
+        for source, target in (("rgb24", "gray"), ("rgb24", "bgr24"), ("bgr24", "nv21")):
+            with self.assertRaisesRegex(TypeError, "unexpected keyword argument 'threshold'"):
+                zelcc.convert(self.rgb, source, target, threshold=40)
+        deep = self.rgb.astype(np.uint16) << 8
+        few = zelcc.convert(deep, "rgb48le", "bgr24", levels=2)
+        self.assertEqual(set(np.unique(few)), {0, 255})
 
     def test_planes_of_a_buffer(self):
         data = bytes(range(36)) + bytes(18)
@@ -132,10 +136,12 @@ class Convert(unittest.TestCase):
             zelcc.planes(data, "nv12", 6, 5)
         with self.assertRaisesRegex(ValueError, "too few"):
             zelcc.planes(data, "nv12", 8, 6)
-        with self.assertRaisesRegex(ValueError, "must be 2 arrays"):
+        with self.assertRaisesRegex(ValueError, "must be a list or tuple of 2 planes"):
             zelcc.convert(y, "nv12", "rgb24")
-        with self.assertRaisesRegex(ValueError, r"image\[1\] must have the shape \(3, 3, 2\), not \(3, 3\)"):
+        with self.assertRaisesRegex(ValueError, r"\[1\]: must have the shape \(3, 3, 2\), not \(3, 3\)"):
             zelcc.convert((y, cbcr[..., 0]), "nv12", "rgb24")
+        with self.assertRaisesRegex(ValueError, r"image\[1\] must have the shape \(3, 3, 2\), not \(3, 3\), for nv12 of 5 x 5"):
+            zelcc.convert((y[:5, :5], cbcr[..., 0]), "nv12", "rgb24")
 
 
 if __name__ == "__main__":

@@ -1,6 +1,7 @@
 """Conversion between formats by name, over as many functions as it takes."""
 
 import functools
+import inspect
 from collections.abc import Callable, Sequence
 from typing import Any, NamedTuple, cast, overload
 
@@ -55,6 +56,7 @@ class _Path(NamedTuple):
     steps: tuple[Step, ...]
     width: int  # of the sites that all steps convert as a whole
     height: int
+    function: Callable[..., Any] | None  # that does all of it on arrays as they come
 
 
 @functools.cache
@@ -82,7 +84,42 @@ def _path(source: str, target: str, matrix: str, method: str) -> _Path:
     if found is None:
         wish = f" by {method}" if method else ""
         raise ValueError(f"no functions lead from {source} to {target}{wish} with the matrix {matrix!r}")
-    return _Path(tuple(Step(*step) for step in found[0]), found[1], found[2])
+    taken = tuple(Step(*step) for step in found[0])
+    return _Path(taken, found[1], found[2], _only_function(taken))
+
+
+def _only_function(taken: tuple[Step, ...]) -> Callable[..., Any] | None:
+    if len(taken) != 1 or taken[0].function is None or _format(taken[0].source).grid >= 0:
+        return None
+    step = taken[0]
+    is_in_order = all(order == tuple(sorted(order)) for order in (step.source_order, step.target_order))
+    if not is_in_order or (_format(step.target).has_alpha and not step.writes_alpha):
+        return None
+    function: Callable[..., Any] = getattr(_native, taken[0].function)
+    return function
+
+
+def _shared_out(path: _Path, extras: dict[str, Any]) -> list[dict[str, Any]]:
+    """The further arguments of each step: each goes to the last function that takes it."""
+    shares: list[dict[str, Any]] = [{} for _ in path.steps]
+    for name, value in extras.items():
+        for step, share in zip(reversed(path.steps), reversed(shares)):
+            if step.function and name in _keywords(step.function):
+                share[name] = value
+                break
+        else:
+            functions = ", ".join(step.function for step in path.steps if step.function)
+            raise TypeError(f"convert() got an unexpected keyword argument '{name}': {functions or 'a move of samples'} takes none")
+    return shares
+
+
+_OF_REGIONS = ("grid", "region", "layout", "above")  # images are whole here, and formats say what their grid is
+
+
+@functools.cache
+def _keywords(function: str) -> frozenset[str]:
+    parameters = inspect.signature(getattr(_native, function)).parameters.values()
+    return frozenset(p.name for p in parameters if p.kind is p.KEYWORD_ONLY and p.name not in _OF_REGIONS)
 
 
 def steps(source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601", method: str = "") -> tuple[Step, ...]:
@@ -112,7 +149,7 @@ def _checked(name: str, image: object, form: Format, size: tuple[int, int] | Non
     """The planes of an argument, and width and height."""
     given = (np.asarray(image),) if len(form.planes) == 1 else image
     if not isinstance(given, (tuple, list)) or len(given) != len(form.planes):
-        raise ValueError(f"{name} must be {len(form.planes)} arrays in a list or tuple, for {form.name} has as many planes")
+        raise ValueError(f"{name} must be a list or tuple of {len(form.planes)} planes for {form.name}")
     found = tuple(np.asarray(plane) for plane in given)
     first = found[0]
     if first.ndim < 2:
@@ -165,7 +202,7 @@ def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], extra
         return
     function: Callable[..., Any] = getattr(_native, step.function)
     if _format(step.source).grid >= 0:
-        extras = {"grid": _format(step.source).grid}
+        extras = {**extras, "grid": _format(step.source).grid}
     function(argument(source, step.source_order), argument(target, step.target_order), **extras)
     _finish_alpha(step, source, target)
 
@@ -186,11 +223,15 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
 
     matrix is that of luma and chroma: 601, 709, 709-full or yuv. method asks for one step to be by filter, interlaced, gamma,
     dither, ahd, weights, tone-maximum or tone-mean; without it all are by the plain way. Further arguments go to the last
-    function, by their C names. A size that is none of whole chroma sites is converted with its last column and row repeated.
+    function that takes them, by their C names. A size that is none of whole chroma sites is converted with its last column and row repeated.
     """
+    path = _path(source, target, matrix, method)
+    if path.function:
+        first = image[0] if isinstance(image, (tuple, list)) else image
+        if isinstance(first, np.ndarray) and first.ndim > 1 and not (first.shape[0] % path.height or first.shape[1] % path.width):
+            return cast(Image, path.function(image, out, **extras))
     before, after = _format(source), _format(target)
     arrays, (width, height) = _checked("image", image, before, None)
-    path = _path(source, target, matrix, method)
     result = None if out is None else _checked("out", out, after, (width, height))[0]
     if result is not None:
         for plane in result:
@@ -202,12 +243,12 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
         arrays = _widened(arrays, before, *whole)
     if not path.steps:
         final = tuple(plane.copy() for plane in arrays)
-    for number, step in enumerate(path.steps):
+    for number, (step, own_extras) in enumerate(zip(path.steps, _shared_out(path, extras))):
         is_last = number == len(path.steps) - 1
         form = _format(step.target)
         own = result is not None and is_last and is_whole
         final = cast(tuple[Plane, ...], result) if own else tuple(np.empty(s, form.dtype) for s in form.shapes(*whole))
-        _run(step, arrays, final, extras if is_last else {})
+        _run(step, arrays, final, own_extras)
         arrays = final
     if not is_whole:
         final = tuple(np.ascontiguousarray(plane[:shape[0], :shape[1]])
