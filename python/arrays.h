@@ -25,7 +25,7 @@ PlaneForm formOf(const catalog::Plane& plane, catalog::Element element, bool isF
 struct ImageForm {
     int planeCount = 0;
     int stepCount = 0;  // 0 if rows follow each other without a gap, 1 if all planes have the same step
-    PlaneForm planes[4];
+    PlaneForm planes[4]{};
 };
 
 // What is wrong with an argument. The texts are whole when they reach Python.

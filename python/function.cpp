@@ -417,9 +417,10 @@ PyObject* run(const Binding& b, Arguments& a) {
         call.temporary = a.temporary.get();
         call.temporaryStep = static_cast<int32_t>(step);
     }
-    ZelStatus status;
-    Py_BEGIN_ALLOW_THREADS status = catalog::goesBeyond(f.beyond, call.size) ? callWithRoom(b, call) : f.call(call);
-    Py_END_ALLOW_THREADS if (status == zelStsNoOperationWarn && !a.given[out] && f.sourcePlanes) to.fillWithZeros();
+    PyThreadState* const thread = PyEval_SaveThread();
+    const ZelStatus status = catalog::goesBeyond(f.beyond, call.size) ? callWithRoom(b, call) : f.call(call);
+    PyEval_RestoreThread(thread);
+    if (status == zelStsNoOperationWarn && !a.given[out] && f.sourcePlanes) to.fillWithZeros();
     if (!report(b, call, status)) return nullptr;
     return to.result();
 }

@@ -112,9 +112,10 @@ PyObject* rearrange(PyObject*, PyObject* arguments) {
         for (const catalog::Plane& p : catalog::formats()[number].usedPlanes())
             if (size.width % p.width != 0 || size.height % p.height != 0)
                 return PyErr_Format(PyExc_ValueError, "the size must be one of whole sites of chroma");
-    Py_BEGIN_ALLOW_THREADS catalog::rearrange(catalog::formats()[*a], images[0].side(), catalog::formats()[*b], images[1].side(),
-                                              size);
-    Py_END_ALLOW_THREADS Py_RETURN_NONE;
+    PyThreadState* const thread = PyEval_SaveThread();
+    catalog::rearrange(catalog::formats()[*a], images[0].side(), catalog::formats()[*b], images[1].side(), size);
+    PyEval_RestoreThread(thread);
+    Py_RETURN_NONE;
 }
 
 PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},
@@ -126,7 +127,11 @@ PyModuleDef definition{.m_base = PyModuleDef_HEAD_INIT,
                        .m_name = "zelcc._native",
                        .m_doc = "The functions of the library by their C names.",
                        .m_size = -1,
-                       .m_methods = methods};
+                       .m_methods = methods,
+                       .m_slots = nullptr,
+                       .m_traverse = nullptr,
+                       .m_clear = nullptr,
+                       .m_free = nullptr};
 
 }  // namespace
 }  // namespace zelpy
