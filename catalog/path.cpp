@@ -99,10 +99,12 @@ void moveRow(int bytes, const uint8_t* from, int fromPitch, uint8_t* to, int toP
 }
 
 // Costs, so that moving samples is dearer than a function that does the same, and losing some is dearest.
-enum Cost { moving = 3, sameSamples = 2, otherSites = 6, otherModel = 10, otherDepth = 10 };
+enum Cost { moving = 3, sameSamples = 2, otherSites = 6, otherModel = 10, otherDepth = 10, lumaAsItIs = 19 };
 
 int costOf(const Content& source, const Content& target) {
     if (source.bits != target.bits) return otherDepth + (source.model != target.model ? otherModel : 0);
+    // Gray has the full range, which luma seldom has: over colours it gets it.
+    if (source.model == Model::lumaChroma && target.model == Model::gray) return lumaAsItIs;
     if (source.model != target.model || source.model == Model::other) return otherModel;
     const bool sameSites = source.siteWidth == target.siteWidth && source.siteHeight == target.siteHeight;
     return sameSites ? sameSamples : otherSites;
@@ -129,12 +131,6 @@ std::array<int8_t, 4> chained(const std::array<int8_t, 4>& order, const std::arr
     std::array<int8_t, 4> result{};
     for (int i = 0; i < 4; ++i) result[i] = then[order[i]];
     return result;
-}
-
-bool leads(const Conversion& c, const Wish& wish) {
-    if (c.source == c.target || (!c.verb.empty() && c.verb != "reduce" && c.verb != wish.method)) return false;
-    const bool isPlain = c.method.empty() || (c.method == "bilinear" && wish.method != "ahd");
-    return (c.matrix.empty() || c.matrix == wish.matrix) && (isPlain || c.method == wish.method);
 }
 
 struct Arrival {
@@ -171,16 +167,28 @@ bool canRearrange(const Format& source, const Format& target) {
     return std::ranges::all_of(namesOf(source), [&](std::string_view name) { return name == "A" || has(target, name); });
 }
 
-std::optional<std::vector<Step>> path(const Format& source, const Format& target, const Wish& wish) {
+Wishes byMethod(std::string_view matrix, std::string_view method) {
+    const auto met = [method](const Conversion& c) -> std::optional<int> {
+        if (!method.empty() && (c.method == method || c.verb == method)) return 1;
+        // Fields are mixed where chroma gets or loses rows in a plain way.
+        const bool mixesRows = contentOf(formats()[c.source]).siteHeight != contentOf(formats()[c.target]).siteHeight;
+        if (method == "interlaced" && mixesRows) return {};
+        const bool isPlain = c.method.empty() || (c.method == "bilinear" && method != "ahd");
+        const bool keepsMeaning = c.verb.empty() || (c.verb == "reduce" && c.source != c.target);
+        return isPlain && keepsMeaning ? std::optional(0) : std::nullopt;
+    };
+    return {.matrix = matrix, .met = met, .all = method.empty() ? 0 : 1};
+}
+
+std::optional<std::vector<Step>> path(const Format& source, const Format& target, const Wishes& wishes) {
     const int count = static_cast<int>(formats().size());
     const int start = static_cast<int>(&source - formats().data()), end = static_cast<int>(&target - formats().data());
     const Content first = contentOf(source), last = contentOf(target);
     std::vector<Content> contents;
     for (const Format& f : formats()) contents.push_back(contentOf(f));
 
-    // A node is a format before the step by the wished method, or, by count further, behind it.
-    const auto isEnd = [&](int node) { return node == representative(end) + (wish.method.empty() ? 0 : count); };
-    std::vector<Arrival> arrivals(2 * static_cast<size_t>(count));
+    // A node is a format and the wishes that are met so far, as the multiple of the number of formats.
+    std::vector<Arrival> arrivals(static_cast<size_t>(count) * (wishes.all + 1));
     using Entry = std::pair<int, int>;
     std::priority_queue<Entry, std::vector<Entry>, std::greater<>> open;
     const auto reach = [&](int node, const Arrival& arrival) {
@@ -188,32 +196,34 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
         arrivals[node] = arrival;
         open.emplace(arrival.cost, node);
     };
+    const int goal = representative(end) + wishes.all * count;
+    const auto mayGo = [&](int next) {
+        return next == representative(end) || next == representative(start) || mayLieBetween(contents[next], first, last);
+    };
     reach(representative(start), {.cost = 0});
-    int found = -1;
-    while (!open.empty() && found < 0) {
+    while (!open.empty()) {
         const auto [cost, node] = open.top();
         open.pop();
+        if (node == goal) break;
         if (cost > arrivals[node].cost) continue;
-        if (isEnd(node)) found = node;
-        const int format = node % count;
-        const auto mayGo = [&](int next) {
-            return next == representative(end) || next == representative(start) || mayLieBetween(contents[next], first, last);
-        };
-        for (const Conversion& c : conversions())
-            if (c.source == format && leads(c, wish) && mayGo(c.target)) {
-                const bool isWished = !wish.method.empty() && (c.method == wish.method || c.verb == wish.method);
-                reach(isWished ? count + c.target : node - format + c.target,
-                      {cost + costOf(contents[format], contents[c.target]), node, &c});
-            }
+        const int format = node % count, before = node / count;
+        for (const Conversion& c : conversions()) {
+            const Function& function = functions()[c.function];
+            if (!function.takesSteps || function.sourcePlanes == 0) continue;
+            if (c.source != format || !mayGo(c.target) || (!c.matrix.empty() && c.matrix != wishes.matrix)) continue;
+            const std::optional<int> met = wishes.met(c);
+            if (met && (*met & before) == 0)
+                reach(c.target + (before | *met) * count, {cost + costOf(contents[format], contents[c.target]), node, &c});
+        }
         for (int next = 0; next < count; ++next)
             if (next != format && formats()[next].sameAs.empty() && mayGo(next) &&
                 canRearrange(formats()[format], formats()[next]))
-                reach(node - format + next, {cost + moving, node, nullptr});
+                reach(next + before * count, {cost + moving, node, nullptr});
     }
-    if (found < 0) return {};
+    if (arrivals[goal].cost == INT32_MAX) return {};
 
     std::vector<Step> steps;
-    for (int node = found; arrivals[node].from >= 0; node = arrivals[node].from) {
+    for (int node = goal; arrivals[node].from >= 0; node = arrivals[node].from) {
         const Conversion* c = arrivals[node].by;
         Step step{.conversion = c,
                   .source = &formats()[arrivals[node].from % count],

@@ -1,6 +1,7 @@
 // The way from one format to another over the functions of the library, for programs that convert what a user names.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -8,10 +9,15 @@
 
 namespace catalog {
 
-struct Wish {
+struct Wishes {
     std::string_view matrix = "601";  // of Conversion, by which luma and chroma are computed and undone
-    std::string_view method = {};     // of Conversion, which one step must be by; plain ways otherwise
+    // Which of the wishes, a bit each, a conversion meets; none if they forbid it.
+    std::function<std::optional<int>(const Conversion&)> met;
+    int all = 0;  // bits that the steps have to collect
 };
+
+// The plain ways, and one step by a method or verb of Conversion if one is named.
+Wishes byMethod(std::string_view matrix, std::string_view method);
 
 // One step. The orders say which plane of the step's own formats each plane of the function is.
 struct Step {
@@ -23,7 +29,7 @@ struct Step {
 
 // The steps that lose and cost least, none if the formats are the same. No format on the way holds less of the image than one of
 // its ends: fewer bits or sites of chroma, no colour, no alpha.
-std::optional<std::vector<Step>> path(const Format& source, const Format& target, const Wish& wish);
+std::optional<std::vector<Step>> path(const Format& source, const Format& target, const Wishes& wishes);
 
 // Images that the steps convert to their last pixel are multiples of this size, and no smaller.
 ZelSize wholeSites(std::span<const Step> steps);

@@ -71,7 +71,7 @@ PyObject* findPath(PyObject*, PyObject* arguments) {
     if (!PyArg_ParseTuple(arguments, "ssss", &source, &target, &matrix, &method)) return nullptr;
     const auto from = catalog::formatNumber(source), to = catalog::formatNumber(target);
     if (!from || !to) return PyErr_Format(PyExc_ValueError, "no format is named '%s'", from ? target : source);
-    const auto found = catalog::path(catalog::formats()[*from], catalog::formats()[*to], {matrix, method});
+    const auto found = catalog::path(catalog::formats()[*from], catalog::formats()[*to], catalog::byMethod(matrix, method));
     if (!found) Py_RETURN_NONE;
     PyObject* const steps = PyTuple_New(static_cast<Py_ssize_t>(found->size()));
     for (size_t i = 0; steps && i < found->size(); ++i) {

@@ -74,6 +74,8 @@ class Convert(unittest.TestCase):
         self.assertEqual(names("bgr24", "rgb24"), [None])
         self.assertEqual(names("yuv420p", "yuv422p", method="filter"), ["zeliYCbCr420ToYCbCr422_Filter_8u_P3R"])
         self.assertEqual(names("bayer_grbg8", "rgb24", method="ahd"), ["zeliDemosaicAHD_8u_C1C3R"])
+        np.testing.assert_array_equal(zelcc.convert(self.rgb, "rgb24", "bgr24", method="gamma"),
+                                      zelcc.zeliGammaFwd_8u_C3R(self.rgb)[..., ::-1])
         # No way between colours is over gray, words or fewer sites.
         for source in ("rgb24", "bgra", "gbrp", "yuv444p", "lab24", "rgb48le"):
             for target in ("hsv24", "yuv24", "bgr24", "xyz24", "rgba"):
