@@ -80,6 +80,32 @@ class Functions(unittest.TestCase):
                         if (width, height) == SIZES[0]:
                             self.assertIsInstance(result, list)
 
+    def test_nothing_beyond_with_further_arguments(self):
+        u1 = np.uint8
+        for place in (Fenced(True), Fenced(False)):
+            def make(*shape, dtype=u1):
+                array = place(shape, dtype)
+                array[...] = sample(self.random, shape, np.dtype(dtype))
+                return array
+
+            for offset in range(8):
+                for width in (1, 5, 8, 13, 35):
+                    out = make(3, (width + offset + 7) // 8)
+                    zelcc.zeliReduceBits_8u1u_C1R(make(3, width), out, dstBitOffset=offset + 8, dtype=zelcc.zelDitherStucki)
+            for layout in (zelcc.zelSliceTop, zelcc.zelSliceMiddle, zelcc.zelSliceBottom):
+                for height in (4, 6, 14):
+                    for width in (2, 34, 39):
+                        above = 4 * (layout != zelcc.zelSliceTop)
+                        rows, half = height + above, (width + 1) // 2
+                        source = make(rows, width), make(rows // 2, half, 2)
+                        zelcc.zeliYCbCr420ToYCbCr422_Filter_8u_P2C2R(source, make(rows, width, 2), layout=layout, above=above)
+                        planes = make(rows, width), make(rows // 2, half), make(rows // 2, half)
+                        zelcc.zeliYCbCr420ToYCrCb420_Filter_8u_P2P3R(source, planes, layout=layout, above=above)
+            for f, dtype in ((zelcc.zeliCFAToRGB_8u_C1C3R, np.uint8), (zelcc.zeliCFAToRGB_16u_C1C3R, np.uint16),
+                             (zelcc.zeliDemosaicAHD_8u_C1C3R, np.uint8), (zelcc.zeliDemosaicAHD_16u_C1C3R, np.uint16)):
+                for x, y, width, height in ((0, 0, 23, 17), (3, 1, 20, 16), (22, 16, 1, 1), (7, 9, 5, 2), (1, 0, 2, 17)):
+                    f(make(17, 23, dtype=dtype), make(height, width, 3, dtype=dtype), grid=zelcc.zelBayerGBRG, region=(x, y, width, height))
+
     def test_rows_are_where_the_steps_say(self):
         for f in FUNCTIONS:
             for width, height in ((34, 16), (13, 9), (12, 6)):

@@ -9,7 +9,7 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _native
-from ._names import Matrix, Packed, Planar
+from ._names import Matrix, Method, Packed, Planar
 
 Plane = npt.NDArray[Any]
 Image = Plane | tuple[Plane, ...]
@@ -122,7 +122,7 @@ def _keywords(function: str) -> frozenset[str]:
     return frozenset(p.name for p in parameters if p.kind is p.KEYWORD_ONLY and p.name not in _OF_REGIONS)
 
 
-def steps(source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601", method: str = "") -> tuple[Step, ...]:
+def steps(source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601", method: Method = "") -> tuple[Step, ...]:
     """The functions that `convert` takes for this, in their order."""
     return _path(source, target, matrix, method).steps
 
@@ -209,21 +209,23 @@ def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], extra
 
 @overload
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed, *, matrix: Matrix = "601",
-            method: str = "", out: Plane | None = None, **extras: Any) -> Plane: ...
+            method: Method = "", out: Plane | None = None, **extras: Any) -> Plane: ...
 
 
 @overload
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Planar, *, matrix: Matrix = "601",
-            method: str = "", out: Sequence[Plane] | None = None, **extras: Any) -> tuple[Plane, ...]: ...
+            method: Method = "", out: Sequence[Plane] | None = None, **extras: Any) -> tuple[Plane, ...]: ...
 
 
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601",
-            method: str = "", out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
-    """Converts an image, or a list of its planes, from a format to another.
+            method: Method = "", out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
+    """Converts an image, or a list of its planes, from a format to another, over functions that lose nothing both formats have.
 
-    matrix is that of luma and chroma: 601, 709, 709-full or yuv. method asks for one step to be by filter, interlaced, gamma,
-    dither, ahd, weights, tone-maximum or tone-mean; without it all are by the plain way. Further arguments go to the last
-    function that takes them, by their C names. A size that is none of whole chroma sites is converted with its last column and row repeated.
+    matrix is that of luma and chroma. method asks for one step of a kind: chroma by filter, or of interlaced frames; gamma, or
+    linear for its inverse; words by dither; a mosaic by ahd; gray by weights, which are given as coeffs; floats to bytes by
+    tone-maximum or tone-mean. Otherwise all steps are by the plain way. Further arguments go to the last function that takes
+    them, by their C names. A size that is none of whole chroma sites is converted with its last column and row repeated.
+    zelcc.steps tells which functions are called.
     """
     path = _path(source, target, matrix, method)
     if path.function:
@@ -233,14 +235,13 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
     before, after = _format(source), _format(target)
     arrays, (width, height) = _checked("image", image, before, None)
     result = None if out is None else _checked("out", out, after, (width, height))[0]
-    if result is not None:
-        for plane in result:
-            if any(np.may_share_memory(plane, other) for other in arrays):
-                raise ValueError("out shares memory with image")
     whole = -(-width // path.width) * path.width, -(-height // path.height) * path.height
     is_whole = whole == (width, height)
     if not is_whole:
         arrays = _widened(arrays, before, *whole)
+    elif result is not None and len(path.steps) == 1 and path.steps[0].function is None:
+        if any(np.shares_memory(plane, other) for plane in result for other in arrays):
+            raise ValueError("out shares memory with image")
     if not path.steps:
         final = tuple(plane.copy() for plane in arrays)
     for number, (step, own_extras) in enumerate(zip(path.steps, _shared_out(path, extras))):
