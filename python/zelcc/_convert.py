@@ -219,7 +219,7 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
 
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601",
             method: Method = "", out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
-    """Converts an image, or a list of its planes, from a format to another, over functions that lose nothing both formats have.
+    """Converts an image, or a list of its planes, from a format to another, by the way over functions that loses least.
 
     matrix is that of luma and chroma. method asks for one step of a kind: chroma by filter, or of interlaced frames; gamma, or
     linear for its inverse; words by dither; a mosaic by ahd; gray by weights, which are given as coeffs; floats to bytes by
