@@ -98,8 +98,17 @@ void moveRow(int bytes, const uint8_t* from, int fromPitch, uint8_t* to, int toP
     moves[std::countr_zero(static_cast<unsigned>(bytes))](from, fromPitch, to, toPitch, count);
 }
 
-// Costs, so that moving samples is dearer than a function that does the same, and losing some is dearest.
-enum Cost { moving = 3, sameSamples = 2, otherSites = 6, otherModel = 10, otherDepth = 10, lumaAsItIs = 19 };
+// Costs, so that moving samples is dearer than a function that does the same, and losing some is dearest. Of functions that are
+// alike, one that writes alpha is taken.
+enum Cost {
+    leavesAlpha = 1,
+    sameSamples = 20,
+    moving = 30,
+    otherSites = 60,
+    otherModel = 100,
+    otherDepth = 100,
+    lumaAsItIs = 190
+};
 
 int costOf(const Content& source, const Content& target) {
     if (source.bits != target.bits) return otherDepth + (source.model != target.model ? otherModel : 0);
@@ -213,7 +222,8 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
             if (c.source != format || !mayGo(c.target) || (!c.matrix.empty() && c.matrix != wishes.matrix)) continue;
             const std::optional<int> met = wishes.met(c);
             if (met && (*met & before) == 0)
-                reach(c.target + (before | *met) * count, {cost + costOf(contents[format], contents[c.target]), node, &c});
+                reach(c.target + (before | *met) * count,
+                      {cost + costOf(contents[format], contents[c.target]) + (function.keepsAlpha ? leavesAlpha : 0), node, &c});
         }
         for (int next = 0; next < count; ++next)
             if (next != format && formats()[next].sameAs.empty() && mayGo(next) &&

@@ -58,11 +58,10 @@ PyObject* orderObject(const std::array<int8_t, 4>& order, int count) {
 
 PyObject* stepObject(const catalog::Step& step) {
     const catalog::Function* const function = step.conversion ? &catalog::functions()[step.conversion->function] : nullptr;
-    using catalog::Extra;
     return Py_BuildValue("(NNNNNO)", function ? text(function->name) : Py_NewRef(Py_None), text(step.source->name),
                          text(step.target->name), orderObject(step.sourceOrder, step.source->planeCount),
                          orderObject(step.targetOrder, step.target->planeCount),
-                         !function || function->takes(Extra::alpha) ? Py_True : Py_False);
+                         !function || !function->keepsAlpha ? Py_True : Py_False);
 }
 
 // (steps, width and height of whole sites), or None where no way leads.

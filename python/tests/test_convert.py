@@ -115,6 +115,8 @@ class Convert(unittest.TestCase):
             with self.subTest(target):
                 np.testing.assert_array_equal(back[..., 3], rgba[..., 3])
         self.assertTrue((zelcc.convert(self.rgb, "rgb24", "bgra")[..., 3] == 255).all())
+        deep = rgba.astype(np.uint16) * 257
+        np.testing.assert_array_equal(zelcc.convert(deep, "rgba64le", "bgra")[..., 3], rgba[..., 3])
         yuv = zelcc.convert(self.rgb, "rgb24", "yuv420p", matrix="yuv")
         self.assertTrue((zelcc.convert(yuv, "yuv420p", "rgba", matrix="yuv")[..., 3] == 255).all())
 

@@ -181,16 +181,13 @@ def _alpha(form: Format, arrays: tuple[Plane, ...]) -> Plane:
 
 
 def _finish_alpha(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...]) -> None:
-    """Functions leave alpha alone, or at 0, where they don't take a value for it."""
+    """Some functions leave alpha alone, or at 0."""
     before, after = _format(step.source), _format(step.target)
     if step.writes_alpha or not after.has_alpha:
         return
-    alpha = _alpha(after, target)
-    if not before.has_alpha:
-        opaque: float = 1 if after.dtype.kind == "f" else np.iinfo(after.dtype).max
-        alpha[...] = opaque
-    elif before.dtype == after.dtype:
-        alpha[...] = _alpha(before, source)
+    opaque: float = 1 if after.dtype.kind == "f" else np.iinfo(after.dtype).max
+    is_kept = before.has_alpha and before.dtype == after.dtype
+    _alpha(after, target)[...] = _alpha(before, source) if is_kept else opaque
 
 
 def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], extras: dict[str, Any]) -> None:
