@@ -1,6 +1,7 @@
 """Conversion by the names of formats."""
 
 import unittest
+import unittest.mock
 
 import numpy as np
 
@@ -38,11 +39,21 @@ class Convert(unittest.TestCase):
                     continue  # its width is in bytes
                 ways += 1
                 with self.subTest(source=source, target=target):
-                    result = as_list(zelcc.convert(image, source, target))
+                    result = as_list(self.convert_over(0x55, image, source, target))
+                    for one, other in zip(result, as_list(self.convert_over(0xaa, image, source, target))):
+                        np.testing.assert_array_equal(one, other)
                     form = zelcc.formats()[target]
                     self.assertEqual(tuple(r.shape for r in result), form.shapes(13, 9))
                     self.assertTrue(all(r.dtype == form.dtype for r in result))
         self.assertGreater(ways, 3000)
+
+    def convert_over(self, content, *arguments):
+        """On memory of a content of its own, so that what isn't written shows."""
+        def filled(shape, dtype=np.dtype(float), order="C"):
+            return np.full(int(np.prod(shape)) * np.dtype(dtype).itemsize, content, np.uint8).view(dtype).reshape(shape)
+
+        with unittest.mock.patch.object(np, "empty", filled):
+            return zelcc.convert(*arguments)
 
     def test_moved_samples(self):
         r, g, b = (self.rgb[..., i] for i in range(3))

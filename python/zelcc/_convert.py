@@ -245,7 +245,8 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
         is_last = number == len(path.steps) - 1
         form = _format(step.target)
         own = result is not None and is_last and is_whole
-        final = cast(tuple[Plane, ...], result) if own else tuple(np.empty(s, form.dtype) for s in form.shapes(*whole))
+        new = np.zeros if form.planes[0].width == 8 else np.empty  # bits behind the last pixel are none
+        final = cast(tuple[Plane, ...], result) if own else tuple(new(s, form.dtype) for s in form.shapes(*whole))
         _run(step, arrays, final, own_extras)
         arrays = final
     if not is_whole:
