@@ -99,9 +99,10 @@ void moveRow(int bytes, const uint8_t* from, int fromPitch, uint8_t* to, int toP
 }
 
 // Costs, so that moving samples is dearer than a function that does the same, and losing some is dearest. Of functions that are
-// alike, one that writes alpha is taken.
+// alike, one that writes alpha is taken, and one that has its planes in the order of the formats.
 enum Cost {
-    leavesAlpha = 1,
+    otherOrder = 1,
+    leavesAlpha = 2,
     sameSamples = 20,
     moving = 30,
     otherSites = 60,
@@ -117,6 +118,14 @@ int costOf(const Content& source, const Content& target) {
     if (source.model != target.model || source.model == Model::other) return otherModel;
     const bool sameSites = source.siteWidth == target.siteWidth && source.siteHeight == target.siteHeight;
     return sameSites ? sameSamples : otherSites;
+}
+
+int costOf(const Function& function, const Conversion& c) {
+    const auto isSorted = [](int format, const std::array<int8_t, 4>& order) {
+        return std::is_sorted(order.begin(), order.begin() + formats()[format].planeCount);
+    };
+    const bool isInOrder = isSorted(c.source, c.sourceOrder) && isSorted(c.target, c.targetOrder);
+    return (isInOrder ? 0 : otherOrder) + (function.keepsAlpha ? leavesAlpha : 0);
 }
 
 // The format that a node of the graph is, for those that differ in the order of planes alone.
@@ -223,7 +232,7 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
             const std::optional<int> met = wishes.met(c);
             if (met && (*met & before) == 0)
                 reach(c.target + (before | *met) * count,
-                      {cost + costOf(contents[format], contents[c.target]) + (function.keepsAlpha ? leavesAlpha : 0), node, &c});
+                      {cost + costOf(contents[format], contents[c.target]) + costOf(function, c), node, &c});
         }
         for (int next = 0; next < count; ++next)
             if (next != format && formats()[next].sameAs.empty() && mayGo(next) &&

@@ -33,7 +33,7 @@ TEST(Path, TakesTheFunctionsThatLoseLeast) {
         {"bgr24", "rgb24", "601", "", "moved"},
         {"nv12", "nv21", "601", "", "moved"},
         {"yuv420p", "yv12", "601", "", "moved"},
-        {"nv12", "yuv420p", "601", "", "zeliYCbCr420ToYCrCb420_8u_P2P3R"},
+        {"nv12", "yuv420p", "601", "", "zeliYCbCr420_8u_P2P3R"},
         {"bgr24", "nv12", "601", "", "zeliBGRToYCbCr420_8u_C3P3R zeliYCbCr420_8u_P3P2R"},
         {"yuyv422", "gray", "601", "", "zeliYCbCr422ToGray_8u_C2C1R"},
         {"yuv420p", "gray", "601", "", "zeliYCbCr420ToRGB_8u_P3C3R zeliRGBToGray_8u_C3C1R"},
