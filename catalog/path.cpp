@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 #include <queue>
 
 namespace catalog {
@@ -86,16 +85,6 @@ std::vector<std::string_view> namesOf(const Format& f) {
 ZelSize siteOf(const Format& f, const std::vector<Place>& places) {
     const Plane& p = f.planes[places[0].plane];
     return {p.width / static_cast<int>(places.size()), p.height};
-}
-
-template <int bytes>
-void moveRow(const uint8_t* from, int fromPitch, uint8_t* to, int toPitch, int count) {
-    for (int i = 0; i < count; ++i) std::memcpy(to + int64_t{i} * toPitch, from + int64_t{i} * fromPitch, bytes);
-}
-
-void moveRow(int bytes, const uint8_t* from, int fromPitch, uint8_t* to, int toPitch, int count) {
-    constexpr decltype(&moveRow<1>) moves[] = {moveRow<1>, moveRow<2>, moveRow<4>, moveRow<8>};
-    moves[std::countr_zero(static_cast<unsigned>(bytes))](from, fromPitch, to, toPitch, count);
 }
 
 // Costs, so that moving samples is dearer than a function that does the same, and losing some is dearest. Of functions that are
@@ -272,39 +261,6 @@ ZelSize wholeSites(std::span<const Step> steps) {
     }
     if (size.width == 4) size.height = std::max(size.height, 4);  // means between 4:1:1 and 4:2:0 are of squares
     return size;
-}
-
-void rearrange(const Format& source, const Side& from, const Format& target, const Side& to, ZelSize size) {
-    const int bytes = bytesOf(target.element);
-    const uint32_t alpha = opaque(target.element);
-    const double fullest = 1;
-    for (const std::string_view name : namesOf(target)) {
-        const auto in = placesOf(source, name), out = placesOf(target, name);
-        const ZelSize site = siteOf(target, out);
-        const int count = (size.width + site.width - 1) / site.width, rows = (size.height + site.height - 1) / site.height;
-        const int inRun = std::max<int>(1, static_cast<int>(in.size())), outRun = static_cast<int>(out.size());
-        const int runs = std::max(inRun, outRun);  // places that take turns
-        for (int run = 0; run < runs; ++run) {
-            const int share = (count - run + runs - 1) / runs;
-            const Place& put = out[run % outRun];
-            const int toPitch = target.planes[put.plane].bytes * (runs / outRun);
-            uint8_t* into =
-                static_cast<uint8_t*>(to.planes[put.plane]) + put.offset + int64_t{run / outRun} * target.planes[put.plane].bytes;
-            const uint8_t* one = target.element == Element::f64 ? reinterpret_cast<const uint8_t*>(&fullest)
-                                                                : reinterpret_cast<const uint8_t*>(&alpha);
-            int pitch = 0;
-            int64_t step = 0;
-            if (!in.empty()) {
-                const Place& take = in[run % inRun];
-                pitch = source.planes[take.plane].bytes * (runs / inRun);
-                step = from.steps[take.plane];
-                one = static_cast<const uint8_t*>(from.planes[take.plane]) + take.offset +
-                      int64_t{run / inRun} * source.planes[take.plane].bytes;
-            }
-            for (int y = 0; y < rows; ++y)
-                moveRow(bytes, one + y * step, pitch, into + int64_t{y} * to.steps[put.plane], toPitch, share);
-        }
-    }
 }
 
 uint32_t opaque(Element element) {
