@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "catalog/path.h"
 #include "tools/errors.h"
 
 namespace tool {
@@ -10,7 +11,6 @@ namespace tool {
 namespace {
 
 constexpr int bytesBetweenSteps = 1 << 18;  // of a strip, so that the next step finds them in a near cache
-constexpr float exchange[] = {0, 0, 1, 0, 0, 1, 0, 0, 1, 0, 0, 0};
 
 Site siteOfAll(const Job& job) {
     Site site = common(siteOf(job.from), siteOf(job.to));
@@ -71,7 +71,7 @@ Converter::Converter(Job job, int threads)
             room.frames.emplace_back(job_.way[i].sourceFormat(), Size{laid_.width, stripRows_});
         for (const Step& step : job_.way) {
             // 30 rows of six samples more than the image has.
-            if (step.function().takes(catalog::Extra::temporary))
+            if (!step.moves() && step.function().takes(catalog::Extra::temporary))
                 room.temporary =
                     Buffer(30 * (static_cast<size_t>(laid_.width) + 6) * static_cast<size_t>(bytesOf(step.function().from)));
         }
@@ -106,13 +106,18 @@ void Converter::convertStrip(const Planes& source, const Planes& target, int str
 }
 
 const void* Converter::coefficientsOf(const Step& step) const {
-    if (step.exchanges) return exchange;
     if (step.function().takesDoubles) return job_.wishes.weights.data();
     return step.conversion->method == "weights" ? weights_.data() : twist_.data();
 }
 
 void Converter::apply(const Step& step, const Planes& source, const Planes& target, Size size, Room& room) const {
     const Format &from = step.sourceFormat(), &to = step.targetFormat();
+    if (step.moves()) {
+        constexpr std::array<int8_t, 4> order{0, 1, 2, 3};
+        catalog::rearrange(from, sideOf(source, order, from.planeCount), to, sideOf(target, order, to.planeCount),
+                           {size.width, size.height});
+        return;
+    }
     const Function& function = step.function();
     const Wishes& w = job_.wishes;
     if (step.alpha == Alpha::copied) copyPart(from, source, target, size);

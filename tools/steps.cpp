@@ -20,30 +20,20 @@ Alpha alphaOf(const Step& step) {
     return isAlike ? Alpha::copied : Alpha::opaqueBefore;
 }
 
-// The format with red and blue exchanged, -1 if there is none.
-int exchanged(int format) {
-    const Format& from = catalog::formats()[format];
-    const std::string_view order = from.name.substr(0, 3);
-    if (order != "rgb" && order != "bgr") return -1;
-    const Format* to = findFormat((order == "rgb" ? "bgr" : "rgb") + std::string(from.name.substr(3)));
-    return to ? numberOf(*to) : -1;
-}
-
 }  // namespace
+
+Step stepOf(const Conversion& conversion) {
+    Step step{&conversion, conversion.source, conversion.target};
+    step.alpha = alphaOf(step);
+    return step;
+}
 
 const std::vector<Step>& allSteps() {
     static const std::vector<Step> steps = [] {
         std::vector<Step> found;
-        const auto add = [&](Step step) {
-            step.alpha = alphaOf(step);
-            found.push_back(step);
-        };
         for (const Conversion& c : catalog::conversions()) {
             const Function& function = catalog::functions()[c.function];
-            if (!function.takesSteps || function.sourcePlanes == 0) continue;
-            add({&c, c.source, c.target});
-            const int other = exchanged(c.source);
-            if (c.verb == "twist" && function.coefficientCount == 12 && other >= 0) add({&c, c.source, other, true});
+            if (function.takesSteps && function.sourcePlanes != 0) found.push_back(stepOf(c));
         }
         return found;
     }();
@@ -103,7 +93,6 @@ std::optional<int> Demands::metByMethod(const Conversion& c) const {
 
 std::optional<int> Demands::metBy(const Step& step) const {
     const Conversion& c = *step.conversion;
-    if (step.exchanges) return 0;
     if (!c.matrix.empty() && c.matrix != wishes_.matrix) return std::nullopt;
     // Fields would be mixed where chroma gets or loses rows.
     const bool changesRows = siteOf(step.sourceFormat()).height != siteOf(step.targetFormat()).height;

@@ -26,7 +26,9 @@ class Demands {
     std::vector<std::string> names_;
 };
 
-// All that a conversion may be made of, exchanges of red and blue among them.
+Step stepOf(const Conversion& conversion);
+
+// All functions that a conversion may be made of.
 const std::vector<Step>& allSteps();
 
 }  // namespace tool

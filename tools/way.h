@@ -29,11 +29,11 @@ struct Wishes {
 enum class Alpha { written, copied, opaqueBefore, opaqueAfter };
 
 struct Step {
-    const Conversion* conversion;
-    int source, target;      // formats
-    bool exchanges = false;  // a colour twist that swaps red and blue
+    const Conversion* conversion;  // none where samples are moved as they are
+    int source, target;            // formats
     Alpha alpha = Alpha::written;
 
+    bool moves() const { return !conversion; }
     const Function& function() const { return catalog::functions()[conversion->function]; }
     const Format& sourceFormat() const { return catalog::formats()[source]; }
     const Format& targetFormat() const { return catalog::formats()[target]; }

@@ -75,7 +75,7 @@ TEST(Threads, MakeTheSameOfAllConversions) {
 
 TEST(Threads, MakeTheSameOfLongWays) {
     for (const auto& [from, to] :
-         {std::pair{"rgba", "rgb24"}, {"nv12", "rgb444le"}, {"rgb48le", "yuv410p"}, {"yuv410p", "lab24"}}) {
+         {std::pair{"rgba", "nv21"}, {"nv12", "rgb444le"}, {"rgb48le", "yuv410p"}, {"yuv410p", "lab24"}}) {
         const Size size{333, 251};
         const Format &source = formatNamed(from), &target = formatNamed(to);
         const Job job{source, target, size, {0, 0, size}, wayOrRefusal(source, target, {}), {}};

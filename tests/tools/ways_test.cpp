@@ -10,7 +10,7 @@ namespace {
 struct Case {
     std::string_view name, from, to;
     Wishes wishes;
-    std::vector<std::string_view> functions;  // nothing: refused
+    std::vector<std::string_view> functions;  // "" where samples are moved
     bool isReachable = true;
 };
 
@@ -19,10 +19,11 @@ const Case cases[] = {
     {"Same", "yuv420p", "yuv420p", {}, {}},
     {"ByMatrix", "bgr24", "nv12", {.matrix = "709"}, {"zeliBGRToYCbCr420_709CSC_8u_C3P2R"}},
     {"NoSuchMatrix", "uyvy422", "yuva444p", {.matrix = "709"}, {}, false},
-    {"ExchangesRedAndBlue", "rgb24", "bgr24", {}, {"zeliColorTwist32f_8u_C3R"}},
-    {"KeepsAlphaOfBytes", "rgba", "bgra", {}, {"zeliColorTwist32f_8u_AC4R"}},
+    {"ExchangesRedAndBlue", "rgb24", "bgr24", {}, {""}},
+    {"KeepsAlphaOfBytes", "rgba", "bgra", {}, {""}},
     {"KeepsAlphaByReduction", "rgba64le", "rgba", {}, {"zeliReduceBits_16u8u_C4R"}},
-    {"LosesNothingOnTheWay", "bgra", "bgr24", {}, {"zeliBGRToYCoCg_Rev_8u16s_C4P3R", "zeliYCoCgToBGR_Rev_16s8u_P3C3R"}},
+    {"LosesNothingOnTheWay", "bgra", "gbrp", {}, {""}},
+    {"OtherOrderOfChroma", "bgr24", "nv21", {}, {"zeliBGRToYCbCr420_8u_C3P3R", ""}},
     {"NotThroughGray", "gray", "yuv444p", {}, {"zeliGrayToRGB_8u_C1C3R", "zeliRGBToYCbCr_8u_C3P3R"}},
     {"NotThroughWords", "rgb24", "rgb555le", {}, {"zeliRGBToYCbCr_8u_C3R", "zeliYCbCrToBGR555_8u16u_C3R"}},
     {"NotThroughFewerSites", "yuyv422", "bgra", {}, {"zeliYCbCr422ToBGR_8u_C2C4R"}},
@@ -42,7 +43,7 @@ const Case cases[] = {
      "rgb565le",
      {.dither = "stucki", .levels = 32},
      {"zeliReduceBits_8u_C3R", "zeliBGRToBGR565_8u16u_C3R"}},
-    {"FoldsInsteadOfMeans", "yuv411p", "yuv420p", {}, {"zeliYCbCr411ToYCbCr420_8u_P3R"}},
+    {"MeansInsteadOfFolds", "yuv411p", "yuv420p", {}, {"zeliYCbCr411To420_8u_P3R"}},
     {"Levels", "gray", "gray", {.levels = 4}, {"zeliReduceBits_8u_C1R"}},
     {"Threshold", "gray", "monob", {.threshold = 9}, {"zeliReduceBits_8u1u_C1R"}},
     {"Ahd", "bayer_grbg8", "rgb24", {.demosaic = "ahd"}, {"zeliDemosaicAHD_8u_C1C3R"}},
@@ -67,7 +68,7 @@ TEST_P(Ways, AreTheExpected) {
     }
     for (size_t i = 0; i < c.functions.size(); ++i) {
         ASSERT_LT(i, way->size());
-        EXPECT_EQ((*way)[i].function().name, c.functions[i]);
+        EXPECT_EQ((*way)[i].moves() ? "" : (*way)[i].function().name, c.functions[i]);
     }
     EXPECT_EQ(way->size(), c.functions.size()) << describe(*way);
 }
@@ -85,7 +86,8 @@ TEST(AllWays, FitTogether) {
             int format = numberOf(canonical(from));
             for (const Step& step : *way) {
                 ASSERT_EQ(step.source, format) << describe(*way);
-                ASSERT_TRUE(step.conversion->matrix.empty() || step.conversion->matrix == "601") << describe(*way);
+                ASSERT_TRUE(step.moves() || step.conversion->matrix.empty() || step.conversion->matrix == "601")
+                    << describe(*way);
                 format = step.target;
                 const bool endsInGray = spaceOf(from) == Space::gray || spaceOf(to) == Space::gray;
                 ASSERT_TRUE(endsInGray || spaceOf(step.targetFormat()) != Space::gray) << describe(*way);
@@ -100,7 +102,7 @@ TEST(AllWays, FitTogether) {
             }
         }
     }
-    EXPECT_GT(count, 3000);
+    EXPECT_GT(count, 4000);
 }
 
 TEST(Refusal, ListsWhatIsReachable) {
