@@ -191,8 +191,19 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
     const int count = static_cast<int>(formats().size());
     const int start = static_cast<int>(&source - formats().data()), end = static_cast<int>(&target - formats().data());
     const Content first = contentOf(source), last = contentOf(target);
-    std::vector<Content> contents;
-    for (const Format& f : formats()) contents.push_back(contentOf(f));
+    static const std::vector<Content> contents = [] {
+        std::vector<Content> all;
+        for (const Format& f : formats()) all.push_back(contentOf(f));
+        return all;
+    }();
+    static const std::vector<std::vector<int>> moves = [] {  // formats to which samples of each are moved
+        std::vector<std::vector<int>> all(formats().size());
+        for (size_t from = 0; from < all.size(); ++from)
+            for (size_t to = 0; to < all.size(); ++to)
+                if (from != to && formats()[to].sameAs.empty() && canRearrange(formats()[from], formats()[to]))
+                    all[from].push_back(static_cast<int>(to));
+        return all;
+    }();
 
     // A node is a format and the wishes that are met so far, as the multiple of the number of formats.
     std::vector<Arrival> arrivals(static_cast<size_t>(count) * (wishes.all + 1));
@@ -223,10 +234,8 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
                 reach(c.target + (before | *met) * count,
                       {cost + costOf(contents[format], contents[c.target]) + costOf(function, c), node, &c});
         }
-        for (int next = 0; next < count; ++next)
-            if (next != format && formats()[next].sameAs.empty() && mayGo(next) &&
-                canRearrange(formats()[format], formats()[next]))
-                reach(next + before * count, {cost + moving, node, nullptr});
+        for (const int next : moves[format])
+            if (mayGo(next)) reach(next + before * count, {cost + moving, node, nullptr});
     }
     if (arrivals[goal].cost == INT32_MAX) return {};
 

@@ -14,7 +14,6 @@ import zelcc
 NAMES = [name for name in dir(zelcc) if name.startswith("zeli")]
 GIVEN = {"matrix": np.array([[0.5, 0.25, 0.25, 3], [0, 1, 0, -4], [0.125, 0, 0.75, 0], [0, 0, 0, 1]]), "coeffs": [0.25, 0.5, 0.25],
          "grid": zelcc.zelBayerGRBG}
-WHOLE = (1 << 31) - 1
 
 
 class Described:
