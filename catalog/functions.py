@@ -34,6 +34,36 @@ class Conversion(NamedTuple):
     method: str = ""  # filter, interlaced, gamma, dither, bilinear or ahd, where there is a plain way too
 
 
+def works_in_place(function: Function) -> bool:
+    """With the same image on both sides: where both lie in memory alike, and the header doesn't forbid it to all."""
+    match = NAME.fullmatch(function.name)
+    form, depth = match["form"], match["depth"]
+    allowed = any("must not overlap, but" in " ".join(h.text.split()) for h in headers.headers() if h.name == function.header)
+    return (allowed and not match["verb"] and not match["sites"] and not match["sourceSites"] and form in (match["toForm"] or form,)
+            and (match["toDepth"] or depth) == depth and "I" not in form)
+
+
+def keeps_alpha(function: Function) -> bool:
+    match = NAME.fullmatch(function.name)
+    return (match["toForm"] or match["form"]).replace("I", "") == "AC4"
+
+
+def needs_equal_steps(function: Function) -> bool:
+    """From 4:2:0 to planes of 4:2:2 by repetition."""
+    match = NAME.fullmatch(function.name)
+    return (match["sourceSites"], match["sites"], match["option"], match["toForm"] or match["form"]) == ("420", "422", None, "P3")
+
+
+def beyond(function: Function) -> str:
+    """What is read and written behind the region, as catalog/registry.h counts it."""
+    match = NAME.fullmatch(function.name)
+    if match["toDepth"] != "16u" or match["sites"] not in ("444", "555", "565"):
+        return "nothing"
+    if match["sourceSites"] == "420":
+        return "corner" if match["dither"] else "pair" if match["source"] == "YUV" else "nothing"
+    return "notAWord" if match["form"] == "C2" and not match["dither"] else "nothing"
+
+
 def side(space: str, sites: str, form: str, depth: str) -> tuple[Format, tuple[int, ...]]:
     """The format of one side, and which of its planes each plane of the function is."""
     storage = form.replace("I", "").replace("A", "")

@@ -67,6 +67,27 @@ struct Call {
     int32_t temporaryStep = 0;
 };
 
+// What a function reads and writes behind the right edge of some sizes, which its images must have room for.
+enum class Beyond : uint8_t {
+    nothing,
+    pair,      // one more pair of pixels in all rows, if the number of pairs is 2 more than a multiple of 4
+    corner,    // two pixels behind the last row, if width and height are odd
+    notAWord,  // three bytes in place of a word, in rows half as far apart, if the width is 1
+};
+
+constexpr bool goesBeyond(Beyond beyond, ZelSize size) {
+    switch (beyond) {
+        case Beyond::pair:
+            return size.width > 1 && size.height > 1 && size.width / 2 % 4 == 2;
+        case Beyond::corner:
+            return size.width % 2 != 0 && size.height % 2 != 0;
+        case Beyond::notAWord:
+            return size.width == 1;
+        default:
+            return false;
+    }
+}
+
 // What a function takes beside images, steps and size.
 enum class Extra : uint8_t { alpha, coefficients, range, reduction, threshold, bitOffset, slice, grid, temporary };
 
@@ -79,7 +100,12 @@ struct Function {
     bool takesSteps;
     bool takesDoubles = false;  // of coefficients; others are floats
     int8_t coefficientCount = 0;
-    uint16_t extras = 0;  // a bit each
+    uint16_t extras = 0;                      // a bit each
+    int8_t sourceSteps = 0, targetSteps = 0;  // one is for all planes, more are one each
+    bool worksInPlace = false;                // with the same planes and steps on both sides
+    bool keepsAlpha = false;                  // of the destination
+    bool needsEqualSteps = false;             // of the destination's planes of chroma: some samples are placed by the other's
+    Beyond beyond = Beyond::nothing;
 
     constexpr bool takes(Extra extra) const { return extras >> static_cast<int>(extra) & 1; }
 };

@@ -1,5 +1,6 @@
 # Debian packages: `cpack -G DEB` in a build that was configured with -DCMAKE_INSTALL_PREFIX=/usr, which puts the libraries into the
-# folder of their architecture. libzelcc8 has both libraries, libzelcc-dev what programs are built with.
+# folder of their architecture. libzelcc8 has both libraries, libzelcc-dev what programs are built with,
+# zelcc the program of that name, where it is built.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -56,6 +57,9 @@ endfunction()
 
 add_package(runtime libzelcc8 libs "library")
 add_package(development libzelcc-dev libdevel "development files" "libzelcc8 (= ${PROJECT_VERSION})")
+if(ZELCC_TOOLS)
+    add_package(tools zelcc graphics "converter for files and streams" "libzelcc8 (= ${PROJECT_VERSION})")
+endif()
 
 # Programs that are linked against the library depend on the version that has all their functions.
 file(STRINGS src/frame/exports.def exports REGEX "^ZEL_EXPORT")

@@ -46,6 +46,32 @@ TEST_P(Registry, KnowsThePlanes) {
     }
 }
 
+TEST_P(Registry, KnowsWhatAsksForCare) {
+    const catalog::Function& function = catalog::functions()[conversionsOf(tested().name).front()->function];
+    for (int height = 1; height <= 4; ++height)
+        for (int width = 1; width <= 40; ++width) {
+            const model::Room room = tested().room ? tested().room({width, height}) : model::Room{};
+            EXPECT_EQ(catalog::goesBeyond(function.beyond, {width, height}), room.source > 0 || room.destination > 0)
+                << width << " x " << height;
+        }
+    EXPECT_EQ(function.needsEqualSteps, tested().peculiarity == model::Peculiarity::misplacesByFirstStep);
+    const auto& [source, target] = std::pair(tested().source, tested().destination);
+    if (function.worksInPlace) {
+        EXPECT_EQ(source.planeCount, target.planeCount);
+        for (int i = 0; i < source.planeCount; ++i) EXPECT_EQ(source.planes[i].rowBytes(32), target.planes[i].rowBytes(32));
+    }
+    // As many steps as planes where a plane has fewer samples than another.
+    const auto steps = [&](const model::Layout& layout, int count) {
+        bool isUneven = false;
+        for (int i = 1; i < layout.planeCount; ++i)
+            isUneven = isUneven || layout.planes[i].rowBytes(32) != layout.planes[0].rowBytes(32) ||
+                       layout.planes[i].rows(32) != layout.planes[0].rows(32);
+        return !function.takesSteps ? count == 0 : count == (isUneven ? layout.planeCount : 1);
+    };
+    EXPECT_TRUE(function.sourcePlanes == 0 || steps(source, function.sourceSteps)) << int{function.sourceSteps};
+    EXPECT_TRUE(steps(target, function.targetSteps)) << int{function.targetSteps};
+}
+
 catalog::Side sideOf(const model::Operand& operand) {
     catalog::Side side{.steps = operand.steps};
     std::copy(operand.planes.begin(), operand.planes.end(), side.planes.begin());

@@ -1,0 +1,49 @@
+// The way from one format to another over the functions of the library, for programs that convert what a user names.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "catalog/registry.h"
+
+namespace catalog {
+
+struct Wishes {
+    std::string_view matrix = "601";  // of Conversion, by which luma and chroma are computed and undone
+    // Which of the wishes, a bit each, a conversion meets; none if they forbid it.
+    std::function<std::optional<int>(const Conversion&)> met;
+    int all = 0;  // bits that the steps have to collect
+};
+
+// The plain ways, and one step by a method or verb of Conversion if one is named.
+Wishes byMethod(std::string_view matrix, std::string_view method);
+
+// One step. The orders say which plane of the step's own formats each plane of the function is.
+struct Step {
+    const Conversion* conversion = nullptr;  // none: samples are moved as they are, see rearrange
+    const Format* source = nullptr;
+    const Format* target = nullptr;
+    std::array<int8_t, 4> sourceOrder{}, targetOrder{};
+};
+
+// The steps that lose and cost least, none if the formats are the same. No format on the way holds less of the image than one of
+// its ends: fewer bits or sites of chroma, no colour, no alpha.
+std::optional<std::vector<Step>> path(const Format& source, const Format& target, const Wishes& wishes);
+
+// Images that the steps convert to their last pixel are multiples of this size, and no smaller.
+ZelSize wholeSites(std::span<const Step> steps);
+
+// Whether the formats hold the same samples, but for an alpha that one of them lacks, at different places.
+bool canRearrange(const Format& source, const Format& target);
+// An alpha that the source lacks is filled with opaque().
+void rearrange(const Format& source, const Side& from, const Format& target, const Side& to, ZelSize size);
+
+// What alpha is of what no light passes through, as Call takes it.
+uint32_t opaque(Element element);
+
+// The number of a function or format of that name; none if there is none.
+std::optional<int> formatNumber(std::string_view name);
+std::optional<int> functionNumber(std::string_view name);
+
+}  // namespace catalog

@@ -1,0 +1,146 @@
+// The extension module: all functions by their C names, formats, and the ways between them.
+#include "python/function.h"
+
+#define NPY_NO_DEPRECATED_API NPY_1_7_API_VERSION
+#define PY_ARRAY_UNIQUE_SYMBOL zelpy_array_api
+#include <numpy/arrayobject.h>
+
+#include <string>
+
+#include "catalog/path.h"
+
+namespace zelpy {
+namespace {
+
+PyObject* text(std::string_view view) { return PyUnicode_FromStringAndSize(view.data(), static_cast<Py_ssize_t>(view.size())); }
+
+PyObject* planeObject(const catalog::Format& format, int i) {
+    const catalog::Plane& plane = format.planes[i];
+    const PlaneForm form = formOf(plane, format.element, i == 0);
+    return Py_BuildValue("(Niii)", text(plane.channels), form.siteWidth, form.siteHeight, form.channels);
+}
+
+// (name, title, dtype, planes, FFmpeg's name), a plane being (channels, width and height that a sample serves, length of the last
+// axis).
+PyObject* formatObject(const catalog::Format& format) {
+    PyObject* const planes = PyTuple_New(format.planeCount);
+    for (int i = 0; planes && i < format.planeCount; ++i) {
+        PyObject* const plane = planeObject(format, i);
+        if (!plane) {
+            Py_DECREF(planes);
+            return nullptr;
+        }
+        PyTuple_SET_ITEM(planes, i, plane);
+    }
+    PyArray_Descr* const descr = PyArray_DescrFromType(formOf(format.planes[0], format.element, true).type);
+    return Py_BuildValue("(NNNNNi)", text(format.name), text(format.title), descr, planes, text(format.ffmpegName), format.grid);
+}
+
+PyObject* allFormats(PyObject*, PyObject*) {
+    PyObject* const list = PyList_New(0);
+    for (const catalog::Format& format : catalog::formats()) {
+        PyObject* const object = list ? formatObject(format) : nullptr;
+        const bool isGood = object && PyList_Append(list, object) == 0;
+        Py_XDECREF(object);
+        if (!isGood) {
+            Py_XDECREF(list);
+            return nullptr;
+        }
+    }
+    return list;
+}
+
+PyObject* orderObject(const std::array<int8_t, 4>& order, int count) {
+    PyObject* const tuple = PyTuple_New(count);
+    for (int i = 0; tuple && i < count; ++i) PyTuple_SET_ITEM(tuple, i, PyLong_FromLong(order[i]));
+    return tuple;
+}
+
+PyObject* stepObject(const catalog::Step& step) {
+    const catalog::Function* const function = step.conversion ? &catalog::functions()[step.conversion->function] : nullptr;
+    return Py_BuildValue("(NNNNNO)", function ? text(function->name) : Py_NewRef(Py_None), text(step.source->name),
+                         text(step.target->name), orderObject(step.sourceOrder, step.source->planeCount),
+                         orderObject(step.targetOrder, step.target->planeCount),
+                         !function || !function->keepsAlpha ? Py_True : Py_False);
+}
+
+// (steps, width and height of whole sites), or None where no way leads.
+PyObject* findPath(PyObject*, PyObject* arguments) {
+    const char *source, *target, *matrix, *method;
+    if (!PyArg_ParseTuple(arguments, "ssss", &source, &target, &matrix, &method)) return nullptr;
+    const auto from = catalog::formatNumber(source), to = catalog::formatNumber(target);
+    if (!from || !to) return PyErr_Format(PyExc_ValueError, "no format is named '%s'", from ? target : source);
+    const auto found = catalog::path(catalog::formats()[*from], catalog::formats()[*to], catalog::byMethod(matrix, method));
+    if (!found) Py_RETURN_NONE;
+    PyObject* const steps = PyTuple_New(static_cast<Py_ssize_t>(found->size()));
+    for (size_t i = 0; steps && i < found->size(); ++i) {
+        PyObject* const step = stepObject((*found)[i]);
+        if (!step) {
+            Py_DECREF(steps);
+            return nullptr;
+        }
+        PyTuple_SET_ITEM(steps, static_cast<Py_ssize_t>(i), step);
+    }
+    const ZelSize sites = catalog::wholeSites(*found);
+    return Py_BuildValue("(Nii)", steps, sites.width, sites.height);
+}
+
+ImageForm wholeForm(const catalog::Format& format) {
+    ImageForm form{.planeCount = format.planeCount, .stepCount = format.planeCount};
+    for (int i = 0; i < form.planeCount; ++i) form.planes[i] = formOf(format.planes[i], format.element, i == 0);
+    return form;
+}
+
+// Moves samples between formats that hold the same ones. The images are made by the package itself.
+PyObject* rearrange(PyObject*, PyObject* arguments) {
+    const char *source, *target;
+    PyObject *from, *to;
+    if (!PyArg_ParseTuple(arguments, "sOsO", &source, &from, &target, &to)) return nullptr;
+    const auto a = catalog::formatNumber(source), b = catalog::formatNumber(target);
+    if (!a || !b || !catalog::canRearrange(catalog::formats()[*a], catalog::formats()[*b]))
+        return PyErr_Format(PyExc_ValueError, "samples of %s are none of %s", source, target);
+    const ImageForm forms[] = {wholeForm(catalog::formats()[*a]), wholeForm(catalog::formats()[*b])};
+    Image images[2];
+    Complaint complaint{};
+    if (!images[0].take(from, forms[0], "source", false, nullptr, complaint))
+        return PyErr_Occurred() ? nullptr : PyErr_Format(PyExc_ValueError, "%s: %U", complaint.argument, complaint.text);
+    const ZelSize size = images[0].size();
+    if (!images[1].take(to, forms[1], "out", true, &size, complaint))
+        return PyErr_Occurred() ? nullptr : PyErr_Format(PyExc_ValueError, "%s: %U", complaint.argument, complaint.text);
+    for (const int number : {*a, *b})
+        for (const catalog::Plane& p : catalog::formats()[number].usedPlanes())
+            if (size.width % p.width != 0 || size.height % p.height != 0)
+                return PyErr_Format(PyExc_ValueError, "the size must be one of whole sites of chroma");
+    PyThreadState* const thread = PyEval_SaveThread();
+    catalog::rearrange(catalog::formats()[*a], images[0].side(), catalog::formats()[*b], images[1].side(), size);
+    PyEval_RestoreThread(thread);
+    Py_RETURN_NONE;
+}
+
+PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},
+                         {"_path", findPath, METH_VARARGS, nullptr},
+                         {"_rearrange", rearrange, METH_VARARGS, nullptr},
+                         {}};
+
+PyModuleDef definition{.m_base = PyModuleDef_HEAD_INIT,
+                       .m_name = "zelcc._native",
+                       .m_doc = "The functions of the library by their C names.",
+                       .m_size = -1,
+                       .m_methods = methods,
+                       .m_slots = nullptr,
+                       .m_traverse = nullptr,
+                       .m_clear = nullptr,
+                       .m_free = nullptr};
+
+}  // namespace
+}  // namespace zelpy
+
+PyMODINIT_FUNC PyInit__native() {
+    import_array();
+    PyObject* const module = PyModule_Create(&zelpy::definition);
+    if (module && !zelpy::addFunctions(module)) {
+        Py_DECREF(module);
+        return nullptr;
+    }
+    return module;
+}

@@ -1,0 +1,260 @@
+"""Conversion between formats by name, over as many functions as it takes."""
+
+import functools
+import inspect
+from collections.abc import Callable, Sequence
+from typing import Any, NamedTuple, cast, overload
+
+import numpy as np
+import numpy.typing as npt
+
+from . import _native
+from ._names import Matrix, Method, Packed, Planar
+
+Plane = npt.NDArray[Any]
+Image = Plane | tuple[Plane, ...]
+
+
+class PlaneForm(NamedTuple):
+    channels: tuple[str, ...]  # of the samples of a unit
+    width: int  # pixels that an element of the array serves
+    height: int
+    depth: int  # of the last axis, 0 if there is none
+
+    def shape(self, width: int, height: int) -> tuple[int, ...]:
+        sides = -(-height // self.height), -(-width // self.width)
+        return (*sides, self.depth) if self.depth else sides
+
+
+class Format(NamedTuple):
+    name: str
+    title: str
+    dtype: np.dtype[Any]
+    planes: tuple[PlaneForm, ...]
+    ffmpeg_name: str  # empty where FFmpeg doesn't have it
+    grid: int  # of a mosaic, as ZelBayerGrid; otherwise -1
+
+    @property
+    def has_alpha(self) -> bool:
+        return any("A" in plane.channels for plane in self.planes)
+
+    def shapes(self, width: int, height: int) -> tuple[tuple[int, ...], ...]:
+        """Of the planes of an image."""
+        return tuple(plane.shape(width, height) for plane in self.planes)
+
+
+class Step(NamedTuple):
+    function: str | None  # none where samples are moved as they are
+    source: str
+    target: str
+    source_order: tuple[int, ...]  # for each plane of the function that of the format
+    target_order: tuple[int, ...]
+    writes_alpha: bool
+
+
+class _Path(NamedTuple):
+    steps: tuple[Step, ...]
+    width: int  # of the sites that all steps convert as a whole
+    height: int
+    function: Callable[..., Any] | None  # that does all of it on arrays as they come
+
+
+@functools.cache
+def formats() -> dict[str, Format]:
+    """All formats by name: the shape and type of their planes."""
+    made = {}
+    for name, title, dtype, parts, ffmpeg_name, grid in _native._formats():
+        forms = tuple(PlaneForm(tuple(channels.split()), width, height, depth if depth > 1 else 0)
+                      for channels, width, height, depth in parts)
+        made[name] = Format(name, title, dtype, forms, ffmpeg_name, grid)
+    return made
+
+
+def _format(name: str) -> Format:
+    try:
+        return formats()[name]
+    except KeyError:
+        raise ValueError(f"no format is named {name!r}; zelcc.formats() has all") from None
+
+
+@functools.cache
+def _path(source: str, target: str, matrix: str, method: str) -> _Path:
+    _format(source), _format(target)
+    found = _native._path(source, target, matrix, method)
+    if found is None:
+        wish = f" by {method}" if method else ""
+        raise ValueError(f"no functions lead from {source} to {target}{wish} with the matrix {matrix!r}")
+    taken = tuple(Step(*step) for step in found[0])
+    return _Path(taken, found[1], found[2], _only_function(taken))
+
+
+def _only_function(taken: tuple[Step, ...]) -> Callable[..., Any] | None:
+    if len(taken) != 1 or taken[0].function is None or _format(taken[0].source).grid >= 0:
+        return None
+    step = taken[0]
+    is_in_order = all(order == tuple(sorted(order)) for order in (step.source_order, step.target_order))
+    if not is_in_order or (_format(step.target).has_alpha and not step.writes_alpha):
+        return None
+    function: Callable[..., Any] = getattr(_native, taken[0].function)
+    return function
+
+
+def _shared_out(path: _Path, extras: dict[str, Any]) -> list[dict[str, Any]]:
+    """The further arguments of each step: each goes to the last function that takes it."""
+    shares: list[dict[str, Any]] = [{} for _ in path.steps]
+    for name, value in extras.items():
+        for step, share in zip(reversed(path.steps), reversed(shares)):
+            if step.function and name in _keywords(step.function):
+                share[name] = value
+                break
+        else:
+            functions = ", ".join(step.function for step in path.steps if step.function)
+            raise TypeError(f"convert() got an unexpected keyword argument '{name}': {functions or 'a move of samples'} takes none")
+    return shares
+
+
+_OF_REGIONS = ("grid", "region", "layout", "above")  # images are whole here, and formats say what their grid is
+
+
+@functools.cache
+def _keywords(function: str) -> frozenset[str]:
+    parameters = inspect.signature(getattr(_native, function)).parameters.values()
+    return frozenset(p.name for p in parameters if p.kind is p.KEYWORD_ONLY and p.name not in _OF_REGIONS)
+
+
+def steps(source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601", method: Method = "") -> tuple[Step, ...]:
+    """The functions that `convert` takes for this, in their order."""
+    return _path(source, target, matrix, method).steps
+
+
+def planes(data: npt.NDArray[Any] | bytes | bytearray | memoryview, format: Packed | Planar, width: int, height: int) -> Image:
+    """The planes of a file or buffer, in which they follow each other without gaps, as arrays that share its memory."""
+    form = _format(format)
+    if isinstance(data, np.ndarray) and not data.flags.c_contiguous:
+        raise ValueError("data must be contiguous")
+    bytes_ = data.reshape(-1).view(np.uint8) if isinstance(data, np.ndarray) else np.frombuffer(data, np.uint8)
+    found, begin = [], 0
+    for shape in form.shapes(width, height):
+        end = begin + int(np.prod(shape)) * form.dtype.itemsize
+        if end > bytes_.size:
+            raise ValueError(f"data has {bytes_.size} bytes, too few for {format} of {width} x {height}")
+        found.append(bytes_[begin:end].view(form.dtype).reshape(shape))
+        begin = end
+    if begin != bytes_.size:
+        raise ValueError(f"data has {bytes_.size} bytes, but {format} of {width} x {height} has {begin}")
+    return found[0] if len(found) == 1 else tuple(found)
+
+
+def _checked(name: str, image: object, form: Format, size: tuple[int, int] | None) -> tuple[tuple[Plane, ...], tuple[int, int]]:
+    """The planes of an argument, and width and height."""
+    given = (np.asarray(image),) if len(form.planes) == 1 else image
+    if not isinstance(given, (tuple, list)) or len(given) != len(form.planes):
+        raise ValueError(f"{name} must be a list or tuple of {len(form.planes)} planes for {form.name}")
+    found = tuple(np.asarray(plane) for plane in given)
+    first = found[0]
+    if first.ndim < 2:
+        raise ValueError(f"{name} must have rows and columns, but its shape is {first.shape}")
+    # A bit image is as wide as it is said to be.
+    width, height = size or (first.shape[1] * form.planes[0].width, first.shape[0] * form.planes[0].height)
+    for i, (plane, shape) in enumerate(zip(found, form.shapes(width, height))):
+        where = name if len(found) == 1 else f"{name}[{i}]"
+        if plane.dtype != form.dtype:
+            raise ValueError(f"{where} must be of {form.dtype}, not {plane.dtype}, for {form.name}")
+        if plane.shape != shape:
+            raise ValueError(f"{where} must have the shape {shape}, not {plane.shape}, for {form.name} of {width} x {height}")
+    return found, (width, height)
+
+
+def _widened(arrays: tuple[Plane, ...], form: Format, width: int, height: int) -> tuple[Plane, ...]:
+    """With the last column and row repeated up to the size."""
+    result = []
+    for plane, shape in zip(arrays, form.shapes(width, height)):
+        more = [(0, new - old) for new, old in zip(shape, plane.shape)]
+        result.append(np.pad(plane, more, mode="edge"))
+    return tuple(result)
+
+
+def _alpha(form: Format, arrays: tuple[Plane, ...]) -> Plane:
+    number = next(i for i, plane in enumerate(form.planes) if "A" in plane.channels)
+    plane = arrays[number]
+    return plane[..., form.planes[number].channels.index("A")] if plane.ndim == 3 else plane
+
+
+def _finish_alpha(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...]) -> None:
+    """Some functions leave alpha alone, or at 0."""
+    before, after = _format(step.source), _format(step.target)
+    if step.writes_alpha or not after.has_alpha:
+        return
+    opaque: float = 1 if after.dtype.kind == "f" else np.iinfo(after.dtype).max
+    is_kept = before.has_alpha and before.dtype == after.dtype
+    _alpha(after, target)[...] = _alpha(before, source) if is_kept else opaque
+
+
+def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], extras: dict[str, Any]) -> None:
+    def argument(arrays: tuple[Plane, ...], order: tuple[int, ...]) -> Image:
+        return arrays[0] if len(arrays) == 1 else tuple(arrays[i] for i in order)
+
+    if step.function is None:
+        _native._rearrange(step.source, argument(source, step.source_order), step.target, argument(target, step.target_order))
+        return
+    function: Callable[..., Any] = getattr(_native, step.function)
+    if _format(step.source).grid >= 0:
+        extras = {**extras, "grid": _format(step.source).grid}
+    function(argument(source, step.source_order), argument(target, step.target_order), **extras)
+    _finish_alpha(step, source, target)
+
+
+@overload
+def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed, *, matrix: Matrix = "601",
+            method: Method = "", out: Plane | None = None, **extras: Any) -> Plane: ...
+
+
+@overload
+def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Planar, *, matrix: Matrix = "601",
+            method: Method = "", out: Sequence[Plane] | None = None, **extras: Any) -> tuple[Plane, ...]: ...
+
+
+def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601",
+            method: Method = "", out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
+    """Converts an image, or a list of its planes, from a format to another, by the way over functions that loses least.
+
+    matrix is that of luma and chroma. method asks for one step of a kind: chroma by filter, or of interlaced frames; gamma, or
+    linear for its inverse; words by dither; a mosaic by ahd; gray by weights, which are given as coeffs; floats to bytes by
+    tone-maximum or tone-mean. Otherwise all steps are by the plain way. Further arguments go to the last function that takes
+    them, by their C names. A size that is none of whole chroma sites is converted with its last column and row repeated.
+    zelcc.steps tells which functions are called.
+    """
+    path = _path(source, target, matrix, method)
+    if path.function:
+        first = image[0] if isinstance(image, (tuple, list)) else image
+        if isinstance(first, np.ndarray) and first.ndim > 1 and not (first.shape[0] % path.height or first.shape[1] % path.width):
+            return cast(Image, path.function(image, out, **extras))
+    before, after = _format(source), _format(target)
+    arrays, (width, height) = _checked("image", image, before, None)
+    result = None if out is None else _checked("out", out, after, (width, height))[0]
+    whole = -(-width // path.width) * path.width, -(-height // path.height) * path.height
+    is_whole = whole == (width, height)
+    if not is_whole:
+        arrays = _widened(arrays, before, *whole)
+    elif result is not None and len(path.steps) == 1 and path.steps[0].function is None:
+        if any(np.shares_memory(plane, other) for plane in result for other in arrays):
+            raise ValueError("out shares memory with image")
+    if not path.steps:
+        final = tuple(plane.copy() for plane in arrays)
+    for number, (step, own_extras) in enumerate(zip(path.steps, _shared_out(path, extras))):
+        is_last = number == len(path.steps) - 1
+        form = _format(step.target)
+        own = result is not None and is_last and is_whole
+        new = np.zeros if form.planes[0].width == 8 else np.empty  # bits behind the last pixel are none
+        final = cast(tuple[Plane, ...], result) if own else tuple(new(s, form.dtype) for s in form.shapes(*whole))
+        _run(step, arrays, final, own_extras)
+        arrays = final
+    if not is_whole:
+        final = tuple(np.ascontiguousarray(plane[:shape[0], :shape[1]])
+                      for plane, shape in zip(final, after.shapes(width, height)))
+    if result is not None:
+        if result is not final:
+            for plane, made in zip(result, final):
+                plane[...] = made
+        final = result
+    return final[0] if len(final) == 1 else final

@@ -1,0 +1,130 @@
+// The ways between formats: which functions are taken, by which wishes, and what is refused.
+#include <gtest/gtest.h>
+
+#include "tools/errors.h"
+#include "tools/way.h"
+
+namespace tool {
+namespace {
+
+struct Case {
+    std::string_view name, from, to;
+    Wishes wishes;
+    std::vector<std::string_view> functions;  // "" where samples are moved
+    bool isReachable = true;
+};
+
+const Case cases[] = {
+    {"Single", "nv12", "rgb24", {}, {"zeliYCbCr420ToRGB_8u_P2C3R"}},
+    {"Same", "yuv420p", "yuv420p", {}, {}},
+    {"ByMatrix", "bgr24", "nv12", {.matrix = "709"}, {"zeliBGRToYCbCr420_709CSC_8u_C3P2R"}},
+    {"NoSuchMatrix", "uyvy422", "yuva444p", {.matrix = "709"}, {}, false},
+    {"ExchangesRedAndBlue", "rgb24", "bgr24", {}, {""}},
+    {"KeepsAlphaOfBytes", "rgba", "bgra", {}, {""}},
+    {"KeepsAlphaByReduction", "rgba64le", "rgba", {}, {"zeliReduceBits_16u8u_C4R"}},
+    {"LosesNothingOnTheWay", "bgra", "gbrp", {}, {""}},
+    {"OtherOrderOfChroma", "bgr24", "nv21", {}, {"zeliBGRToYCbCr420_8u_C3P3R", ""}},
+    {"NotThroughGray", "gray", "yuv444p", {}, {"zeliGrayToRGB_8u_C1C3R", "zeliRGBToYCbCr_8u_C3P3R"}},
+    {"NotThroughWords", "rgb24", "rgb555le", {}, {"zeliRGBToYCbCr_8u_C3R", "zeliYCbCrToBGR555_8u16u_C3R"}},
+    {"NotThroughFewerSites", "yuyv422", "bgra", {}, {"zeliYCbCr422ToBGR_8u_C2C4R"}},
+    {"YCoCgIsNoDepth", "bgr24", "bgr48s", {}, {}, false},
+    {"Filter", "nv12", "yuyv422", {.filter = true}, {"zeliYCbCr420ToYCbCr422_Filter_8u_P2C2R"}},
+    {"FilterIsMissing", "gray", "rgb24", {.filter = true}, {}, false},
+    {"FieldsKeptApart",
+     "yuv420p",
+     "rgb24",
+     {.interlaced = true},
+     {"zeliYCbCr420ToCbYCr422_Interlace_8u_P3C2R", "zeliCbYCr422ToRGB_8u_C2C3R"}},
+    {"GammaInside", "rgb24", "uyvy422", {.gamma = "forward"}, {"zeliRGBToCbYCr422Gamma_8u_C3C2R"}},
+    {"GammaBefore", "rgb24", "nv12", {.gamma = "inverse"}, {"zeliGammaInv_8u_C3R", "zeliRGBToYCbCr420_8u_C3P2R"}},
+    {"WordsDithered", "yuv24", "rgb565le", {.dither = "bayer"}, {"zeliYCbCrToBGR565Dither_8u16u_C3R"}},
+    {"LevelsBeforeWords",
+     "bgr24",
+     "rgb565le",
+     {.dither = "stucki", .levels = 32},
+     {"zeliReduceBits_8u_C3R", "zeliBGRToBGR565_8u16u_C3R"}},
+    {"MeansInsteadOfFolds", "yuv411p", "yuv420p", {}, {"zeliYCbCr411To420_8u_P3R"}},
+    {"Levels", "gray", "gray", {.levels = 4}, {"zeliReduceBits_8u_C1R"}},
+    {"Threshold", "gray", "monob", {.threshold = 9}, {"zeliReduceBits_8u1u_C1R"}},
+    {"Ahd", "bayer_grbg8", "rgb24", {.demosaic = "ahd"}, {"zeliDemosaicAHD_8u_C1C3R"}},
+    {"Bilinear", "bayer_grbg16le", "rgb48le", {}, {"zeliCFAToRGB_16u_C1C3R"}},
+    {"Tones", "grayf32le", "gray", {.toneMap = "mean"}, {"zeliToneMapMean_32f8u_C1R"}},
+    {"TonesNotUnasked", "grayf32le", "gray", {}, {"zeliReduceBits_32f8u_C1R"}},
+    {"Weights", "rgb24", "gray", {.weights = {1, 0, 0}}, {"zeliColorToGray_8u_C3C1R"}},
+    {"Twist", "rgb24", "rgb24", {.twist = std::vector<double>(12)}, {"zeliColorTwist32f_8u_C3R"}},
+};
+
+void PrintTo(const Case& c, std::ostream* out) { *out << c.from << " to " << c.to; }
+
+class Ways : public testing::TestWithParam<Case> {};
+
+TEST_P(Ways, AreTheExpected) {
+    const Case& c = GetParam();
+    const auto way = findWay(formatNamed(c.from), formatNamed(c.to), c.wishes);
+    ASSERT_EQ(way.has_value(), c.isReachable);
+    if (!way) {
+        EXPECT_THROW(wayOrRefusal(formatNamed(c.from), formatNamed(c.to), c.wishes), NoWayError);
+        return;
+    }
+    for (size_t i = 0; i < c.functions.size(); ++i) {
+        ASSERT_LT(i, way->size());
+        EXPECT_EQ((*way)[i].moves() ? "" : (*way)[i].function().name, c.functions[i]);
+    }
+    EXPECT_EQ(way->size(), c.functions.size()) << describe(*way);
+}
+
+INSTANTIATE_TEST_SUITE_P(Known, Ways, testing::ValuesIn(cases), [](const auto& i) { return std::string(i.param.name); });
+
+// Of all pairs of formats: the steps fit together, by the one matrix, and where a single function leads, it is taken.
+TEST(AllWays, FitTogether) {
+    int count = 0;
+    for (const Format& from : catalog::formats()) {
+        for (const Format& to : catalog::formats()) {
+            const auto way = findWay(canonical(from), canonical(to), {});
+            if (!way || way->empty()) continue;
+            ++count;
+            int format = numberOf(canonical(from));
+            for (const Step& step : *way) {
+                ASSERT_EQ(step.source, format) << describe(*way);
+                ASSERT_TRUE(step.moves() || step.conversion->matrix.empty() || step.conversion->matrix == "601")
+                    << describe(*way);
+                format = step.target;
+                const bool endsInGray = spaceOf(from) == Space::gray || spaceOf(to) == Space::gray;
+                ASSERT_TRUE(endsInGray || spaceOf(step.targetFormat()) != Space::gray) << describe(*way);
+            }
+            ASSERT_EQ(format, numberOf(canonical(to)));
+            for (const catalog::Conversion& c : catalog::conversions()) {
+                const Function& f = catalog::functions()[c.function];
+                const bool isPlain = c.method.empty() && c.verb.empty() && (c.matrix.empty() || c.matrix == "601");
+                if (isPlain && f.takesSteps && f.sourcePlanes && c.source == numberOf(canonical(from)) && c.target == format) {
+                    ASSERT_EQ(way->size(), 1u) << describe(*way);
+                }
+            }
+        }
+    }
+    EXPECT_GT(count, 4000);
+}
+
+TEST(Refusal, ListsWhatIsReachable) {
+    try {
+        wayOrRefusal(formatNamed("yuv420p"), formatNamed("rgb48le"), {});
+        FAIL();
+    } catch (const NoWayError& e) {
+        const std::string text = e.what();
+        EXPECT_NE(text.find(" nv12 "), text.npos) << text;
+        EXPECT_EQ(text.find("f32"), text.npos) << text;
+    }
+}
+
+TEST(Names, AreSuggested) {
+    try {
+        formatNamed("rgb42");
+        FAIL();
+    } catch (const UsageError& e) {
+        EXPECT_NE(std::string(e.what()).find("rgb24"), std::string::npos) << e.what();
+    }
+    EXPECT_EQ(&functionNamed("RGBToGray_8u_C3C1R"), &functionNamed("zeliRGBToGray_8u_C3C1R"));
+}
+
+}  // namespace
+}  // namespace tool

@@ -1,0 +1,153 @@
+#include "tools/arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <new>
+
+#include "tools/bench.h"
+#include "tools/check.h"
+#include "tools/convert.h"
+#include "tools/errors.h"
+#include "tools/info.h"
+#include "tools/level.h"
+#include "tools/list.h"
+
+namespace tool {
+
+namespace {
+
+constexpr const char* examples = R"(
+Examples:
+  zelcc convert --from nv12 --to rgb24 --size 1920x1080 in.yuv out.rgb
+  zelcc convert photo.png frame.y4m --to yuv420p
+  zelcc convert --demosaic ahd --from bayer_rggb8 raw.pgm photo.png
+  ffmpeg -i film.mkv -f yuv4mpegpipe - | zelcc convert - - --to rgb24 --threads 2 | player
+  zelcc convert --from nv12 --to yuyv422 --dry-run      which functions that takes
+  zelcc list formats planes                             all formats of several planes
+  zelcc check                                           are the results what they should be?
+
+Exit codes: 0 done, 1 the data are wrong or a check failed, 2 wrong usage, 3 no functions lead there, 4 a file can't be opened,
+read or written. The manual page zelcc(1) says more.)";
+
+void addWishes(CLI::App& app, ConvertOptions& options) {
+    Wishes& w = options.wishes;
+    const auto names = [](auto... name) { return CLI::IsMember(std::vector<std::string>{name...}); };
+    constexpr const char* group = "How";
+    app.add_option("--matrix", w.matrix, "By which luma and chroma are made: 601 (default), 709, 709-full or yuv")
+        ->check(names("601", "709", "709-full", "yuv"))
+        ->group(group);
+    app.add_option("--demosaic", w.demosaic, "Colours of a mosaic: bilinear (default) or ahd")
+        ->check(names("bilinear", "ahd"))
+        ->group(group);
+    app.add_flag("--filter", w.filter, "Interpolate chroma instead of repeating it")->group(group);
+    app.add_flag("--interlaced", w.interlaced, "Keep the fields apart where chroma gets or loses rows")->group(group);
+    app.add_option("--dither", w.dither, "none, bayer, floyd-steinberg, jarvis or stucki, where samples get fewer levels")
+        ->check(names("none", "bayer", "floyd-steinberg", "jarvis", "stucki"))
+        ->group(group);
+    app.add_option("--levels", w.levels, "Reduce samples to so many levels")->check(CLI::Range(2, 65536))->group(group);
+    app.add_option("--noise", w.noise, "Percent of noise at the thresholds of levels")->check(CLI::Range(0, 100))->group(group);
+    app.add_option("--threshold", w.threshold, "Above it a pixel of monob is white (127)")
+        ->check(CLI::Range(0, 255))
+        ->group(group);
+    app.add_option("--gamma", w.gamma, "forward (to the video curve) or inverse (to linear light)")
+        ->check(names("forward", "inverse"))
+        ->group(group);
+    app.add_option("--range", options.range, "Of floats in gamma correction, as LOWEST,HIGHEST (0,1)")->group(group);
+    app.add_option("--tone-map", w.toneMap, "Floats to bytes by their maximum or mean")
+        ->check(names("maximum", "mean"))
+        ->group(group);
+    app.add_option("--twist", w.twist, "Colour matrix of 12 or 16 numbers, rows of 4")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->group(group);
+    app.add_option("--weights", w.weights, "Of red, green and blue in gray")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->group(group);
+}
+
+void addConvert(CLI::App& app, int& code) {
+    auto* options = new ConvertOptions;  // lives as long as the program
+    CLI::App* command = app.add_subcommand("convert", "Convert files and streams from one format to another");
+    command->add_option("input", options->input, "File, or - for the standard input");
+    command->add_option("output", options->output, "File, - for the standard output, or numbered files as out-%04d.png");
+    constexpr const char* what = "What";
+    command->add_option("--from", options->from, "Format of the input, if it doesn't tell")->group(what);
+    command->add_option("--to", options->to, "Format of the output; of files that hold few, what loses least")->group(what);
+    command->add_option("--size", options->size, "WIDTHxHEIGHT of raw frames")->group(what);
+    command->add_option("--crop", options->crop, "WIDTHxHEIGHT+X+Y: convert only this part")->group(what);
+    command->add_option("--frames", options->frames, "At most so many")->check(CLI::NonNegativeNumber)->group(what);
+    const CLI::IsMember kinds(std::vector<std::string>{"auto", "raw", "y4m", "png", "jpeg", "pnm", "pfm"});
+    command->add_option("--input-kind", options->inputKind, "Instead of what content tells: raw, y4m, png, jpeg, pnm, pfm")
+        ->check(kinds)
+        ->group(what);
+    command->add_option("--output-kind", options->outputKind, "Instead of what the name tells")->check(kinds)->group(what);
+    addWishes(*command, *options);
+    constexpr const char* running = "Running";
+    command->add_option("--threads", options->threads, "As many as the machine has, if nothing is said")
+        ->check(CLI::Range(1, 1024))
+        ->group(running);
+    command->add_flag("--dry-run", options->isDry, "Print the functions that would be called, and convert nothing")
+        ->group(running);
+    command->add_flag("-q,--quiet", options->isQuiet, "No progress bar on a terminal")->group(running);
+    command->callback([options, &code] { code = convert(*options); });
+}
+
+void addOthers(CLI::App& app, int& code) {
+    static std::string what = "all", sums;
+    static std::vector<std::string> words;
+    CLI::App* listing = app.add_subcommand("list", "List formats, conversions and functions");
+    listing->add_option("what", what, "formats, conversions, functions, or all formats and conversions")
+        ->check(CLI::IsMember(std::vector<std::string>{"formats", "conversions", "functions", "all"}));
+    listing->add_option("words", words, "Only lines with all of these words");
+    listing->callback([&code] { code = list(what, words); });
+
+    app.add_subcommand("info", "Print version, level and features")->callback([&code] { code = info(); });
+
+    static CheckOptions checking;
+    CLI::App* checks = app.add_subcommand("check", "Compare the results of all functions at all levels with the published ones");
+    checks->add_option("words", checking.words, "Only functions whose names have all of these words");
+    checks->add_option("--write", checking.write, "Bring the list of published checksums in this file up to date");
+    checks->add_flag("--sums", checking.printsSums, "Print the checksums at this level and compare nothing");
+    checks->callback([&code] { code = check(checking); });
+
+    static BenchOptions timing;
+    CLI::App* benches = app.add_subcommand("bench", "Measure a function on this machine");
+    benches->add_option("function", timing.function, "Its name, with or without the prefix")->required();
+    benches->add_option("--size", timing.size, "WIDTHxHEIGHT (1920x1080)");
+    benches->add_option("--threads", timing.threads, "Strips of the image at once (1)")->check(CLI::Range(1, 1024));
+    benches->add_option("--seconds", timing.seconds, "How long to measure (1)")->check(CLI::PositiveNumber);
+    benches->callback([&code] { code = bench(timing); });
+}
+
+int report(const char* message, ExitCode code) {
+    std::fprintf(stderr, "zelcc: %s\n", message);
+    return code;
+}
+
+}  // namespace
+
+int run(int count, char** arguments) {
+    CLI::App app("Colour conversion of images and video, with results defined to the last bit", "zelcc");
+    app.require_subcommand(1);
+    app.set_version_flag("--version", "zelcc " ZELCC_VERSION);
+    app.fallthrough(false);
+    int code = success;
+    addConvert(app, code);
+    addOthers(app, code);
+    app.footer(examples);  // now, or the commands would have it too
+    try {
+        currentLevel();  // a level that isn't there is an error whatever is done
+        app.parse(count, arguments);
+        if (std::fflush(stdout) != 0) throw FileError("cannot write the standard output");
+    } catch (const CLI::ParseError& e) {
+        return app.exit(e) == 0 ? success : usage;
+    } catch (const Error& e) {
+        return report(e.what(), e.code);
+    } catch (const std::bad_alloc&) {
+        return report("there is not enough memory; is --size right?", failure);
+    }
+    return code;
+}
+
+}  // namespace tool

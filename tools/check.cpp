@@ -1,0 +1,156 @@
+#include "tools/check.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <memory>
+
+#include "tools/bytes.h"
+#include "tools/checksums.h"
+#include "tools/errors.h"
+#include "tools/level.h"
+
+namespace tool {
+
+namespace {
+
+constexpr const char* byProcessor = "by-processor";
+
+std::vector<const Function*> chosen(const std::vector<std::string>& words) {
+    std::vector<const Function*> found;
+    for (const Function& f : catalog::functions()) {
+        const auto holds = [&](const std::string& word) { return f.name.find(word) != std::string_view::npos; };
+        if (std::ranges::all_of(words, holds)) found.push_back(&f);
+    }
+    if (found.empty()) throw UsageError("no function has all of these words in its name (zelcc list functions WORD finds some)");
+    return found;
+}
+
+int printSums(const CheckOptions& options) {
+    for (const Function* f : chosen(options.words))
+        std::printf("%s %s\n", std::string(f->name).c_str(), hexadecimal(checksum(*f)).c_str());
+    return success;
+}
+
+// This program once more, at another level, which is chosen when the library is loaded.
+class AtLevel {
+  public:
+    AtLevel(const std::string& level, const std::vector<std::string>& words) : level_(level) {
+        std::vector<std::string> arguments = {"zelcc", "check", "--sums"};
+        arguments.insert(arguments.end(), words.begin(), words.end());
+        std::vector<char*> pointers;
+        for (std::string& a : arguments) pointers.push_back(a.data());
+        pointers.push_back(nullptr);
+        int ends[2];
+        if (pipe2(ends, O_CLOEXEC) != 0) throw FileError("no pipe can be had");
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+        setenv(levelVariable, level.c_str(), 1);
+        const int error = posix_spawn(&process_, "/proc/self/exe", &actions, nullptr, pointers.data(), environ);
+        unsetenv(levelVariable);
+        posix_spawn_file_actions_destroy(&actions);
+        close(ends[1]);
+        if (error != 0) throw FileError("the program cannot be started at level " + level);
+        output_.reset(fdopen(ends[0], "r"));
+    }
+
+    const std::string& level() const { return level_; }
+
+    std::map<std::string, std::string> sums() {
+        std::map<std::string, std::string> found;
+        char name[128], sum[32];
+        while (std::fscanf(output_.get(), "%127s %31s", name, sum) == 2) found[name] = sum;
+        int status = 0;
+        waitpid(process_, &status, 0);
+        if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) throw DataError("the check at level " + level_ + " ended early");
+        return found;
+    }
+
+  private:
+    struct Close {
+        void operator()(FILE* file) const { std::fclose(file); }
+    };
+    std::string level_;
+    pid_t process_ = 0;
+    std::unique_ptr<FILE, Close> output_;
+};
+
+struct Results {
+    std::vector<std::string> levels;
+    std::vector<std::map<std::string, std::string>> sums;  // of each level, by function
+};
+
+Results resultsAtAllLevels(const std::vector<std::string>& words) {
+    Results results;
+    std::vector<std::unique_ptr<AtLevel>> runs;  // at once
+    for (const std::string& level : levelsOfProcessor()) runs.push_back(std::make_unique<AtLevel>(level, words));
+    for (const auto& run : runs) {
+        results.levels.push_back(run->level());
+        results.sums.push_back(run->sums());
+    }
+    return results;
+}
+
+// The levels at which the function's result isn't the wanted one.
+std::string differing(const Results& results, const std::string& name, const std::string& wanted) {
+    std::string levels;
+    for (size_t i = 0; i < results.levels.size(); ++i)
+        if (results.sums[i].at(name) != wanted) levels += ' ' + results.levels[i];
+    return levels;
+}
+
+void update(const std::string& path, const Results& results, const std::vector<const Function*>& functions) {
+    std::ifstream old(path);
+    Checksums list = readChecksums(std::string(std::istreambuf_iterator<char>(old), {}));
+    for (const Function* f : functions) {
+        const std::string name(f->name), sum = hangsOnProcessor(*f) ? byProcessor : results.sums[0].at(name);
+        std::vector<Published>& entries = list[name];
+        if (!entries.empty() && entries.back().sum == sum) continue;
+        if (!entries.empty()) std::printf("%s has changed: say so in CHANGELOG.md\n", name.c_str());
+        entries.push_back({ZELCC_VERSION, sum});
+    }
+    Sink sink(path);
+    sink.write(writeChecksums(list));
+    sink.close();
+}
+
+}  // namespace
+
+int check(const CheckOptions& options) {
+    if (options.printsSums) return printSums(options);
+    const auto functions = chosen(options.words);
+    const Results results = resultsAtAllLevels(options.words);
+    const Checksums published = readChecksums(publishedText());
+    int wrong = 0, byLevels = 0;
+    for (const Function* f : functions) {
+        const std::string name(f->name);
+        const auto known = published.find(name);
+        const bool comparesLevels = hangsOnProcessor(*f) || !options.write.empty();
+        byLevels += hangsOnProcessor(*f);
+        std::string problem;
+        if (!comparesLevels && known == published.end()) problem = " is not in the published list";
+        const std::string& wanted =
+            comparesLevels || known == published.end() ? results.sums[0].at(name) : known->second.back().sum;
+        if (const std::string levels = differing(results, name, wanted); problem.empty() && !levels.empty())
+            problem =
+                (comparesLevels ? " differs from " + results.levels[0] + " at" : std::string(" is not as published at")) + levels;
+        if (problem.empty()) continue;
+        std::printf("%s%s\n", name.c_str(), problem.c_str());
+        ++wrong;
+    }
+    std::string levels;
+    for (const std::string& level : results.levels) levels += ' ' + level;
+    std::printf("%zu functions at the levels%s: %d wrong. %d hang on the make of the processor: their levels were compared.\n",
+                functions.size(), levels.c_str(), wrong, byLevels);
+    if (wrong) return failure;
+    if (!options.write.empty()) update(options.write, results, functions);
+    return success;
+}
+
+}  // namespace tool

@@ -1,0 +1,78 @@
+#include "tools/checksums.h"
+
+#include <cstdio>
+#include <sstream>
+
+#include "tools/exercise.h"
+
+namespace tool {
+
+namespace {
+
+// All widths up to two of the widest blocks of a kernel, below and at the least sizes among them, and some that end elsewhere.
+constexpr int narrow = 140;
+constexpr int wide[] = {192, 255, 515, 1030};
+constexpr int heights[] = {1, 2, 4, 3, 8, 5, 6, 12, 7};
+constexpr Lay lays[] = {Lay::boundary, Lay::shifted, Lay::upward};
+
+constexpr std::string_view heading =
+    "# What every function makes of a fixed set of images: its name, and each version that changed it, with the checksum since.\n"
+    "# Written by zelcc check --write, which compares all levels first. A change beyond the first entry has to stand in\n"
+    "# CHANGELOG.md. Where it says by-processor, results hang on the make of the processor, and levels are compared alone.\n";
+
+}  // namespace
+
+uint64_t checksum(const Function& function) {
+    uint64_t sum = emptySum;
+    unsigned seed = 0;
+    const auto add = [&](int width, int variant) {
+        const Size size{width, heights[seed % std::size(heights)]};
+        const Exercise exercise(function, size, lays[seed / 3 % std::size(lays)], variant, seed);
+        const ZelStatus status = exercise.call();
+        sum = exercise.addTo(addBytes(sum, &status, sizeof status));
+        ++seed;
+    };
+    for (int variant = 0; variant < variantCount(function); ++variant) {
+        for (int width = 1; width <= narrow; ++width) add(width, variant);
+        for (const int width : wide) add(width, variant);
+    }
+    return sum;
+}
+
+bool hangsOnProcessor(const Function& function) {
+    for (std::string_view space : {"HLS", "HSV", "LUV"})
+        if (function.name.find(space) != std::string_view::npos) return true;
+    return false;
+}
+
+std::string hexadecimal(uint64_t sum) {
+    char text[17];
+    std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(sum));
+    return text;
+}
+
+Checksums readChecksums(std::string_view text) {
+    Checksums checksums;
+    std::istringstream lines{std::string(text)};
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty() || line[0] == '#') continue;
+        std::istringstream words(line);
+        std::string name;
+        Published entry;
+        words >> name;
+        while (words >> entry.version >> entry.sum) checksums[name].push_back(entry);
+    }
+    return checksums;
+}
+
+std::string writeChecksums(const Checksums& checksums) {
+    std::string text(heading);
+    for (const auto& [name, entries] : checksums) {
+        text += name;
+        for (const Published& entry : entries) text += ' ' + entry.version + ' ' + entry.sum;
+        text += '\n';
+    }
+    return text;
+}
+
+}  // namespace tool

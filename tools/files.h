@@ -1,0 +1,75 @@
+// Files of pictures: a reader and a writer for each kind.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tools/bytes.h"
+#include "tools/formats.h"
+#include "tools/geometry.h"
+
+namespace tool {
+
+// What a file says of the frames in it beside their format.
+struct Timing {
+    std::string rate = "25:1", pixelAspect = "1:1", interlacing = "p";  // as in a Y4M header
+};
+
+class Reader {
+  public:
+    virtual ~Reader() = default;
+    const Format& format() const { return *format_; }
+    Size size() const { return size_; }
+    const Timing& timing() const { return timing_; }
+    int64_t frameCount() const { return frameCount_; }  // -1 if it isn't known
+    // Reads the next frame, laid out as a raw file has it; false behind the last. A frame that stops short is a DataError.
+    virtual bool next(uint8_t* frame) = 0;
+
+  protected:
+    explicit Reader(Source& source) : source_(source) {}
+    [[noreturn]] void failAt(const std::string& what) const;  // names the frame that comes next
+
+    Source& source_;
+    const Format* format_ = nullptr;
+    Size size_;
+    Timing timing_;
+    int64_t frameCount_ = -1, done_ = 0;
+};
+
+struct FrameKind {
+    const Format& format;
+    Size size;
+    Timing timing;
+    bool isFullRange = false;
+};
+
+class Writer {
+  public:
+    virtual ~Writer() = default;
+    virtual void write(const uint8_t* frame) = 0;
+};
+
+struct FileKind {
+    std::string_view name;
+    std::vector<std::string_view> endings;  // of file names
+    std::vector<std::string_view> formats;  // that it can hold, the usual one first; of raw files none stands here
+    bool holdsMany;                         // frames, in a plain file
+    bool (*isContent)(std::string_view begin);
+    std::unique_ptr<Reader> (*read)(Source&);
+    std::unique_ptr<Writer> (*write)(Sink&, const FrameKind&);
+};
+
+// All but raw files.
+const std::vector<FileKind>& fileKinds();
+const FileKind* kindNamed(std::string_view name);   // "raw" and "auto" are none
+const FileKind* kindByName(std::string_view path);  // by what the name ends with
+const FileKind* kindByContent(std::string_view begin);
+
+std::unique_ptr<Reader> rawReader(Source& source, const Format& format, Size size);
+std::unique_ptr<Writer> rawWriter(Sink& sink, const FrameKind& kind);
+
+// The kinds, each in its own file.
+extern const FileKind y4mFiles, pngFiles, jpegFiles, pnmFiles, pfmFiles;
+
+}  // namespace tool

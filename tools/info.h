@@ -1,0 +1,8 @@
+// zelcc info.
+#pragma once
+
+namespace tool {
+
+int info();
+
+}  // namespace tool

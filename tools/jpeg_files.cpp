@@ -1,0 +1,187 @@
+// JPEG pictures, one behind the other in a pipe, as MJPEG has them.
+#include "tools/jpeg_files.h"
+
+#include <jerror.h>
+#include <jpeglib.h>
+
+#include <csetjmp>
+
+#include "tools/errors.h"
+#include "tools/frame.h"
+
+namespace tool {
+
+namespace {
+
+constexpr int quality = 92;
+
+// libjpeg leaves a failed call by the error handler, from which longjmp leads back: no object with a destructor in between.
+struct Failure {
+    jpeg_error_mgr manager;
+    std::jmp_buf jump;
+    char message[JMSG_LENGTH_MAX];
+};
+
+[[noreturn]] void leave(j_common_ptr codec) {
+    auto* failure = reinterpret_cast<Failure*>(codec->err);
+    codec->err->format_message(codec, failure->message);
+    std::longjmp(failure->jump, 1);
+}
+
+jpeg_error_mgr* handler(Failure& failure) {
+    jpeg_std_error(&failure.manager);
+    failure.manager.error_exit = leave;
+    failure.manager.output_message = [](j_common_ptr) {};
+    return &failure.manager;
+}
+
+class JpegReader : public Reader {
+  public:
+    explicit JpegReader(Source& source) : Reader(source) {
+        codec_.err = handler(failure_);
+        jpeg_create_decompress(&codec_);
+        bytes_.init_source = [](j_decompress_ptr) {};
+        bytes_.fill_input_buffer = fill;
+        bytes_.skip_input_data = skip;
+        bytes_.resync_to_restart = jpeg_resync_to_restart;
+        bytes_.term_source = [](j_decompress_ptr) {};
+        codec_.src = &bytes_;
+        codec_.client_data = this;
+        begin();
+        format_ = codec_.num_components == 1 ? &formatNamed("gray") : &formatNamed("rgb24");
+        size_ = {static_cast<int>(codec_.image_width), static_cast<int>(codec_.image_height)};
+        isPending_ = true;
+    }
+    ~JpegReader() override { jpeg_destroy_decompress(&codec_); }
+
+    bool next(uint8_t* frame) override {
+        if (!isPending_) {
+            if (source_.atEnd()) return false;
+            begin();
+            const bool isGray = codec_.num_components == 1;
+            if (static_cast<int>(codec_.image_width) != size_.width || static_cast<int>(codec_.image_height) != size_.height ||
+                isGray != (format_->name == "gray"))
+                failAt("is not of the size and kind of the first");
+        }
+        isPending_ = false;
+        const bool isRead = decode(frame);
+        giveBack();
+        if (!isRead) failAt(std::string("cannot be read: ") + failure_.message);
+        ++done_;
+        return true;
+    }
+
+  private:
+    static boolean fill(j_decompress_ptr codec) {
+        auto* reader = static_cast<JpegReader*>(codec->client_data);
+        reader->source_.take(reader->lent_);
+        const auto bytes = reader->source_.available();
+        reader->lent_ = bytes.size();
+        if (bytes.empty()) ERREXIT(codec, JERR_INPUT_EOF);
+        codec->src->next_input_byte = bytes.data();
+        codec->src->bytes_in_buffer = bytes.size();
+        return TRUE;
+    }
+
+    static void skip(j_decompress_ptr codec, long count) {
+        while (count > static_cast<long>(codec->src->bytes_in_buffer)) {
+            count -= static_cast<long>(codec->src->bytes_in_buffer);
+            fill(codec);
+        }
+        if (count < 1) return;
+        codec->src->next_input_byte += count;
+        codec->src->bytes_in_buffer -= static_cast<size_t>(count);
+    }
+
+    // What the codec has not used belongs to the next picture.
+    void giveBack() {
+        source_.take(lent_ - bytes_.bytes_in_buffer);
+        lent_ = bytes_.bytes_in_buffer = 0;
+    }
+
+    void begin() {
+        if (!start()) failAt(std::string("cannot be read: ") + failure_.message);
+    }
+
+    bool start() {
+        if (setjmp(failure_.jump)) return false;
+        jpeg_read_header(&codec_, TRUE);
+        codec_.out_color_space = codec_.num_components == 1 ? JCS_GRAYSCALE : JCS_RGB;
+        return true;
+    }
+
+    bool decode(uint8_t* frame) {
+        if (setjmp(failure_.jump)) return false;
+        jpeg_start_decompress(&codec_);
+        const size_t row = static_cast<size_t>(codec_.output_width) * static_cast<size_t>(codec_.output_components);
+        while (codec_.output_scanline < codec_.output_height) {
+            JSAMPROW line = frame + codec_.output_scanline * row;
+            jpeg_read_scanlines(&codec_, &line, 1);
+        }
+        jpeg_finish_decompress(&codec_);
+        return true;
+    }
+
+    Failure failure_;
+    jpeg_decompress_struct codec_{};
+    jpeg_source_mgr bytes_{};
+    size_t lent_ = 0;
+    bool isPending_;  // the first header has been read, and its picture not
+};
+
+class JpegWriter : public Writer {
+  public:
+    JpegWriter(Sink& sink, const FrameKind& kind) : sink_(sink), format_(kind.format), size_(kind.size) {}
+
+    void write(const uint8_t* frame) override {
+        unsigned char* encoded = nullptr;
+        unsigned long bytes = 0;
+        const bool isWritten = encode(frame, &encoded, &bytes);
+        jpeg_destroy_compress(&codec_);
+        const std::unique_ptr<unsigned char, void (*)(void*)> owner(encoded, std::free);
+        if (!isWritten) throw FileError(std::string("cannot write the JPEG picture: ") + failure_.message);
+        sink_.write(encoded, bytes);
+    }
+
+  private:
+    bool encode(const uint8_t* frame, unsigned char** encoded, unsigned long* bytes) {
+        codec_.err = handler(failure_);
+        if (setjmp(failure_.jump)) return false;
+        jpeg_create_compress(&codec_);
+        jpeg_mem_dest(&codec_, encoded, bytes);
+        const bool isGray = spaceOf(format_) == Space::gray;
+        codec_.image_width = static_cast<JDIMENSION>(size_.width);
+        codec_.image_height = static_cast<JDIMENSION>(size_.height);
+        codec_.input_components = isGray ? 1 : 3;
+        codec_.in_color_space = isGray ? JCS_GRAYSCALE : JCS_RGB;
+        jpeg_set_defaults(&codec_);
+        jpeg_set_quality(&codec_, quality, TRUE);
+        jpeg_start_compress(&codec_, TRUE);
+        const size_t row = static_cast<size_t>(size_.width) * static_cast<size_t>(codec_.input_components);
+        while (codec_.next_scanline < codec_.image_height) {
+            auto* line = const_cast<JSAMPROW>(frame + codec_.next_scanline * row);
+            jpeg_write_scanlines(&codec_, &line, 1);
+        }
+        jpeg_finish_compress(&codec_);
+        return true;
+    }
+
+    Sink& sink_;
+    const Format& format_;
+    Size size_;
+    Failure failure_;
+    jpeg_compress_struct codec_{};
+};
+
+}  // namespace
+
+const FileKind jpegFiles{
+    "jpeg",
+    {".jpg", ".jpeg", ".mjpeg", ".mjpg"},
+    {"rgb24", "gray"},
+    false,
+    [](std::string_view begin) { return begin.starts_with("\xff\xd8\xff"); },
+    [](Source& source) -> std::unique_ptr<Reader> { return std::make_unique<JpegReader>(source); },
+    [](Sink& sink, const FrameKind& kind) -> std::unique_ptr<Writer> { return std::make_unique<JpegWriter>(sink, kind); }};
+
+}  // namespace tool

@@ -1,0 +1,26 @@
+// The file, pipe or numbered files that a conversion writes.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "tools/convert.h"
+#include "tools/files.h"
+
+namespace tool {
+
+// The format that is asked for, or what loses least of those that the kind of file can hold.
+const Format& targetFormat(const ConvertOptions& options, const Format& from);
+
+class Output {
+  public:
+    Output(const ConvertOptions& options, const FrameKind& kind);
+    Writer& writer() { return *writer_; }
+    void close();
+
+  private:
+    std::optional<Sink> sink_;
+    std::unique_ptr<Writer> writer_;
+};
+
+}  // namespace tool
