@@ -121,6 +121,7 @@ TEST(Names, AreSuggested) {
     } catch (const UsageError& e) {
         EXPECT_NE(std::string(e.what()).find("rgb24"), std::string::npos) << e.what();
     }
+    EXPECT_EQ(formatNamed("gray16").name, "gray16le");
     EXPECT_EQ(&functionNamed("RGBToGray_8u_C3C1R"), &functionNamed("zeliRGBToGray_8u_C3C1R"));
 }
 
