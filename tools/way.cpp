@@ -21,7 +21,7 @@ constexpr std::string_view byFourRows = "zeliYCbCr411To420_8u_P3R";
 
 bool isBetweenRows(const Step& step) { return std::ranges::find(betweenRows, step.function().name) != std::end(betweenRows); }
 
-constexpr int little = 1, much = 100, never = -1;
+constexpr int little = 1, some = 10, much = 100, never = -1;
 
 // What an image loses in a format on the way between two others.
 int lossIn(const Format& f, const Format& from, const Format& to) {
@@ -34,6 +34,7 @@ int lossIn(const Format& f, const Format& from, const Format& to) {
     if (countsSites && (site.width > std::max(a.width, b.width) || site.height > std::max(a.height, b.height))) loss += much;
     if (bitsOf(f) < std::min(bitsOf(from), bitsOf(to))) loss += much;
     if (isWord(f) && !isWord(from) && !isWord(to)) loss += much;
+    if (hasAlpha(from) && hasAlpha(to) && !hasAlpha(f)) loss += some;
     // Samples are rounded once more in spaces that are neither end's, unless they are reversible.
     const bool isNeeded = space == first || space == last;
     const bool isExact = f.name.starts_with("ycocgr") || (space == Space::rgb && (first != last || first == Space::other));
@@ -55,8 +56,7 @@ int secondChoice(const Step& step) {
     return isSpecial + losesAlpha + reducesAlpha + (step.alpha == Alpha::opaqueAfter) + namesOtherOrder;
 }
 
-// A format, the wishes that are met so far, and whether samples of YCoCg came from narrower ones, which they don't become others
-// of.
+// A format, the wishes that are met so far, and what samples of YCoCg were made of, which they become again and nothing else.
 struct State {
     int format, met;
     Element origin;

@@ -74,6 +74,20 @@ TEST_P(Ways, AreTheExpected) {
 
 INSTANTIATE_TEST_SUITE_P(Known, Ways, testing::ValuesIn(cases), [](const auto& i) { return std::string(i.param.name); });
 
+// Alpha is kept wherever it can be: no format on the way is without, and no function leaves it out.
+TEST(AllWays, KeepAlphaOfBytes) {
+    for (const char* from : {"rgba", "bgra", "gbrap", "hlsa32", "hlsap", "yuva32", "rgba64le", "bgraf32le"}) {
+        for (const char* to : {"rgba", "bgra", "gbrap", "hlsa32", "hlsap", "yuva32", "hsva32", "xyza32"}) {
+            const auto way = findWay(formatNamed(from), formatNamed(to), {});
+            ASSERT_TRUE(way) << from << to;
+            for (const Step& step : *way) {
+                EXPECT_TRUE(hasAlpha(step.targetFormat())) << describe(*way);
+                EXPECT_TRUE(step.alpha == Alpha::written || step.alpha == Alpha::copied) << describe(*way);
+            }
+        }
+    }
+}
+
 // Of all pairs of formats: the steps fit together, by the one matrix, and where a single function leads, it is taken.
 TEST(AllWays, FitTogether) {
     int count = 0;
