@@ -94,7 +94,8 @@ void addConvert(CLI::App& app, int& code) {
         ->group(running);
     command->add_flag("--dry-run", options.isDry, "Print the functions that would be called, and convert nothing")
         ->group(running);
-    command->add_flag("-q,--quiet", options.isQuiet, "No progress bar on a terminal")->group(running);
+    command->add_flag("-q,--quiet", options.isQuiet, "Don't tell which functions are called, and show no progress")
+        ->group(running);
     command->callback([&code] { code = convert(options); });
 }
 
