@@ -52,7 +52,9 @@ void addWishes(CLI::App& app, ConvertOptions& options) {
     app.add_option("--gamma", w.gamma, "forward (to the video curve) or inverse (to linear light)")
         ->check(names("forward", "inverse"))
         ->group(group);
-    app.add_option("--range", options.range, "Of floats in gamma correction, as LOWEST,HIGHEST (0,1)")->group(group);
+    app.add_option("--range", options.range, "Of floats in gamma correction, as LOWEST,HIGHEST (0,1)")
+        ->type_name("RANGE")
+        ->group(group);
     app.add_option("--tone-map", w.toneMap, "Floats to bytes by their maximum or mean")
         ->check(names("maximum", "mean"))
         ->group(group);
@@ -67,54 +69,59 @@ void addWishes(CLI::App& app, ConvertOptions& options) {
 }
 
 void addConvert(CLI::App& app, int& code) {
-    auto* options = new ConvertOptions;  // lives as long as the program
+    static ConvertOptions options;  // filled in when the command line is read, as the others are
     CLI::App* command = app.add_subcommand("convert", "Convert files and streams from one format to another");
-    command->add_option("input", options->input, "File, or - for the standard input");
-    command->add_option("output", options->output, "File, - for the standard output, or numbered files as out-%04d.png");
+    command->add_option("input", options.input, "File, or - for the standard input")->type_name("FILE");
+    command->add_option("output", options.output, "File, - for the standard output, or numbered files as out-%04d.png")
+        ->type_name("FILE");
     constexpr const char* what = "What";
-    command->add_option("--from", options->from, "Format of the input, if it doesn't tell")->group(what);
-    command->add_option("--to", options->to, "Format of the output; of files that hold few, what loses least")->group(what);
-    command->add_option("--size", options->size, "WIDTHxHEIGHT of raw frames")->group(what);
-    command->add_option("--crop", options->crop, "WIDTHxHEIGHT+X+Y: convert only this part")->group(what);
-    command->add_option("--frames", options->frames, "At most so many")->check(CLI::NonNegativeNumber)->group(what);
+    command->add_option("--from", options.from, "Format of the input, if it doesn't tell")->type_name("FORMAT")->group(what);
+    command->add_option("--to", options.to, "Format of the output; of files that hold few, the one that loses least")
+        ->type_name("FORMAT")
+        ->group(what);
+    command->add_option("--size", options.size, "WIDTHxHEIGHT of raw frames")->type_name("SIZE")->group(what);
+    command->add_option("--crop", options.crop, "WIDTHxHEIGHT+X+Y: convert only this part")->type_name("PART")->group(what);
+    command->add_option("--frames", options.frames, "At most so many")->check(CLI::NonNegativeNumber)->group(what);
     const CLI::IsMember kinds(std::vector<std::string>{"auto", "raw", "y4m", "png", "jpeg", "pnm", "pfm"});
-    command->add_option("--input-kind", options->inputKind, "Instead of what content tells: raw, y4m, png, jpeg, pnm, pfm")
+    command->add_option("--input-kind", options.inputKind, "Instead of what content tells: raw, y4m, png, jpeg, pnm, pfm")
         ->check(kinds)
         ->group(what);
-    command->add_option("--output-kind", options->outputKind, "Instead of what the name tells")->check(kinds)->group(what);
-    addWishes(*command, *options);
+    command->add_option("--output-kind", options.outputKind, "Instead of what the name tells")->check(kinds)->group(what);
+    addWishes(*command, options);
     constexpr const char* running = "Running";
-    command->add_option("--threads", options->threads, "As many as the machine has, if nothing is said")
+    command->add_option("--threads", options.threads, "As many as the machine has, if nothing is said")
         ->check(CLI::Range(1, 1024))
         ->group(running);
-    command->add_flag("--dry-run", options->isDry, "Print the functions that would be called, and convert nothing")
+    command->add_flag("--dry-run", options.isDry, "Print the functions that would be called, and convert nothing")
         ->group(running);
-    command->add_flag("-q,--quiet", options->isQuiet, "No progress bar on a terminal")->group(running);
-    command->callback([options, &code] { code = convert(*options); });
+    command->add_flag("-q,--quiet", options.isQuiet, "Don't tell which functions are called, and show no progress")
+        ->group(running);
+    command->callback([&code] { code = convert(options); });
 }
 
 void addOthers(CLI::App& app, int& code) {
-    static std::string what = "all", sums;
+    static std::string what = "all";
     static std::vector<std::string> words;
     CLI::App* listing = app.add_subcommand("list", "List formats, conversions and functions");
     listing->add_option("what", what, "formats, conversions, functions, or all formats and conversions")
         ->check(CLI::IsMember(std::vector<std::string>{"formats", "conversions", "functions", "all"}));
-    listing->add_option("words", words, "Only lines with all of these words");
+    listing->add_option("words", words, "Only lines with all of these words")->type_name("WORD");
     listing->callback([&code] { code = list(what, words); });
 
     app.add_subcommand("info", "Print version, level and features")->callback([&code] { code = info(); });
 
     static CheckOptions checking;
     CLI::App* checks = app.add_subcommand("check", "Compare the results of all functions at all levels with the published ones");
-    checks->add_option("words", checking.words, "Only functions whose names have all of these words");
-    checks->add_option("--write", checking.write, "Bring the list of published checksums in this file up to date");
+    checks->add_option("words", checking.words, "Only functions whose names have all of these words")->type_name("WORD");
+    checks->add_option("--write", checking.write, "Bring the list of published checksums in this file up to date")
+        ->type_name("FILE");
     checks->add_flag("--sums", checking.printsSums, "Print the checksums at this level and compare nothing");
     checks->callback([&code] { code = check(checking); });
 
     static BenchOptions timing;
     CLI::App* benches = app.add_subcommand("bench", "Measure a function on this machine");
-    benches->add_option("function", timing.function, "Its name, with or without the prefix")->required();
-    benches->add_option("--size", timing.size, "WIDTHxHEIGHT (1920x1080)");
+    benches->add_option("function", timing.function, "Its name, with or without the prefix")->required()->type_name("NAME");
+    benches->add_option("--size", timing.size, "WIDTHxHEIGHT (1920x1080)")->type_name("SIZE");
     benches->add_option("--threads", timing.threads, "Strips of the image at once (1)")->check(CLI::Range(1, 1024));
     benches->add_option("--seconds", timing.seconds, "How long to measure (1)")->check(CLI::PositiveNumber);
     benches->callback([&code] { code = bench(timing); });

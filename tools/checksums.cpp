@@ -40,7 +40,7 @@ uint64_t checksum(const Function& function) {
 }
 
 bool hangsOnProcessor(const Function& function) {
-    for (std::string_view space : {"HLS", "HSV", "LUV"})
+    for (std::string_view space : {"ToHLS", "ToHSV", "LUV"})
         if (function.name.find(space) != std::string_view::npos) return true;
     return false;
 }

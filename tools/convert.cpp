@@ -88,6 +88,14 @@ int showWay(const ConvertOptions& options, const Format& from) {
     return success;
 }
 
+// Whoever asked for one conversion is told that it became several.
+void tellWay(const Way& way) {
+    if (way.size() < 2) return;
+    std::string functions;
+    for (const Step& step : way) functions += (functions.empty() ? "" : ", ") + std::string(step.function().name);
+    std::fprintf(stderr, "zelcc: by %s\n", functions.c_str());
+}
+
 }  // namespace
 
 int convert(ConvertOptions options) {
@@ -104,6 +112,7 @@ int convert(ConvertOptions options) {
 
     const Format& to = targetFormat(options, from);
     const Way way = wayOrRefusal(canonical(from), canonical(to), options.wishes);
+    if (!options.isQuiet) tellWay(way);
     const Rect part = parseCrop(options.crop, from, reader->size());
     FrameKind kind{to, part.size, reader->timing(), options.wishes.matrix == "709-full"};
     if (options.wishes.interlaced && kind.timing.interlacing == "p") kind.timing.interlacing = "t";

@@ -91,8 +91,12 @@ std::array<int, 4> fileOrder(const Format& format) {
 int numberOf(const Format& format) { return static_cast<int>(&format - catalog::formats().data()); }
 
 const Format* findFormat(std::string_view name) {
-    const auto found = std::ranges::find(catalog::formats(), name, &Format::name);
-    return found == catalog::formats().end() ? nullptr : &*found;
+    // As FFmpeg, a name without the order of bytes stands for the one that this processor has.
+    for (const std::string& tried : {std::string(name), std::string(name) + "le"}) {
+        const auto found = std::ranges::find(catalog::formats(), tried, &Format::name);
+        if (found != catalog::formats().end()) return &*found;
+    }
+    return nullptr;
 }
 
 const Format& formatNamed(std::string_view name) {

@@ -19,7 +19,9 @@ std::string padded(std::string_view text, size_t width) {
     return std::string(text) + std::string(text.size() < width ? width - text.size() : 1, ' ');
 }
 
-std::string lineOf(const Format& f) { return padded(f.name, 16) + std::string(f.title); }
+std::string lineOf(const Format& f) {
+    return padded(f.name, 16) + std::string(f.title) + (f.ffmpegName.empty() ? " (not in FFmpeg)" : "");
+}
 
 std::string lineOf(const Function& f) { return padded(f.name, 44) + std::string(f.header); }
 

@@ -14,7 +14,7 @@ Alpha alphaOf(const Step& step) {
     if (!hasAlpha(target)) return Alpha::written;
     const std::string_view name = step.function().name;
     if (contains(name, "P3AC4")) return Alpha::opaqueAfter;  // it writes zeros
-    if (!contains(name, "AC4R") && !contains(name, "AP4C4R")) return Alpha::written;
+    if (!contains(name, "AC4R")) return Alpha::written;
     const bool isAlike = hasAlpha(source) && source.planeCount == 1 && target.planeCount == 1 &&
                          source.planes[0].bytes == target.planes[0].bytes && source.element == target.element;
     return isAlike ? Alpha::copied : Alpha::opaqueBefore;

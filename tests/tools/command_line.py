@@ -111,6 +111,11 @@ class Converting(InDirectory):
     def test_the_dry_run_names_the_functions(self) -> None:
         self.assertEqual(zelcc("convert", "--from", "nv12", "--to", "rgb24", "--dry-run"), b"zeliYCbCr420ToRGB_8u_P2C3R  nv12 -> rgb24\n")
 
+    def test_several_functions_are_told(self) -> None:
+        several = ["convert", "-", "-", "--from", "rgb24", "--to", "rgb565le", "--size", "2x2"]
+        self.assertEqual(run(several, bytes(12)).stderr, b"zelcc: by zeliColorTwist32f_8u_C3R, zeliBGRToBGR565_8u16u_C3R\n")
+        self.assertEqual(run([*several, "--quiet"], bytes(12)).stderr, b"")
+
     def test_a_reader_that_leaves_ends_it(self) -> None:
         command = f"head -c 12000000 /dev/zero | {ZELCC} convert - - --from gray --to gray --size 1000x1000 | head -c 1"
         self.assertEqual(subprocess.run(command, shell=True, capture_output=True, timeout=60, check=True).stdout, b"\0")

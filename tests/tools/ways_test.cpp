@@ -75,6 +75,20 @@ TEST_P(Ways, AreTheExpected) {
 
 INSTANTIATE_TEST_SUITE_P(Known, Ways, testing::ValuesIn(cases), [](const auto& i) { return std::string(i.param.name); });
 
+// Alpha is kept wherever it can be: no format on the way is without, and no function leaves it out.
+TEST(AllWays, KeepAlphaOfBytes) {
+    for (const char* from : {"rgba", "bgra", "gbrap", "hlsa32", "hlsap", "yuva32", "rgba64le", "bgraf32le"}) {
+        for (const char* to : {"rgba", "bgra", "gbrap", "hlsa32", "hlsap", "yuva32", "hsva32", "xyza32"}) {
+            const auto way = findWay(formatNamed(from), formatNamed(to), {});
+            ASSERT_TRUE(way) << from << to;
+            for (const Step& step : *way) {
+                EXPECT_TRUE(hasAlpha(step.targetFormat())) << describe(*way);
+                EXPECT_TRUE(step.alpha == Alpha::written || step.alpha == Alpha::copied) << describe(*way);
+            }
+        }
+    }
+}
+
 // Of all pairs of formats: the steps fit together, by the one matrix, and where a single function leads, it is taken.
 TEST(AllWays, FitTogether) {
     int count = 0;
@@ -123,6 +137,7 @@ TEST(Names, AreSuggested) {
     } catch (const UsageError& e) {
         EXPECT_NE(std::string(e.what()).find("rgb24"), std::string::npos) << e.what();
     }
+    EXPECT_EQ(formatNamed("gray16").name, "gray16le");
     EXPECT_EQ(&functionNamed("RGBToGray_8u_C3C1R"), &functionNamed("zeliRGBToGray_8u_C3C1R"));
 }
 
