@@ -52,7 +52,6 @@ class JpegReader : public Reader {
         size_ = {static_cast<int>(codec_.image_width), static_cast<int>(codec_.image_height)};
         isPending_ = true;
     }
-    ~JpegReader() override { jpeg_destroy_decompress(&codec_); }
 
     bool next(uint8_t* frame) override {
         if (!isPending_) {
@@ -122,8 +121,15 @@ class JpegReader : public Reader {
         return true;
     }
 
+    // Also when the constructor throws.
+    struct End {
+        JpegReader& reader;
+        ~End() { jpeg_destroy_decompress(&reader.codec_); }
+    };
+
     Failure failure_;
     jpeg_decompress_struct codec_{};
+    End end_{*this};
     jpeg_source_mgr bytes_{};
     size_t lent_ = 0;
     bool isPending_;  // the first header has been read, and its picture not

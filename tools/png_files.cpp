@@ -25,7 +25,6 @@ class PngReader : public Reader {
         size_ = sizeOfPicture();
         isPending_ = true;
     }
-    ~PngReader() override { png_destroy_read_struct(&png_, &info_, nullptr); }
 
     bool next(uint8_t* frame) override {
         if (!isPending_) {
@@ -93,8 +92,15 @@ class PngReader : public Reader {
         }
     }
 
+    // Also when the constructor throws.
+    struct End {
+        PngReader& reader;
+        ~End() { png_destroy_read_struct(&reader.png_, &reader.info_, nullptr); }
+    };
+
     png_structp png_ = nullptr;
     png_infop info_ = nullptr;
+    End end_{*this};
     std::string message_;
     std::vector<png_bytep> rows_;
     bool isPending_;  // the first header has been read, and its picture not
