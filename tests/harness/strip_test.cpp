@@ -30,10 +30,11 @@ struct Sides {
     std::span<const int> lengths;
     int highestMultiple;
 };
-constexpr int widths[] = {2,  3,  4,  5,  6,  7,  8,  9,  11, 12, 15, 16, 17, 19, 20, 23, 24, 25,  31,  32,  33,  34,
-                          35, 36, 37, 38, 39, 40, 47, 48, 49, 50, 51, 52, 63, 64, 66, 67, 68, 100, 101, 102, 103, 161};
+constexpr int widths[] = {2,  3,  4,  5,   6,   7,   8,   9,   11,  12,  15,  16,  17,  19,  20,  23, 24, 25,
+                          31, 32, 33, 34,  35,  36,  37,  38,  39,  40,  47,  48,  49,  50,  51,  52, 63, 64,
+                          66, 67, 68, 100, 101, 102, 103, 132, 136, 161, 196, 260, 264, 387, 390, 516};
 constexpr int heights[] = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 16, 17, 18, 22, 27};
-constexpr Sides columns{widths, 32}, rows{heights, 4};
+constexpr Sides columns{widths, 128}, rows{heights, 4};
 
 using ParameterList = std::vector<model::Parameters>;
 
@@ -101,7 +102,8 @@ class StripConversion : public Conversion {
                 for (const Placement& placement : {aligned, by8}) {
                     for (const Content content : {Content::uniform, Content::extremes}) {
                         const auto whole = convertWhole(sizeOf(length), placement, content, p);
-                        for (int cut = unit; whole && cut < length; cut += unit) {
+                        const int distance = length > 104 ? std::max(unit, 16) : unit;
+                        for (int cut = distance; whole && cut < length; cut += distance) {
                             const int rest = length - cut;
                             int& needed = last[std::min(cut & -cut, sides.highestMultiple)];
                             if (rest >= needed && needed <= sides.highestMultiple && !isClean(*whole, cut, p)) needed = rest + 1;
