@@ -1,0 +1,243 @@
+"""The pages of the headers: an entry for every function."""
+
+import collections
+import functools
+import pathlib
+import re
+
+from catalog import formats, functions, headers
+from catalog.headers import Function, Header
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+TITLES = {
+    "lumachroma": "RGB and YCbCr", "yuv": "RGB and analog YUV", "chroma": "Chroma layouts", "packed_sources": "From 16-bit pixels",
+    "packed_destinations": "To 16-bit pixels", "intensity": "Gray, colour twist, gamma and tone mapping",
+    "colorimetric": "XYZ and Photo YCC", "lab": "LUV and Lab", "hls": "HLS and HSV", "lifting": "YCoCg", "reducebits": "Fewer levels",
+    "rawsensor": "Raw sensors",
+}
+# In what the matrix of a name is known by.
+MATRICES = {"601": "BT.601, studio range", "709": "BT.709, studio range", "709-full": "BT.709, full range", "yuv": "analog YUV"}
+LEVELS = ("SSSE3", "AVX2", "AVX-512")
+
+
+@functools.cache
+def names() -> frozenset[str]:
+    return frozenset(f.name for f in headers.functions())
+
+
+def slug(heading: str) -> str:
+    """The anchor of a heading."""
+    return re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
+
+
+# --- from the words of a comment to Markdown
+
+
+def escaped(text: str) -> str:
+    return re.sub(r"([*_<\[\]|$])", r"\\\1", text)
+
+
+def inline(text: str) -> str:
+    """A line of prose: names become links or code, and what Markdown would take for its own is kept."""
+    result = []
+    for part in re.split(r"(docs/\w+\.md|\bzel\w+\*?|\bpow\b|\b\w+\[[^ ]*\])", text):
+        if part in names():
+            result.append(f"{{c:func}}`{part}`")
+        elif page := re.fullmatch(r"docs/(\w+)\.md", part):
+            result.append(f"[{page[1]}](../{page[1]}.md)")
+        elif re.fullmatch(r"zel\w+\*?|pow|\w+\[[^ ]*\]", part):
+            result.append(f"`{part}`")
+        else:
+            result.append(escaped(part))
+    return "".join(result)
+
+
+def markdown(text: str) -> str:
+    """Paragraphs and lists as they are, indented lines as blocks, and the word that a paragraph is about in bold."""
+    lines, block = [], []
+    for line in [*text.splitlines(), ""]:
+        if line.startswith("    ") and not (lines and lines[-1].startswith("- ")):
+            block.append(line[4:])
+            continue
+        if block and not line:
+            block.append("")
+            continue
+        if block:
+            lines += ["```text", *"\n".join(block).rstrip().splitlines(), "```", ""]
+            block = []
+        starts = not lines or not lines[-1]
+        topic = re.match(r"([A-Z][a-z]+(?: [a-z]+)?)\. ", line) if starts else None
+        lines.append(f"**{topic[1]}.** " + inline(line[topic.end():]) if topic else inline(line))
+    if block:
+        lines += ["```text", *"\n".join(block).rstrip().splitlines(), "```"]
+    return "\n".join(lines).strip() + "\n"
+
+
+# --- what a header says
+
+
+def paragraphs(text: str) -> list[str]:
+    return re.split(r"\n\n(?! )", text)
+
+
+def without_examples(text: str) -> str:
+    return "\n\n".join(p for p in paragraphs(text) if not p.startswith("Example"))
+
+
+def worked_pixel(function: Function) -> str:
+    """Of the examples above a function those that are about it."""
+    for text in (function.text, function.family):
+        examples = [" ".join(p.split()) for p in paragraphs(text) if p.startswith("Example")]
+        if not examples:
+            continue
+        parts = re.split(r"; |(?<=\.) (?=[A-Z0-9_]\w*: )", re.sub(r"^Example(?: of a whole image)?,? ?", "", examples[0]).rstrip("."))
+        labelled = [(m[1], m[2]) if (m := re.match(r"(\w*): (.*)", part)) else ("", part) for part in parts]
+        own = [what for label, what in labelled if label and label in function.name]
+        return "; ".join(own or [what for label, what in labelled if not label] or [examples[0]])
+    return ""
+
+
+def statuses(function: Function, header: Header) -> list[str]:
+    general = "\n".join(line for line in header.text.splitlines() if "only where stated" not in line and "alone:" not in line)
+    own = f"{function.family}\n{function.text}"
+    if "only" not in own and "4:1:1" not in own:
+        general = re.sub(r".*zelStsStepErr.*in the conversions (?:that say so|of BGR).*", "", general) if "zelStsStepErr" not in own else general
+    found = re.findall(r"zelSts\w+", general + own) + ["zelStsNoErr"]
+    return sorted(set(found), key=lambda name: (name == "zelStsNoErr", name.endswith("Warn"), found.index(name)))
+
+
+# --- what was measured and tested
+
+
+class Speed(tuple):
+    """Of one size: the speeds and the ratios at the three levels as the page has them, and the fastest peer."""
+
+
+@functools.cache
+def speeds() -> dict[str, dict[str, list[str]]]:
+    found: dict[str, dict[str, list[str]]] = collections.defaultdict(dict)
+    size = ""
+    for line in (ROOT / "docs" / "benchmarks.md").read_text().splitlines():
+        if heading := re.fullmatch(r"## (\d+ x \d+)", line):
+            size = heading[1]
+        elif size and (row := re.match(r"\| `(zeli\w+)` \|(.*)\|$", line)):
+            found[row[1]][size] = [cell.strip() for cell in row[2].split("|")]
+    return found
+
+
+@functools.cache
+def cuts() -> dict[str, list[tuple[str, str, str]]]:
+    found = collections.defaultdict(list)
+    for line in (ROOT / "docs" / "strips.txt").read_text().splitlines():
+        if not line.startswith("#"):
+            name, columns, rows, *method = line.split(" ", 3)
+            found[name].append((columns, rows, method[0] if method else ""))
+    return found
+
+
+def cut_in_words(number: str, what: str) -> str:
+    if number == "none":
+        return f"not between {what}s"
+    multiple, _, last = number.partition(":")
+    words = f"between any {what}s" if multiple == "1" else f"at multiples of {multiple} {what}s"
+    return words + (f" (the last part has {last} or more)" if last else "")
+
+
+# --- an entry
+
+
+def format_link(found: formats.Format) -> str:
+    known = {formats.of_bytes(key).name: layout.title for key, layout in formats.LAYOUTS.items()}
+    title = known.get(found.name, found.title)
+    name = f" `{found.name}`" if found.name in formats.known_to_ffmpeg() else ""
+    if found.name in known:
+        return f"[{title}](../layouts.md#{slug(title)}){name}"
+    return f"{title}{name}"
+
+
+def fields(function: Function, header: Header) -> list[tuple[str, str]]:
+    served = functions.conversions_of(function)
+    result = [("From", ", or ".join(dict.fromkeys(format_link(c.source) for c in served))),
+              ("To", ", or ".join(dict.fromkeys(format_link(c.target) for c in served)))]
+    if served[0].matrix:
+        result.append(("Colour", f"[{MATRICES[served[0].matrix]}](../matrices.md#names)"))
+    if pixel := worked_pixel(function):
+        result.append(("Worked pixel", inline(pixel)))
+    result.append(("Status", ", ".join(f"`{name}`" for name in statuses(function, header))))
+    for columns, rows, method in cuts()[function.name]:
+        way = f", {inline(method)}" if method else ""
+        result.append((f"Parts{way}", f"{cut_in_words(columns, 'column')}, {cut_in_words(rows, 'row')} "
+                       "([more](../exactness.md#at-which-multiple-an-image-may-be-cut))"))
+    for size, cells in speeds().get(function.name, {}).items():
+        values = [f"{level} {cell}" for level, cell in zip(LEVELS, cells) if cell]
+        peer = cells[-1]
+        ratios = [cell for cell in cells[3:6] if cell]
+        beside = f"; {', '.join(ratios)} times {escaped(peer)}" if ratios and peer not in ("none", "") else ""
+        unit = "GB/s (of copy)" if "(" in cells[0] else ""
+        result.append((f"Speed, {size}", f"{', '.join(values)} {unit}".rstrip() + beside))
+    return result
+
+
+def entry(function: Function, header: Header) -> list[str]:
+    declaration = function.declaration.rstrip(";")
+    lines = [f"::::{{c:function}} {declaration}", ""]
+    lines += [f":{name}: {value}" for name, value in fields(function, header)]
+    return [*lines, "::::", ""]
+
+
+def first_words(text: str) -> str:
+    """A heading of a text that begins with what it is about."""
+    start = " ".join(paragraphs(text)[0].split()) if text else ""
+    start = re.split(r"(?<!\d): |\. |[:.]$|, (?:\w+ = |with |and (?:its|a ))|: (?=\w+\[|the |another |chroma )", start)[0].rstrip(".:")
+    return start if len(start) <= 72 else start[:start.rfind(",", 0, 72)] if "," in start[:72] else start[:start.rfind(" ", 0, 60)]
+
+
+def page(header: Header) -> str:
+    title = TITLES[header.name.removesuffix(".h")]
+    lines = [f"# {title}", "", f"`#include <zelcc/{header.name}>`, {len(header.functions)} functions.", "", markdown(header.text)]
+    sections: dict[tuple[str, str], list[Function]] = {}
+    for function in header.functions:
+        key = (function.family, "" if function.family else function.text)
+        sections.setdefault(key, []).append(function)
+    taken = collections.Counter()
+    for (family, text), members in sections.items():
+        heading = first_words(family or text) or "Functions"
+        taken[heading] += 1
+        lines += [f"## {escaped(heading)}" + (f", {taken[heading]}" if taken[heading] > 1 else ""), ""]
+        if family:
+            lines += [markdown(without_examples(family))]
+        said = ""
+        for function in members:
+            if function.text != said:
+                said = function.text
+                lines += [markdown(without_examples(said))]
+            lines += entry(function, header)
+    return "\n".join(lines) + "\n"
+
+
+def types_page() -> str:
+    source = (ROOT / "include" / "zelcc" / "types.h").read_text()
+    body = source[source.index("/**"):source.rindex("#ifdef __cplusplus")].strip()
+    return ("# Types and status values\n\n`#include <zelcc.h>` has all of the library. These are the types that its functions share, and "
+            f"what they return.\n\n```c\n{body}\n```\n")
+
+
+def index_page() -> str:
+    lines = ["# Functions", "", "A page for every header. Names are in the [index](genindex) too, and the search finds parts of them.", ""]
+    lines = ["# Functions", "", "A page for every header. The search finds parts of names too.", "", "| | Functions | For |",
+             "| --- | ---: | --- |"]
+    found = {h.name.removesuffix(".h"): h for h in headers.headers()}
+    for name, title in TITLES.items():
+        about = " ".join(paragraphs(found[name].text)[0].split())
+        about = re.split(r"\. |\.$", about)[0]
+        lines.append(f"| [{title}]({name}.md) | {len(found[name].functions)} | {inline(about)} |")
+    lines += ["", "[Types and status values](types.md) are common to all.", "", "```{toctree}", ":hidden:", "", *TITLES, "types", "```", ""]
+    return "\n".join(lines)
+
+
+def pages() -> dict[str, str]:
+    documented = {h.name.removesuffix(".h"): h for h in headers.headers() if h.functions}
+    if set(documented) - {"version"} != set(TITLES):
+        raise ValueError(f"headers without a title, or titles without a header: {set(documented) ^ set(TITLES)}")
+    result = {f"{name}.md": page(documented[name]) for name in TITLES}
+    return result | {"types.md": types_page(), "index.md": index_page()}
