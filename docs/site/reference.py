@@ -106,11 +106,37 @@ def statuses(function: Function, header: Header) -> list[str]:
     return sorted(set(found), key=lambda name: (name == "zelStsNoErr", name.endswith("Warn"), found.index(name)))
 
 
+@functools.cache
+def formulas(header: Header) -> list[tuple[str, list[str]]]:
+    """The sets of three formulas at a header's beginning, which may stand side by side, each with the letters that it gives."""
+    found = []
+    for block in re.findall(r"(?:^    .*\n?)+", header.text, re.MULTILINE):
+        sides: dict[int, list[str]] = collections.defaultdict(list)
+        for line in block.splitlines():
+            for number, side in enumerate(re.split(r" {4,}(?=[A-Z]\w? +=)", line.strip())):
+                if re.match(r"[A-Z][br]? +=", side):
+                    sides[number].append(side)
+        found += [(" ".join(line.split()[0] for line in lines), lines) for lines in sides.values() if len(lines) == 3]
+    return found
+
+
+def formula(function: Function, header: Header) -> list[str]:
+    """Of conversions between colours and codes, by their matrix."""
+    served = functions.conversions_of(function)[0]
+    is_analog = served.matrix == "yuv"
+    if not served.matrix:
+        return []
+    is_encoder = re.match(r"zeli(?:RGB|BGR)", function.name)
+    gives = "R G B" if not is_encoder else "Y U V" if is_analog else "Y Cb Cr"
+    fitting = [lines for letters, lines in formulas(header)
+               if letters == gives and (is_encoder or (" V " in lines[0] or "(V " in lines[0]) == is_analog)]
+    number = {"709": 1, "709-full": 2}.get(served.matrix, 0)
+    if number >= len(fitting):
+        raise ValueError(f"{header.name} has no formula of {function.name}")
+    return fitting[number]
+
+
 # --- what was measured and tested
-
-
-class Speed(tuple):
-    """Of one size: the speeds and the ratios at the three levels as the page has them, and the fastest peer."""
 
 
 @functools.cache
@@ -181,6 +207,8 @@ def fields(function: Function, header: Header) -> list[tuple[str, str]]:
 def entry(function: Function, header: Header) -> list[str]:
     declaration = function.declaration.rstrip(";")
     lines = [f"::::{{c:function}} {declaration}", ""]
+    if rule := formula(function, header):
+        lines += ["```text", *rule, "```", ""]
     lines += [f":{name}: {value}" for name, value in fields(function, header)]
     return [*lines, "::::", ""]
 
@@ -190,6 +218,12 @@ def first_words(text: str) -> str:
     start = " ".join(paragraphs(text)[0].split()) if text else ""
     start = re.split(r"(?<!\d): |\. |[:.]$|, (?:\w+ = |with |and (?:its|a ))|: (?=\w+\[|the |another |chroma )", start)[0].rstrip(".:")
     return start if len(start) <= 72 else start[:start.rfind(",", 0, 72)] if "," in start[:72] else start[:start.rfind(" ", 0, 60)]
+
+
+def without_heading(text: str, heading: str) -> str:
+    """A text whose first paragraph says no more than the heading, without it."""
+    first, *others = paragraphs(text)
+    return "\n\n".join(others) if " ".join(first.split()).rstrip(".:") == heading else text
 
 
 def page(header: Header) -> str:
@@ -205,7 +239,7 @@ def page(header: Header) -> str:
         taken[heading] += 1
         lines += [f"## {escaped(heading)}" + (f", {taken[heading]}" if taken[heading] > 1 else ""), ""]
         if family:
-            lines += [markdown(without_examples(family))]
+            lines += [markdown(without_examples(without_heading(family, heading)))]
         said = ""
         for function in members:
             if function.text != said:
@@ -223,7 +257,6 @@ def types_page() -> str:
 
 
 def index_page() -> str:
-    lines = ["# Functions", "", "A page for every header. Names are in the [index](genindex) too, and the search finds parts of them.", ""]
     lines = ["# Functions", "", "A page for every header. The search finds parts of names too.", "", "| | Functions | For |",
              "| --- | ---: | --- |"]
     found = {h.name.removesuffix(".h"): h for h in headers.headers()}
