@@ -105,7 +105,7 @@ def make(root: pathlib.Path, directory: pathlib.Path) -> None:
 
 
 def figure(name: str, caption: str, words: str) -> str:
-    return f":::{{figure}} /pictures/{name}\n:alt: "{words}"\n\n{caption}\n:::\n"
+    return f':::{{figure}} /pictures/{name}\n:alt: "{words}"\n\n{caption}\n:::\n'
 
 
 def placed(root: pathlib.Path, pages: dict[str, str]) -> dict[str, str]:
