@@ -3,6 +3,8 @@
 import pathlib
 import re
 
+import furo
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 project = "zelCC"
 author = "the authors of zelCC"
@@ -28,3 +30,8 @@ html_show_copyright = False
 html_use_index = True
 pygments_style = "friendly"
 pygments_dark_style = "monokai"
+
+# Debian's theme is dark when it is told to be, but not where the reader's system is: so it is told what that looks like once more.
+STYLE = (pathlib.Path(furo.__file__).parent / "theme/furo/static/styles/furo.css").read_text()
+DARK = re.search(r'body\[data-theme="?dark"?\] *\{(.*?)\}', STYLE, re.DOTALL)[1]
+html_theme_options = {"dark_css_variables": {name: value.strip() for name, value in re.findall(r"--([\w-]+):([^;}]+)", DARK)}}
