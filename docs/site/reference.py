@@ -66,6 +66,8 @@ def markdown(text: str) -> str:
             lines += ["```text", *"\n".join(block).rstrip().splitlines(), "```", ""]
             block = []
         starts = not lines or not lines[-1]
+        if not starts and re.match(r"[-+>#] ", line) and not re.match(r"- |  ", lines[-1]):
+            line = f"\\{line}"  # no list begins in the middle of a sentence
         topic = re.match(r"([A-Z][a-z]+(?: [a-z]+)?)\. ", line) if starts else None
         lines.append(f"**{topic[1]}.** " + inline(line[topic.end():]) if topic else inline(line))
     if block:
@@ -204,12 +206,17 @@ def fields(function: Function, header: Header) -> list[tuple[str, str]]:
     return result
 
 
-def entry(function: Function, header: Header) -> list[str]:
+def entry(function: Function, header: Header, place: str) -> list[str]:
+    """What is said of a function; its formula stands in a place of the page, if not here."""
     declaration = function.declaration.rstrip(";")
     lines = [f"::::{{c:function}} {declaration}", ""]
-    if rule := formula(function, header):
+    rule = formula(function, header)
+    if rule:
         lines += ["```text", *rule, "```", ""]
-    lines += [f":{name}: {value}" for name, value in fields(function, header)]
+    facts = fields(function, header)
+    if not rule:
+        facts.insert(2, ("Formula", place))
+    lines += [f":{name}: {value}" for name, value in facts]
     return [*lines, "::::", ""]
 
 
@@ -234,10 +241,18 @@ def page(header: Header) -> str:
         key = (function.family, "" if function.family else function.text)
         sections.setdefault(key, []).append(function)
     taken = collections.Counter()
+    subject = ""
     for (family, text), members in sections.items():
         heading = first_words(family or text) or "Functions"
+        if same := re.match(r"The same(?: (?:of|for|by|with)|,) ", heading):
+            heading = f"{subject}, {heading[same.end():]}"
+        else:
+            subject = heading.split(",")[0]
         taken[heading] += 1
-        lines += [f"## {escaped(heading)}" + (f", {taken[heading]}" if taken[heading] > 1 else ""), ""]
+        heading += f", {taken[heading]}" if taken[heading] > 1 else ""
+        lines += [f"## {escaped(heading)}", ""]
+        says = re.search(r"^    |\w = ", f"{family}\n{text or members[0].text}", re.MULTILINE)
+        place = f"[above](#{slug(heading)})" if says else f"[at the top](#{slug(title)})"
         if family:
             lines += [markdown(without_examples(without_heading(family, heading)))]
         said = ""
@@ -245,7 +260,7 @@ def page(header: Header) -> str:
             if function.text != said:
                 said = function.text
                 lines += [markdown(without_examples(said))]
-            lines += entry(function, header)
+            lines += entry(function, header, place)
     return "\n".join(lines) + "\n"
 
 
