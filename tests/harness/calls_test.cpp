@@ -43,9 +43,11 @@ TEST_P(Conversion, GivesTheSameInSeveralThreads) {
     constexpr ZelSize size{76, 16};
     constexpr int count = 4;
     Random random(seed());
-    const auto [source, destination] = lay(size, {aligned, aligned}, random, Content::uniform);
-    const auto convert = [&tested = tested(), &source = source](const Picture& to) {
-        return tested.entry.call({.source = tested.entry.isInPlace ? to.operand() : source.operand(),
+    const Pictures pictures = lay(size, {aligned, aligned}, random, Content::uniform);
+    const Picture& destination = pictures.destination;
+    const auto convert = [&](const Picture& to) {
+        const model::Export& tested = *GetParam();
+        return tested.entry.call({.source = tested.entry.isInPlace ? to.operand() : pictures.source.operand(),
                                   .destination = to.operand(),
                                   .size = size,
                                   .slice = tested.slice.argument,
