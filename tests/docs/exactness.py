@@ -26,7 +26,7 @@ def tests_of_build():
         text = path.read_text()
         yield from re.findall(r"add_test\(NAME ([\w.-]+) ", text)
         yield from (f"structure.{name}" for name in re.findall(r"^add_structure_test\((\w+) ", text, re.MULTILINE))
-        yield from (f"results.{name}" for name in re.findall(r"^ *add_results\((\w+) ", text, re.MULTILINE))
+        yield from (f"results.{name}" for name in re.findall(r"^ *add_results\(([\w-]+) ", text, re.MULTILINE))
 
 
 def faults_of_page():
