@@ -1,6 +1,7 @@
 """The pages that lead to a function: by source and destination, and by what other libraries call it."""
 
 import collections
+import re
 
 import reference
 from catalog import formats, functions
@@ -66,7 +67,7 @@ def peers_page() -> str:
     called = collections.defaultdict(dict)
     for name, sizes in reference.speeds().items():
         for cells in sizes.values():
-            library, _, calls = cells[-1].partition(" ")
+            library, _, calls = re.sub(r"^(\w+),", r"\1", cells[-1]).partition(" ")
             if library not in ("none", ""):
                 called[library].setdefault(calls or "its conversion of this format", {})[name] = None
     lines = ["# Names elsewhere", "", "The fastest call of another library for the same task, from the [benchmarks](benchmarks.md). Where "

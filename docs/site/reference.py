@@ -99,13 +99,16 @@ def worked_pixel(function: Function) -> str:
     return ""
 
 
-def statuses(function: Function, header: Header) -> list[str]:
-    general = "\n".join(line for line in header.text.splitlines() if "only where stated" not in line and "alone:" not in line)
-    own = f"{function.family}\n{function.text}"
-    if "only" not in own and "4:1:1" not in own:
-        general = re.sub(r".*zelStsStepErr.*in the conversions (?:that say so|of BGR).*", "", general) if "zelStsStepErr" not in own else general
-    found = re.findall(r"zelSts\w+", general + own) + ["zelStsNoErr"]
-    return sorted(set(found), key=lambda name: (name == "zelStsNoErr", name.endswith("Warn"), found.index(name)))
+@functools.cache
+def calls() -> dict[str, tuple[str, list[str]]]:
+    """Of each function the smallest size and the statuses, errors first."""
+    found: dict[str, tuple[str, list[str]]] = {}
+    for line in (ROOT / "docs" / "statuses.txt").read_text().splitlines():
+        if not line.startswith("#"):
+            name, size, *words = line.split()
+            earlier = found.get(name, ("", []))[1]
+            found[name] = (size.replace("x", " x "), sorted(dict.fromkeys(earlier + words), key=lambda w: (w == "empty", w == "zelStsNoErr")))
+    return found
 
 
 @functools.cache
@@ -183,7 +186,7 @@ def format_link(found: formats.Format) -> str:
     return f"{title}{name}"
 
 
-def fields(function: Function, header: Header) -> list[tuple[str, str]]:
+def fields(function: Function) -> list[tuple[str, str]]:
     served = functions.conversions_of(function)
     result = [("From", ", or ".join(dict.fromkeys(format_link(c.source) for c in served))),
               ("To", ", or ".join(dict.fromkeys(format_link(c.target) for c in served)))]
@@ -191,7 +194,10 @@ def fields(function: Function, header: Header) -> list[tuple[str, str]]:
         result.append(("Colour", f"[{MATRICES[served[0].matrix]}](../matrices.md#names)"))
     if pixel := worked_pixel(function):
         result.append(("Worked pixel", inline(pixel)))
-    result.append(("Status", ", ".join(f"`{name}`" for name in statuses(function, header))))
+    size, words = calls()[function.name]
+    empty = "; a region without pixels is no error" if "empty" in words else ""
+    result.append(("Smallest size", size + empty))
+    result.append(("Status", ", ".join(f"`{word}`" for word in words if word != "empty")))
     for columns, rows, method in cuts()[function.name]:
         way = f", {inline(method)}" if method else ""
         result.append((f"Parts{way}", f"{cut_in_words(columns, 'column')}, {cut_in_words(rows, 'row')} "
@@ -213,7 +219,7 @@ def entry(function: Function, header: Header, place: str) -> list[str]:
     rule = formula(function, header)
     if rule:
         lines += ["```text", *rule, "```", ""]
-    facts = fields(function, header)
+    facts = fields(function)
     if not rule:
         facts.insert(2, ("Formula", place))
     lines += [f":{name}: {value}" for name, value in facts]

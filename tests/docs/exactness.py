@@ -1,5 +1,5 @@
 """exactness.py SOURCE ZELCC_TESTS: every statement of docs/exactness.md names a test, every test that it names is there, and
-docs/strips.txt has a line for every function and each of its methods."""
+docs/strips.txt has a line for every function and each of its methods, docs/statuses.txt one for every function."""
 
 import collections
 import pathlib
@@ -60,6 +60,9 @@ def faults_of_list():
             expected = METHODS - {"zelDitherBayer"} if "_8u1u_" in name else METHODS
         if name not in exports or sorted(methods[name]) != sorted(expected):
             yield f"strips.txt has {methods[name]} for {name}"
+    lines = (root / "docs/statuses.txt").read_text().splitlines()
+    if {line.split()[0] for line in lines if not line.startswith("#")} != set(exports):
+        yield "statuses.txt has not all functions, or others"
 
 
 faults = [*faults_of_page(), *faults_of_list()]

@@ -8,7 +8,6 @@
 #include <sstream>
 
 #include "harness/conversion_test.h"
-#include "zelcc/chroma.h"
 
 namespace harness {
 namespace {
@@ -180,15 +179,6 @@ std::map<std::string, ParameterList> parametersByMethod(const model::Export& tes
 
 TEST_P(StripConversion, ComesOutOfStripsAsOfOneCall) {
     for (const auto& [method, parameters] : parametersByMethod(tested())) expectStated(parameters, method);
-}
-
-// Of the conversions of slices, those of whole images.
-std::vector<const model::Export*> ofWholeImages() {
-    std::vector<const model::Export*> rows;
-    for (const std::span<const model::Export> family : model::families())
-        for (const model::Export& e : family)
-            if (!e.slice.argument || e.slice.argument == (zelSliceTop | zelSliceMiddle | zelSliceBottom)) rows.push_back(&e);
-    return rows;
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, StripConversion, testing::ValuesIn(ofWholeImages()), nameOf);
