@@ -64,8 +64,8 @@ def save_slices(load, path: pathlib.Path) -> None:
     result = Image.new("RGB", whole.size)
     for i, name in enumerate(SLICES):
         result.paste(load(name).crop((i * width, 0, (i + 1) * width, whole.height)), (i * width, 0))
-    result = result.crop((0, whole.height // 4, width * len(SLICES), whole.height)).resize((1400, 1400 * 3 * whole.height // (4 * width * len(SLICES))))
-    result.save(path, quality=85)
+    result = result.crop((0, whole.height // 4, width * len(SLICES), whole.height))
+    result.resize((1400, 1400 * result.height // result.width)).save(path, quality=85)
 
 
 def bars(root: pathlib.Path):
@@ -112,10 +112,12 @@ def placed(root: pathlib.Path, pages: dict[str, str]) -> dict[str, str]:
     """The pages with the pictures behind their headings."""
     result = dict(pages)
     figures = [(p.page, p.heading, figure(p.name, p.caption, p.caption.rstrip("."))) for p in PICTURES]
-    figures.append(("index.md", "# zelCC", figure("slices.jpg", "One photograph: decoded from 4:2:0, saturated, gray, sepia, four levels and "
-                                                  "two.", "A photograph in six slices, each by another conversion")))
+    slices = figure("slices.jpg", "One photograph: decoded from 4:2:0, saturated, gray, sepia, four levels and two.",
+                    "A photograph in six slices, each by another conversion")
+    figures.append(("index.md", "# zelCC", slices))
     for number, (heading, _) in enumerate(bars(root)):
-        figures.append(("matrices.md", heading, figure(f"bars{number}.svg", "Above as it was, below as it becomes.", "Colour bars, right and wrong")))
+        drawing = figure(f"bars{number}.svg", "Above as it was, below as it becomes.", "Colour bars, right and wrong")
+        figures.append(("matrices.md", heading, drawing))
     for page, heading, text in figures:
         if f"{heading}\n" not in result[page]:
             raise ValueError(f"{page} has no heading {heading}")

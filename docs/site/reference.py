@@ -107,7 +107,8 @@ def calls() -> dict[str, tuple[str, list[str]]]:
         if not line.startswith("#"):
             name, size, *words = line.split()
             earlier = found.get(name, ("", []))[1]
-            found[name] = (size.replace("x", " x "), sorted(dict.fromkeys(earlier + words), key=lambda w: (w == "empty", w == "zelStsNoErr")))
+            all_words = sorted(dict.fromkeys(earlier + words), key=lambda word: (word == "empty", word == "zelStsNoErr"))
+            found[name] = size.replace("x", " x "), all_words
     return found
 
 
@@ -230,7 +231,9 @@ def first_words(text: str) -> str:
     """A heading of a text that begins with what it is about."""
     start = " ".join(paragraphs(text)[0].split()) if text else ""
     start = re.split(r"(?<!\d): |\. |[:.]$|, (?:\w+ = |with |and (?:its|a ))|: (?=\w+\[|the |another |chroma )", start)[0].rstrip(".:")
-    return start if len(start) <= 72 else start[:start.rfind(",", 0, 72)] if "," in start[:72] else start[:start.rfind(" ", 0, 60)]
+    if len(start) > 72:
+        start = start[:start.rfind("," if "," in start[:72] else " ", 0, 72)]
+    return start
 
 
 def without_heading(text: str, heading: str) -> str:
