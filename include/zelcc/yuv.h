@@ -25,9 +25,10 @@
  *
  *     C3   three bytes a pixel in the order of the name: R G B, B G R or Y U V
  *     C4   four bytes a pixel, the fourth of a destination is set to aval
- *     AC4  four bytes a pixel, the fourth is alpha; a source's alpha is ignored, a destination's stays, but beside P3 it becomes
- * 0 C2   packed 4:2:2, four bytes a pair of pixels: Y0 U Y1 V P3   three planes in the order of the name: R, G, B or Y, U, V P4
- * four planes: Y, U, V and the alpha of the source
+ *     AC4  four bytes a pixel, the fourth is alpha; a source's is ignored, a destination's stays, but is set to 0 beside P3
+ *     C2   packed 4:2:2, four bytes a pair of pixels: Y0 U Y1 V
+ *     P3   three planes in the order of the name: R, G, B or Y, U, V
+ *     P4   four planes: Y, U, V and the alpha of the source
  *
  * A kept fourth byte is rewritten with the value it held, so no other thread may write it during the call.
  *

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "harness/features.h"
+#include "zelcc/chroma.h"
 
 namespace harness {
 namespace {
@@ -38,6 +39,14 @@ void reportAccesses() {
 }
 
 }  // namespace
+
+std::vector<const model::Export*> ofWholeImages() {
+    std::vector<const model::Export*> rows;
+    for (const std::span<const model::Export> family : model::families())
+        for (const model::Export& e : family)
+            if (!e.slice.argument || e.slice.argument == (zelSliceTop | zelSliceMiddle | zelSliceBottom)) rows.push_back(&e);
+    return rows;
+}
 
 namespace {
 

@@ -83,6 +83,9 @@ inline auto rows(std::span<const model::Export> exports, bool (*has)(const model
     return testing::ValuesIn(rows);
 }
 
+// All there are, of the conversions of slices those of whole images.
+std::vector<const model::Export*> ofWholeImages();
+
 inline bool hasOneLayout(const model::Export& e) { return e.source == e.destination && !e.entry.isInPlace; }
 
 inline bool checksSteps(const model::Export& e) { return e.checksSteps; }

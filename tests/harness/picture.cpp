@@ -116,8 +116,10 @@ void Snapshot::Copy::assign(std::span<const uint8_t> bytes) {
     std::ranges::copy(bytes, bytes_.begin());
 }
 
-Snapshot::Snapshot(const Picture& picture) : picture_(picture) {
-    for (int i = 0; i < picture.layout->planeCount; ++i) copies_[i].assign(picture.planes[i].memory);
+Snapshot::Snapshot(const Picture& picture) : picture_(picture) { take(); }
+
+void Snapshot::take() {
+    for (int i = 0; i < picture_.layout->planeCount; ++i) copies_[i].assign(picture_.planes[i].memory);
 }
 
 model::Image Snapshot::image() {

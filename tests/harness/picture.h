@@ -40,6 +40,8 @@ class Snapshot {
     model::Image image();
     // Gives the picture back what it was copied with.
     void restore() const;
+    // Copies the picture anew.
+    void take();
     // Takes over what the picture has where both have something that is not a number: any will do.
     void acceptNaNs();
     // Where the picture differs from the copy first, in words.

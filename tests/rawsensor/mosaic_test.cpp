@@ -227,6 +227,39 @@ TEST_P(Mosaic, ConvertsTallImagesLikeTheirParts) {
     EXPECT_TRUE(whole == parts);
 }
 
+// At any place where a pixel doesn't follow its left neighbour, and otherwise above rows that have red samples.
+TEST_P(Mosaic, ComesOutOfRegionsAsOfOneCall) {
+    const int bytes = tested().elementBytes, pixelBytes = 3 * bytes;
+    const ZelSize size{61, 23};
+    const int32_t step = size.width * pixelBytes, bufferStep = (size.width + 6) * bytes;
+    std::vector<uint8_t> source(static_cast<size_t>(size.width * size.height * bytes)), buffer(size_t(30 * bufferStep));
+    std::vector<uint8_t> whole(static_cast<size_t>(step) * size.height), parts(whole.size());
+    random_.fill({source.data(), source.size()}, Content::uniform);
+    for (int grid = 0; grid < 4; ++grid) {
+        const auto convert = [&](std::vector<uint8_t>& result, const ZelRect& region) {
+            const MosaicCall call{
+                source.data(), region, size,          size.width * bytes, result.data() + region.y * step + region.x * pixelBytes,
+                step,          grid,   buffer.data(), bufferStep};
+            ASSERT_EQ(tested().call(call), zelStsNoErr);
+        };
+        convert(whole, {0, 0, size.width, size.height});
+        const bool hasRedInEvenRows = grid == zelBayerRGGB || grid == zelBayerGRBG;
+        for (int y = 1; y < size.height; ++y) {
+            if (tested().isHomogeneous && y % 2 == hasRedInEvenRows) continue;
+            std::ranges::fill(parts, untouched);
+            convert(parts, {0, y, size.width, size.height - y});
+            convert(parts, {0, 0, size.width, y});
+            ASSERT_TRUE(parts == whole) << "cut above row " << y << ", grid " << grid;
+        }
+        for (int x = 1; x < size.width && !tested().isHomogeneous; ++x) {
+            std::ranges::fill(parts, untouched);
+            convert(parts, {x, 0, size.width - x, size.height});
+            convert(parts, {0, 0, x, size.height});
+            ASSERT_TRUE(parts == whole) << "cut at column " << x << ", grid " << grid;
+        }
+    }
+}
+
 TEST_P(Mosaic, ReportsTheFirstErrorAndWritesNothing) {
     const int minimum = tested().minimum();
     std::vector<uint8_t> source(400), destination(1200, untouched), buffer(30 * 64);

@@ -75,6 +75,28 @@ TEST(BitValues, StandForThemselves) {
     EXPECT_EQ(convert(0, 3, 0x00), 0xc0);
 }
 
+// Parts of whole bytes can be made by several threads at once; others share a byte, and follow each other from the left.
+TEST(BitValues, OfAThresholdComeOutOfStripsAsOfOneCall) {
+    constexpr int width = 75, rowBytes = (width + 7) / 8;
+    std::vector<uint8_t> pixels(3 * width), whole(3 * rowBytes, 0x5a);
+    Random random(seed());
+    random.fill(pixels, Content::uniform);
+    const auto convert = [&](std::vector<uint8_t>& bits, int x, int columns) {
+        ASSERT_EQ(zeliReduceBits_8u1u_C1R(pixels.data() + x, width, bits.data() + x / 8, rowBytes, x % 8, {columns, 3}, 0, 0,
+                                          zelDitherNone, 127),
+                  zelStsNoErr);
+    };
+    convert(whole, 0, width);
+    for (int cut = 1; cut < width; ++cut) {
+        std::vector<uint8_t> parts(3 * rowBytes, 0x5a);
+        convert(parts, 0, cut);
+        convert(parts, cut, width - cut);
+        // A part that ends in the byte in which it begins, at an offset, clears what lies behind it.
+        const bool clearsTheEnd = cut % 8 != 0 && cut / 8 == rowBytes - 1;
+        EXPECT_EQ(parts == whole, !clearsTheEnd) << "cut at column " << cut;
+    }
+}
+
 TEST(BitErrorsReported, InOrder) {
     const FreshMachine fresh;
     const uint8_t pixels[4]{200, 200, 200, 200};
