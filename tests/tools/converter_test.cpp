@@ -164,24 +164,6 @@ TEST(Planes, ChangePlaces) {
     EXPECT_EQ(result, (std::vector<uint8_t>{0, 1, 2, 3, 4, 5, 6, 7, 10, 11, 8, 9}));
 }
 
-// Red and blue change places, and nothing else changes, at every depth that has the colour twist.
-TEST(Exchange, IsExact) {
-    const Size size{37, 5};
-    int count = 0;
-    for (const Step& step : allSteps()) {
-        if (!step.exchanges) continue;
-        const auto source = content(step.sourceFormat(), size), result = run(jobOf(step, size, {}), source, 1);
-        const auto sample = static_cast<size_t>(catalog::bytesOf(step.sourceFormat().element));
-        const auto pixel = static_cast<size_t>(step.sourceFormat().planes[0].bytes);
-        for (size_t i = 0; i < source.size(); ++i) {
-            const size_t channel = i % pixel / sample, swapped = channel == 0 ? 2 : channel == 2 ? 0 : channel;
-            ASSERT_EQ(result[i], source[i + swapped * sample - channel * sample]) << step.function().name << " byte " << i;
-        }
-        ++count;
-    }
-    EXPECT_EQ(count, 20);  // of 3 and 4 channels, both ways, at five depths
-}
-
 struct AlphaCase {
     const char *from, *to;
     bool isKept;
