@@ -92,7 +92,8 @@ int showWay(const ConvertOptions& options, const Format& from) {
 void tellWay(const Way& way) {
     if (way.size() < 2) return;
     std::string functions;
-    for (const Step& step : way) functions += (functions.empty() ? "" : ", ") + std::string(step.function().name);
+    for (const Step& step : way)
+        functions += (functions.empty() ? "" : ", ") + (step.moves() ? "moved samples" : std::string(step.function().name));
     std::fprintf(stderr, "zelcc: by %s\n", functions.c_str());
 }
 

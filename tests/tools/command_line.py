@@ -113,7 +113,7 @@ class Converting(InDirectory):
 
     def test_several_functions_are_told(self) -> None:
         several = ["convert", "-", "-", "--from", "rgb24", "--to", "rgb565le", "--size", "2x2"]
-        self.assertEqual(run(several, bytes(12)).stderr, b"zelcc: by zeliColorTwist32f_8u_C3R, zeliBGRToBGR565_8u16u_C3R\n")
+        self.assertEqual(run(several, bytes(12)).stderr, b"zelcc: by moved samples, zeliBGRToBGR565_8u16u_C3R\n")
         self.assertEqual(run([*several, "--quiet"], bytes(12)).stderr, b"")
 
     def test_a_reader_that_leaves_ends_it(self) -> None:
