@@ -6,16 +6,19 @@
 
 namespace zel::ZEL_LEVEL {
 
-// Stores are brought to a vector's boundary, and the last one overlaps the one before it.
+// Stores are brought to a vector's boundary, and the last one overlaps the one before it, but where that bypassed the caches: to
+// touch its line once more would read it from memory.
 ZEL_INLINE void copyRow(Destination to, const uint8_t* from, size_t bytes) {
     if (bytes < vectorBytes) return copyShort(to, from, bytes);
     const Bytes last = loadBytes(from + bytes - vectorBytes);
     storeVector(to, loadBytes(from));
+    size_t i = vectorBytes - reinterpret_cast<uintptr_t>(static_cast<uint8_t*>(to)) % vectorBytes;
 #pragma GCC unroll 4
-    for (size_t i = vectorBytes - reinterpret_cast<uintptr_t>(static_cast<uint8_t*>(to)) % vectorBytes; i + vectorBytes <= bytes;
-         i += vectorBytes)
-        storeVector(to + i, loadBytes(from + i));
-    storeVector(static_cast<uint8_t*>(to) + bytes - vectorBytes, last);
+    for (; i + vectorBytes <= bytes; i += vectorBytes) storeVector(to + i, loadBytes(from + i));
+    if (!to.bypassing())
+        storeVector(static_cast<uint8_t*>(to) + bytes - vectorBytes, last);
+    else if (i != bytes)
+        copyShort(to + i, from + i, bytes - i);
 }
 
 // A plane to a plane, each row to one row or to two. A block is a byte.
