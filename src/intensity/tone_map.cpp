@@ -81,11 +81,11 @@ class Scaling {
   public:
     ZEL_INLINE explicit Scaling(float factor) : factor_(splatFloat(factor)) {}
 
-    ZEL_INLINE void operator()(const uint8_t* from, uint8_t* to, size_t width) const {
+    ZEL_INLINE void operator()(const uint8_t* from, Destination to, size_t width) const {
         size_t i = 0;
         for (; i + vectorBytes <= width; i += vectorBytes) block(from + i * 4, to + i);
         if (i == width) return;
-        if (width >= size_t{vectorBytes} && from != to) {
+        if (width >= size_t{vectorBytes} && from != to && !to.bypassing()) {
             block(from + (width - vectorBytes) * 4, to + width - vectorBytes);
             return;
         }
@@ -96,7 +96,7 @@ class Scaling {
     }
 
   private:
-    ZEL_INLINE void block(const uint8_t* from, uint8_t* to) const {
+    ZEL_INLINE void block(const uint8_t* from, Destination to) const {
         const auto bytes = [&](int v) { return Rule::bytes(loadFloats(from, v * vectorFloats) * factor_); };
         storeVector(to, inOrderOfQuarters(packBytes(packWords(bytes(0), bytes(1)), packWords(bytes(2), bytes(3)))));
     }
@@ -104,25 +104,19 @@ class Scaling {
     Floats factor_;
 };
 
-// From the last row to the first, since the cache still has the rows that the statistic came to last; but rows of the destination
-// that overlap are written in their order.
 template <class Rule>
 void scale(const Images& images, float factor) {
     const Scaling<Rule> scaleRow(factor);
     const auto width = size_t(images.size.width);
-    auto fromStep = size_t(images.sourceStep[0]), toStep = size_t(images.destinationStep[0]);
     const uint8_t* from = images.source[0];
     uint8_t* to = images.destination[0];
-    const size_t distance = images.destinationStep[0] < 0 ? -toStep : toStep;
-    if (distance >= width) {
-        const auto last = size_t(images.size.height - 1);
-        from = moved(from, fromStep * last);
-        to = moved(to, toStep * last);
-        fromStep = -fromStep;
-        toStep = -toStep;
+    const bool bypassing = from != to && exceedsCaches(width * size_t(images.size.height) * 5);
+    for (int rows = images.size.height; rows != 0; --rows) {
+        scaleRow(from, {to, bypassing}, width);
+        from = moved(from, size_t(images.sourceStep[0]));
+        to = moved(to, size_t(images.destinationStep[0]));
     }
-    for (int rows = images.size.height; rows != 0; --rows, from = moved(from, fromStep), to = moved(to, toStep))
-        scaleRow(from, to, width);
+    if (bypassing) storeFence();
 }
 
 struct ToneMap {
