@@ -60,13 +60,6 @@ ZEL_INLINE void copyBytes(uint8_t* to, const uint8_t* from, size_t bytes) {
     if (bytes != 0) copyShort(to, from, bytes);
 }
 
-// Asks for bytes that a later row will need: tiles are too narrow for the processor to foresee them.
-enum class Use { read, written };
-template <Use use>
-ZEL_INLINE void prefetch(const uint8_t* p, size_t bytes) {
-    for (size_t i = 0; i < bytes + 63; i += 64) __builtin_prefetch(p + i, use == Use::written);
-}
-
 template <class Depth>
 class Tile {
     using Element = typename Depth::Element;

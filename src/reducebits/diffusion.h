@@ -136,8 +136,13 @@ struct DiffusedSamples {
     const Noise* noise;
     int endOfFours;  // up to there four pixels share the noise of their first one
 
+    // More rows go on at once than the processor fetches ahead by itself, so each asks for the next run of its own.
     ZEL_INLINE void load(float* cells, const RowPlace& place, int pixels) const {
-        loadSamples(cells, place.from + place.x * fromPixelBytes, pixels);
+        const uint8_t* from = place.from + place.x * fromPixelBytes;
+        loadSamples(cells, from, pixels);
+        const ptrdiff_t fromBytes = pixels * fromPixelBytes, toBytes = pixels * toPixelBytes;
+        prefetch<Use::read>(from + fromBytes, size_t(fromBytes));
+        prefetch<Use::written>(place.to + place.x * toPixelBytes + toBytes, size_t(toBytes));
     }
     ZEL_INLINE void store(const RowPlace& place, const float* levels, int pixels) const {
         storeLevels(place.to + place.x * toPixelBytes, levels, scale, pixels);

@@ -75,8 +75,7 @@ class NoiseOfRows {
             storeVector(at, (((places >> 1) + splatDword(y)) & splatDword(half - 1)) + (-(places & 1) & splatDword(oddNumbers)));
             Dwords v[rows];
             unrolled<rows>([&](int i) ZEL_INLINE_LAMBDA {
-                v[i] = (Dwords)loadLanesAt([&](int lane)
-                                               ZEL_INLINE_LAMBDA { return static_cast<const void*>(dealt_ + at[4 * lane + i]); });
+                v[i] = (Dwords)loadLanesAt([&](int lane) ZEL_INLINE_LAMBDA { return dealt_ + at[4 * lane + i]; });
             });
             transpose(v);
             unrolled<rows>([&](int i) ZEL_INLINE_LAMBDA { storeVector(to[i] + x, v[i]); });

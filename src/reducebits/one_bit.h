@@ -95,6 +95,7 @@ struct DiffusedBits {
         const int whole = pixels & -n, rest = pixels & (n - 1);
         for (int i = 0; i < whole; i += n) storeVector(cells + i, loadBytesAsDwords(from + i));
         for (int i = 0; i < rest; ++i) cells[whole + i] = from[whole + i];
+        prefetch<Use::read>(from + pixels, size_t(pixels));
     }
     ZEL_INLINE void store(const RowPlace& place, const int32_t* isSet, int pixels) const {
         constexpr int n = vectorBytes / 4;

@@ -35,6 +35,7 @@ struct Depths {
     Diffusion floydSteinberg;
     float floydSteinbergBias;  // before a level is cut off; the other kinds of diffusion have none
     float floor;               // of what is above black
+    bool keepsUp;              // with memory
 };
 
 enum class Alpha { none, kept };
@@ -65,7 +66,8 @@ constexpr Depths depths(ReduceRow toNearest = Reduction<From, To, true, false>::
                       .offset = To::isSigned ? 32768 : 0},
             .floydSteinberg = differsInFloydSteinberg ? Diffusion::floydSteinbergByColumns : Diffusion::floydSteinberg,
             .floydSteinbergBias = differsInFloydSteinberg ? 0.5f : 0,
-            .floor = areFloats ? 1.1920929e-7f : 0};
+            .floor = areFloats ? 1.1920929e-7f : 0,
+            .keepsUp = areFloats || From::bytes == To::bytes};
 }
 
 constexpr Depths from8u = depths<From8u, To8u, false>(), from16u = depths<From16u, To16u, false>(),
@@ -166,7 +168,10 @@ ZEL_INLINE ZelStatus diffuse(Diffusion kind, const TallImage& image, const Diffu
                      .to = images.destination[0],
                      .toStep = size_t(images.destinationStep[0]),
                      .size = images.size,
-                     .channels = layout.samples};
+                     .channels = layout.samples,
+                     .bypassing = false};
+    const size_t samples = rows.samples() * size_t(rows.size.height);
+    rows.bypassing = d.keepsUp && exceedsCaches(samples * size_t(d.fromBytes + d.toBytes)) && rows.from != rows.to;
     if (dither == zelDitherNone) {
         const bool keepsAlpha = layout.alpha == Alpha::kept;
         reduceToNearest(

@@ -25,7 +25,7 @@ static_assert(thresholdPeriod % vectorBytes == 0);
 // From the left to the right, samples are read before they are written.
 struct ReducedRow {
     const uint8_t* from;
-    uint8_t* to;
+    Destination to;
     size_t samples;
     const float* thresholds;
     bool repeatsThresholds;
@@ -39,13 +39,14 @@ struct SampleShape {
 };
 
 // The end of a row that does not fill a block: by one more block that ends with the row, unless the row is shorter, or the
-// samples are gone that it would read again. `place`: of the end's thresholds.
+// samples are gone that it would read again, or stores bypass the caches, for a line that just went past them should be left
+// alone. `place`: of the end's thresholds.
 ZEL_OWN_CODE inline void reduceRest(ReduceRow reduce, const Levels& levels, const ReducedRow& row, SampleShape shape,
                                     size_t place) {
     const auto fromBytes = size_t(shape.fromBytes), toBytes = size_t(shape.toBytes), block = vectorBytes / toBytes;
     const size_t rest = row.samples % block, whole = row.samples - rest;
     const bool isInPlace = row.to < row.from + row.samples * fromBytes && row.from < row.to + row.samples * toBytes;
-    if (whole != 0 && !isInPlace) {
+    if (whole != 0 && !isInPlace && !row.to.bypassing()) {
         const size_t first = row.samples - block, again = block - rest;
         place = place >= again ? place - again : place + thresholdPeriod - again;
         reduce(levels, {row.from + first * fromBytes, row.to + first * toBytes, block, row.thresholds + place, false});
@@ -84,7 +85,7 @@ class Reduction {
 
     ZEL_INLINE explicit Reduction(const Levels& levels) : step_(splatFloat(levels.step)), inverse_(splatFloat(levels.inverse)) {}
 
-    ZEL_INLINE void operator()(const uint8_t* from, uint8_t* to, const float* thresholds) const {
+    ZEL_INLINE void operator()(const uint8_t* from, Destination to, const float* thresholds) const {
         Dwords levels[To::parts];
         unrolled<To::parts>([&](int i) ZEL_INLINE_LAMBDA {
             levels[i] =
@@ -141,7 +142,8 @@ struct ReducedRows {
     uint8_t* to;
     size_t toStep;
     ZelSize size;
-    int channels;  // of a pixel, in memory
+    int channels;    // of a pixel, in memory
+    bool bypassing;  // the caches, where whole vectors are stored
 
     ZEL_INLINE size_t samples() const { return size_t(size.width) * size_t(channels); }
 };
@@ -200,7 +202,7 @@ class ByteResults {
     template <class OfRow>
     ZEL_INLINE void reduceRows(const ReducedRows& rows, const Levels& levels, const RowRule& rule, const OfRow& ofRow) const {
         const MadeByteTable below(below_), above(above_), ranks(ranks_);
-        ReducedRow row{rows.from, rows.to, rows.samples(), nullptr, true};
+        ReducedRow row{rows.from, {rows.to, rows.bypassing}, rows.samples(), nullptr, true};
         const size_t whole = row.samples & -size_t{vectorBytes};
         for (int y = 0; y < rows.size.height; ++y) {
             const RowThresholds thresholds = ofRow(y);
@@ -219,8 +221,9 @@ class ByteResults {
             if (whole != row.samples)
                 reduceRest(rule.reduce, levels, row, {.fromBytes = 1, .toBytes = 1, .keepsAlpha = rule.keepsAlpha}, place);
             row.from = moved(row.from, rows.fromStep);
-            row.to = moved(row.to, rows.toStep);
+            row.to = {moved<uint8_t>(row.to, rows.toStep), rows.bypassing};
         }
+        if (rows.bypassing) storeFence();
     }
 
   private:
@@ -230,13 +233,14 @@ class ByteResults {
 // Row y has the thresholds ofRow(y).
 template <class OfRow>
 ZEL_INLINE void reduceRows(const ReducedRows& rows, const Levels& levels, const RowRule& rule, const OfRow& ofRow) {
-    ReducedRow row{rows.from, rows.to, rows.samples(), nullptr, true};
+    ReducedRow row{rows.from, {rows.to, rows.bypassing}, rows.samples(), nullptr, true};
     for (int y = 0; y < rows.size.height; ++y) {
         row.thresholds = ofRow(y);
         rule.reduce(levels, row);
         row.from = moved(row.from, rows.fromStep);
-        row.to = moved(row.to, rows.toStep);
+        row.to = {moved<uint8_t>(row.to, rows.toStep), rows.bypassing};
     }
+    if (rows.bypassing) storeFence();
 }
 
 // To the nearest level.
@@ -316,12 +320,13 @@ ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& le
             for (int x = endOfFours; bareAtEnd && x < first + pixels; ++x) ofPixels[x - first] = bayer[y % 4][x % 4];
             if (rows.channels != 1) repeatPixels(ofPixels, thresholds, pixels, rows.channels);
             const size_t before = size_t(first) * size_t(rows.channels);
-            reduce(levels, {from + before * size_t(bytesFrom), to + before * size_t(bytesTo),
+            reduce(levels, {from + before * size_t(bytesFrom), Destination(to, rows.bypassing) + before * size_t(bytesTo),
                             size_t(pixels) * size_t(rows.channels), rows.channels == 1 ? ofPixels : thresholds, false});
         }
         from = moved(from, rows.fromStep);
         to = moved(to, rows.toStep);
     }
+    if (rows.bypassing) storeFence();
 }
 
 }  // namespace zel::ZEL_LEVEL

@@ -15,21 +15,4 @@ ZEL_INLINE void transpose(Dwords (&v)[4]) {
     v[3] = (Dwords)interleaveHigh64(high01, high23);
 }
 
-// Lane l from the 16 bytes at at(l).
-template <class At>
-ZEL_INLINE Bytes loadLanesAt(const At& at) {
-    const auto lane = [&](int l) ZEL_INLINE_LAMBDA { return _mm_loadu_si128(static_cast<const __m128i*>(at(l))); };
-#if ZEL_LANES == 1
-    return (Bytes)lane(0);
-#else
-    const __m256i pair = _mm256_inserti128_si256(_mm256_castsi128_si256(lane(0)), lane(1), 1);
-#if ZEL_LANES == 2
-    return (Bytes)pair;
-#else
-    const __m256i upper = _mm256_inserti128_si256(_mm256_castsi128_si256(lane(2)), lane(3), 1);
-    return (Bytes)_mm512_inserti64x4(_mm512_castsi256_si512(pair), upper, 1);
-#endif
-#endif
-}
-
 }  // namespace zel::ZEL_LEVEL

@@ -109,14 +109,14 @@ ZEL_INLINE V computed(V v) {
     return v;
 }
 
-// Lane l from the 16 bytes at p + l*stride.
-ZEL_INLINE Bytes loadLanes(const uint8_t* p, [[maybe_unused]] ptrdiff_t stride) {
-    const __m128i first = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+// Lane l from the 16 bytes at at(l).
+template <class At>
+ZEL_INLINE Bytes loadLanesAt(const At& at) {
+    const auto lane = [&](int l) ZEL_INLINE_LAMBDA { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at(l))); };
 #if ZEL_LANES == 1
-    return (Bytes)first;
+    return (Bytes)lane(0);
 #else
-    const auto lane = [&](int l) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + l * stride)); };
-    const __m256i pair = _mm256_inserti128_si256(_mm256_castsi128_si256(first), lane(1), 1);
+    const __m256i pair = _mm256_inserti128_si256(_mm256_castsi128_si256(lane(0)), lane(1), 1);
 #if ZEL_LANES == 2
     return (Bytes)pair;
 #else
@@ -125,9 +125,20 @@ ZEL_INLINE Bytes loadLanes(const uint8_t* p, [[maybe_unused]] ptrdiff_t stride) 
 #endif
 #endif
 }
+// At p + l*stride.
+ZEL_INLINE Bytes loadLanes(const uint8_t* p, [[maybe_unused]] ptrdiff_t stride) {
+    return loadLanesAt([&](int l) ZEL_INLINE_LAMBDA { return p + l * stride; });
+}
 
 // The size of a line of the caches.
 constexpr size_t lineBytes = 64;
+
+// Asks for bytes that are needed some time later, where the processor can't foresee it.
+enum class Use { read, written };
+template <Use use>
+ZEL_INLINE void prefetch(const uint8_t* p, size_t bytes) {
+    for (size_t i = 0; i < bytes + lineBytes - 1; i += lineBytes) __builtin_prefetch(p + i, use == Use::written);
+}
 
 // Where vectors go, and whether they bypass the caches there. Only whole lines gain by that, so halves of vectors never do.
 class Destination {
