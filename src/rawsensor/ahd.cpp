@@ -54,12 +54,6 @@ struct Ties {
     bool areRead, areWritten;
 };
 
-ZEL_INLINE void copyBytes(uint8_t* to, const uint8_t* from, size_t bytes) {
-    for (; bytes >= size_t{vectorBytes}; bytes -= vectorBytes, from += vectorBytes, to += vectorBytes)
-        storeVector(to, loadBytes(from));
-    if (bytes != 0) copyShort(to, from, bytes);
-}
-
 template <class Depth>
 class Tile {
     using Element = typename Depth::Element;

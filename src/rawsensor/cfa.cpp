@@ -10,8 +10,8 @@ namespace {
 // Columns and rows at the image's edges, where green is the mean.
 constexpr int edge = 2;
 
-// Only blocks of whole lines gain by bypassing the caches.
-constexpr bool blocksAreLines = vectorBytes == int{lineBytes};
+// Lanes alone are too short to bypass the caches.
+constexpr bool canBypass = vectorBytes > laneBytes;
 
 // Some rows with the two above them and the two below. Beyond the image's edges they are reflected, which gives the neighbours
 // that are left there their weights.
@@ -77,8 +77,8 @@ ZEL_INLINE void convertBlock(const SourceRows<count>& rows, const PixelRows<coun
         const auto inOrder = [](V own, V middle, V other) ZEL_INLINE_LAMBDA {
             return isRed ? Channels<V>{own, middle, other} : Channels<V>{other, middle, own};
         };
-        sites[r].store(Destination(out.at[r] + pixel * 3 * size, blocksAreLines && out.bypassing),
-                       inOrder(here, between, diagonal), inOrder(beside[r + 1].value, here, above.value));
+        sites[r].store(Destination(out.at[r] + pixel * 3 * size, canBypass && out.bypassing), inOrder(here, between, diagonal),
+                       inOrder(beside[r + 1].value, here, above.value));
     });
 }
 
@@ -123,17 +123,31 @@ ZEL_OWN_CODE void convertRun(const SourceRows<count>& rows, const PixelRows<coun
         }
         for (int i = 0; i < count; ++i) to.at[i] = pixelBuffer[i];
     }
-    const auto convert = [&](size_t first, size_t end) {
-        convertBlocks<Depth, green, isRedRow, count>(from, to, first, end, firstHasColour == (first % 2 == 0));
+    const auto convert = [&](const PixelRows<count>& pixelRows, size_t first, size_t end) {
+        convertBlocks<Depth, green, isRedRow, count>(from, pixelRows, first, end, firstHasColour == (first % 2 == 0));
+    };
+    // Pixels first .. end - 1 of a block from `start` on. Nothing else is stored: the lines beside them bypass the caches.
+    const auto convertPart = [&](size_t start, size_t first, size_t end) {
+        PixelRows<count> buffer;
+        for (int i = 0; i < count; ++i) buffer.at[i] = moved<uint8_t>(pixelBuffer[i], 0 - start * 3 * size);
+        convert(buffer, start, start + block);
+        for (int i = 0; i < count; ++i)
+            copyBytes(out.at[i] + first * 3 * size, pixelBuffer[i] + (first - start) * 3 * size, (end - first) * 3 * size);
     };
     if (pixels < 2 * block) {
-        convert(0, block);
-        if (pixels > block) convert(pixels - block, pixels);
+        convert(to, 0, block);
+        if (pixels > block) convert(to, pixels - block, pixels);
     } else {
-        const size_t start = firstAligned<size, block>(to.at[0]);
-        if (start != 0) convert(0, block);
-        convert(start, pixels);
-        if ((pixels - start) % block != 0) convert(pixels - block, pixels);
+        const size_t start = firstAligned<size, block>(to.at[0]), rest = (pixels - start) % block;
+        if (start != 0 && out.bypassing)
+            convertPart(0, 0, start);
+        else if (start != 0)
+            convert(to, 0, block);
+        convert(to, start, pixels);
+        if (rest != 0 && out.bypassing)
+            convertPart(pixels - block, pixels - rest, pixels);
+        else if (rest != 0)
+            convert(to, pixels - block, pixels);
     }
     if (isBuffered)
         for (int i = 0; i < count; ++i) copyFromBuffer(out.at[i], pixelBuffer[i], pixels * 3 * size);
@@ -200,7 +214,7 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
     uint8_t* out = moved(reinterpret_cast<uint8_t*>(pDst), (size_t(part.left) - size_t(roi.x)) * 3 * sizeof(Element));
     out = moved(out, (size_t(part.top) - size_t(roi.y)) * step);
     const size_t pixels = size_t(part.right - part.left) * size_t(part.bottom - part.top);
-    const bool bypassing = blocksAreLines && exceedsCaches(pixels * 4 * sizeof(Element));
+    const bool bypassing = canBypass && exceedsCaches(pixels * 4 * sizeof(Element));
     for (int y = part.top; y < part.bottom;) {
         uint8_t* const second = moved(out, step);
         const int last = size.height - edge - 1;

@@ -29,6 +29,12 @@ ZEL_INLINE void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
 #endif
 }
 
+ZEL_INLINE void copyBytes(uint8_t* to, const uint8_t* from, size_t bytes) {
+    for (; bytes >= size_t{vectorBytes}; bytes -= vectorBytes, from += vectorBytes, to += vectorBytes)
+        storeVector(to, loadBytes(from));
+    if (bytes != 0) copyShort(to, from, bytes);
+}
+
 // What does not fill a block goes through a buffer. The rest of the block is zero there: it takes part in the arithmetic.
 ZEL_INLINE void copyToBuffer(uint8_t* buffer, const uint8_t* from, size_t bytes, size_t blockBytes) {
 #if ZEL_LANES == 4
