@@ -32,40 +32,23 @@ read or written. The manual page zelcc(1) says more.)";
 void addWishes(CLI::App& app, ConvertOptions& options) {
     Wishes& w = options.wishes;
     const auto names = [](auto... name) { return CLI::IsMember(std::vector<std::string>{name...}); };
-    constexpr const char* group = "How";
+    app.option_defaults()->group("How");
     app.add_option("--matrix", w.matrix, "By which luma and chroma are made: 601 (default), 709, 709-full or yuv")
-        ->check(names("601", "709", "709-full", "yuv"))
-        ->group(group);
-    app.add_option("--demosaic", w.demosaic, "Colours of a mosaic: bilinear (default) or ahd")
-        ->check(names("bilinear", "ahd"))
-        ->group(group);
-    app.add_flag("--filter", w.filter, "Interpolate chroma instead of repeating it")->group(group);
-    app.add_flag("--interlaced", w.interlaced, "Keep the fields apart where chroma gets or loses rows")->group(group);
+        ->check(names("601", "709", "709-full", "yuv"));
+    app.add_option("--demosaic", w.demosaic, "Colours of a mosaic: bilinear (default) or ahd")->check(names("bilinear", "ahd"));
+    app.add_flag("--filter", w.filter, "Interpolate chroma instead of repeating it");
+    app.add_flag("--interlaced", w.interlaced, "Keep the fields apart where chroma gets or loses rows");
     app.add_option("--dither", w.dither, "none, bayer, floyd-steinberg, jarvis or stucki, where samples get fewer levels")
-        ->check(names("none", "bayer", "floyd-steinberg", "jarvis", "stucki"))
-        ->group(group);
-    app.add_option("--levels", w.levels, "Reduce samples to so many levels")->check(CLI::Range(2, 65536))->group(group);
-    app.add_option("--noise", w.noise, "Percent of noise at the thresholds of levels")->check(CLI::Range(0, 100))->group(group);
-    app.add_option("--threshold", w.threshold, "Above it a pixel of monob is white (127)")
-        ->check(CLI::Range(0, 255))
-        ->group(group);
+        ->check(names("none", "bayer", "floyd-steinberg", "jarvis", "stucki"));
+    app.add_option("--levels", w.levels, "Reduce samples to so many levels")->check(CLI::Range(2, 65536));
+    app.add_option("--noise", w.noise, "Percent of noise at the thresholds of levels")->check(CLI::Range(0, 100));
+    app.add_option("--threshold", w.threshold, "Above it a pixel of monob is white (127)")->check(CLI::Range(0, 255));
     app.add_option("--gamma", w.gamma, "forward (to the video curve) or inverse (to linear light)")
-        ->check(names("forward", "inverse"))
-        ->group(group);
-    app.add_option("--range", options.range, "Of floats in gamma correction, as LOWEST,HIGHEST (0,1)")
-        ->type_name("RANGE")
-        ->group(group);
-    app.add_option("--tone-map", w.toneMap, "Floats to bytes by their maximum or mean")
-        ->check(names("maximum", "mean"))
-        ->group(group);
-    app.add_option("--twist", w.twist, "Colour matrix of 12 or 16 numbers, rows of 4")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->group(group);
-    app.add_option("--weights", w.weights, "Of red, green and blue in gray")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->group(group);
+        ->check(names("forward", "inverse"));
+    app.add_option("--range", options.range, "Of floats in gamma correction, as LOWEST,HIGHEST (0,1)")->type_name("RANGE");
+    app.add_option("--tone-map", w.toneMap, "Floats to bytes by their maximum or mean")->check(names("maximum", "mean"));
+    app.add_option("--twist", w.twist, "Colour matrix of 12 or 16 numbers, rows of 4")->delimiter(',')->allow_extra_args(false);
+    app.add_option("--weights", w.weights, "Of red, green and blue in gray")->delimiter(',')->allow_extra_args(false);
 }
 
 void addConvert(CLI::App& app, int& code) {
@@ -74,28 +57,23 @@ void addConvert(CLI::App& app, int& code) {
     command->add_option("input", options.input, "File, or - for the standard input")->type_name("FILE");
     command->add_option("output", options.output, "File, - for the standard output, or numbered files as out-%04d.png")
         ->type_name("FILE");
-    constexpr const char* what = "What";
-    command->add_option("--from", options.from, "Format of the input, if it doesn't tell")->type_name("FORMAT")->group(what);
+    command->option_defaults()->group("What");
+    command->add_option("--from", options.from, "Format of the input, if it doesn't tell")->type_name("FORMAT");
     command->add_option("--to", options.to, "Format of the output; of files that hold few, the one that loses least")
-        ->type_name("FORMAT")
-        ->group(what);
-    command->add_option("--size", options.size, "WIDTHxHEIGHT of raw frames")->type_name("SIZE")->group(what);
-    command->add_option("--crop", options.crop, "WIDTHxHEIGHT+X+Y: convert only this part")->type_name("PART")->group(what);
-    command->add_option("--frames", options.frames, "At most so many")->check(CLI::NonNegativeNumber)->group(what);
+        ->type_name("FORMAT");
+    command->add_option("--size", options.size, "WIDTHxHEIGHT of raw frames")->type_name("SIZE");
+    command->add_option("--crop", options.crop, "WIDTHxHEIGHT+X+Y: convert only this part")->type_name("PART");
+    command->add_option("--frames", options.frames, "At most so many")->check(CLI::NonNegativeNumber);
     const CLI::IsMember kinds(std::vector<std::string>{"auto", "raw", "y4m", "png", "jpeg", "pnm", "pfm"});
     command->add_option("--input-kind", options.inputKind, "Instead of what content tells: raw, y4m, png, jpeg, pnm, pfm")
-        ->check(kinds)
-        ->group(what);
-    command->add_option("--output-kind", options.outputKind, "Instead of what the name tells")->check(kinds)->group(what);
+        ->check(kinds);
+    command->add_option("--output-kind", options.outputKind, "Instead of what the name tells")->check(kinds);
     addWishes(*command, options);
-    constexpr const char* running = "Running";
+    command->option_defaults()->group("Running");
     command->add_option("--threads", options.threads, "As many as the machine has, if nothing is said")
-        ->check(CLI::Range(1, 1024))
-        ->group(running);
-    command->add_flag("--dry-run", options.isDry, "Print the functions that would be called, and convert nothing")
-        ->group(running);
-    command->add_flag("-q,--quiet", options.isQuiet, "Don't tell which functions are called, and show no progress")
-        ->group(running);
+        ->check(CLI::Range(1, 1024));
+    command->add_flag("--dry-run", options.isDry, "Print the functions that would be called, and convert nothing");
+    command->add_flag("-q,--quiet", options.isQuiet, "Don't tell which functions are called, and show no progress");
     command->callback([&code] { code = convert(options); });
 }
 
