@@ -1,6 +1,6 @@
 # Debian packages: `cpack -G DEB` in a build that was configured with -DCMAKE_INSTALL_PREFIX=/usr, which puts the libraries into the
-# folder of their architecture. libzelcc8 has both libraries, libzelcc-dev what programs are built with,
-# zelcc the program of that name, where it is built.
+# folder of their architecture and the package for Python where all of Debian's are. libzelcc8 has both libraries, libzelcc-dev what
+# programs are built with; zelcc is the program of that name and python3-zelcc the package for Python, where they are built.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -61,6 +61,23 @@ if(ZELCC_TOOLS)
     add_package(tools zelcc graphics "converter for files and streams" "libzelcc8 (= ${PROJECT_VERSION})")
 endif()
 
+# An extension module is of one minor version of Python and of one binary interface of NumPy, which Debian's NumPy has in a file. The
+# scripts write its bytecode and remove it again, as those of Debian's packages do.
+set(numpy_file /usr/share/numpy3/versions)
+if(ZELCC_PYTHON AND EXISTS ${numpy_file})
+    find_package(Python3 REQUIRED COMPONENTS Interpreter)
+    math(EXPR next_minor "${Python3_VERSION_MINOR} + 1")
+    file(READ ${numpy_file} numpy)
+    string(REGEX REPLACE ".*\nabi +([0-9]+).*" "\\1" numpy_abi "${numpy}")
+    string(REGEX REPLACE ".*\napi-min-version +([^ \n]+).*" "\\1" numpy_least "${numpy}")
+    string(CONCAT needs "libzelcc8 (= ${PROJECT_VERSION}), python3 (>= 3.${Python3_VERSION_MINOR}~), python3 (<< 3.${next_minor}), "
+        "python3-numpy (>= ${numpy_least}), python3-numpy-abi${numpy_abi}")
+    add_package(python python3-zelcc python "package for Python 3" "${needs}")
+    file(WRITE ${package_files}/postinst "#!/bin/sh\nset -e\n[ \"$1\" != configure ] || py3compile -p python3-zelcc\n")
+    file(WRITE ${package_files}/prerm "#!/bin/sh\nset -e\npy3clean -p python3-zelcc\n")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${package_files}/postinst ${package_files}/prerm)
+endif()
+
 # Programs that are linked against the library depend on the version that has all their functions.
 file(STRINGS src/frame/exports.def exports REGEX "^ZEL_EXPORT")
 list(TRANSFORM exports REPLACE "^ZEL_EXPORT\\(([A-Za-z0-9_]+),.*" " \\1@ZELCC_8 ${PROJECT_VERSION}")
@@ -75,8 +92,9 @@ libzelcore.so.8 libzelcc8 #MINVER#
  ZELCORE_8@ZELCORE_8 ${PROJECT_VERSION}
 ${core_exports}
 ")
+file(WRITE ${package_files}/shlibs "libzelcc 8 libzelcc8 (>= ${PROJECT_VERSION})\nlibzelcore 8 libzelcc8 (>= ${PROJECT_VERSION})\n")
 file(WRITE ${package_files}/triggers "activate-noawait ldconfig\n")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${package_files}/symbols ${package_files}/triggers)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${package_files}/symbols ${package_files}/shlibs ${package_files}/triggers)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # every package has its own
 
 include(CPack)
