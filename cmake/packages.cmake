@@ -1,6 +1,6 @@
-# Debian packages: `cpack -G DEB` in a build that was configured with -DCMAKE_INSTALL_PREFIX=/usr, which puts the libraries into the
-# folder of their architecture and the package for Python where all of Debian's are. libzelcc8 has both libraries, libzelcc-dev what
-# programs are built with; zelcc is the program of that name and python3-zelcc the package for Python, where they are built.
+# Debian packages: `cpack -G DEB` in a build that was configured with -DCMAKE_INSTALL_PREFIX=/usr, which puts the libraries into
+# the folder of their architecture and the package for Python where all of Debian's are. libzelcc8 has both libraries, libzelcc-dev
+# what programs are built with; zelcc is the program of that name and python3-zelcc the package for Python, where they are built.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -61,8 +61,8 @@ if(ZELCC_TOOLS)
     add_package(tools zelcc graphics "converter for files and streams" "libzelcc8 (= ${PROJECT_VERSION})")
 endif()
 
-# An extension module is of one minor version of Python and of one binary interface of NumPy, which Debian's NumPy has in a file. The
-# scripts write its bytecode and remove it again, as those of Debian's packages do.
+# An extension module is of one minor version of Python and of one binary interface of NumPy, which Debian's NumPy has in a file.
+# The scripts write the bytecode and remove it again, as those of Debian's packages do.
 set(numpy_file /usr/share/numpy3/versions)
 if(ZELCC_PYTHON AND EXISTS ${numpy_file})
     find_package(Python3 REQUIRED COMPONENTS Interpreter)
@@ -70,7 +70,8 @@ if(ZELCC_PYTHON AND EXISTS ${numpy_file})
     file(READ ${numpy_file} numpy)
     string(REGEX REPLACE ".*\nabi +([0-9]+).*" "\\1" numpy_abi "${numpy}")
     string(REGEX REPLACE ".*\napi-min-version +([^ \n]+).*" "\\1" numpy_least "${numpy}")
-    string(CONCAT needs "libzelcc8 (= ${PROJECT_VERSION}), python3 (>= 3.${Python3_VERSION_MINOR}~), python3 (<< 3.${next_minor}), "
+    string(CONCAT needs "libzelcc8 (= ${PROJECT_VERSION}), "
+        "python3 (>= 3.${Python3_VERSION_MINOR}~), python3 (<< 3.${next_minor}), "
         "python3-numpy (>= ${numpy_least}), python3-numpy-abi${numpy_abi}")
     add_package(python python3-zelcc python "package for Python 3" "${needs}")
     file(WRITE ${package_files}/postinst "#!/bin/sh\nset -e\n[ \"$1\" != configure ] || py3compile -p python3-zelcc\n")
@@ -92,7 +93,9 @@ libzelcore.so.8 libzelcc8 #MINVER#
  ZELCORE_8@ZELCORE_8 ${PROJECT_VERSION}
 ${core_exports}
 ")
-file(WRITE ${package_files}/shlibs "libzelcc 8 libzelcc8 (>= ${PROJECT_VERSION})\nlibzelcore 8 libzelcc8 (>= ${PROJECT_VERSION})\n")
+file(WRITE ${package_files}/shlibs "libzelcc 8 libzelcc8 (>= ${PROJECT_VERSION})
+libzelcore 8 libzelcc8 (>= ${PROJECT_VERSION})
+")
 file(WRITE ${package_files}/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${package_files}/symbols ${package_files}/shlibs ${package_files}/triggers)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # every package has its own
