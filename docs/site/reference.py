@@ -208,7 +208,7 @@ def fields(function: Function) -> list[tuple[str, str]]:
         peer = cells[-1]
         ratios = [cell for cell in cells[3:6] if cell]
         beside = f"; {', '.join(ratios)} times {escaped(peer)}" if ratios and peer not in ("none", "") else ""
-        unit = "GB/s (of copy)" if "(" in cells[0] else "million calls a second"
+        unit = "GB/s (of copies)" if any("(" in cell for cell in cells[:3]) else "million calls a second"
         result.append((f"Speed, {size}", f"{', '.join(values)} {unit}".rstrip() + beside))
     return result
 
