@@ -51,7 +51,7 @@ inline constexpr Patterns patterns = [] {
 }  // namespace fields565
 
 // As many consecutive words as a vector has bytes, to three vectors of consecutive bytes.
-ZEL_INLINE void expand565(uint8_t* to, const uint8_t* from) {
+ZEL_INLINE void expand565(Destination to, const uint8_t* from) {
     using fields565::patterns;
     unrolled<3>([&](auto v) ZEL_INLINE_LAMBDA {
         const Bytes fields = loadBytes(patterns.fields[v]);

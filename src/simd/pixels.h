@@ -328,7 +328,7 @@ ZEL_INLINE PixelWords joinBytes(Bytes low, Bytes high) {
 
 // The order is that of the channels from which the words come.
 template <Order order>
-ZEL_INLINE void storePixelWords(uint8_t* p, PixelWords w) {
+ZEL_INLINE void storePixelWords(Destination p, PixelWords w) {
 #if ZEL_LANES == 4
     storeVector(p, w.low);
     storeVector(p + vectorBytes, w.high);
