@@ -124,6 +124,7 @@ class Tile {
         mirror(from, inFrom);
         copyBytes(place(inFrom), sample(inFrom), size_t(inTo - inFrom) * sizeof(Element));
         mirror(inTo, to);
+        // Tiles are too narrow for the processor to foresee their rows.
         prefetch<Use::read>(moved(sample(inFrom), 2 * size_t(source_.step)), size_t(inTo - inFrom) * sizeof(Element));
 
         Halves<WideElement>& halves = samples_[y];
