@@ -7,13 +7,11 @@
 #error "kernel sources are compiled with ZEL_LEVEL, see CMakeLists.txt"
 #endif
 
-// Lanes of 16 bytes in a vector register, and the level that has the next narrower one.
+// Lanes of 16 bytes in a vector register.
 #if defined(__AVX512VBMI__)
 #define ZEL_LANES 4
-#define ZEL_NARROWER_LEVEL avx2
 #elif defined(__AVX2__)
 #define ZEL_LANES 2
-#define ZEL_NARROWER_LEVEL ssse3
 #else
 #define ZEL_LANES 1
 #endif
