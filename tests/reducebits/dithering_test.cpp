@@ -199,5 +199,28 @@ TEST(ReductionValues, DithersKeepTheMean) {
         }
 }
 
+// The numbers of levels whose white is 254 as well as 255 are those that the header names.
+TEST(ReductionValues, WhiteIs254AtTheNumbersOfLevelsThatAreTold) {
+    constexpr int width = 1024, height = 64;
+    std::vector<uint8_t> source(width * height), result(width * height);
+    std::vector<uint16_t> words(width * height);
+    Random random(seed());
+    for (int i = 0; i < width * height; ++i) {
+        const auto bright = static_cast<uint16_t>(i % 4 == 0 ? 65535 : 65535 - random.next() % (i % 2 ? 8192 : 65536));
+        words[i] = bright;
+        source[i] = static_cast<uint8_t>(bright >> 8);
+    }
+    const auto has254 = [&] { return std::find(result.begin(), result.end(), 254) != result.end(); };
+    for (const ZelDitherType dither : {zelDitherNone, zelDitherFS, zelDitherJJN, zelDitherStucki, zelDitherBayer})
+        for (int levels = 2; levels <= 41; ++levels) {
+            const bool byEach = levels == 8 || levels == 15 || levels == 26 || levels == 32;
+            const bool told = dither != zelDitherNone && (byEach || (dither == zelDitherBayer && levels == 29));
+            zeliReduceBits_8u_C1R(source.data(), width, result.data(), width, {width, height}, 0, dither, levels);
+            EXPECT_EQ(has254(), told) << levels << " levels, dither " << dither;
+            zeliReduceBits_16u8u_C1R(words.data(), 2 * width, result.data(), width, {width, height}, 0, dither, levels);
+            EXPECT_FALSE(has254()) << levels << " levels from 16 bits, dither " << dither;
+        }
+}
+
 }  // namespace
 }  // namespace harness
