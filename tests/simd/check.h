@@ -81,6 +81,22 @@ void each(const Word<F>& word, Expected expected) {
         compare<V, 1>(word, [&](int i, const auto& x) { return expected(x[i]); });
 }
 
+// A bit for every element, the first one's lowest, as an element by itself; beyond them there are none.
+template <class F>
+auto bitsApart(const Word<F>& word) {
+    struct Bit {
+        uint8_t of[64];
+        const uint8_t& operator[](int i) const { return of[i]; }
+    };
+    const auto apart = [=](auto... operands) {
+        const uint64_t bits = word.apply(operands...);
+        Bit bit{};
+        for (int i = 0; i < 64; ++i) bit.of[i] = bits >> i & 1;
+        return bit;
+    };
+    return Word<decltype(apart)>{word.name, apart};
+}
+
 // Words that move bytes or groups of them: group i of the result is the group `place(i)` of what was given, or one of these.
 constexpr int none = -1;  // 0
 constexpr int kept = -2;  // what memory held

@@ -114,21 +114,9 @@ TEST(SimdIntegers, Splats) {
     }
 }
 
-// A bit for every element, the first one's lowest, for which the condition holds, and none beyond them.
 template <class V, class F, class Condition>
 void collects(const Word<F>& word, Condition condition) {
-    constexpr int n = elements<V>;
-    struct Bit {
-        uint8_t of[64];
-        const uint8_t& operator[](int i) const { return of[i]; }
-    };
-    const auto apart = [&](V v) {
-        const uint64_t bits = word.apply(v);
-        Bit bit{};
-        for (int i = 0; i < 64; ++i) bit.of[i] = bits >> i & 1;
-        return bit;
-    };
-    compare<V, 1>(Word{word.name, apart}, [&](int i, const auto& x) { return i < n && condition(x[i]); });
+    compare<V, 1>(bitsApart(word), [&](int i, const auto& x) { return i < elements<V> && condition(x[i]); });
 }
 
 TEST(SimdIntegers, Bits) {
