@@ -157,8 +157,8 @@ TEST(SimdFloats, Depths) {
     inAllModes([] {
         converts<Depth8u>();
         converts<Depth8s>();
-        converts<Depth16u>();
-        converts<Depth16s>();
+        converts<Depth16<uint16_t>>();
+        converts<Depth16<int16_t>>();
     });
     const auto same = [](float x) { return x; };
     each<Floats>(Word{"toFloats", [](Floats v) { return Depth32f::toFloats<0>(v); }}, same);
@@ -174,8 +174,8 @@ void convertsByTurns() {
 }
 
 TEST(SimdFloats, DepthsByTurns) {
-    convertsByTurns<Depth16u>();
-    convertsByTurns<Depth16s>();
+    convertsByTurns<Depth16<uint16_t>>();
+    convertsByTurns<Depth16<int16_t>>();
 }
 
 }  // namespace
