@@ -21,6 +21,8 @@ struct Word {
     const char* name;
     F apply;
 };
+template <class F>
+Word(const char*, F) -> Word<F>;
 // A word by its name, for all of its types.
 #define WORD(...)                                                               \
     ::zel::ZEL_LEVEL::Word {                                                    \
