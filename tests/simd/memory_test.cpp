@@ -40,6 +40,12 @@ TEST(SimdMemory, Stores) {
     typedef long long Lane __attribute__((vector_size(laneBytes), may_alias));
     stores<1, Lane>(Word{"storeLane", [](Destination p, Lane v) { storeLane(p, v); }}, laneBytes, asItIs);
     stores<1, Bytes>(Word{"storeLanes", [](Destination p, Bytes v) { storeLanes(p, stride, v); }}, reachOfLanes, laneOfVector);
+    // The lanes are stored in order, so of two that overlap the later one stays.
+    stores<1, Bytes>(Word{"storeLanes", [](Destination p, Bytes v) { storeLanes(p, 12, v); }}, 12 * (lanes - 1) + laneBytes,
+                     [](int i) {
+                         const int lane = i / 12 < lanes ? i / 12 : lanes - 1;
+                         return lane * laneBytes + i - lane * 12;
+                     });
     // To every other lane of memory, which a level may bypass the caches by.
     stores<laneBytes, Bytes>(Word{"storeLanes", [](Destination p, Bytes v) { storeLanes(p, 2 * laneBytes, v); }},
                              (2 * lanes - 1) * laneBytes, [](int i) { return i % 2 ? kept : i / 2; });

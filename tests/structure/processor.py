@@ -13,6 +13,7 @@ WORDS = re.compile(r"\b(_mm\d*_\w+|__m(64|128|256|512)[dih]?|_mm_malloc|__mmask\
 ABOUT_THE_PROCESSOR = {
     "x86/processor.h": "reports what the processor and the system have",
     "aarch64/processor.h": "reports what the system has of the processor",
+    "reciprocal.h": "has the one number of the models that is the processor's",
 }
 
 
