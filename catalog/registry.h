@@ -129,10 +129,14 @@ enum class Extra : uint8_t { alpha, coefficients, range, reduction, threshold, b
 // What becomes of the destination's alpha, where it has one beside the channels.
 enum class Alpha : uint8_t { written, kept, zero };
 
+// A function of whatever type.
+using Entry = void (*)();
+
 struct Function {
     std::string_view name;
     std::string_view header;
-    ZelStatus (*call)(const Call&);
+    ZelStatus (*callAt)(Entry, const Call&);  // the function itself, or that of another copy of the library
+    Entry entry;
     Element from, to;
     int8_t sourcePlanes, targetPlanes;  // pointers that it takes; none for the source if it works in place
     bool takesSteps;
@@ -151,6 +155,7 @@ struct Function {
     // don't reduce.
     std::array<int8_t, 3> rowsOfParts{};
 
+    ZelStatus call(const Call& c) const { return callAt(entry, c); }
     constexpr bool takes(Extra extra) const { return extras >> static_cast<int>(extra) & 1; }
     constexpr int rowsOfPart(ZelDitherType dither, bool hasNoise) const {
         return rowsOfParts[hasNoise || (dither != zelDitherNone && dither != zelDitherBayer) ? 2 : dither == zelDitherBayer];
