@@ -124,15 +124,7 @@ TEST_P(Registry, PassesTheArguments) {
     EXPECT_EQ(result.difference(), std::nullopt);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, Registry,
-    [] {
-        std::vector<const model::Export*> exports;
-        for (const auto family : model::families())
-            for (const model::Export& e : family) exports.push_back(&e);
-        return testing::ValuesIn(exports);
-    }(),
-    nameOf);
+INSTANTIATE_TEST_SUITE_P(All, Registry, every(), nameOf);
 
 TEST(Formats, AreOnesThatCanBeTold) {
     std::map<std::string, std::string_view> known;
