@@ -18,9 +18,9 @@ NEEDS_EQUAL_STEPS = r"zeliYC[br]C[rb]420ToYCbCr422_8u_(P2)?P3R"
 
 # What is read and written behind the region, as catalog/registry.h counts it.
 BEYOND = {
-    "pair": r"zeliYUV420To\w+_8u16u_P3C3R(?<!Dither_8u16u_P3C3R)",
-    "corner": r"zeli(YCbCr|YUV)420To\w+Dither_8u16u_P3C3R",
-    "notAWord": r"zeliYCbCr422To\w+_8u16u_C2C3R(?<!Dither_8u16u_C2C3R)",
+    "pair": r"zeliYUV420To(RGB|BGR)\d+_8u16u_P3C3R",
+    "corner": r"zeli(YCbCr|YUV)420To(RGB|BGR)\d+Dither_8u16u_P3C3R",
+    "notAWord": r"zeliYCbCr422To(RGB|BGR)\d+_8u16u_C2C3R",
 }
 
 # Sites of rules that look at more rows than a sample of chroma serves: two of each field, eights, squares.
