@@ -155,7 +155,7 @@ class JpegWriter : public Writer {
         if (setjmp(failure_.jump)) return false;
         jpeg_create_compress(&codec_);
         jpeg_mem_dest(&codec_, encoded, bytes);
-        const bool isGray = spaceOf(format_) == Space::gray;
+        const bool isGray = format_.model == Model::gray;
         codec_.image_width = static_cast<JDIMENSION>(size_.width);
         codec_.image_height = static_cast<JDIMENSION>(size_.height);
         codec_.input_components = isGray ? 1 : 3;

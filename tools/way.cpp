@@ -10,11 +10,10 @@ namespace tool {
 
 namespace {
 
-// Functions that make chroma of the rows of two sites, and so want the whole image, and one whose image has rows by four.
-constexpr std::string_view betweenRows[] = {"zeliYCbCr1620To420_8u_P3R", "zeliYCbCr420To411_8u_P3R"};
-constexpr std::string_view byFourRows = "zeliYCbCr411To420_8u_P3R";
-
-bool isBetweenRows(const Step& step) { return std::ranges::find(betweenRows, step.function().name) != std::end(betweenRows); }
+// Rows at whose multiples an image may be cut for the step, 0 if it may not.
+int rowsOfPart(const Step& step, const Wishes& wishes) {
+    return step.function().rowsOfPart(wishes.ditherType(), wishes.noise.value_or(0) != 0);
+}
 
 std::string names(const std::vector<const Format*>& formats) {
     std::string text;
@@ -32,21 +31,15 @@ ZelDitherType Wishes::ditherType() const {
 }
 
 bool Step::wantsWholeImage(const Wishes& wishes) const {
-    if (moves()) return false;
-    const Conversion& c = *conversion;
-    if (c.verb.starts_with("tone-") || sourceFormat().grid >= 0) return true;
-    if (c.method == "filter" || c.method == "interlaced" || isBetweenRows(*this)) return true;
-    if (c.verb != "reduce") return false;
-    const bool byPlaceAlone = wishes.dither.empty() || wishes.dither == "none" || wishes.dither == "bayer";
-    return !byPlaceAlone || wishes.noise.value_or(0) != 0;
+    // Parts of a mosaic are regions, and not images of their own.
+    return !moves() && (sourceFormat().grid >= 0 || rowsOfPart(*this, wishes) == 0);
 }
 
 Site Step::site(const Wishes& wishes) const {
-    Site site = common(siteOf(sourceFormat()), siteOf(targetFormat()));
+    Site site = common(sourceFormat().site, targetFormat().site);
     if (moves()) return site;
-    // The pattern of a dither has four rows; a site of fields has two of each.
-    const bool repeats = conversion->method == "dither" || (conversion->verb == "reduce" && wishes.dither == "bayer");
-    if (conversion->method == "interlaced" || repeats || function().name == byFourRows) site.height = std::lcm(site.height, 4);
+    site = common(site, function().site);
+    if (!wantsWholeImage(wishes)) site.height = std::lcm(site.height, rowsOfPart(*this, wishes));
     return site;
 }
 
