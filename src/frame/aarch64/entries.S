@@ -29,9 +29,5 @@ ZEL_GROUP(version)
         .hidden zelDispatchIndex
 zelDispatchIndex:
         .word   0
-        .globl  zelCachedCallBytes
-        .hidden zelCachedCallBytes
-zelCachedCallBytes:
-        .word   0x7fffffff
 
         .section .note.GNU-stack, "", %progbits

@@ -15,6 +15,7 @@ namespace zel::ZEL_LEVEL {
 
 constexpr Traits traits{
     .lanes = 1,
+    .bypasses = false,
     .bypassesByWholeLines = false,
     .bypassesByParts = false,
     .selectsAtOnce = true,

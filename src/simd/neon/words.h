@@ -35,7 +35,7 @@ ZEL_INLINE Dwords mulAddPairs(Words a, Words b) {
     const int32x4_t low = vmull_s16(vget_low_s16(s16(a)), vget_low_s16(s16(b))), high = vmull_high_s16(s16(a), s16(b));
     return (Dwords)vpaddq_s32(low, high);
 }
-ZEL_INLINE Words mulAddPairsSaturated(Bytes a, Bytes signedBytes) {
+ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes) {
     const Words even = (Words)((UWords)a & 0xff) * ((Words)((UWords)signedBytes << 8) >> 8);
     const Words odd = (Words)((UWords)a >> 8) * ((Words)signedBytes >> 8);
     return (Words)vqaddq_s16(arm::s16(even), arm::s16(odd));
