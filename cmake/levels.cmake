@@ -1,4 +1,5 @@
-# The processor that is built for, and of the list of its levels: `levels`, and for each its flags and what its sources are to know.
+# The processor that is built for, and of the list of its levels: `levels`, of which some are `columns`, and for each its feature, its
+# flags and what its sources are to know.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|amd64|AMD64|i[3-6]86)$")
     set(processor x86)
 elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
@@ -11,13 +12,16 @@ set(level_list ${PROJECT_SOURCE_DIR}/src/frame/${processor}/levels.def)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${level_list})
 file(STRINGS ${level_list} lines REGEX "^ZEL_(LEVEL|COLUMN)\\(")
 set(levels)
+set(columns)
 set(narrower)
 foreach(line ${lines})
-    string(REGEX MATCH "^ZEL_([A-Z]+)\\((.*), .*, (.*)\\)$" ignored ${line})
+    string(REGEX MATCH "^ZEL_([A-Z]+)\\((.*), (.*), (.*)\\)$" ignored ${line})
     set(level ${CMAKE_MATCH_2})
     list(APPEND levels ${level})
-    separate_arguments(level_flags_${level} UNIX_COMMAND "${CMAKE_MATCH_3}")
+    set(level_feature_${level} ${CMAKE_MATCH_3})
+    separate_arguments(level_flags_${level} UNIX_COMMAND "${CMAKE_MATCH_4}")
     if(CMAKE_MATCH_1 STREQUAL COLUMN)
+        list(APPEND columns ${level})
         set(level_definitions_${level} ZEL_IS_COLUMN=1)
         list(APPEND level_flags_${level} -Wno-unused-const-variable)  # most exports have no implementation there
     else()
