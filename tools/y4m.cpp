@@ -93,7 +93,7 @@ class Y4mReader : public Reader {
         }
         const std::string kind = source_.name() + ": frames are of the kind C" + tag;
         if (const auto meaning = meaningOf((tag.starts_with("mono") ? "gray" + tag.substr(4) : "yuv" + tag)))
-            throw UnsupportedError(kind + ", " + *meaning + ", which no reader takes");
+            throw UnsupportedError(kind + ", " + *meaning + ", which no reader takes; FFmpeg makes 8 bits of it by -pix_fmt");
         throw DataError(kind + ", which is not known here");
     }
 
