@@ -1,6 +1,7 @@
 #include "tools/files.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "tools/errors.h"
 #include "tools/frame.h"

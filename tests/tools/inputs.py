@@ -171,7 +171,7 @@ class Told(InDirectory):
                             ("--from rgba --to rgb565le", "alpha is left out"),
                             ("--from rgb24 --to rgb24 --dither bayer", "--dither changes nothing"),
                             ("--from rgb24 --to rgb24 --dither bayer --levels 4", ""), ("--from yuyv422 --to gray", "luma as it is"),
-                            ("--from rgb48le --to rgb24 --dither stucki", "")]:
+                            ("--from rgb48le --to rgb24 --dither stucki", ""), ("--from rgb24 --to rgb24 --dither none", "")]:
             with self.subTest(call):
                 done = run(["convert", "-", "-", *call.split(), "--size", "4x4"], bytes(192))
                 self.assertEqual(done.returncode, DONE, done.stderr)
