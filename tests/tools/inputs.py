@@ -86,7 +86,8 @@ class Fields(unittest.TestCase):
         self.assertEqual([run(cut, y4m(tag)).returncode for tag in ("Ip", "It")], [DONE, USAGE])
 
     def test_are_written(self) -> None:
-        for tag, options, expected in [("It", [], "It"), ("It", ["--progressive"], "Ip"), ("Ip", ["--to", "yuv422p", "--interlaced"], "It")]:
+        for tag, options, expected in [("It", [], "It"), ("It", ["--progressive"], "Ip"),
+                                       ("Ip", ["--to", "yuv422p", "--interlaced"], "It")]:
             self.assertIn(expected, header(zelcc("convert", "-", "-", "--output-kind", "y4m", *options, data=y4m(tag))))
 
 
