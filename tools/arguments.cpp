@@ -110,9 +110,12 @@ int report(const char* message, ExitCode code) {
     return code;
 }
 
-}  // namespace
+// An error that was met when the buffer was written before counts as well.
+void flushOutput() {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) throw FileError("cannot write the standard output");
+}
 
-int run(int count, char** arguments) {
+int parse(int count, char** arguments) {
     CLI::App app("Colour conversion of images and video, with results defined to the last bit", "zelcc");
     app.require_subcommand(1);
     app.set_version_flag("--version", "zelcc " ZELCC_VERSION);
@@ -124,15 +127,21 @@ int run(int count, char** arguments) {
     try {
         currentLevel();  // a level that isn't there is an error whatever is done
         app.parse(count, arguments);
-        if (std::fflush(stdout) != 0) throw FileError("cannot write the standard output");
     } catch (const CLI::ParseError& e) {
-        return app.exit(e) == 0 ? success : usage;
-    } catch (const Error& e) {
-        return report(e.what(), e.code);
-    } catch (const std::bad_alloc&) {
-        return report("there is not enough memory; is --size right?", failure);
+        if (app.exit(e) != 0) return usage;
     }
+    flushOutput();
     return code;
+}
+
+}  // namespace
+
+int run(int count, char** arguments) try { return parse(count, arguments); } catch (const Error& e) {
+    return report(e.what(), e.code);
+} catch (const std::bad_alloc&) {
+    return report("there is not enough memory; is --size right?", failure);
+} catch (const std::exception& e) {
+    return report(e.what(), failure);
 }
 
 }  // namespace tool
