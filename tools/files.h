@@ -25,6 +25,7 @@ class Reader {
     int64_t frameCount() const { return frameCount_; }  // -1 if it isn't known
     // Reads the next frame, laid out as a raw file has it; false behind the last. A frame that stops short is a DataError.
     virtual bool next(uint8_t* frame) = 0;
+    void stop() { source_.stop(); }  // from another thread: no more bytes are waited for
 
   protected:
     explicit Reader(Source& source) : source_(source) {}
