@@ -33,6 +33,7 @@ class Y4mReader : public Reader {
         const auto first = source.line(longestLine);
         if (!first) throw DataError(source.name() + ": the header line has no end");
         std::istringstream header(*first);
+        header.exceptions(std::ios::badbit);  // a lack of memory, or the rest of the line would be left out
         std::string word, sampling = "420";
         header >> word;
         while (header >> word) {
@@ -71,6 +72,7 @@ class Y4mWriter : public Writer {
         const Sampling* found = samplings;
         while (found->format != kind.format.name) ++found;
         std::ostringstream header;
+        header.exceptions(std::ios::badbit);
         header << magic << " W" << kind.size.width << " H" << kind.size.height << " F" << kind.timing.rate << " I"
                << kind.timing.interlacing << " A" << kind.timing.pixelAspect << " C" << found->tag;
         if (kind.isFullRange) header << " XCOLORRANGE=FULL";
