@@ -1,0 +1,30 @@
+"""hardening.py [--shadow-stack] FILES: of programs and libraries the stack can't be executed and is checked, links are bound and
+write-protected at load, and the C library is called by its checked functions. With the option they are marked for shadow stacks."""
+
+import sys
+
+from binaries import output, symbols
+from verdict import conclude
+
+CHECKED = {"printf", "fprintf", "snprintf", "vsnprintf", "strcpy", "longjmp"}
+
+
+def faults(path, has_shadow_stack):
+    segments = output("readelf", "--program-headers", "--wide", path)
+    stack = next((line.split()[-2] for line in segments.splitlines() if "GNU_STACK" in line), "none")
+    if "E" in stack or stack == "none":
+        yield f"{path}: the stack can be executed"
+    if "BIND_NOW" not in output("readelf", "--dynamic", "--wide", path) or "GNU_RELRO" not in segments:
+        yield f"{path}: links stay writable after loading"
+    needed = {s.name.split("@")[0] for s in symbols(path, "--dynamic", "--undefined-only")}
+    if "__stack_chk_fail" not in needed:
+        yield f"{path}: no stack is checked"
+    yield from (f"{path}: calls {name} unchecked" for name in sorted(CHECKED & needed) if f"__{name}_chk" not in needed)
+    if has_shadow_stack and "SHSTK" not in output("readelf", "--notes", path):
+        yield f"{path}: not marked for shadow stacks"
+
+
+arguments = sys.argv[1:]
+marked = "--shadow-stack" in arguments
+paths = [a for a in arguments if a != "--shadow-stack"]
+conclude([fault for path in paths for fault in faults(path, marked)], f"{len(paths)} files")
