@@ -1,6 +1,7 @@
 #include "tools/replacement.h"
 
 #include <fcntl.h>
+#include <sys/sendfile.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -49,10 +50,17 @@ std::optional<fs::path> behindLinks(fs::path path) {
     return path;
 }
 
-// Other names of the file would keep the old one. A file of another file system than its folder's is mounted there.
-bool isReplaceable(const struct stat& old, const char* folder) {
-    struct stat status {};
-    return old.st_nlink == 1 && stat(folder, &status) == 0 && status.st_dev == old.st_dev;
+// For a file that has to stay the same one.
+bool copy(const std::string& from, const std::string& to) {
+    const int source = open(from.c_str(), O_RDONLY | O_CLOEXEC), target = open(to.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC);
+    if (target < 0) return false;
+    constexpr size_t most = 1 << 30;
+    ssize_t copied;
+    do copied = sendfile(target, source, nullptr, most);
+    while (copied > 0 || (copied < 0 && errno == EINTR));
+    const bool isClosed = close(target) == 0;
+    close(source);
+    return copied == 0 && isClosed;
 }
 
 }  // namespace
@@ -62,11 +70,10 @@ Replacement::Replacement(const std::string& path, const struct stat* old) {
     if (!place) return;
     path_ = *place;
     const fs::path folder = place->has_parent_path() ? place->parent_path() : ".";
-    if (old && !isReplaceable(*old, folder.c_str())) return;
     static std::atomic<int> count = 0;
     do {
         beside_ = folder / (".zelcc-" + std::to_string(getpid()) + '-' + std::to_string(count++));
-        file_ = open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        file_ = open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, old ? old->st_mode & 0666 : 0666);
     } while (file_ < 0 && errno == EEXIST);
     if (file_ < 0) {
         beside_.clear();
@@ -75,9 +82,9 @@ Replacement::Replacement(const std::string& path, const struct stat* old) {
     [[maybe_unused]] static const bool isWatched = (watchSignals(), true);
     std::strcpy(unfinished, beside_.c_str());  // the system has opened it, so it is no longer
     isUnfinished = true;
-    if (!old || (fchown(file_, old->st_uid, old->st_gid) == 0 && fchmod(file_, old->st_mode & 0777) == 0)) return;
-    close(file_);
-    file_ = -1;
+    if (!old) return;
+    const bool isLike = fchown(file_, old->st_uid, old->st_gid) == 0 && fchmod(file_, old->st_mode & 0777) == 0;
+    staysOld_ = old->st_nlink > 1 || !isLike;
 }
 
 Replacement::~Replacement() {
@@ -86,10 +93,13 @@ Replacement::~Replacement() {
 }
 
 bool Replacement::takePlace() {
-    if (rename(beside_.c_str(), path_.c_str()) != 0) return false;
-    beside_.clear();
-    isUnfinished = false;
-    return true;
+    if (!staysOld_ && rename(beside_.c_str(), path_.c_str()) == 0) {
+        beside_.clear();
+        isUnfinished = false;
+        return true;
+    }
+    const bool hasToStay = staysOld_ || errno == EBUSY;  // as a file does that is mounted
+    return hasToStay && copy(beside_, path_);
 }
 
 }  // namespace tool

@@ -16,14 +16,17 @@ class Replacement {
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
 
-    // Whoever writes it closes it. It is negative, with the reason in errno, where the path has to be written as it is: its
-    // folder takes no files, the file has other names or another owner, or the path is that of an open file, as /dev/stdout.
+    // Whoever writes it closes it. Negative where the folder takes no file, with the reason in errno, and where the path stands
+    // for an open file, as /dev/stdout does.
     int file() const { return file_; }
-    bool takePlace();  // false with the reason in errno
+    // By its name, or by its bytes where the old file has other names, an owner who would change, or is mounted. False with the
+    // reason in errno.
+    bool takePlace();
 
   private:
     std::string path_, beside_;
     int file_ = -1;
+    bool staysOld_ = false;
 };
 
 }  // namespace tool
