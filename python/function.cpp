@@ -247,12 +247,25 @@ bool slice(const Binding& b, Arguments& a, catalog::Call& call) {
     return true;
 }
 
+// A grid by its number, or as the formats of mosaics write it.
+bool gridOf(const Binding& b, const Arguments& a, int32_t& value) {
+    if (!PyUnicode_Check(a.given[grid])) return integer(b, a, grid, value);
+    static_assert(zelBayerBGGR == 0 && zelBayerRGGB == 1 && zelBayerGBRG == 2 && zelBayerGRBG == 3);
+    constexpr const char* names[] = {"bggr", "rggb", "gbrg", "grbg"};
+    for (int i = 0; i < 4; ++i) {
+        if (PyUnicode_CompareWithASCIIString(a.given[grid], names[i]) != 0) continue;
+        value = i;
+        return true;
+    }
+    return refuse(b, "grid", "must be one of bggr, rggb, gbrg and grbg, or their number");
+}
+
 bool mosaic(const Binding& b, const Arguments& a, catalog::Call& call, ZelSize whole) {
     if (!a.given[grid]) {
         PyErr_Format(PyExc_TypeError, "%s() missing 1 required keyword argument: 'grid'", b.method.ml_name);
         return false;
     }
-    if (!integer(b, a, grid, call.grid)) return false;
+    if (!gridOf(b, a, call.grid)) return false;
     call.region = {0, 0, whole.width, whole.height};
     if (!a.given[region] || a.given[region] == Py_None) return true;
     PyObject* const items = PySequence_Tuple(a.given[region]);

@@ -117,6 +117,18 @@ PyObject* rearrange(PyObject*, PyObject* arguments) {
     Py_RETURN_NONE;
 }
 
+// The version, and which names are public: all that begin without an underscore.
+bool addNames(PyObject* module) {
+    PyObject* const all = PyList_New(0);
+    bool isGood = all != nullptr;
+    PyObject *name, *value;
+    for (Py_ssize_t i = 0; isGood && PyDict_Next(PyModule_GetDict(module), &i, &name, &value);)
+        if (PyUnicode_ReadChar(name, 0) != '_') isGood = PyList_Append(all, name) == 0;
+    isGood = isGood && PyList_Sort(all) == 0 && PyModule_AddObjectRef(module, "__all__", all) == 0;
+    Py_XDECREF(all);
+    return isGood && PyModule_AddStringConstant(module, "__version__", ZELCC_VERSION) == 0;
+}
+
 PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},
                          {"_path", findPath, METH_VARARGS, nullptr},
                          {"_rearrange", rearrange, METH_VARARGS, nullptr},
@@ -138,7 +150,7 @@ PyModuleDef definition{.m_base = PyModuleDef_HEAD_INIT,
 PyMODINIT_FUNC PyInit__native() {
     import_array();
     PyObject* const module = PyModule_Create(&zelpy::definition);
-    if (module && !zelpy::addFunctions(module)) {
+    if (module && !(zelpy::addFunctions(module) && zelpy::addNames(module))) {
         Py_DECREF(module);
         return nullptr;
     }

@@ -1,5 +1,7 @@
 """Conversion between formats by name, over as many functions as it takes."""
 
+from __future__ import annotations  # help shows the names of types, not all formats that they stand for
+
 import functools
 import inspect
 from collections.abc import Callable, Sequence

@@ -20,6 +20,8 @@ else()
     add_results(avx512-emulated zelcc_tests_emulated avx512 "*Quickly*:*Misaligned*")
 endif()
 
+add_simd_tests(avx512-emulated avx512 zelCpuAvx2 ${emulation})
+
 # The words themselves, one by one: what the processor makes of random arguments, and the emulation.
 foreach(form native emulated)
     add_executable(zelcc_words_${form} emulation/words.cpp)
