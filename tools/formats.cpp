@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "tools/alike.h"
 #include "tools/errors.h"
+#include "tools/foreign.h"
 
 namespace tool {
 
@@ -14,34 +16,11 @@ bool hasChannel(const Format& format, std::string_view wanted) {
     });
 }
 
-int editDistance(std::string_view a, std::string_view b) {
-    std::vector<int> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (size_t i = 0; i < a.size(); ++i) {
-        int diagonal = row[0];
-        row[0] = static_cast<int>(i) + 1;
-        for (size_t j = 0; j < b.size(); ++j) {
-            const int replaced = diagonal + (a[i] != b[j]);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, row[j + 1] + 1});
-        }
-    }
-    return row.back();
-}
-
-// Up to five names that the word is a part of or nearly is.
 template <typename Named>
-std::string alike(std::string_view word, std::span<const Named> all) {
-    std::vector<std::pair<int, std::string_view>> found;
-    for (const Named& one : all) {
-        const bool isPart = one.name.find(word) != std::string_view::npos;
-        const int distance = isPart ? 0 : editDistance(word, one.name);
-        if (distance <= 3) found.emplace_back(distance, one.name);
-    }
-    std::ranges::sort(found);
-    std::string text;
-    for (size_t i = 0; i < found.size() && i < 5; ++i) text += (i ? ", " : "; did you mean ") + std::string(found[i].second);
-    return text.empty() ? text : text + "?";
+std::string suggestions(std::string_view word, std::span<const Named> all) {
+    std::vector<std::string_view> names;
+    for (const Named& one : all) names.push_back(one.name);
+    return alike(word, names);
 }
 
 }  // namespace
@@ -101,14 +80,17 @@ const Format* findFormat(std::string_view name) {
 
 const Format& formatNamed(std::string_view name) {
     if (const Format* found = findFormat(name)) return *found;
-    throw UsageError("there is no format \"" + std::string(name) + '"' + alike(name, catalog::formats()) +
+    if (const auto meaning = meaningOf(name))
+        throw UnsupportedError("no function takes or makes " + std::string(name) + ", which is FFmpeg's name of " + *meaning +
+                               " (zelcc list formats shows what there is)");
+    throw UsageError("there is no format \"" + std::string(name) + '"' + suggestions(name, catalog::formats()) +
                      " (zelcc list formats shows all)");
 }
 
 const Function& functionNamed(std::string_view name) {
     for (const Function& f : catalog::functions())
         if (f.name == name || f.name.substr(4) == name) return f;
-    throw UsageError("there is no function \"" + std::string(name) + '"' + alike(name, catalog::functions()) +
+    throw UsageError("there is no function \"" + std::string(name) + '"' + suggestions(name, catalog::functions()) +
                      " (zelcc list functions WORD finds them)");
 }
 

@@ -19,21 +19,22 @@ namespace {
 
 void ignoreWarning(png_structp, png_const_charp) {}
 
+bool isPng(std::string_view begin) { return begin.starts_with("\x89PNG"); }
+
 class PngReader : public Reader {
   public:
     explicit PngReader(Source& source) : Reader(source) {
         begin();
         format_ = &formatNamed(formatOfPicture());
-        size_ = sizeOfPicture();
+        setSize(sizeOfPicture());
         isPending_ = true;
     }
 
     bool next(uint8_t* frame) override {
         if (!isPending_) {
-            if (source_.atEnd()) return false;
+            if (!follows(isPng)) return false;
             begin();
-            if (sizeOfPicture() != size_ || formatOfPicture() != format_->name)
-                failAt("is not of the size and kind of the first");
+            if ((sizeOfPicture() != size_ || formatOfPicture() != format_->name) && isLeftOut()) return false;
         }
         isPending_ = false;
         rows_.resize(static_cast<size_t>(size_.height));
@@ -167,7 +168,7 @@ const FileKind pngFiles{
     {".png"},
     {"rgb24", "rgba", "gray", "rgb48le", "rgba64le", "gray16le", "monob"},
     false,
-    [](std::string_view begin) { return begin.starts_with("\x89PNG"); },
+    isPng,
     [](Source& source) -> std::unique_ptr<Reader> { return std::make_unique<PngReader>(source); },
     [](Sink& sink, const FrameKind& kind) -> std::unique_ptr<Writer> { return std::make_unique<PngWriter>(sink, kind); }};
 
