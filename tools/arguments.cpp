@@ -131,9 +131,12 @@ int report(const char* message, ExitCode code) {
     return code;
 }
 
-}  // namespace
+// An error that was met when the buffer was written before counts as well.
+void flushOutput() {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) throw FileError("cannot write the standard output");
+}
 
-int run(int count, char** arguments) {
+int parse(int count, char** arguments) {
     CLI::App app("Colour conversion of images and video, with results defined to the last bit", "zelcc");
     app.require_subcommand(1);
     app.set_version_flag("--version", "zelcc " ZELCC_VERSION);
@@ -146,15 +149,25 @@ int run(int count, char** arguments) {
         currentLevel();  // a level that isn't there is an error whatever is done
         checkCommand(app, count > 1 ? arguments[1] : "-");
         app.parse(count, arguments);
-        if (std::fflush(stdout) != 0) throw FileError("cannot write the standard output");
     } catch (const CLI::ParseError& e) {
-        return app.exit(e) == 0 ? success : usage;
+        if (app.exit(e) != 0) return usage;
+    }
+    flushOutput();
+    return code;
+}
+
+}  // namespace
+
+int run(int count, char** arguments) {
+    try {
+        return parse(count, arguments);
     } catch (const Error& e) {
         return report(e.what(), e.code);
     } catch (const std::bad_alloc&) {
         return report("there is not enough memory for frames of that size", failure);
+    } catch (const std::exception& e) {
+        return report(e.what(), failure);
     }
-    return code;
 }
 
 }  // namespace tool

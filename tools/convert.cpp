@@ -1,7 +1,5 @@
 #include "tools/convert.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <thread>
@@ -63,11 +61,6 @@ const Format& sourceFormat(const ConvertOptions& options, const Reader& reader) 
 void checkFiles(const ConvertOptions& options) {
     if (options.input.empty() || options.output.empty())
         throw UsageError("name the input and the output, - for a pipe, or give --from, --to and --dry-run to see the way");
-    struct stat in {
-    }, out{};
-    if (options.input != "-" && options.output != "-" && stat(options.input.c_str(), &in) == 0 &&
-        stat(options.output.c_str(), &out) == 0 && S_ISREG(in.st_mode) && in.st_dev == out.st_dev && in.st_ino == out.st_ino)
-        throw UsageError("input and output are the same file; give the output another name");
 }
 
 void refuseFolder(const std::string& path) {
@@ -158,10 +151,11 @@ int convert(ConvertOptions options) {
     kind.timing.interlacing = decision.interlacing;
 
     Converter converter({from, to, reader->size(), part, decision.way, decision.wishes}, threadsOf(options));
-    Output output(options, kind);
-    Progress progress(options.frames < 0 ? reader->frameCount() : options.frames, options.isQuiet);
-    convertAll(*reader, converter, output.writer(), options.frames, progress);
-    output.close();
+    const bool hasFewer = reader->frameCount() >= 0 && reader->frameCount() < options.frames;
+    const int64_t frameCount = options.frames < 0 || hasFewer ? reader->frameCount() : options.frames;
+    Output output(options, kind, source, frameCount);
+    Progress progress(frameCount, options.isQuiet);
+    convertAll(*reader, converter, output, options.frames, progress);
     if (!options.isQuiet && !reader->leftOut().empty()) tell(source.name() + ": " + reader->leftOut() + " are left out");
     return success;
 }

@@ -27,6 +27,7 @@ class Reader {
     int64_t frameCount() const { return frameCount_; }  // -1 if it isn't known
     // Reads the next frame, laid out as a raw file has it; false behind the last. A frame that stops short is a DataError.
     virtual bool next(uint8_t* frame) = 0;
+    void stop() { source_.stop(); }  // from another thread: no more bytes are waited for
     // What the file has and the frames have not, as the end of a sentence; empty if that is nothing.
     const std::string& leftOut() const { return leftOut_; }
 

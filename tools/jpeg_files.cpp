@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <csetjmp>
+#include <new>
 
 #include "tools/errors.h"
 #include "tools/frame.h"
@@ -15,6 +16,7 @@ namespace tool {
 namespace {
 
 constexpr int quality = 92;
+constexpr size_t leastRoom = 1 << 16;  // for a picture that is written
 constexpr std::string_view attachment("MPF\0", 4);
 
 bool isJpeg(std::string_view begin) { return begin.starts_with("\xff\xd8\xff"); }
@@ -51,7 +53,7 @@ class JpegReader : public Reader {
   public:
     explicit JpegReader(Source& source) : Reader(source) {
         codec_.err = handler(failure_);
-        jpeg_create_decompress(&codec_);
+        if (!create()) throw std::bad_alloc();
         bytes_.init_source = [](j_decompress_ptr) {};
         bytes_.fill_input_buffer = fill;
         bytes_.skip_input_data = skip;
@@ -115,6 +117,12 @@ class JpegReader : public Reader {
         lent_ = bytes_.bytes_in_buffer = 0;
     }
 
+    bool create() {
+        if (setjmp(failure_.jump)) return false;
+        jpeg_create_decompress(&codec_);
+        return true;
+    }
+
     void begin() {
         if (!start()) leaveOff();
         hasAttached_ = listsOthers();
@@ -175,24 +183,49 @@ class JpegReader : public Reader {
 
 class JpegWriter : public Writer {
   public:
-    JpegWriter(Sink& sink, const FrameKind& kind) : sink_(sink), format_(kind.format), size_(kind.size) {}
+    JpegWriter(Sink& sink, const FrameKind& kind) : sink_(sink), format_(kind.format), size_(kind.size) {
+        bytes_.init_destination = [](j_compress_ptr codec) { lend(codec, 0); };
+        bytes_.empty_output_buffer = [](j_compress_ptr codec) -> boolean {
+            lend(codec, of(codec).encoded_.size());
+            return TRUE;
+        };
+        bytes_.term_destination = [](j_compress_ptr) {};
+    }
 
     void write(const uint8_t* frame) override {
-        unsigned char* encoded = nullptr;
-        unsigned long bytes = 0;
-        const bool isWritten = encode(frame, &encoded, &bytes);
+        const bool isWritten = encode(frame);
         jpeg_destroy_compress(&codec_);
-        const std::unique_ptr<unsigned char, void (*)(void*)> owner(encoded, std::free);
+        if (!isWritten && failure_.manager.msg_code == JERR_OUT_OF_MEMORY) throw std::bad_alloc();
         if (!isWritten) throw FileError(std::string("cannot write the JPEG picture: ") + failure_.message);
-        sink_.write(encoded, bytes);
+        sink_.write(encoded_.data(), encoded_.size() - bytes_.free_in_buffer);
     }
 
   private:
-    bool encode(const uint8_t* frame, unsigned char** encoded, unsigned long* bytes) {
+    static JpegWriter& of(j_compress_ptr codec) { return *static_cast<JpegWriter*>(codec->client_data); }
+
+    // Room behind the bytes that are there: as much again. It is kept for the next picture.
+    static void lend(j_compress_ptr codec, size_t used) {
+        std::vector<uint8_t>& encoded = of(codec).encoded_;
+        if (!hasRoom(encoded, std::max(2 * used, leastRoom))) ERREXIT1(codec, JERR_OUT_OF_MEMORY, 0);
+        codec->dest->next_output_byte = encoded.data() + used;
+        codec->dest->free_in_buffer = encoded.size() - used;
+    }
+
+    static bool hasRoom(std::vector<uint8_t>& encoded, size_t size) {
+        try {
+            encoded.resize(std::max(encoded.size(), size));
+            return true;
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+    }
+
+    bool encode(const uint8_t* frame) {
         codec_.err = handler(failure_);
         if (setjmp(failure_.jump)) return false;
         jpeg_create_compress(&codec_);
-        jpeg_mem_dest(&codec_, encoded, bytes);
+        codec_.dest = &bytes_;
+        codec_.client_data = this;
         const bool isGray = spaceOf(format_) == Space::gray;
         codec_.image_width = static_cast<JDIMENSION>(size_.width);
         codec_.image_height = static_cast<JDIMENSION>(size_.height);
@@ -215,6 +248,8 @@ class JpegWriter : public Writer {
     Size size_;
     Failure failure_;
     jpeg_compress_struct codec_{};
+    jpeg_destination_mgr bytes_{};
+    std::vector<uint8_t> encoded_;
 };
 
 }  // namespace

@@ -1,6 +1,8 @@
 // PNG pictures, one behind the other in a pipe. Fewer than 8 bits, palettes and transparent colours are expanded.
 #include <png.h>
 
+#include <new>
+
 #include "tools/errors.h"
 #include "tools/files.h"
 #include "tools/frame.h"
@@ -53,6 +55,7 @@ class PngReader : public Reader {
         png_destroy_read_struct(&png_, &info_, nullptr);
         png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, &message_, leave, ignoreWarning);
         info_ = png_create_info_struct(png_);
+        if (!info_) throw std::bad_alloc();
         if (!start()) failAt("cannot be read: " + message_);
     }
 
@@ -116,6 +119,7 @@ class PngWriter : public Writer {
         png_destroy_write_struct(&png_, &info_);
         png_ = png_create_write_struct(PNG_LIBPNG_VER_STRING, &message_, leave, ignoreWarning);
         info_ = png_create_info_struct(png_);
+        if (!info_) throw std::bad_alloc();
         rows_.resize(static_cast<size_t>(size_.height));
         const size_t row = fileBytes(format_, size_) / rows_.size();
         for (size_t y = 0; y < rows_.size(); ++y) rows_[y] = const_cast<png_bytep>(frame) + y * row;

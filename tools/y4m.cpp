@@ -51,6 +51,7 @@ class Y4mReader : public Reader {
         const auto first = source.line(longestLine);
         if (!first) throw DataError(source.name() + ": the header line has no end");
         std::istringstream header(*first);
+        header.exceptions(std::ios::badbit);  // a lack of memory, or the rest of the line would be left out
         std::string word, sampling, otherSampling = "420";
         Size size;
         header >> word;
@@ -107,6 +108,7 @@ class Y4mWriter : public Writer {
         for (const Sampling& s : samplings)
             if (s.format == kind.format.name && (!found || s.location == kind.colour.location)) found = &s;
         std::ostringstream header;
+        header.exceptions(std::ios::badbit);
         header << magic << " W" << kind.size.width << " H" << kind.size.height << " F" << kind.timing.rate << " I"
                << kind.timing.interlacing << " A" << kind.timing.pixelAspect << " C" << found->tag;
         if (const auto isFull = kind.colour.isFullRange) header << ' ' << (*isFull ? fullRange : limitedRange);

@@ -84,11 +84,6 @@ class Converting(InDirectory):
         self.assertIn(b"frame 3", done.stderr)
         self.assertEqual((self.directory / "out").read_bytes(), whole)
 
-    def test_the_same_file_is_refused(self) -> None:
-        path = self.file("frame.nv12", bytes(12))
-        self.assertEqual(run(["convert", path, path, *RAW]).returncode, USAGE)
-        self.assertEqual((self.directory / "frame.nv12").stat().st_size, 12)
-
     def test_content_goes_before_the_name(self) -> None:
         path = self.file("picture.jpg", b"P5\n2 1\n255\nab")
         self.assertEqual(zelcc("convert", path, "-", "--to", "gray"), b"ab")
