@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <new>
 
-#include "tools/alike.h"
+#include "catalog/names.h"
 #include "tools/bench.h"
 #include "tools/check.h"
 #include "tools/colorimetry.h"
@@ -121,9 +121,7 @@ void checkCommand(const CLI::App& app, std::string_view word) {
     const auto commands = app.get_subcommands([](const CLI::App*) { return true; });
     for (const CLI::App* command : commands) names.push_back(command->get_name());
     if (word.starts_with('-') || std::ranges::find(names, word) != names.end()) return;
-    std::string known;
-    for (const std::string_view name : names) known += ' ' + std::string(name);
-    throw UsageError("there is no command \"" + std::string(word) + '"' + alike(word, names) + " (there are" + known + ')');
+    throw UsageError("there is no command \"" + std::string(word) + '"' + catalog::suggestion(word, names));
 }
 
 int report(const char* message, ExitCode code) {

@@ -34,8 +34,7 @@ std::string_view rangeName(bool isFull) { return isFull ? "full" : "limited"; }
 bool isByMatrix(const Step& step) { return !step.moves() && !step.conversion->matrix.empty(); }
 
 bool changesChromaRows(const Way& way) {
-    return std::ranges::any_of(way,
-                               [](const Step& s) { return siteOf(s.sourceFormat()).height != siteOf(s.targetFormat()).height; });
+    return std::ranges::any_of(way, [](const Step& s) { return s.sourceFormat().site.height != s.targetFormat().site.height; });
 }
 
 std::string matrixOf(const ConvertOptions& options, const Stated& stated) {
@@ -67,7 +66,7 @@ void checkRange(const ConvertOptions& options, const Stated& stated, const Forma
     if (!isFull) return;
     const std::string who = options.range.empty() ? stated.name + " is" : "what is asked for is";
     const std::string what = who + " in " + std::string(rangeName(*isFull)) + " range, ";
-    if (spaceOf(from) == Space::gray && options.range.empty()) {
+    if (from.model == Model::gray && options.range.empty()) {
         if (*isFull || d.way.empty()) return;
         throw UnsupportedError(what + "and no function takes gray so; say --range full to take it as full whatever it says");
     }
@@ -118,7 +117,7 @@ Place placeBehind(Place before, int siteBefore, int siteAfter, const Step& step)
 }
 
 Location locationBehind(Location l, const Step& step) {
-    const Site before = siteOf(step.sourceFormat()), after = siteOf(step.targetFormat());
+    const Site before = step.sourceFormat().site, after = step.targetFormat().site;
     const bool ofFields = !step.moves() && step.conversion->method == "interlaced" && after.height == 2;
     return {placeBehind(l.across, before.width, after.width, step),
             ofFields ? Place::centre : placeBehind(l.down, before.height, after.height, step)};
@@ -129,16 +128,16 @@ Colour colourOfOutput(const ConvertOptions& options, const Stated& stated, const
     for (const Step& step : d.way) colour.location = locationBehind(colour.location, step);
     const bool isFull = findMatrix(d.wishes.matrix)->isFullRange;
     const bool isMade = std::ranges::any_of(d.way, isByMatrix);
-    if (spaceOf(d.to) == Space::ycbcr) {
+    if (d.to.model == Model::ycbcr) {
         const bool isKnown = isMade || !options.matrix.empty();
         colour.matrix = isKnown ? d.wishes.matrix : stated.colour.matrix;
-        if (spaceOf(from) != Space::gray || !options.range.empty()) colour.isFullRange = rangeOf(options, stated);
+        if (from.model != Model::gray || !options.range.empty()) colour.isFullRange = rangeOf(options, stated);
         if (isKnown && isFull && !colour.isFullRange) colour.isFullRange = true;
     }
     // Luma that became gray as it is.
-    if (spaceOf(d.to) == Space::gray && spaceOf(from) == Space::ycbcr && !isMade)
+    if (d.to.model == Model::gray && from.model == Model::ycbcr && !isMade)
         colour.isFullRange = rangeOf(options, stated).value_or(isFull);
-    if (spaceOf(d.to) == Space::gray && d.way.empty()) colour.isFullRange = rangeOf(options, stated);
+    if (d.to.model == Model::gray && d.way.empty()) colour.isFullRange = rangeOf(options, stated);
     if (colour.matrix == usualMatrix) colour.matrix.clear();
     return colour;
 }

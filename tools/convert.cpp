@@ -100,7 +100,7 @@ void tellWay(const Way& way) {
 
 // A dither to as many levels as there are.
 bool reducesNothing(const Step& step, const Wishes& wishes) {
-    return step.conversion->verb == "reduce" && bitsOf(step.targetFormat()) >= bitsOf(step.sourceFormat()) && !wishes.levels &&
+    return step.conversion->verb == "reduce" && step.targetFormat().bits >= step.sourceFormat().bits && !wishes.levels &&
            wishes.noise.value_or(0) == 0 && wishes.ditherType() != zelDitherNone;
 }
 
@@ -118,7 +118,7 @@ void tellLosses(const Format& from, const Decision& d) {
         if (step.moves()) continue;
         if (reducesNothing(step, d.wishes))
             tell("--dither changes nothing, for " + target + " has all levels of " + source + "; --levels takes fewer");
-        if (spaceOf(step.sourceFormat()) == Space::ycbcr && spaceOf(step.targetFormat()) == Space::gray)
+        if (step.sourceFormat().model == Model::ycbcr && step.targetFormat().model == Model::gray)
             tell("gray is luma as it is: in limited range black is 16 and white 235");
     }
 }

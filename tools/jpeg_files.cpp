@@ -226,7 +226,7 @@ class JpegWriter : public Writer {
         jpeg_create_compress(&codec_);
         codec_.dest = &bytes_;
         codec_.client_data = this;
-        const bool isGray = spaceOf(format_) == Space::gray;
+        const bool isGray = format_.model == Model::gray;
         codec_.image_width = static_cast<JDIMENSION>(size_.width);
         codec_.image_height = static_cast<JDIMENSION>(size_.height);
         codec_.input_components = isGray ? 1 : 3;

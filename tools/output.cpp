@@ -15,9 +15,9 @@ const FileKind* outputKind(const ConvertOptions& options) {
 }
 
 bool losesSamples(const Format& from, const Format& to) {
-    const Site a = siteOf(from), b = siteOf(to);
-    const bool isSparser = spaceOf(to) == Space::ycbcr && (b.width > a.width || b.height > a.height);
-    return isSparser || bitsOf(to) < std::min(bitsOf(from), 16) || (spaceOf(to) == Space::gray && spaceOf(from) != Space::gray);
+    const Site a = from.site, b = to.site;
+    const bool isSparser = to.model == Model::ycbcr && (b.width > a.width || b.height > a.height);
+    return isSparser || to.bits < std::min(from.bits, 16) || (to.model == Model::gray && from.model != Model::gray);
 }
 
 // A name with a number in it, as in frame-%04d.png: what stands before, the digits, and what stands behind.

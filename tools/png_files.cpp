@@ -137,8 +137,8 @@ class PngWriter : public Writer {
         encoded_.clear();
         if (setjmp(png_jmpbuf(png_))) return false;
         png_set_write_fn(png_, this, store, [](png_structp) {});
-        const bool isColour = spaceOf(format_) == Space::rgb;
-        const int bits = bitsOf(format_);
+        const bool isColour = format_.model == Model::rgb;
+        const int bits = format_.bits;
         png_set_IHDR(png_, info_, static_cast<png_uint_32>(size_.width), static_cast<png_uint_32>(size_.height), bits,
                      !isColour           ? PNG_COLOR_TYPE_GRAY
                      : hasAlpha(format_) ? PNG_COLOR_TYPE_RGB_ALPHA

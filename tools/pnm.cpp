@@ -137,7 +137,7 @@ class PnmWriter : public Writer {
           rows_(static_cast<size_t>(kind.size.height)),
           frame_(fileBytes(kind.format, kind.size)) {
         const std::string size = std::to_string(kind.size.width) + ' ' + std::to_string(kind.size.height) + '\n';
-        const bool isColour = spaceOf(format_) == Space::rgb;
+        const bool isColour = format_.model == Model::rgb;
         switch (format_.element) {
             case Element::u1:
                 header_ = "P4\n" + size;

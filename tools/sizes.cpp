@@ -43,7 +43,7 @@ Rect parseCrop(const std::string& text, const Format& format, Size size, bool ha
     if (part.x + part.size.width > size.width || part.y + part.size.height > size.height)
         throw UsageError("--crop " + text + " goes beyond the frame of " + std::to_string(size.width) + 'x' +
                          std::to_string(size.height));
-    Site site = format.grid >= 0 ? Site{2, 2} : siteOf(format);
+    Site site = format.grid >= 0 ? Site{2, 2} : format.site;
     if (hasFields) site.height *= 2;
     if (part.x % site.width || part.y % site.height)
         throw UsageError("--crop has to begin at a whole group of " + std::string(format.name) + ", a multiple of " +

@@ -47,7 +47,7 @@ CALLS = [
     ("bench RGBToGray_8u_C3C1R --seconds 0.01 --size 64x64", DONE, ""),
     ("check nosuchfunction", USAGE, "no function"),
     ("", USAGE, "subcommand"),
-    ("covert - -", USAGE, "did you mean convert?"),
+    ("covert - -", USAGE, "one of convert, list"),
     ("--help", DONE, ""),
     ("convert --help", DONE, ""),
     ("--version", DONE, ""),
