@@ -61,7 +61,7 @@ PyObject* stepObject(const catalog::Step& step) {
     return Py_BuildValue("(NNNNNO)", function ? text(function->name) : Py_NewRef(Py_None), text(step.source->name),
                          text(step.target->name), orderObject(step.sourceOrder, step.source->planeCount),
                          orderObject(step.targetOrder, step.target->planeCount),
-                         !function || !function->keepsAlpha ? Py_True : Py_False);
+                         !function || function->alpha == catalog::Alpha::written ? Py_True : Py_False);
 }
 
 // (steps, width and height of whole sites), or None where no way leads.
@@ -81,7 +81,7 @@ PyObject* findPath(PyObject*, PyObject* arguments) {
         }
         PyTuple_SET_ITEM(steps, static_cast<Py_ssize_t>(i), step);
     }
-    const ZelSize sites = catalog::wholeSites(*found);
+    const catalog::Site sites = catalog::wholeSites(*found);
     return Py_BuildValue("(Nii)", steps, sites.width, sites.height);
 }
 

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <fstream>
 #include <memory>
+#include <new>
 
 #include "tools/bytes.h"
 #include "tools/checksums.h"
@@ -58,6 +59,7 @@ class AtLevel {
         close(ends[1]);
         if (error != 0) throw FileError("the program cannot be started at level " + level);
         output_.reset(fdopen(ends[0], "r"));
+        if (!output_) throw std::bad_alloc();
     }
 
     const std::string& level() const { return level_; }
@@ -109,9 +111,13 @@ void update(const std::string& path, const Results& results, const std::vector<c
     std::ifstream old(path);
     Checksums list = readChecksums(std::string(std::istreambuf_iterator<char>(old), {}));
     for (const Function* f : functions) {
-        const std::string name(f->name), sum = hangsOnProcessor(*f) ? byProcessor : results.sums[0].at(name);
+        const std::string name(f->name), sum = f->dependsOnProcessor ? byProcessor : results.sums[0].at(name);
         std::vector<Published>& entries = list[name];
         if (!entries.empty() && entries.back().sum == sum) continue;
+        if (!entries.empty() && entries.back().sum == byProcessor) {  // the result is the same, and known to be everywhere
+            entries.back().sum = sum;
+            continue;
+        }
         if (!entries.empty()) std::printf("%s has changed: say so in CHANGELOG.md\n", name.c_str());
         entries.push_back({ZELCC_VERSION, sum});
     }
@@ -131,8 +137,8 @@ int check(const CheckOptions& options) {
     for (const Function* f : functions) {
         const std::string name(f->name);
         const auto known = published.find(name);
-        const bool comparesLevels = hangsOnProcessor(*f) || !options.write.empty();
-        byLevels += hangsOnProcessor(*f);
+        const bool comparesLevels = f->dependsOnProcessor || !options.write.empty();
+        byLevels += f->dependsOnProcessor;
         std::string problem;
         if (!comparesLevels && known == published.end()) problem = " is not in the published list";
         const std::string& wanted =
@@ -146,7 +152,7 @@ int check(const CheckOptions& options) {
     }
     std::string levels;
     for (const std::string& level : results.levels) levels += ' ' + level;
-    std::printf("%zu functions at the levels%s: %d wrong. %d hang on the make of the processor: their levels were compared.\n",
+    std::printf("%zu functions at the levels%s: %d wrong. %d depend on the processor's vendor: their levels were compared.\n",
                 functions.size(), levels.c_str(), wrong, byLevels);
     if (wrong) return failure;
     if (!options.write.empty()) update(options.write, results, functions);

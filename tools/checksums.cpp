@@ -18,7 +18,7 @@ constexpr Lay lays[] = {Lay::boundary, Lay::shifted, Lay::upward};
 constexpr std::string_view heading =
     "# What every function makes of a fixed set of images: its name, and each version that changed it, with the checksum since.\n"
     "# Written by zelcc check --write, which compares all levels first. A change beyond the first entry has to stand in\n"
-    "# CHANGELOG.md. Where it says by-processor, results hang on the make of the processor, and levels are compared alone.\n";
+    "# CHANGELOG.md. Where it says by-processor, results depend on the processor's vendor, and levels are compared alone.\n";
 
 }  // namespace
 
@@ -37,12 +37,6 @@ uint64_t checksum(const Function& function) {
         for (const int width : wide) add(width, variant);
     }
     return sum;
-}
-
-bool hangsOnProcessor(const Function& function) {
-    for (std::string_view space : {"ToHLS", "ToHSV", "LUV"})
-        if (function.name.find(space) != std::string_view::npos) return true;
-    return false;
 }
 
 std::string hexadecimal(uint64_t sum) {

@@ -13,9 +13,6 @@ namespace tool {
 // Computed at the level of this process.
 uint64_t checksum(const Function& function);
 
-// Some results of these come from the processor's approximate reciprocal, so that none are published.
-bool hangsOnProcessor(const Function& function);
-
 struct Published {
     std::string version, sum;
 };
