@@ -123,7 +123,7 @@ void checkCommand(const CLI::App& app, std::string_view word) {
     if (word.starts_with('-') || std::ranges::find(names, word) != names.end()) return;
     std::string known;
     for (const std::string_view name : names) known += ' ' + std::string(name);
-    throw UsageError("there is no command \"" + std::string(word) + '"' + alike(word, names) + " The commands are:" + known);
+    throw UsageError("there is no command \"" + std::string(word) + '"' + alike(word, names) + " (there are" + known + ')');
 }
 
 int report(const char* message, ExitCode code) {

@@ -98,23 +98,27 @@ void tellWay(const Way& way) {
     tell("by " + (functions.empty() ? "copied planes" : functions));
 }
 
+// A dither to as many levels as there are.
+bool reducesNothing(const Step& step, const Wishes& wishes) {
+    return step.conversion->verb == "reduce" && bitsOf(step.targetFormat()) >= bitsOf(step.sourceFormat()) && !wishes.levels &&
+           wishes.noise.value_or(0) == 0 && wishes.ditherType() != zelDitherNone;
+}
+
+bool keepsAlpha(const Step& step) {
+    return hasAlpha(step.targetFormat()) && step.alpha != Alpha::opaqueBefore && step.alpha != Alpha::opaqueAfter;
+}
+
 // What a caller may not expect of the result.
 void tellLosses(const Format& from, const Decision& d) {
-    const std::string target(d.to.name);
-    const bool isLeftOut = std::ranges::any_of(d.way, [](const Step& s) {
-        return !hasAlpha(s.targetFormat()) || s.alpha == Alpha::opaqueBefore || s.alpha == Alpha::opaqueAfter;
-    });
+    const std::string source(from.name), target(d.to.name);
     if (hasAlpha(from) && !hasAlpha(d.to)) tell("alpha is left out, for " + target + " has none");
-    if (hasAlpha(from) && hasAlpha(d.to) && isLeftOut) tell("alpha becomes opaque, for not all functions on the way keep it");
+    if (hasAlpha(from) && hasAlpha(d.to) && !std::ranges::all_of(d.way, keepsAlpha))
+        tell("alpha becomes opaque, for not all functions on the way keep it");
     for (const Step& step : d.way) {
         if (step.moves()) continue;
-        const bool reducesNothing = step.conversion->verb == "reduce" &&
-                                    bitsOf(step.targetFormat()) >= bitsOf(step.sourceFormat()) && !d.wishes.levels &&
-                                    d.wishes.noise.value_or(0) == 0;
-        if (reducesNothing)
-            tell("--dither changes nothing, for " + target + " has all levels of " + std::string(from.name) +
-                 "; --levels takes fewer");
-        if (spaceOf(step.sourceFormat()) == Space::ycbcr && d.to.name == "gray" && step.target == numberOf(d.to))
+        if (reducesNothing(step, d.wishes))
+            tell("--dither changes nothing, for " + target + " has all levels of " + source + "; --levels takes fewer");
+        if (spaceOf(step.sourceFormat()) == Space::ycbcr && spaceOf(step.targetFormat()) == Space::gray)
             tell("gray is luma as it is: in limited range black is 16 and white 235");
     }
 }

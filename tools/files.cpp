@@ -1,6 +1,7 @@
 #include "tools/files.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "tools/errors.h"
 #include "tools/frame.h"
@@ -76,7 +77,7 @@ bool Reader::follows(bool (*isContent)(std::string_view begin)) {
 }
 
 bool Reader::isLeftOut() {
-    if (done_ > 1 || source_.fileSize() < 0)
+    if (!isOnePicture())
         refuseAt("is not of the size and kind of the first; --frames " + std::to_string(done_) + " converts those before it");
     leaveOut("the pictures behind the first");
     return true;

@@ -40,6 +40,8 @@ class Reader {
     // Whether another picture follows, by how it begins. NULs and blanks behind a picture are none, and other bytes behind the
     // only one are left out.
     bool follows(bool (*isContent)(std::string_view begin));
+    // In a file and not in a pipe: what lies behind may belong to it.
+    bool isOnePicture() const { return done_ == 1 && source_.fileSize() >= 0; }
     // To a picture of another size or kind than the first: true if it lies behind the only one of a file, as previews do.
     bool isLeftOut();
     void leaveOut(const std::string& what) { leftOut_ = what; }

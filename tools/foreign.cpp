@@ -18,9 +18,9 @@ struct Name {
 constexpr Name names[] = {
     {"yuvj4([124])([0124])p", "planes of luma and chroma, 4:$1:$2, 8 bits in full range, as JPEG has it (--range full)",
      "yuv4$1$2p"},
-    {"yuv4(4)(0)p", "planes of luma and chroma, 4:$1:$2, 8 bits"},
+    {"yuv440p", "planes of luma and chroma, 4:4:0, 8 bits"},
     {"yuv4([24])([024])p(9|1[0246])(msb)?", "planes of luma and chroma, 4:$1:$2, $3 bits"},
-    {"yuva4(2)([02])p", "planes of luma, chroma and alpha, 4:$1:$2, 8 bits"},
+    {"yuva42([02])p", "planes of luma, chroma and alpha, 4:2:$1, 8 bits"},
     {"yuva4([24])([024])p(9|1[026])", "planes of luma, chroma and alpha, 4:$1:$2, $3 bits"},
     {"nv16", "a plane of luma and one of chroma pairs, 4:2:2, 8 bits"},
     {"nv20", "a plane of luma and one of chroma pairs, 4:2:2, 10 bits"},

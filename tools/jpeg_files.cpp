@@ -70,7 +70,7 @@ class JpegReader : public Reader {
     bool next(uint8_t* frame) override {
         if (!isPending_) {
             if (!follows(isJpeg)) return false;
-            if (hasAttached_) {
+            if (hasAttached_ && isOnePicture()) {
                 leaveOut("the pictures that belong to the first");
                 return false;
             }

@@ -151,12 +151,15 @@ class Progress(InDirectory):
                               stdin=subprocess.PIPE, stderr=end) as process:
             process.communicate(bytes(36))
         os.close(end)
+        shown = b""
         try:
-            return os.read(terminal, 4096)
-        except OSError:  # nothing was written
-            return b""
+            while part := os.read(terminal, 4096):
+                shown += part
+        except OSError:  # all is read
+            pass
         finally:
             os.close(terminal)
+        return shown
 
     def test_is_shown_on_a_terminal_alone(self) -> None:
         self.assertIn(b"frame 3,", self.stderr_on_a_terminal())

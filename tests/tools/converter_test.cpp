@@ -187,28 +187,5 @@ TEST(Alpha, IsKeptOrOpaque) {
     }
 }
 
-// The manual page names the numbers of levels at which white of bytes stays white, and the first ones at which it doesn't.
-TEST(Levels, LeaveWhiteAsThePageSays) {
-    const Size size{512, 48};
-    auto source = content(formatNamed("gray"), size);
-    for (int x = 0; x < size.width; ++x)
-        source[static_cast<size_t>(x)] = static_cast<uint8_t>(x / 2), source[512 + x] = UINT8_MAX;
-    std::vector<uint8_t> target(source.size());
-    const auto becomes254 = [&](int levels, ZelDitherType dither) {
-        EXPECT_EQ(zeliReduceBits_8u_C1R(source.data(), 512, target.data(), 512, {512, 48}, 0, dither, levels), zelStsNoErr);
-        return std::ranges::find(target, 254) != target.end();
-    };
-    const auto isFree = [](int n) {
-        return n <= 7 || (n >= 9 && n <= 14) || (n >= 16 && n <= 25) || n == 27 || n == 28 || n == 30 || n == 31 ||
-               (n >= 33 && n <= 41) || (n >= 43 && n <= 47) || n == 128;
-    };
-    const auto darkens = [&](int levels) {
-        return std::ranges::any_of(std::vector{zelDitherNone, zelDitherFS, zelDitherJJN, zelDitherStucki, zelDitherBayer},
-                                   [&](ZelDitherType d) { return becomes254(levels, d); });
-    };
-    for (int levels = 2; levels <= 47; ++levels) EXPECT_EQ(darkens(levels), !isFree(levels)) << levels;
-    EXPECT_FALSE(darkens(128));
-}
-
 }  // namespace
 }  // namespace tool

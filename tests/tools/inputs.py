@@ -86,7 +86,8 @@ class Fields(unittest.TestCase):
         self.assertEqual([run(cut, y4m(tag)).returncode for tag in ("Ip", "It")], [DONE, USAGE])
 
     def test_are_written(self) -> None:
-        for tag, options, expected in [("It", [], "It"), ("It", ["--progressive"], "Ip"), ("Ip", ["--to", "yuv422p", "--interlaced"], "It")]:
+        for tag, options, expected in [("It", [], "It"), ("It", ["--progressive"], "Ip"),
+                                       ("Ip", ["--to", "yuv422p", "--interlaced"], "It")]:
             self.assertIn(expected, header(zelcc("convert", "-", "-", "--output-kind", "y4m", *options, data=y4m(tag))))
 
 
@@ -171,7 +172,7 @@ class Told(InDirectory):
                             ("--from rgba --to rgb565le", "alpha is left out"),
                             ("--from rgb24 --to rgb24 --dither bayer", "--dither changes nothing"),
                             ("--from rgb24 --to rgb24 --dither bayer --levels 4", ""), ("--from yuyv422 --to gray", "luma as it is"),
-                            ("--from rgb48le --to rgb24 --dither stucki", "")]:
+                            ("--from rgb48le --to rgb24 --dither stucki", ""), ("--from rgb24 --to rgb24 --dither none", "")]:
             with self.subTest(call):
                 done = run(["convert", "-", "-", *call.split(), "--size", "4x4"], bytes(192))
                 self.assertEqual(done.returncode, DONE, done.stderr)
