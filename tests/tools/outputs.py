@@ -89,7 +89,7 @@ class Outputs(InDirectory):
         for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
             with self.subTest(number):
                 output = self.path("old.y4m")
-                with subprocess.Popen([ZELCC, "convert", "-", str(output)], stdin=subprocess.PIPE) as process:
+                with subprocess.Popen([ZELCC, "convert", "-q", "-", str(output)], stdin=subprocess.PIPE) as process:
                     process.stdin.write(Y4M)
                     process.stdin.flush()
                     while not any(p.name.startswith(".") for p in self.directory.iterdir()):
