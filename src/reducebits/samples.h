@@ -9,7 +9,7 @@ constexpr int vectorFloats = vectorBytes / 4;
 
 // The level q, and one step more where the threshold is below what is left over.
 ZEL_INLINE Floats levelOrNext(Floats q, Floats step, Floats threshold, Floats leftOver) {
-    if constexpr (vectorBytes > 16) return threshold < leftOver ? q + step : q;
+    if constexpr (traits.selectsAtOnce) return threshold < leftOver ? q + step : q;
     return q + (Floats)((Dwords)(threshold < leftOver) & (Dwords)step);
 }
 

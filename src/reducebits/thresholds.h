@@ -205,7 +205,7 @@ class ByteResults {
   public:
     // What it takes to make the tables is little beside an image.
     ZEL_INLINE static bool pay(const ReducedRows& rows) {
-        return looksUpQuickly && rows.samples() * size_t(rows.size.height) >= 8192;
+        return traits.looksUpQuickly && rows.samples() * size_t(rows.size.height) >= 8192;
     }
 
     ZEL_OWN_CODE ByteResults(const Levels& levels, const float* ascending, int count, ReduceRow<float> reduce) {
