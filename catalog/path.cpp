@@ -7,7 +7,7 @@
 namespace catalog {
 namespace {
 
-// Functions lead from the formats of one to those of another; to and from the others leads one way alone.
+// Many functions lead between formats of these. The others have functions from and to RGB alone: no way leads through them.
 bool isCommon(Model model) { return model == Model::rgb || model == Model::ycbcr || model == Model::gray; }
 
 bool mayLieBetween(const Format& way, const Format& source, const Format& target) {

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <fstream>
 #include <memory>
+#include <new>
 
 #include "tools/bytes.h"
 #include "tools/checksums.h"
@@ -56,6 +57,7 @@ class AtLevel {
         close(ends[1]);
         if (error != 0) throw FileError("the program cannot be started at level " + level);
         output_.reset(fdopen(ends[0], "r"));
+        if (!output_) throw std::bad_alloc();
     }
 
     const std::string& level() const { return level_; }

@@ -34,13 +34,13 @@ int stripRows(const Job& job, Size laid, int threads) {
     return roundUp(std::clamp(limit, 1, rows), siteOfAll(job).height);
 }
 
-std::string reason(ZelStatus status) {
-    if (status == zelStsSizeErr) return "the image is too small for it";
-    if (status == zelStsMemAllocErr) return "there is no memory left";
-    if (status == zelStsDitherLevelsErr) return "it has no such number of levels; ask for fewer, at least 2";
-    if (status == zelStsNoiseValErr) return "noise goes from 0 to 100";
-    if (status == zelStsRangeErr) return "the upper end of the range has to be above the lower one";
-    return "status " + std::to_string(status);
+[[noreturn]] void refuse(const Function& function, ZelStatus status) {
+    const std::string what = std::string(function.name) + " refuses the image: ";
+    if (status == zelStsSizeErr) throw UnsupportedError(what + "it is too small");
+    if (status == zelStsDitherLevelsErr) throw UsageError(what + "it has no such number of levels; ask for fewer, at least 2");
+    if (status == zelStsNoiseValErr) throw UsageError(what + "noise goes from 0 to 100");
+    if (status == zelStsRangeErr) throw UsageError(what + "the upper end of --gamma-range has to be above the lower one");
+    throw DataError(what + (status == zelStsMemAllocErr ? "there is no memory left" : "status " + std::to_string(status)));
 }
 
 catalog::Side sideOf(const Planes& planes, const std::array<int8_t, 4>& order, int count) {
@@ -142,7 +142,7 @@ void Converter::apply(const Step& step, const Planes& source, const Planes& targ
                        .grid = from.grid,
                        .temporary = room.temporary.data(),
                        .temporaryStep = static_cast<int32_t>(room.temporary.size() / Function::temporaryRows)});
-    if (status < 0) throw DataError(std::string(function.name) + " refuses the image: " + reason(status));
+    if (status < 0) refuse(function, status);
     if (step.alpha == Alpha::opaqueAfter) makeOpaque(to, target, size);
 }
 

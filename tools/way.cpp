@@ -43,6 +43,15 @@ Site Step::site(const Wishes& wishes) const {
     return site;
 }
 
+bool Step::interpolatesRows() const {
+    if (moves() || conversion->method == "interlaced") return false;
+    return sourceFormat().model == Model::ycbcr && targetFormat().model == Model::ycbcr && rowsOfPart(*this, {}) == 0;
+}
+
+bool Step::interpolatesColumns() const {
+    return !moves() && conversion->method == "filter" && targetFormat().model == Model::rgb;
+}
+
 std::optional<Way> findWay(const Format& from, const Format& to, const Wishes& wishes) {
     const Demands demands(wishes);
     const auto met = [&](const Conversion& c) { return demands.metBy(stepOf(c)); };
@@ -78,7 +87,10 @@ Way wayOrRefusal(const Format& from, const Format& to, const Wishes& wishes) {
     const auto others = reachable(from, wishes);
     std::string text = "no functions lead from " + std::string(from.name) + " to " + std::string(to.name) + wanted +
                        " by matrix " + wishes.matrix + ".\n";
-    if (others.empty())
+    if (!wishes.demosaic.empty() && from.model == Model::gray)
+        text += "A mosaic in a gray picture is told by --from bayer_rggb" + std::string(from.bits == 16 ? "16le" : "8") +
+                ", or bggr, gbrg or grbg instead of rggb.";
+    else if (others.empty())
         text += "Nothing is reachable from " + std::string(from.name) + " so" + (wanted.empty() ? "." : "; ask for less.");
     else
         text += "Reachable from " + std::string(from.name) + ": " + names(others);
