@@ -6,7 +6,6 @@
 #include "simd/check.h"
 #include "simd/doubles.h"
 #include "simd/expectations.h"
-#include "simd/rounding.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "simd/bits.h"
 #include "simd/check.h"
 #include "simd/doubles.h"
 #include "simd/expectations.h"
@@ -19,10 +18,8 @@ int8_t asSigned(uint8_t x) { return int8_t(x); }
 TEST(SimdIntegers, ElementByElement) {
     const auto least = [](int a, int b) { return std::min(a, b); };
     const auto greatest = [](int a, int b) { return std::max(a, b); };
-    each<Bytes>(WORD(lesser), least);
     each<Bytes>(WORD(atMost), least);
     each<Words>(WORD(atMost), least);
-    each<Bytes>(WORD(greater), greatest);
     each<Bytes>(WORD(atLeast), greatest);
     each<Words>(WORD(atLeast), greatest);
 
@@ -33,8 +30,8 @@ TEST(SimdIntegers, ElementByElement) {
     each<Bytes>(WORD(subtractSaturated), [](int a, int b) { return saturated<uint8_t>(a - b); });
     each<UWords>(WORD(subtractSaturated), [](int a, int b) { return saturated<uint16_t>(a - b); });
     // A table of bytes counts its places down by it, and relies on those that are too low staying so.
-    each<Bytes>(WORD(subtractSigned), [](int a, int b) { return saturated<int8_t>(asSigned(a) - asSigned(b)); });
-    each<Words>(WORD(subtractSigned), [](int a, int b) { return saturated<int16_t>(a - b); });
+    each<Bytes>(WORD(subtractSignedSaturated), [](int a, int b) { return saturated<int8_t>(asSigned(a) - asSigned(b)); });
+    each<Words>(WORD(subtractSignedSaturated), [](int a, int b) { return saturated<int16_t>(a - b); });
     each<Bytes>(WORD(distance), [](int a, int b) { return std::abs(a - b); });
     each<UWords>(WORD(distance), [](int a, int b) { return std::abs(a - b); });
     each<Bytes>(WORD(mean), [](int a, int b) { return (a + b + 1) / 2; });
@@ -61,7 +58,7 @@ TEST(SimdIntegers, OfNeighbours) {
         return uint32_t(product(2 * i) + product(2 * i + 1));
     });
     // The first factors are unsigned, the second ones signed, and the sum saturates.
-    compare<Bytes, 2>(WORD(mulAddPairs), [](int i, const auto& x) {
+    compare<Bytes, 2>(WORD(mulAddBytes), [](int i, const auto& x) {
         const auto product = [&](int at) { return x[at] * asSigned(x[elements<Bytes> + at]); };
         return saturated<int16_t>(product(2 * i) + product(2 * i + 1));
     });
@@ -121,12 +118,10 @@ void collects(const Word<F>& word, Condition condition) {
 
 TEST(SimdIntegers, Bits) {
     const auto isNegativeByte = [](int x) { return x > 127; };
-    collects<Bytes>(WORD(negativeOnes), isNegativeByte);
     collects<Bytes>(WORD(signBits), isNegativeByte);
     collects<Bytes>(WORD(zeros), [](int x) { return x == 0; });
     const auto isNegative = [](int x) { return x < 0; };
     collects<Dwords>(WORD(signBits), isNegative);
-    collects<Dwords>(WORD(bitsOf), isNegative);
 }
 
 TEST(SimdIntegers, Choose) {

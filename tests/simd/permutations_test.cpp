@@ -43,8 +43,6 @@ TEST(SimdPermutations, Interleaves) {
 TEST(SimdPermutations, WithinLanes) {
     moves<4, Dwords, Dwords>(WORD(evenDwords), parted<4>(0));
     moves<4, Dwords, Dwords>(WORD(oddDwords), parted<4>(1));
-    moves<4, Bytes, Bytes>(WORD(evenDwords), parted<4>(0));
-    moves<4, Bytes, Bytes>(WORD(oddDwords), parted<4>(1));
     moves<2, Words, Words>(WORD(evenThenOdd), [](int i) { return i % 2 * perVector(2) + i; });
     moves<1, Bytes>(WORD(evenBytes), [](int i) { return i % 2 ? none : i; });
     moves<1, Bytes>(WORD(oddBytes), [](int i) { return i % 2 ? none : i + 1; });
