@@ -263,6 +263,8 @@ ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
     storeVector(p, (v & taken) | (loadBytes(p) & ~taken));
 }
 
+namespace samples {
+
 // Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. At the widest level they follow
 // each other in memory, below it lane l of vector i is for the bytes from 64 l + 16 i on.
 template <int size, class Put>
@@ -294,16 +296,18 @@ ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& pu
     }
 }
 
+}  // namespace samples
+
 template <int size, class V>
 ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
-    interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth,
-                         [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 64, v); });
+    samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth,
+                                  [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 64, v); });
 }
 
 // The fourth sample of each is written with what it held, at the widest level not at all.
 template <int size, class V>
 ZEL_INLINE void storeThree(uint8_t* p, Channels<V> x) {
-    interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
+    samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
         storeLanes(p + 16 * i, 64, v | (loadLanes(p + 16 * i, 64) & ~samples::colours<size>()));
     });
 }
