@@ -68,7 +68,7 @@ struct HueOfMaximum {
 
 ZEL_INLINE Floats highestOf(const FloatPixel& x) { return atLeast(atLeast(x.a, x.b), x.c); }
 ZEL_INLINE Floats lowestOf(const FloatPixel& x) { return atMost(atMost(x.a, x.b), x.c); }
-ZEL_INLINE Floats aroundCircle(Floats degrees) { return degrees < Floats{} ? degrees + splatFloat(360) : degrees; }
+ZEL_INLINE Floats aroundCircle(Floats degrees) { return degrees < Floats{} ? byMode(degrees + splatFloat(360)) : degrees; }
 
 struct ToHlsOfWords {
     ZEL_INLINE static FloatPixel of(const FloatPixel& x) {
@@ -87,7 +87,7 @@ struct ToHlsOfFloats {
         const Floats highest = highestOf(x), lowest = lowestOf(x), d = highest - lowest, s = highest + lowest;
         const HueOfMaximum hue(x, highest);
         const Floats l = splatFloat(0.5f) * s, quotient = (hue.difference * splatFloat(60)) / d;
-        const Floats hf = hue.isRed ? quotient : quotient + hue.degrees;
+        const Floats hf = hue.isRed ? quotient : byMode(quotient + hue.degrees);
         const auto isGray = d <= splatFloat(1.1920928955078125e-07f);
         const Floats h = aroundCircle(hf) / splatFloat(360), saturation = d / (l <= splatFloat(0.5f) ? s : splatFloat(2) - s);
         return {isGray ? Floats{} : h, l, isGray ? Floats{} : saturation};
@@ -149,7 +149,7 @@ struct FromHlsOfFloats {
             return isGray ? l : result;
         };
         const Floats red = h + third, blue = h - third;
-        return {at(red > circle ? red - circle : red), at(h), at(blue < Floats{} ? blue + circle : blue)};
+        return {at(red > circle ? byMode(red - circle) : red), at(h), at(blue < Floats{} ? byMode(blue + circle) : blue)};
     }
 };
 

@@ -10,6 +10,7 @@ namespace zel::ZEL_LEVEL {
 ZEL_INLINE Floats splatFloat(float x) { return (Floats)vdupq_n_f32(x); }
 ZEL_INLINE Doubles splatDouble(double x) { return (Doubles)vdupq_n_f64(x); }
 
+ZEL_INLINE Floats byMode(Floats v) { return computed(v); }
 ZEL_INLINE Floats toFloats(Dwords v) { return (Floats)vcvtq_f32_s32(arm::s32(v)); }
 
 namespace arm {

@@ -10,6 +10,10 @@ ZEL_INLINE Doubles splatDouble(double x);
 
 ZEL_INLINE Floats toFloats(Dwords v);
 
+// The result of an operation, rounded by the mode of the thread where the compiler has not been told of it: of a sum or its first
+// operand, whichever a condition picks, some make a sum with a zero, and so at times another zero.
+ZEL_INLINE Floats byMode(Floats v);
+
 // To the integer, rounded or toward zero. NaN and what no dword can hold, above and below, give the lowest dword.
 ZEL_INLINE Dwords rounded(Floats v);
 ZEL_INLINE Dwords truncated(Floats v);

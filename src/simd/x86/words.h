@@ -69,6 +69,7 @@ ZEL_INLINE Bytes window(Bytes low, Bytes high) {
 }
 ZEL_INLINE Bytes shuffle(Bytes a, Bytes pattern) { return (Bytes)ZEL_MM(shuffle_epi8)((Register)a, (Register)pattern); }
 
+ZEL_INLINE Floats byMode(Floats v) { return v; }
 ZEL_INLINE Floats toFloats(Dwords v) { return (Floats)ZEL_MM(cvtepi32_ps)((Register)v); }
 ZEL_INLINE Dwords rounded(Floats v) { return (Dwords)ZEL_MM(cvtps_epi32)((FloatRegister)v); }
 ZEL_INLINE Dwords truncated(Floats v) { return (Dwords)ZEL_MM(cvttps_epi32)((FloatRegister)v); }
