@@ -48,6 +48,7 @@ TEST(SimdFloats, ElementByElement) {
     // What is no number becomes the limit, and of two zeros it is the limit's.
     each<Floats>(WORD(atMost), [](float v, float limit) { return v < limit ? v : limit; });
     each<Floats>(WORD(atLeast), [](float v, float limit) { return v > limit ? v : limit; });
+    each<Floats>(WORD(byMode), [](float v) { return v; });
     compare<Floats, 2>(bitsApart(WORD(differing)), [](int i, const auto& x) {
         const int n = elements<Floats>;
         return i < n && std::memcmp(&x[i], &x[n + i], sizeof x[i]) != 0;
