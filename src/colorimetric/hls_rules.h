@@ -143,7 +143,7 @@ struct FromHlsOfFloats {
         const auto isGray = s == Floats{};
         const auto at = [&](Floats hue) {
             const Floats ramp = Form::ramp(atMost(hue, secondFoot - hue), range.d, range.m2);
-            const Floats beforeFoot = hue < secondFoot ? ramp : range.m2;
+            const Floats beforeFoot = hue < secondFoot ? byMode(ramp) : range.m2;
             const auto isBetween = (hue >= splatFloat(60)) & (hue < splatFloat(180));
             const Floats result = isBetween ? range.m1 : beforeFoot;
             return isGray ? l : result;
