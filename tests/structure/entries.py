@@ -31,9 +31,9 @@ def references_i386(entry):
 
 def place_aarch64(entry):
     """The address of the pointer that the entry jumps to, or None where it has another form."""
-    form = [r"adrp\tx16, ([0-9a-f]+) <.*>", r"ldr\tx16, \[x16, #(\d+)\]", r"br\tx16"]
+    form = [r"adrp\tx16, ([0-9a-f]+) <.*>", r"ldr\tx16, \[x16(?:, #(\d+))?\]", r"br\tx16"]
     matches = [re.fullmatch(f, i.text) for f, i in zip(form, entry)]
-    return int(matches[0][1], 16) + int(matches[1][1]) if len(entry) == len(form) and all(matches) else None
+    return int(matches[0][1], 16) + int(matches[1][1] or 0) if len(entry) == len(form) and all(matches) else None
 
 
 def dispatched_faults(names, library, bodies, addresses):
