@@ -5,16 +5,31 @@
 #include "simd/floats.h"
 #include "simd/pixels.h"
 
-#ifdef ZEL_OWN_SAMPLES
-#include ZEL_OWN_SAMPLES
-#else
-
 namespace zel::ZEL_LEVEL {
 
 template <class V>
 struct Channels {
     V a, b, c;
 };
+
+// Every form has, for samples of Depth or of `size` bytes,
+//
+//     InterleavedThree<Depth>     three samples a pixel: load(p), store(p, channels)
+//     InterleavedFour<Depth>      four: load(p), without the fourth
+//     storeFour<size>(p, channels, fourth)
+//     storeThree<size>(p, channels)    the fourth keeps its value, and may be written with it
+//     storeThreeOfFour<size>(p, v)     a vector of such pixels
+//     Repeated<size, channels>(samples, alpha).vector<v>()   samples of one channel, each `channels` times; of four, the last is
+//     alpha samples::loadBytesAsFloats<Depth>(p, x)   three bytes a pixel; part i of a channel has the pixels 4i to 4i + 3 of
+//     every lane
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_SAMPLES
+#include ZEL_OWN_SAMPLES
+#else
+
+namespace zel::ZEL_LEVEL {
 
 namespace samples {
 

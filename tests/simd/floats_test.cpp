@@ -6,6 +6,7 @@
 #include "simd/check.h"
 #include "simd/doubles.h"
 #include "simd/expectations.h"
+#include "simd/floats.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {

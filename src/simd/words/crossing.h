@@ -50,9 +50,15 @@ ZEL_INLINE void storeQuarters(uint8_t* first, uint8_t* second, Bytes v);
 ZEL_INLINE void storeLowBytes(uint8_t* p, Dwords v);
 ZEL_INLINE void storeLowWords(uint8_t* p, Dwords v);
 
-// Qword i from the 8 bytes at at(i).
+// Of tables of pairs, for levels without a better form of such tables: qword i from the 8 bytes at at(i); and double i of both
+// results from the two doubles at at(i), a multiple of 16.
 template <class At>
 ZEL_INLINE Bytes loadQwordsAt(const At& at);
+struct PairsOfDoubles {
+    Doubles first, second;
+};
+template <class At>
+ZEL_INLINE PairsOfDoubles loadPairsAt(const At& at);
 
 // The dwords of a table at some places, which may be negative.
 ZEL_INLINE Dwords lookUp(const void* table, Dwords places);

@@ -59,6 +59,9 @@ ZEL_INLINE UWords mean(UWords a, UWords b);
 template <int places>
 ZEL_INLINE Words blend(Words a, Words b);
 
+// The high words of the dwords of a and b in turn.
+ZEL_INLINE Words highWords(Dwords a, Dwords b);
+
 // a where the bytes of `which` are 0xff, b where they are 0; of other bytes any number.
 ZEL_INLINE Bytes choose(Bytes which, Bytes a, Bytes b);
 

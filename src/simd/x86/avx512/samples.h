@@ -1,16 +1,9 @@
-// Interleaved pixels of samples of any size: how a block becomes one vector per channel, and back. A block has as many pixels as
-// a vector has samples, in natural order.
+// Interleaved samples by blends and permutes over whole vectors.
 #pragma once
 
-#include "simd/floats.h"
-#include "simd/pixels.h"
+#include "simd/samples.h"
 
 namespace zel::ZEL_LEVEL {
-
-template <class V>
-struct Channels {
-    V a, b, c;
-};
 
 namespace samples {
 
