@@ -6,7 +6,9 @@
 
 #include <array>
 #include <cstring>
+#include <limits>
 #include <span>
+#include <sstream>
 #include <string>
 #include <tuple>
 
@@ -18,16 +20,13 @@ namespace zel::ZEL_LEVEL {
 
 template <class F>
 struct Word {
+    Word(const char* itsName, F function) : name(itsName), apply(function) {}
+
     const char* name;
     F apply;
 };
-template <class F>
-Word(const char*, F) -> Word<F>;
 // A word by its name, for all of its types.
-#define WORD(...)                                                               \
-    ::zel::ZEL_LEVEL::Word {                                                    \
-#__VA_ARGS__, [](auto... operands) { return __VA_ARGS__(operands...); } \
-    }
+#define WORD(...) Word(#__VA_ARGS__, [](auto... operands) { return __VA_ARGS__(operands...); })
 
 template <class V>
 using Element = std::remove_cvref_t<decltype(std::declval<V&>()[0])>;
@@ -49,6 +48,16 @@ bool isSame(E a, E b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
+// The operands of one place where the result has as many, otherwise all that there were.
+template <int n, int operands, class E>
+std::string given(const std::array<E, n * operands>& x, int results, int place) {
+    std::ostringstream text;
+    text.precision(std::numeric_limits<E>::max_digits10);
+    for (int i = 0; i < n * operands; ++i)
+        if (results != n || i % n == place) text << ' ' << +x[i];
+    return text.str();
+}
+
 // Element i of the result is expected(i, x), where x has the elements of all operands, those of the first operand first.
 template <class V, int operands, class F, class Expected>
 void compare(const Word<F>& word, Expected expected) {
@@ -62,12 +71,12 @@ void compare(const Word<F>& word, Expected expected) {
         std::memcpy(&vectors, &x, sizeof vectors);
         const auto result = std::apply(word.apply, vectors);
         using R = Element<decltype(result)>;
-        for (int i = 0; i < elements<decltype(result)>; ++i) {
+        constexpr int results = elements<decltype(result)>;
+        for (int i = 0; i < results; ++i) {
             const R got = result[i], wanted = R(expected(i, x));
             if (isSame(got, wanted)) continue;
-            std::string given;
-            for (const E& e : x) given += (given.empty() ? "" : ", ") + std::to_string(e);
-            ADD_FAILURE() << word.name << " gives " << +got << " at place " << i << ", not " << +wanted << ", of " << given;
+            ADD_FAILURE() << word.name << " gives " << +got << " at place " << i << ", not " << +wanted << ", of"
+                          << given<n, operands>(x, results, i);
             return;
         }
     }
@@ -96,7 +105,7 @@ auto bitsApart(const Word<F>& word) {
         for (int i = 0; i < 64; ++i) bit.of[i] = bits >> i & 1;
         return bit;
     };
-    return Word<decltype(apart)>{word.name, apart};
+    return Word(word.name, apart);
 }
 
 // Words that move bytes or groups of them: group i of the result is the group `place(i)` of what was given, or one of these.
@@ -123,14 +132,23 @@ inline bool isExpected(const char* name, const std::string& where, int i, int go
     return false;
 }
 
+// Operands that have these bytes, one after the other.
+template <class... Given>
+constexpr size_t bytesOf = (sizeof(Given) + ...);
+template <class... Given>
+std::tuple<Given...> operandsOf(const std::array<uint8_t, bytesOf<Given...>>& bytes) {
+    std::tuple<Given...> given;
+    size_t at = 0;
+    std::apply([&](auto&... v) { ((std::memcpy(&v, bytes.data() + at, sizeof v), at += sizeof v), ...); }, given);
+    return given;
+}
+
 template <int unit, class... Given, class F, class Place>
 void moves(const Word<F>& word, Place place) {
     for (int trial = 0; trial < trials; ++trial) {
-        std::tuple<Given...> given;
-        std::array<uint8_t, (sizeof(Given) + ...)> bytes;
+        std::array<uint8_t, bytesOf<Given...>> bytes;
         fill(bytes, trial);
-        size_t at = 0;
-        std::apply([&](auto&... v) { ((std::memcpy(&v, bytes.data() + at, sizeof v), at += sizeof v), ...); }, given);
+        const auto given = operandsOf<Given...>(bytes);
         const auto result = arrayOf<uint8_t>(std::apply(word.apply, given));
         for (int i = 0; i < int(result.size()); ++i) {
             const int from = byteFrom<unit>(place, i);
@@ -172,11 +190,9 @@ void stores(const Word<F>& word, size_t bytes, Place place) {
     std::vector<uint8_t> before(memory.size());
     for (int trial = 0; trial < 4; ++trial)
         for (uint8_t* p : placesFor(bytes, memory)) {
-            std::tuple<Given...> given;
-            std::array<uint8_t, (sizeof(Given) + ...)> from;
+            std::array<uint8_t, bytesOf<Given...>> from;
             fill(from, trial / 2);
-            size_t at = 0;
-            std::apply([&](auto&... v) { ((std::memcpy(&v, from.data() + at, sizeof v), at += sizeof v), ...); }, given);
+            const auto given = operandsOf<Given...>(from);
             harness::Random(uint64_t(trial) + 100).fill(before, harness::Content::uniform);
             std::memcpy(memory.data(), before.data(), before.size());
             const bool bypassing = trial % 2;

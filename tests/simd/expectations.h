@@ -1,7 +1,6 @@
 // What processors do in ways of their own, and what the library therefore may rely on there.
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 #include <limits>
 

@@ -1,4 +1,6 @@
 // Words of floats and doubles, in the caller's rounding modes.
+#include "simd/floats.h"
+
 #include <cfenv>
 #include <cmath>
 
@@ -6,7 +8,6 @@
 #include "simd/check.h"
 #include "simd/doubles.h"
 #include "simd/expectations.h"
-#include "simd/floats.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {

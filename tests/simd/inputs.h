@@ -24,45 +24,19 @@ template <class E>
 std::vector<E> edges() {
     using Limits = std::numeric_limits<E>;
     std::vector<E> edges;
+    const auto addBoth = [&](auto x) { edges.insert(edges.end(), {E(x), E(-x)}); };
     if constexpr (std::is_floating_point_v<E>) {
-        const E two31 = E(0x1p31), lastBelow = std::nextafter(two31, E(0));
-        for (E x : {E(0),
-                    Limits::denorm_min(),
-                    Limits::min(),
-                    Limits::epsilon(),
-                    std::nextafter(E(0.5), E(0)),
-                    E(0.5),
-                    E(1),
-                    E(1.5),
-                    E(2.5),
-                    E(3),
-                    E(126.5),
-                    E(127.5),
-                    E(128.5),
-                    E(254.5),
-                    E(255),
-                    E(255.5),
-                    E(256),
-                    E(32767.5),
-                    E(32768.5),
-                    E(65534.5),
-                    E(65535.5),
-                    E(0x1p23) - E(0.5),
-                    E(0x1p23) + 1,
-                    E(0x1p24) + 2,
-                    lastBelow,
-                    two31,
-                    two31 + 1,
-                    two31 * 2,
-                    Limits::max(),
-                    Limits::infinity()})
-            edges.insert(edges.end(), {x, -x});
+        // Ties and bounds of samples and of dwords.
+        for (double x : {0.0, 0.5, 1.0, 1.5, 2.5, 126.5, 127.5, 128.5, 254.5, 255.0, 255.5, 32767.5, 32768.5, 65534.5, 65535.5})
+            addBoth(x);
+        for (double x : {0x1p22 + 0.5, 0x1p23 + 1, 0x1p31 - 128, 0x1p31 - 0.5, 0x1p31, 0x1p31 + 0.5, 0x1p31 + 1, 0x1p32})
+            addBoth(x);
+        for (E x : {Limits::denorm_min(), Limits::min(), Limits::epsilon(), Limits::max(), Limits::infinity()}) addBoth(x);
         edges.push_back(Limits::quiet_NaN());
     } else {
-        for (int64_t x : {0,      1,      2,      3,      15,      16,      17,     100,        126,        127,       128,
-                          129,    253,    254,    255,    256,     257,     0x3fff, 0x4000,     0x4001,     0x7ffe,    0x7fff,
-                          0x8000, 0x8001, 0xfffe, 0xffff, 0x10000, 0x10001, 0x5555, 0x12345678, 0x7ffffffe, 0x7fffffff})
-            edges.insert(edges.end(), {E(x), E(-x)});
+        for (int64_t x : {0, 1, 2, 3, 15, 16, 17, 100, 126, 127, 128, 129, 253, 254, 255, 256, 257}) addBoth(x);
+        for (int64_t x : {0x3fff, 0x4000, 0x4001, 0x5555, 0x7ffe, 0x7fff, 0x8000, 0x8001, 0xfffe, 0xffff, 0x10000}) addBoth(x);
+        for (int64_t x : {0x10001, 0x12345678, 0x7ffffffe, 0x7fffffff}) addBoth(x);
         edges.push_back(Limits::min());
     }
     return edges;
@@ -84,10 +58,10 @@ std::vector<std::array<E, operands>> makeInputs() {
     harness::Random random{18};
     const std::vector<E> some = edges<E>();
     const auto anyEdge = [&] { return some[random.next() % some.size()]; };
+    const auto anyExtreme = [&] { return random.next() % 2 ? std::numeric_limits<E>::lowest() : std::numeric_limits<E>::max(); };
     std::vector<std::array<E, operands>> all;
     const auto add = [&](auto... x) { all.push_back({x...}); };
-    constexpr bool isFew = sizeof(E) <= 2;
-    const int few = isFew ? 1 << 8 * sizeof(E) % 32 : 0;
+    const int few = sizeof(E) == 1 ? 1 << 8 : sizeof(E) == 2 ? 1 << 16 : 0;
     if constexpr (operands == 1) {
         for (int i = 0; i < few; ++i) add(E(i));
         for (E x : some) add(x);
@@ -106,8 +80,7 @@ std::vector<std::array<E, operands>> makeInputs() {
     // What words make of neighbours: edges in any company, and the extremes together.
     for (int i = 0; i < perKind; ++i) {
         std::array<E, operands> x;
-        for (E& e : x)
-            e = i % 2 ? anyEdge() : random.next() % 2 ? std::numeric_limits<E>::lowest() : std::numeric_limits<E>::max();
+        for (E& e : x) e = i % 2 ? anyEdge() : anyExtreme();
         all.push_back(x);
     }
     return all;

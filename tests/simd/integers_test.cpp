@@ -3,8 +3,8 @@
 #include <cstdlib>
 
 #include "simd/check.h"
-#include "simd/doubles.h"
 #include "simd/expectations.h"
+#include "simd/floats.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {
@@ -72,7 +72,8 @@ void packs(const Word<F>& word, Narrowed narrowed) {
     constexpr int n = perLane<V>;
     compare<V, 2>(word, [&](int i, const auto& x) {
         const int lane = i / (2 * n), ofLane = i % (2 * n);
-        return narrowed(x[(ofLane < n ? 0 : elements<V>)+lane * n + ofLane % n]);
+        const int first = ofLane < n ? 0 : elements<V>;
+        return narrowed(x[first + lane * n + ofLane % n]);
     });
 }
 
@@ -88,11 +89,15 @@ TEST(SimdIntegers, Packs) {
 }
 
 TEST(SimdIntegers, Shuffle) {
-    // Of the numbers below 128 the last four bits count.
-    compare<Bytes, 2>(WORD(shuffle), [](int i, const auto& x) {
-        const int place = x[vectorBytes + i];
-        return place > 127 ? 0 : x[i / laneBytes * laneBytes + place % laneBytes];
-    });
+    // Every place everywhere. Of the numbers below 128 the last four bits count.
+    for (int first = 0; first < 256; ++first) {
+        Bytes pattern;
+        for (int i = 0; i < vectorBytes; ++i) pattern[i] = uint8_t(first + i);
+        moves<1, Bytes>(Word{"shuffle", [=](Bytes a) { return shuffle(a, pattern); }}, [=](int i) {
+            const int place = (first + i) % 256;
+            return place > 127 ? none : i / laneBytes * laneBytes + place % laneBytes;
+        });
+    }
 }
 
 TEST(SimdIntegers, Splats) {
@@ -126,21 +131,23 @@ TEST(SimdIntegers, Bits) {
 
 TEST(SimdIntegers, Choose) {
     harness::Random random{1};
-    const auto chooses = [&](auto v, Bits used) {
+    const auto chooses = [&](auto v) {
         using V = decltype(v);
-        for (int trial = 0; trial < 10000; ++trial) {
-            const int single = trial / 2 % int(8 * sizeof(Bits));
-            const Bits one = Bits(Bits{1} << single);
-            const Bits bits = trial > 200 ? Bits(random.next()) : trial % 2 ? one : Bits(~one);
+        constexpr int count = 8 * sizeof(Bits);
+        for (int trial = 0; trial < 100 * count; ++trial) {
+            const Bits one = Bits(Bits{1} << trial % count), any = Bits(random.next());
+            const Bits bits = trial < count ? one : trial < 2 * count ? Bits(~one) : any;
             V ab[2];
             random.fill({reinterpret_cast<uint8_t*>(ab), sizeof ab}, harness::Content::uniform);
-            const V chosen = choose(Bits(bits & used), ab[0], ab[1]);
+            const V chosen = choose(bits, ab[0], ab[1]);
             for (int i = 0; i < elements<V>; ++i)
                 ASSERT_EQ(chosen[i], (bits >> i & 1 ? ab[0] : ab[1])[i]) << "choose by " << bits << " at place " << i;
         }
     };
-    chooses(Bytes{}, Bits(~Bits{0}));
-    chooses(UWords{}, Bits(Bits(~Bits{0}) >> 4 * sizeof(Bits)));
+    each<Bytes>(Word{"choose", [](Bytes a, Bytes b) { return choose((Bytes)(a > b), a, b); }},
+                [](int a, int b) { return std::max(a, b); });
+    chooses(Bytes{});
+    chooses(UWords{});  // of the bits' low half, whatever stands in the high one
 }
 
 TEST(SimdIntegers, Unrolled) {

@@ -21,6 +21,8 @@ TEST(SimdMemory, Loads) {
              reachOfLanes, [](int i) { return (lanes - 1 - i / laneBytes) * stride + i % laneBytes; });
     loads<1>(Word{"loadLanesAt", [](const uint8_t* p) { return loadLanesAt([=](int l) { return p + l * stride; }); }},
              reachOfLanes, laneOfMemory);
+    loads<8>(Word{"loadQwordsAt", [](const uint8_t* p) { return loadQwordsAt([=](int i) { return p + 16 * i; }); }},
+             2 * vectorBytes - 8, [](int i) { return 2 * i; });
     loads<1>(WORD(loadWidened), half, [](int i) { return i % 2 ? none : i / 2; });
     loads<1>(WORD(loadBytesAsDwords), quarter, [](int i) { return i % 4 ? none : i / 4; });
     loads<1>(WORD(loadWordsAsDwords), half, [](int i) { return i % 4 < 2 ? i / 4 * 2 + i % 2 : none; });
@@ -37,9 +39,13 @@ TEST(SimdMemory, Stores) {
     stores<1, Bytes>(WORD(storeVector), vectorBytes, asItIs);
     stores<1, Words>(WORD(storeVector), vectorBytes, asItIs);
     stores<1, Bytes>(Word{"storeVector by a pointer", [](uint8_t* p, Bytes v) { storeVector(p, v); }}, vectorBytes, asItIs);
-    typedef long long Lane __attribute__((vector_size(laneBytes), may_alias));
-    stores<1, Lane>(Word{"storeLane", [](Destination p, Lane v) { storeLane(p, v); }}, laneBytes, asItIs);
     stores<1, Bytes>(Word{"storeLanes", [](Destination p, Bytes v) { storeLanes(p, stride, v); }}, reachOfLanes, laneOfVector);
+    // The lanes are stored in order, so of two that overlap the later one stays.
+    stores<1, Bytes>(Word{"storeLanes", [](Destination p, Bytes v) { storeLanes(p, 12, v); }}, 12 * (lanes - 1) + laneBytes,
+                     [](int i) {
+                         const int lane = i / 12 < lanes ? i / 12 : lanes - 1;
+                         return lane * laneBytes + i - lane * 12;
+                     });
     // To every other lane of memory, which a level may bypass the caches by.
     stores<laneBytes, Bytes>(Word{"storeLanes", [](Destination p, Bytes v) { storeLanes(p, 2 * laneBytes, v); }},
                              (2 * lanes - 1) * laneBytes, [](int i) { return i % 2 ? kept : i / 2; });

@@ -43,7 +43,39 @@ TEST(SimdPermutations, Interleaves) {
 TEST(SimdPermutations, WithinLanes) {
     moves<4, Dwords, Dwords>(WORD(evenDwords), parted<4>(0));
     moves<4, Dwords, Dwords>(WORD(oddDwords), parted<4>(1));
-    moves<2, Words, Words>(WORD(evenThenOdd), [](int i) { return i % 2 * perVector(2) + i; });
+    const auto blended = [](int places) {
+        return [=](int i) { return (places >> i % perLane(2) & 1) * perVector(2) + i; };
+    };
+    moves<2, Words, Words>(WORD(blend<0xaa>), blended(0xaa));
+    moves<2, Words, Words>(WORD(blend<0x13>), blended(0x13));
+    const auto joined = [](int ofA, int ofB) {
+        return [=](int i) { return i / 2 * 2 + (i % 2 ? perVector(8) + ofB : ofA); };
+    };
+    moves<8, Bytes, Bytes>(Word{"joinQwords", [](Bytes a, Bytes b) { return joinQwords<0, 1>(a, b); }}, joined(0, 1));
+    moves<8, Bytes, Bytes>(Word{"joinQwords", [](Bytes a, Bytes b) { return joinQwords<1, 0>(a, b); }}, joined(1, 0));
+    moves<1, Bytes, Bytes>(WORD(window<12>), [](int i) {
+        const int place = i % laneBytes + 12;
+        return place / laneBytes * vectorBytes + i / laneBytes * laneBytes + place % laneBytes;
+    });
+    const auto blended = [](int places) { return [=](int i) { return (places >> i % 8 & 1) * perVector(2) + i; }; };
+    moves<2, Words, Words>(WORD(blend<0xaa>), blended(0xaa));
+    moves<2, Words, Words>(WORD(blend<0x92>), blended(0x92));
+    moves<2, Words, Words>(WORD(blend<0x24>), blended(0x24));
+    moves<2, Words, Words>(WORD(blend<0x49>), blended(0x49));
+    const auto joined = [](int ofA, int ofB) { return [=](int i) { return i % 2 ? perVector(8) + i - 1 + ofB : i + ofA; }; };
+    moves<8, Bytes, Bytes>(WORD(joinQwords<0, 0>), joined(0, 0));
+    moves<8, Bytes, Bytes>(WORD(joinQwords<0, 1>), joined(0, 1));
+    moves<8, Bytes, Bytes>(WORD(joinQwords<1, 0>), joined(1, 0));
+    moves<8, Bytes, Bytes>(WORD(joinQwords<1, 1>), joined(1, 1));
+    const auto windowFrom = [](int first) {
+        return [=](int i) {
+            const int place = i % laneBytes + first;
+            return place / laneBytes * vectorBytes + i / laneBytes * laneBytes + place % laneBytes;
+        };
+    };
+    moves<1, Bytes, Bytes>(WORD(window<4>), windowFrom(4));
+    moves<1, Bytes, Bytes>(WORD(window<8>), windowFrom(8));
+    moves<1, Bytes, Bytes>(WORD(window<12>), windowFrom(12));
     moves<1, Bytes>(WORD(evenBytes), [](int i) { return i % 2 ? none : i; });
     moves<1, Bytes>(WORD(oddBytes), [](int i) { return i % 2 ? none : i + 1; });
     moves<1, Bytes>(WORD(lowBytes), [](int i) { return i % 2 ? none : i / 16 * 16 + i % 16 / 2; });

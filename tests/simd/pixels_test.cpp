@@ -168,18 +168,21 @@ TEST(SimdPixels, EveryOtherOne) {
     choosesSites<Depth16u, UWords>();
 }
 
+// What lifted words hold but for the samples.
+UWords besidesSamples(const Lifted& x) {
+    return (x.first.a | x.first.b | x.first.c | x.second.a | x.second.b | x.second.c) & 0xff;
+}
+
 struct Lift {
     std::array<Bytes, 3> channels;
-    UWords low;  // what the words hold but for the samples
+    UWords besides;
 };
 
 // Lifted words are 256 times the samples, and come back in order.
 template <class Layout>
 Lift lifted(const Lifted& x) {
-    const auto sample = [](UWords v) { return (Words)(v >> 8); };
-    const auto channel = [&](UWords first, UWords second) { return Layout::inOrder(sample(first), sample(second)); };
-    const UWords all = x.first.a | x.first.b | x.first.c | x.second.a | x.second.b | x.second.c;
-    return {{channel(x.first.a, x.second.a), channel(x.first.b, x.second.b), channel(x.first.c, x.second.c)}, all & 0xff};
+    const auto channel = [](UWords first, UWords second) { return Layout::inOrder(Words(first >> 8), Words(second >> 8)); };
+    return {{channel(x.first.a, x.second.a), channel(x.first.b, x.second.b), channel(x.first.c, x.second.c)}, besidesSamples(x)};
 }
 
 template <class Layout>
@@ -188,22 +191,27 @@ void lifts() {
              Layout::bytes * block, [](int i) { return i < 3 * block ? channels<Layout::bytes>(block)(i) : none; });
 }
 
+// Lifted pixels have an order of their own, which stores know; results saturate.
 template <int channels>
 void liftsAndStores() {
     using Layout = LiftedPixels<channels>;
-    const auto move = [](auto p, const std::array<uint8_t, Layout::bytes * block>& from) {
+    using Pixels = std::array<uint8_t, Layout::bytes * block>;
+    const auto move = [](auto p, const Pixels& from, auto result) {
         const Lifted x = Layout::load(from.data());
-        const auto pixel = [](const LiftedHalf& h) { return WordPixel{Words(h.a >> 8), Words(h.b >> 8), Words(h.c >> 8)}; };
+        const auto pixel = [&](const LiftedHalf& h) { return WordPixel{result(h.a), result(h.b), result(h.c)}; };
         Layout::store(p, pixel(x.first), pixel(x.second));
     };
-    stores<1, std::array<uint8_t, Layout::bytes * block>>(Word{"LiftedPixels::load and store", move}, Layout::bytes * block,
-                                                          [](int i) { return i % channels == 3 ? kept : i; });
-    loads<1>(Word{"LiftedPixels::load",
-                  [](const uint8_t* p) {
-                      const Lifted x = Layout::load(p);
-                      return x.first.a & 0xff & x.second.a;
-                  }},
-             Layout::bytes * block, [](int) { return none; });
+    const auto sample = [](UWords v) { return Words(v >> 8); };
+    stores<1, Pixels>(Word{"LiftedPixels, load and store", [&](auto p, const Pixels& from) { move(p, from, sample); }},
+                      Layout::bytes * block, [](int i) { return i % channels == 3 ? kept : i; });
+    loads<1>(Word{"LiftedPixels, load", [](const uint8_t* p) { return besidesSamples(Layout::load(p)); }}, Layout::bytes * block,
+             [](int) { return none; });
+
+    Pixels from, to{};
+    fill(from, 1);
+    move(to.data(), from, [&](UWords v) { return Words(sample(v) * 4 - 300); });
+    for (int i = 0; i < int(from.size()); ++i)
+        ASSERT_EQ(to[i], i % channels == 3 ? 0 : std::clamp(from[i] * 4 - 300, 0, 255)) << "LiftedPixels, store, byte " << i;
 }
 
 TEST(SimdPixels, Lifted) {

@@ -12,6 +12,7 @@ WORDS = re.compile(r"\b(_mm\d*_\w+|__m(64|128|256|512)[dih]?|_mm_malloc|__mmask\
 ABOUT_THE_PROCESSOR = {
     "frame/dispatch.cpp": "picks the level by what the processor has",
     "zelcore.cpp": "reports what the processor and the system have",
+    "reciprocal.h": "has the one number of the models that is the processor's",
 }
 
 

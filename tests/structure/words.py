@@ -1,5 +1,5 @@
 """words.py SIMD TESTS: every word of the vector layer, which is what its headers declare inline for others, is named by a test, and
-so is its class. What is private, or stands in a namespace of its own, is a part of other words."""
+so is its class. What is private, stands in a namespace of its own or in a processor's folder, is a part of other words."""
 
 import copy
 import pathlib
@@ -50,8 +50,9 @@ def words_in(text):
 
 simd, tests = map(pathlib.Path, sys.argv[1:])
 named = {name for path in tests.glob("*_test.cpp") for name in re.findall(r"\w+", without_prose(path.read_text()))}
-words = {(path.relative_to(simd).as_posix(), *sorted(names))
-         for path in simd.rglob("*.h") for names in words_in(path.read_text())}
+processors = {path.parent for path in simd.glob("*/level.h")}
+headers = [path for path in simd.rglob("*.h") if processors.isdisjoint(path.parents)]
+words = {(path.relative_to(simd).as_posix(), *sorted(names)) for path in headers for names in words_in(path.read_text())}
 faults = [f"{header}: no test names {' of '.join(names)}" for header, *names in sorted(words) if not named.issuperset(names)]
 if len(words) < 100:
     faults.append("fewer words were found than there are")
