@@ -43,20 +43,6 @@ TEST(SimdPermutations, Interleaves) {
 TEST(SimdPermutations, WithinLanes) {
     moves<4, Dwords, Dwords>(WORD(evenDwords), parted<4>(0));
     moves<4, Dwords, Dwords>(WORD(oddDwords), parted<4>(1));
-    const auto blended = [](int places) {
-        return [=](int i) { return (places >> i % perLane(2) & 1) * perVector(2) + i; };
-    };
-    moves<2, Words, Words>(WORD(blend<0xaa>), blended(0xaa));
-    moves<2, Words, Words>(WORD(blend<0x13>), blended(0x13));
-    const auto joined = [](int ofA, int ofB) {
-        return [=](int i) { return i / 2 * 2 + (i % 2 ? perVector(8) + ofB : ofA); };
-    };
-    moves<8, Bytes, Bytes>(Word{"joinQwords", [](Bytes a, Bytes b) { return joinQwords<0, 1>(a, b); }}, joined(0, 1));
-    moves<8, Bytes, Bytes>(Word{"joinQwords", [](Bytes a, Bytes b) { return joinQwords<1, 0>(a, b); }}, joined(1, 0));
-    moves<1, Bytes, Bytes>(WORD(window<12>), [](int i) {
-        const int place = i % laneBytes + 12;
-        return place / laneBytes * vectorBytes + i / laneBytes * laneBytes + place % laneBytes;
-    });
     const auto blended = [](int places) { return [=](int i) { return (places >> i % 8 & 1) * perVector(2) + i; }; };
     moves<2, Words, Words>(WORD(blend<0xaa>), blended(0xaa));
     moves<2, Words, Words>(WORD(blend<0x92>), blended(0x92));

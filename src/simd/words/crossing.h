@@ -50,10 +50,10 @@ ZEL_INLINE void storeQuarters(uint8_t* first, uint8_t* second, Bytes v);
 ZEL_INLINE void storeLowBytes(uint8_t* p, Dwords v);
 ZEL_INLINE void storeLowWords(uint8_t* p, Dwords v);
 
-// Of tables of pairs, for levels without a better form of such tables: qword i from the 8 bytes at at(i); and double i of both
-// results from the two doubles at at(i), a multiple of 16.
+// Qword i from the 8 bytes at at(i).
 template <class At>
 ZEL_INLINE Bytes loadQwordsAt(const At& at);
+// Double i of both from the two doubles at at(i), a multiple of 16.
 struct PairsOfDoubles {
     Doubles first, second;
 };

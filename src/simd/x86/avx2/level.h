@@ -1,3 +1,4 @@
+// Two lanes.
 #pragma once
 
 #define ZEL_NARROWER_LEVEL ssse3

@@ -1,4 +1,4 @@
-// Two lanes.
+// The words that AVX2 has in a form of its own.
 #pragma once
 
 #include "simd/words/by_lanes.h"

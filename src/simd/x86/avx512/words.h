@@ -1,4 +1,4 @@
-// Four lanes, with permutes of bytes over whole vectors and masks.
+// The words that AVX-512 has in a form of its own.
 #pragma once
 
 #include "simd/x86/words.h"
@@ -106,6 +106,25 @@ ZEL_INLINE Words evenWords(Dwords a, Dwords b) {
 ZEL_INLINE Words loadWidened(const uint8_t* p) { return (Words)_mm512_cvtepu8_epi16(x86::loadHalf(p)); }
 ZEL_INLINE UDwords loadBytesAsDwords(const uint8_t* p) { return (UDwords)_mm512_cvtepu8_epi32(x86::loadLane(p)); }
 ZEL_INLINE UDwords loadWordsAsDwords(const uint8_t* p) { return (UDwords)_mm512_cvtepu16_epi32(x86::loadHalf(p)); }
+template <class At>
+ZEL_INLINE Bytes loadQwordsAt(const At& at) {
+    UQwords v{};
+    unrolled<8>([&](int i) ZEL_INLINE_LAMBDA {
+        uint64_t qword;
+        __builtin_memcpy(&qword, at(i), 8);
+        v[i] = qword;
+    });
+    return (Bytes)v;
+}
+template <class At>
+ZEL_INLINE PairsOfDoubles loadPairsAt(const At& at) {
+    PairsOfDoubles v{};
+    unrolled<8>([&](int i) ZEL_INLINE_LAMBDA {
+        v.first[i] = at(i)[0];
+        v.second[i] = at(i)[1];
+    });
+    return v;
+}
 ZEL_INLINE PackOrder loadInPackOrder(const uint8_t* p) {
     const Register low = (Register)loadBytes(p), high = (Register)loadBytes(p + 64);
     return {(Bytes)_mm512_permutex2var_epi64(low, _mm512_setr_epi64(0, 1, 4, 5, 8, 9, 12, 13), high),

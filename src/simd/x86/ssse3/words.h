@@ -1,4 +1,4 @@
-// One lane, without what SSE4.1 brought.
+// The words that SSSE3 has in a form of its own.
 #pragma once
 
 #include "simd/words/by_lanes.h"
