@@ -162,7 +162,7 @@ struct ReorderKernel {
     // Several of the narrower vectors at a time, or the loop costs as much as their stores.
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         const Bytes places = everyLane(k.place);
-#pragma GCC unroll(traits.bypassesByWholeLines ? 1 : 4)
+#pragma GCC unroll(vectorBytes == lineBytes ? 1 : 4)
         for (size_t i = 0; i < count; ++i)
             storeVector(row.out[0] + i * vectorBytes, shuffle(loadBytes(row.in[0] + i * vectorBytes), places));
     }
