@@ -7,8 +7,8 @@
 #include <type_traits>
 
 #include "frame/parameters.h"
-#include "simd/vector.h"
 #include "simd/samples.h"
+#include "simd/vector.h"
 #include "zelcc/intensity.h"
 
 namespace zel::ZEL_LEVEL {

@@ -21,11 +21,11 @@ struct Lifted {
 //         inOrder(first, second)     words below 256 of both halves as bytes in the order of the pixels
 //     LiftedFour                     four, lifted without taking the channels apart first
 //         load(p), inOrder(first, second)
-//         pairsPay(rows)             whether sums of pairs over some rows come faster from here than from channels taken apart
-//     and where they do
+//         pairsPay(rows)             whether sums of pairs over some rows come faster from here than from channels taken apart;
+//                                    then there are also
 //         half<which, bits>(p)       one half, 2^bits times the samples; signed products want 6
-//         pairMeans(first, second)   of each two adjacent pixels the rounded mean, in an order of sites of its own, which they
-//         leave by storeSites(p, q, first, second), sitesInOrder(pairs)   as the bytes of two planes, or in order
+//         pairMeans(first, second)   of each two adjacent pixels the rounded mean, in an order of sites that they leave by
+//         storeSites(p, q, first, second), sitesInOrder(pairs)   as the bytes of two planes, or in order
 
 }  // namespace zel::ZEL_LEVEL
 

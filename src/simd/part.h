@@ -21,7 +21,6 @@ ZEL_INLINE void copyFromBuffer(uint8_t* to, const uint8_t* buffer, size_t bytes)
 
 namespace zel::ZEL_LEVEL {
 
-// A few bytes, at AVX-512 less than a vector, between places that do not overlap.
 ZEL_INLINE void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
     // The last piece overlaps the one before it.
     const auto copyPieces = [&](auto piece) {
@@ -40,7 +39,6 @@ ZEL_INLINE void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
     }
 }
 
-// What does not fill a block goes through a buffer. The rest of the block is zero there: it takes part in the arithmetic.
 ZEL_INLINE void copyToBuffer(uint8_t* buffer, const uint8_t* from, size_t bytes, size_t blockBytes) {
     for (size_t i = 0; i < blockBytes; i += laneBytes) *reinterpret_cast<Lane*>(buffer + i) = Lane{};
     copyShort(buffer, from, bytes);

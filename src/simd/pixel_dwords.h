@@ -77,7 +77,7 @@ class PixelDwords3 {
     }
 };
 
-// Four interleaved bytes a pixel, of which the fourth is written with what it held, at the widest level not at all.
+// Four interleaved bytes a pixel, of which the fourth is written with what it held.
 struct PixelDwords4 {
     static constexpr int bytes = 4;
 

@@ -47,16 +47,16 @@ alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4,
 
 // Every form of the layouts has
 //
-//     Interleaved3                     three bytes a pixel
-//         load(p), store<order>(p, t)  one block, of 3 * blockPixels bytes; orders are those of t, memory is in order
-//     Interleaved4                     four bytes a pixel
-//         load(p), loadFour(p)         without the fourth, and with it
-//         store<order>(p, t, alpha)    alpha in natural order, like t where that is
-//         storeDealt<order>(p, t, alpha)   of pixels that were dealt out to the lanes in turn by fours; wantsDealt: it is faster
-//         storeColours<order>(p, t)    the fourth byte of each pixel keeps its value, and may be written with it
-//     joinBytes<order>(low, high)      PixelWords of the bytes of two channels, the low ones of the words first, in
-//     wordOrder(order) storePixelWords<order>(p, w)     all of a block in order, of words that were joined from channels of that
-//     order
+//     Interleaved3                       three bytes a pixel
+//         load(p), store<order>(p, t)    a block; the order is that of t, in memory the pixels are in order
+//     Interleaved4                       four bytes a pixel
+//         load(p), loadFour(p)           without the fourth, and with it
+//         store<order>(p, t, alpha)      alpha is in natural order
+//         wantsDealt                     whether pixels are stored faster by
+//         storeDealt<order>(p, t, alpha) if they were dealt out to the lanes in turn by fours
+//         storeColours<order>(p, t)      the fourth byte keeps its value, and may be written with it
+//     joinBytes<order>(low, high)        words of the bytes of two channels, the low ones first, in wordOrder(order)
+//     storePixelWords<order>(p, words)   a block in order, of words that were joined from channels of that order
 
 }  // namespace zel::ZEL_LEVEL
 
@@ -166,7 +166,7 @@ struct Interleaved4 {
         storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + vectorBytes * i, v); });
     }
 
-    // The fourth byte of every pixel is written with what it held, at the widest level not at all.
+    // The fourth byte of every pixel is written with what it held.
     template <Order order>
     ZEL_INLINE static void storeColours(uint8_t* p, Triple t) {
         storeQuarters<order>(t, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {

@@ -12,16 +12,18 @@ struct Channels {
     V a, b, c;
 };
 
-// Every form has, for samples of Depth or of `size` bytes,
+// Every form has, for samples of a depth or of `size` bytes,
 //
-//     InterleavedThree<Depth>     three samples a pixel: load(p), store(p, channels)
-//     InterleavedFour<Depth>      four: load(p), without the fourth
+//     InterleavedThree<Depth>                   three samples a pixel
+//         load(p), store(p, channels)
+//     InterleavedFour<Depth>                    four
+//         load(p)                               without the fourth
 //     storeFour<size>(p, channels, fourth)
-//     storeThree<size>(p, channels)    the fourth keeps its value, and may be written with it
-//     storeThreeOfFour<size>(p, v)     a vector of such pixels
-//     Repeated<size, channels>(samples, alpha).vector<v>()   samples of one channel, each `channels` times; of four, the last is
-//     alpha samples::loadBytesAsFloats<Depth>(p, x)   three bytes a pixel; part i of a channel has the pixels 4i to 4i + 3 of
-//     every lane
+//     storeThree<size>(p, channels)             the fourth keeps its value, and may be written with it
+//     storeThreeOfFour<size>(p, v)              the same of a vector of pixels
+//     Repeated<size, channels>(samples, alpha)  samples of one channel, each `channels` times; of four, the last is alpha
+//         vector<v>()                           one of as many vectors as there are channels
+//     samples::loadBytesAsFloats<Depth>(p, x)   three bytes a pixel: part i of a channel has the pixels 4i to 4i + 3 of all lanes
 
 }  // namespace zel::ZEL_LEVEL
 
@@ -35,7 +37,7 @@ namespace samples {
 
 // Shuffles of three interleaved samples of `size` bytes within lanes; and blends: 3 has no common factor with the number of
 // samples in a lane or a vector, so a channel's samples stand at different places of the three vectors, and two blends and one
-// shuffle bring them together, or apart. That goes across a whole vector at the widest level and within lanes below.
+// shuffle bring them together, or apart. That goes within lanes.
 constexpr int blendReach = laneBytes;
 
 template <int size>
@@ -315,7 +317,7 @@ ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
                          [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 64, v); });
 }
 
-// The fourth sample of each is written with what it held, at the widest level not at all.
+// The fourth sample of each is written with what it held.
 template <int size, class V>
 ZEL_INLINE void storeThree(uint8_t* p, Channels<V> x) {
     interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {

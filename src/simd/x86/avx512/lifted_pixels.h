@@ -5,7 +5,7 @@
 
 namespace zel::ZEL_LEVEL {
 
-// Interleaved pixels of three bytes, or of four of which the fourth is written with what it held, at the widest level not at all.
+// Interleaved pixels of three bytes, or of four of which the fourth is not written.
 template <int channels>
 struct LiftedPixels {
     static constexpr int bytes = channels;

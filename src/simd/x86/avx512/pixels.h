@@ -7,7 +7,7 @@ namespace zel::ZEL_LEVEL {
 
 namespace triples {
 
-// At the widest level: 3 and 64 have no common factor, so a channel's 64 bytes stand at 64 different places of the three vectors,
+// 3 and 64 have no common factor, so a channel's 64 bytes stand at 64 different places of the three vectors,
 // and two blends and one permute bring them together, or apart.
 struct WidePatterns {
     alignas(64) uint8_t gather[3][64];
@@ -151,7 +151,7 @@ struct Interleaved4 {
         storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + vectorBytes * i, v); });
     }
 
-    // The fourth byte of every pixel is written with what it held, at the widest level not at all.
+    // The fourth byte of every pixel is not written.
     template <Order order>
     ZEL_INLINE static void storeColours(uint8_t* p, Triple t) {
         storeQuarters<order>(t, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {

@@ -9,7 +9,7 @@ namespace samples {
 
 // Shuffles of three interleaved samples of `size` bytes within lanes; and blends: 3 has no common factor with the number of
 // samples in a lane or a vector, so a channel's samples stand at different places of the three vectors, and two blends and one
-// shuffle bring them together, or apart. That goes across a whole vector at the widest level and within lanes below.
+// shuffle bring them together, or apart. That goes across the vector.
 constexpr int blendReach = 64;
 
 template <int size>
@@ -286,7 +286,7 @@ ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
                          [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + 64 * i, v); });
 }
 
-// The fourth sample of each is written with what it held, at the widest level not at all.
+// The fourth sample of each is not written.
 template <int size, class V>
 ZEL_INLINE void storeThree(uint8_t* p, Channels<V> x) {
     interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{},
