@@ -26,8 +26,8 @@ enum class Parity { even, odd };
 
 constexpr int placeInLane(Order order, int pixel) { return order == Order::natural ? pixel : pixel / 2 + pixel % 2 * 8; }
 
-// A word of each pixel of a block: of the pixels in the low halves of a channel's lanes and of those in the high halves, or at
-// the widest level of the first half of the pixels and of the second.
+// A word of each pixel of a block: of the pixels in the low halves of a channel's lanes and of those in the high halves, or, as a
+// form likes it better, of the first half of the pixels and of the second.
 struct PixelWords {
     Words low, high;
 };

@@ -280,8 +280,8 @@ ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
     storeVector(p, (v & taken) | (loadBytes(p) & ~taken));
 }
 
-// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. At the widest level they follow
-// each other in memory, below it lane l of vector i is for the bytes from 64 l + 16 i on.
+// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. Lane l of
+// vector i is for the bytes from 64 l + 16 i on.
 template <int size, class Put>
 ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& put) {
     static_assert(size == 1 || size == 2 || size == 4);
