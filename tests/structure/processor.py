@@ -8,10 +8,11 @@ import sys
 from verdict import conclude
 
 WORDS = re.compile(r"\b(_mm\d*_\w+|__m(64|128|256|512)[dih]?|_mm_malloc|__mmask\d+|ZEL_MM|ZEL_LANES|\w*intrin\.h|"
-                   r"__builtin_ia32_\w+|__builtin_cpu_\w+|__(SSE|SSSE|AVX)\w*__|cpuid\w*|x?getbv|asm|__asm__)\b")
+                   r"__builtin_ia32_\w+|__builtin_cpu_\w+|__(SSE|SSSE|AVX|ARM|aarch64)\w*__|arm_neon\.h|v[a-z]\w*q_[usf](8|16|32|64)|\w+x\d+_t|"
+                   r"cpuid\w*|x?getbv|getauxval|asm|__asm__)\b")
 ABOUT_THE_PROCESSOR = {
-    "frame/dispatch.cpp": "picks the level by what the processor has",
-    "zelcore.cpp": "reports what the processor and the system have",
+    "x86/processor.h": "reports what the processor and the system have",
+    "aarch64/processor.h": "reports what the system has of the processor",
     "reciprocal.h": "has the one number of the models that is the processor's",
 }
 

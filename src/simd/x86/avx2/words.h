@@ -25,8 +25,9 @@ ZEL_INLINE __m128i highLane(Bytes v) { return _mm256_extracti128_si256((Register
 }  // namespace x86
 
 ZEL_INLINE void storeLanes(Destination p, ptrdiff_t stride, Bytes v) {
-    x86::storeLane(p, x86::lowLane(v));
-    x86::storeLane(p + stride, x86::highLane(v));
+    const auto put = [&](int l, __m128i x) { x86::storeLane(p + l * stride, x); };
+    put(0, _mm256_castsi256_si128((Register)v));
+    put(1, _mm256_extracti128_si256((Register)v, 1));
 }
 ZEL_INLINE void streamVector(uint8_t* p, Bytes v) { _mm256_stream_si256(reinterpret_cast<__m256i*>(p), (Register)v); }
 template <class V>

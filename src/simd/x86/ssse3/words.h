@@ -16,7 +16,10 @@ template <class At>
 ZEL_INLINE Bytes loadLanesAt(const At& at) {
     return (Bytes)x86::loadLane(at(0));
 }
-ZEL_INLINE void storeLanes(Destination p, ptrdiff_t, Bytes v) { x86::storeLane(p, (Register)v); }
+ZEL_INLINE void storeLanes(Destination p, ptrdiff_t stride, Bytes v) {
+    const auto put = [&](int l, __m128i x) { x86::storeLane(p + l * stride, x); };
+    put(0, (__m128i)v);
+}
 ZEL_INLINE void streamVector(uint8_t* p, Bytes v) { _mm_stream_si128(reinterpret_cast<__m128i*>(p), (Register)v); }
 template <class V>
 ZEL_INLINE V computed(V v) {
