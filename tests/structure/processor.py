@@ -7,12 +7,13 @@ import sys
 
 from verdict import conclude
 
-WORDS = re.compile(r"\b(_mm\d*_\w+|__m(64|128|256|512)[dih]?|_mm_malloc|__mmask\d+|ZEL_MM|(Float|Double)?Register|__(x86_64|i386|aarch64)__|\w*intrin\.h|"
-                   r"__builtin_ia32_\w+|__builtin_cpu_\w+|__(SSE|SSSE|AVX)\w*__|cpuid\w*|x?getbv|asm|__asm__)\b")
+WORDS = re.compile(r"\b(_mm\d*_\w+|__m(64|128|256|512)[dih]?|_mm_malloc|__mmask\d+|ZEL_MM|(Float|Double)?Register|\w*intrin\.h|"
+                   r"__builtin_ia32_\w+|__builtin_cpu_\w+|__(SSE|SSSE|AVX|ARM|aarch64|x86_64|i386)\w*__|arm_neon\.h|"
+                   r"v[a-z]\w*q_[usf](8|16|32|64)|\w+x\d+_t|cpuid\w*|x?getbv|getauxval|asm|__asm__)\b")
 ABOUT_THE_PROCESSOR = {
     "simd/level.h": "picks the folder",
-    "frame/dispatch.cpp": "picks the level by what the processor has",
-    "zelcore.cpp": "reports what the processor and the system have",
+    "x86/processor.h": "reports what the processor and the system have",
+    "aarch64/processor.h": "reports what the system has of the processor",
     "reciprocal.h": "has the one number of the models that is the processor's",
 }
 

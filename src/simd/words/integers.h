@@ -17,7 +17,7 @@ ZEL_INLINE Dwords splatDwords(int32_t even, int32_t odd);
 // floor(a b / 65536).
 ZEL_INLINE Words mulHigh(Words a, Words b);
 ZEL_INLINE UWords mulHigh(UWords a, UWords b);
-// floor((a b + 16384) / 32768); of two -32768 the sum wraps, to -32768.
+// floor((a b + 16384) / 32768); of two -32768, which no word can hold, -32768 or 32767.
 ZEL_INLINE Words mulRound(Words a, Words b);
 // The sum of both products of a pair; where all four are -32768 it wraps, to the lowest dword.
 ZEL_INLINE Dwords mulAddPairs(Words a, Words b);

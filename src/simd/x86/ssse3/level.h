@@ -7,6 +7,7 @@ namespace zel::ZEL_LEVEL {
 
 constexpr Traits traits{
     .lanes = 1,
+    .bypasses = true,
     .bypassesByWholeLines = false,
     .bypassesByParts = false,
     .selectsAtOnce = false,
