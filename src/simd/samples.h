@@ -280,8 +280,10 @@ ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
     storeVector(p, (v & taken) | (loadBytes(p) & ~taken));
 }
 
-// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. Lane l of
-// vector i is for the bytes from 64 l + 16 i on.
+namespace samples {
+
+// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. Lane l of vector i is for the
+// bytes from 64 l + 16 i on.
 template <int size, class Put>
 ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& put) {
     static_assert(size == 1 || size == 2 || size == 4);
@@ -311,16 +313,18 @@ ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& pu
     }
 }
 
+}  // namespace samples
+
 template <int size, class V>
 ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
-    interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth,
-                         [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 64, v); });
+    samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth,
+                                  [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 64, v); });
 }
 
 // The fourth sample of each is written with what it held.
 template <int size, class V>
 ZEL_INLINE void storeThree(uint8_t* p, Channels<V> x) {
-    interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
+    samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
         storeLanes(p + 16 * i, 64, v | (loadLanes(p + 16 * i, 64) & ~samples::colours<size>()));
     });
 }

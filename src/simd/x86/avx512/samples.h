@@ -249,8 +249,10 @@ ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
     _mm512_mask_storeu_epi8(p, samples::coloursOfFour<size>(), (Register)v);
 }
 
-// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. They follow
-// each other in memory.
+namespace samples {
+
+// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them, which follow each other in
+// memory.
 template <int size, class Put>
 ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& put) {
     static_assert(size == 1 || size == 2 || size == 4);
@@ -280,17 +282,19 @@ ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& pu
     }
 }
 
+}  // namespace samples
+
 template <int size, class V>
 ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
-    interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth,
-                         [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + 64 * i, v); });
+    samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth,
+                                  [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + 64 * i, v); });
 }
 
 // The fourth sample of each is not written.
 template <int size, class V>
 ZEL_INLINE void storeThree(uint8_t* p, Channels<V> x) {
-    interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{},
-                         [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeThreeOfFour<size>(p + 64 * i, v); });
+    samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{},
+                                  [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeThreeOfFour<size>(p + 64 * i, v); });
 }
 
 }  // namespace zel::ZEL_LEVEL
