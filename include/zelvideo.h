@@ -12,10 +12,10 @@
  *
  *     "RGB" 8 full            255   0   0  ->  "YUV" 420 8 matrix 1 limited     63  102  240
  *     "RGB" 8 full            255   0   0  ->  "YUV" 420 8 matrix 5 full        76   85  255
- *     "RGB" 8 full             16  32  64  ->  "YUV" 420 10 matrix 9 limited   171  549  484
+ *     "RGB" 8 full             16  32  64  ->  "YUV" 420 10 matrix 9 limited  166  576  479
  *     "YUV" 420 8 m. 1 lim.    63 102 240  ->  "RGB" 8 full                    255    1    0
- *     "YUV" 420 10 m. 9 lim.  400 600 450  ->  "RGB" 8 full                     73  103  144
- *     "YUV" 420 10 m. 9 lim.  400 600 450  ->  "YUV" 420 10 matrix 1 limited   403  605  431
+ *     "YUV" 420 10 m. 9 lim.  400 600 450  ->  "RGB" 8 full                     72  104  145
+ *     "YUV" 420 10 m. 9 lim.  400 600 450  ->  "YUV" 420 10 matrix 1 limited   407  597  449
  *     "YUV" 420 8 m. 5 full    76  85 255  ->  "YUV" 420 8 matrix 5 limited     81   90  240
  *     "YUV" 444 16 m. 8 full   40000 30000 36000  ->  "RGB" 16 full          46000 37232 39536
  */

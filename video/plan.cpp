@@ -263,7 +263,7 @@ class Numbers {
             computed(m, fromRgbToLuma);
         }
         plan_.firstIsWhole = plan_.allAreWhole || (isRounded8 && !fromRgbToLuma);
-        for (int i = 0; i < 3; ++i)
+        for (int i = 0; i < rows(); ++i)
             for (int j = 0; j < 3; ++j) {
                 const bool isFirst = j == 0 || plan_.in.model == Model::rgb;
                 split(plan_.firstIsWhole && isFirst ? whole(c_[i][j]) : c_[i][j], plan_.sums.high[i][j], plan_.sums.low[i][j]);
@@ -276,6 +276,7 @@ class Numbers {
   private:
     // 2^shift is the destination's unit.
     int shift() const { return scale_ + 16 - depth_; }
+    int rows() const { return plan_.out.model == Model::gray ? 1 : 3; }
 
     Matrix matrix() {
         const bool fromGray = plan_.in.model == Model::gray, toRgbModel = plan_.out.model == Model::rgb;
@@ -290,7 +291,7 @@ class Numbers {
     // Whether the high parts fit words.
     bool computed(const Matrix& m, bool holdsSums) {
         bool fits = true;
-        for (int i = 0; i < 3; ++i) {
+        for (int i = 0; i < rows(); ++i) {
             const int64_t steps = written(to_, plan_.out, i).steps;
             for (int j = 0; j < 3; ++j) {
                 const Scale source = filled(from_, plan_.in, j);
@@ -310,7 +311,7 @@ class Numbers {
     }
 
     void writeOffsets() {
-        for (int i = 0; i < 3; ++i) {
+        for (int i = 0; i < rows(); ++i) {
             const Scale source = filled(from_, plan_.in, 0), destination = written(to_, plan_.out, i);
             const bool isChroma = i > 0 && plan_.out.model == Model::luma;
             const int32_t away = (destination.zero - (1 << (depth_ - 1))) * (1 << shift());
