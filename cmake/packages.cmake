@@ -1,6 +1,6 @@
 # Debian packages: `cpack -G DEB` in a build that was configured with -DCMAKE_INSTALL_PREFIX=/usr, which puts the libraries into
-# the folder of their architecture and the package for Python where all of Debian's are. libzelcc8 has both libraries, libzelcc-dev
-# what programs are built with; zelcc is the program of that name and python3-zelcc the package for Python, where they are built.
+# the folder of their architecture and the package for Python where all of Debian's are. libzelcc8 has libzelcc and libzelcore, libzelvideo8
+# the video library, libzelcc-dev what programs are built with; zelcc is the program of that name and python3-zelcc the package for Python, where they are built.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
