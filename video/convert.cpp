@@ -30,7 +30,6 @@ constexpr Thresholds thresholds = [] {
     return t;
 }();
 
-// The class of a piece's destination lines.
 class Converter {
   public:
     ZEL_INLINE explicit Converter(const zelv::Call& call)

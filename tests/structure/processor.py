@@ -11,6 +11,7 @@ WORDS = re.compile(r"\b(_mm\d*_\w+|__m(64|128|256|512)[dih]?|_mm_malloc|__mmask\
                    r"__builtin_ia32_\w+|__builtin_cpu_\w+|__(SSE|SSSE|AVX)\w*__|cpuid\w*|x?getbv|asm|__asm__)\b")
 ABOUT_THE_PROCESSOR = {
     "frame/dispatch.cpp": "picks the level by what the processor has",
+    "dispatch.cpp": "does so for the video library",
     "zelcore.cpp": "reports what the processor and the system have",
 }
 
