@@ -1,0 +1,245 @@
+// Pairs of formats that are asked for most, from memory to memory without lines: chroma repeated or averaged over two columns and
+// rows, nothing dithered. They give the same sums. Whole blocks only; what is left of the rows goes the common way.
+#pragma once
+
+#include "call.h"
+#include "video/stores.h"
+#include "video/sums.h"
+
+namespace zel::ZEL_LEVEL::video {
+
+namespace fused {
+
+constexpr int blockPixels = 2 * words;
+
+// Luma of a block in two vectors and its sites as pairs of words in two. Vectors have lanes of the block in turn, so that a pack of
+// both is in order, or else follow each other.
+struct Block {
+    Words luma[2][2];  // of a row
+    Words sites[2];
+};
+
+// Samples of bytes or of words, chroma in a plane of pairs or in two.
+template <bool isWide, bool isPaired>
+struct Source {
+    static constexpr int bytes = isWide ? 2 : 1;
+    const uint8_t *luma[2], *first, *second;  // rows, and chroma in the order of the sums
+    loads::Placed place;
+
+    // By lanes in turn.
+    ZEL_INLINE void readLuma(int row, int at, Words (&v)[2]) const {
+        const uint8_t* const p = luma[row] + ptrdiff_t{at} * bytes;
+        if constexpr (isWide) {
+            const PackOrder in = loadInPackOrder(p);
+            v[0] = place((Words)in.first);
+            v[1] = place((Words)in.second);
+        } else {
+            const Bytes in = loadBytes(p) ^ splatByte(0x80);
+            v[0] = (Words)interleaveLow(Bytes{}, in);
+            v[1] = (Words)interleaveHigh(Bytes{}, in);
+        }
+    }
+    ZEL_INLINE void readSites(int at, Words (&v)[2]) const {
+        if constexpr (isWide && isPaired) {
+            const PackOrder in = loadInPackOrder(first + ptrdiff_t{at} * bytes);
+            v[0] = place((Words)in.first);
+            v[1] = place((Words)in.second);
+        } else if constexpr (isWide) {
+            const Words a = place((Words)loadBytes(first + at)), b = place((Words)loadBytes(second + at));
+            v[0] = interleaveLow(a, b);
+            v[1] = interleaveHigh(a, b);
+        } else {
+            const Bytes in = (isPaired ? loadBytes(first + at) : (Bytes)(loadWidened(first + at / 2) | loadWidened(second + at / 2) << 8)) ^
+                             splatByte(0x80);
+            v[0] = (Words)interleaveLow(Bytes{}, in);
+            v[1] = (Words)interleaveHigh(Bytes{}, in);
+        }
+    }
+};
+
+// Results of a block in the order of memory, bytes or words by lanes in turn.
+template <int samples>
+struct ByteSink {
+    static constexpr int itemBytes = samples;
+    static constexpr bool isLimited = true, fitsWords = true;  // by the pack
+    ZEL_INLINE void write(Destination p, const Words (&v)[3][2]) const {
+        const Channels<Bytes> c{packBytes(v[0][0], v[0][1]), packBytes(v[1][0], v[1][1]), packBytes(v[2][0], v[2][1])};
+        if constexpr (samples == 3)
+            InterleavedThree<Depth8u>::store(p, c);
+        else
+            storeFour<1>(p, c, splatByte(0xff));
+    }
+};
+
+struct TenSink {
+    static constexpr int itemBytes = 4;
+    static constexpr bool isLimited = false, fitsWords = true;
+    ZEL_INLINE void write(Destination p, const Words (&v)[3][2]) const {
+        for (int part = 0; part < 2; ++part) {
+            const Words low = v[0][part] | v[1][part] << 10;
+            const Words high = (Words)((UWords)v[1][part] >> 6) | v[2][part] << 4 | splatWord(0xc000);
+            storeLanes(p + 32 * part, 64, (Bytes)interleaveLow(low, high));
+            storeLanes(p + 32 * part + 16, 64, (Bytes)interleaveHigh(low, high));
+        }
+    }
+};
+
+// What the sums need, by the order of the results in memory.
+struct Numbers {
+    ZEL_INLINE explicit Numbers(const zelv::Plan& plan) : sums(plan.sums) {
+        const int shift = sums.shift, depth = plan.out.depth;
+        for (int c = 0; c < 3; ++c) {
+            at[plan.out.place[c]] = c;
+            const int32_t middle = 1 << (depth - 1);
+            added[plan.out.place[c]] = sums.offset[c] + (1 << (shift - 1)) + middle * (1 << shift);
+        }
+        most = splatWord((1 << depth) - 1);
+    }
+    const zelv::Sums& sums;
+    int at[4];
+    int32_t added[4];
+    Words most;
+};
+
+// `whole`: luma's term has no low part. `rows` of luma share their sites.
+template <int rows, bool whole, class From, class To>
+ZEL_OWN_CODE void decode(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
+    const Numbers n(plan);
+    const zelv::Sums& sums = n.sums;
+    const Term evens(sums.high[0][0], 0, sums.low[0][0], 0), odds(0, sums.high[0][0], 0, sums.low[0][0]);
+    const int shift = sums.shift;
+    for (int i = 0; i < count; i += blockPixels) {
+        Words sites[2], luma[2][2], results[2][3][2];
+        from.readSites(i, sites);
+        for (int row = 0; row < rows; ++row) from.readLuma(row, i, luma[row]);
+        unrolled<2>([&](auto part) ZEL_INLINE_LAMBDA {
+            Dwords even[2], odd[2];
+            unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA {
+                even[row] = evens.of<whole>(luma[row][part]);
+                odd[row] = odds.of<whole>(luma[row][part]);
+            });
+            unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
+                const int c = n.at[p];
+                const Term term(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]);
+                const Dwords chroma = term.of<false>(sites[part]) + splatDword(n.added[p]);
+                unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA {
+                    const Words v = evenThenOdd((Words)((even[row] + chroma) >> shift), (Words)((odd[row] + chroma) >> (shift - 16)));
+                    results[row][p][part] = To::isLimited ? v : atMost(atLeast(v, Words{}), n.most);
+                });
+            });
+        });
+        for (int row = 0; row < rows; ++row) to.write(out[row] + ptrdiff_t{i} * To::itemBytes, results[row]);
+    }
+}
+
+// Where luma is the result's own scale, the sum of chroma is cut off by itself, and all that is left are sums of bytes.
+template <int rows, class From, class To>
+ZEL_OWN_CODE void decodeUnscaled(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
+    const Numbers n(plan);
+    const zelv::Sums& sums = n.sums;
+    const int shift = sums.shift;
+    // Luma is taken as it is, not from the middle.
+    const int32_t lifted = -32768 * int32_t{sums.high[0][0]};
+    for (int i = 0; i < count; i += blockPixels) {
+        Words sites[2], chroma[3][2], results[3][2];
+        from.readSites(i, sites);
+        unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
+            const int c = n.at[p];
+            const Term term(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]);
+            const Dwords added = splatDword(n.added[p] + lifted);
+            const Words both = packWords((term.of<false>(sites[0]) + added) >> shift, (term.of<false>(sites[1]) + added) >> shift);
+            chroma[p][0] = interleaveLow(both, both);
+            chroma[p][1] = interleaveHigh(both, both);
+        });
+        for (int row = 0; row < rows; ++row) {
+            const Bytes y = loadBytes(from.luma[row] + i);
+            const Words luma[2] = {lowBytes(y), highBytes(y)};
+            unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
+                results[p][0] = luma[0] + chroma[p][0];
+                results[p][1] = luma[1] + chroma[p][1];
+            });
+            to.write(out[row] + ptrdiff_t{i} * To::itemBytes, results);
+        }
+    }
+}
+
+// Dwords of a block of interleaved bytes, four of three or four samples, lanes of 16 pixels in turn.
+template <int samples>
+ZEL_INLINE void readPixels(const uint8_t* p, UDwords (&v)[4]) {
+    if constexpr (samples == 4) {
+        for (int i = 0; i < 4; ++i) v[i] = (UDwords)loadLanes(p + 16 * i, 64);
+    } else {
+        const auto in = InterleavedThree<Depth8u>::load(p);
+        const Words low[2] = {(Words)interleaveLow(in.a, in.b), (Words)interleaveLow(in.c, Bytes{})};
+        const Words high[2] = {(Words)interleaveHigh(in.a, in.b), (Words)interleaveHigh(in.c, Bytes{})};
+        v[0] = (UDwords)interleaveLow(low[0], low[1]);
+        v[1] = (UDwords)interleaveHigh(low[0], low[1]);
+        v[2] = (UDwords)interleaveLow(high[0], high[1]);
+        v[3] = (UDwords)interleaveHigh(high[0], high[1]);
+    }
+}
+
+// Coefficients of a result by the places of the source's samples: those at even bytes of a dword and at odd ones. Samples are taken
+// as they are, `count` of them added up, which stand for 256 / count as many each.
+struct ByteTerm {
+    ZEL_INLINE ByteTerm(const zelv::Plan& plan, int to, int countBits) {
+        int16_t h[4] = {};
+        int32_t all = 0;
+        for (int c = 0; c < 3; ++c) {
+            h[plan.in.place[c]] = plan.sums.high[to][c];
+            all += plan.sums.high[to][c];
+        }
+        even = splatWords(h[0], h[2]);
+        odd = splatWords(h[1], h[3]);
+        const int64_t constant = int64_t{plan.sums.offset[to]} - int64_t{32768} * all + (int64_t{1} << (plan.sums.shift - 1)) +
+                                 (int64_t{128} << plan.sums.shift);
+        added = splatDword(int32_t(constant >> (8 - countBits)));
+    }
+    ZEL_INLINE Dwords of(Words evens, Words odds) const { return mulAddPairs(evens, even) + mulAddPairs(odds, odd) + added; }
+
+    Words even, odd;
+    Dwords added;
+};
+
+// Two rows of luma and one of chroma.
+template <int samples, bool isPaired>
+ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], uint8_t* const (&luma)[2], uint8_t* u, uint8_t* v, int count) {
+    const ByteTerm ofLuma(plan, 0, 0), ofU(plan, 1, 2), ofV(plan, 2, 2);
+    constexpr int lumaShift = 15, siteShift = 17;
+    const Words low = splatWord(0xff);
+    for (int i = 0; i < count; i += blockPixels) {
+        Words evens[4], odds[4];
+        for (int row = 0; row < 2; ++row) {
+            UDwords pixels[4];
+            Dwords y[4];
+            readPixels<samples>(in[row] + ptrdiff_t{i} * samples, pixels);
+            unrolled<4>([&](auto k) ZEL_INLINE_LAMBDA {
+                const Words even = (Words)pixels[k] & low, odd = (Words)((UWords)pixels[k] >> 8);
+                y[k] = ofLuma.of(even, odd) >> lumaShift;
+                evens[k] = row == 0 ? even : evens[k] + even;
+                odds[k] = row == 0 ? odd : odds[k] + odd;
+            });
+            storeVector(Destination(luma[row] + i), packBytes(packWords(y[0], y[1]), packWords(y[2], y[3])));
+        }
+        Dwords us[2], vs[2];
+        unrolled<2>([&](auto k) ZEL_INLINE_LAMBDA {
+            const auto acrossed = [&](const Words (&x)[4]) ZEL_INLINE_LAMBDA {
+                const Dwords a = (Dwords)x[2 * k], b = (Dwords)x[2 * k + 1];
+                return (Words)evenDwords(a, b) + (Words)oddDwords(a, b);
+            };
+            const Words even = acrossed(evens), odd = acrossed(odds);
+            us[k] = ofU.of(even, odd) >> siteShift;
+            vs[k] = ofV.of(even, odd) >> siteShift;
+        });
+        const Words uWords = packWords(us[0], us[1]), vWords = packWords(vs[0], vs[1]);
+        const Bytes both = packBytes(uWords, vWords);
+        if constexpr (isPaired)
+            storeVector(Destination(u + i), interleaveLow(both, (Bytes)interleaveHigh64(both, both)));
+        else
+            storeHalves(u + i / 2, v + i / 2, both);
+    }
+}
+
+}  // namespace fused
+
+}  // namespace zel::ZEL_LEVEL::video
