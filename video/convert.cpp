@@ -1,5 +1,6 @@
 // The conversion of some rows by a plan: piece by piece, so that all lines stay in the nearest cache.
 #include "call.h"
+#include "video/fused.h"
 #include "video/source.h"
 #include "video/stores.h"
 #include "video/sums.h"
@@ -44,7 +45,7 @@ class Converter {
         const int rowsTogether = plan_.in.sitesDown | to_.sitesDown ? 2 : 1;
         for (int y = call_.firstRow; y < call_.endRow; y += rowsTogether) {
             const int end = y + rowsTogether < call_.endRow ? y + rowsTogether : call_.endRow;
-            for (int x = 0; x < call_.width; x += pieceLength) {
+            for (int x = convertFused(call_, y, end); x < call_.width; x += pieceLength) {
                 piece_ = {x, call_.width - x < pieceLength ? call_.width - x : pieceLength};
                 source_.start(piece_);
                 for (int row = y; row < end; ++row) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "call.h"
+#include "video/loads.h"
 #include "video/stores.h"
 #include "video/sums.h"
 
@@ -12,21 +13,14 @@ namespace fused {
 
 constexpr int blockPixels = 2 * words;
 
-// Luma of a block in two vectors and its sites as pairs of words in two. Vectors have lanes of the block in turn, so that a pack of
-// both is in order, or else follow each other.
-struct Block {
-    Words luma[2][2];  // of a row
-    Words sites[2];
-};
-
-// Samples of bytes or of words, chroma in a plane of pairs or in two.
+// Samples of bytes or of words, chroma in a plane of pairs or in two. A block is read as two vectors of luma and two of pairs of
+// chroma, both with lanes in turn, so that a pack of two results is in order.
 template <bool isWide, bool isPaired>
 struct Source {
     static constexpr int bytes = isWide ? 2 : 1;
     const uint8_t *luma[2], *first, *second;  // rows, and chroma in the order of the sums
     loads::Placed place;
 
-    // By lanes in turn.
     ZEL_INLINE void readLuma(int row, int at, Words (&v)[2]) const {
         const uint8_t* const p = luma[row] + ptrdiff_t{at} * bytes;
         if constexpr (isWide) {
@@ -94,9 +88,16 @@ struct Numbers {
             added[plan.out.place[c]] = sums.offset[c] + (1 << (shift - 1)) + middle * (1 << shift);
         }
         most = splatWord((1 << depth) - 1);
+        const bool reversed = plan.in.layout == 1 && plan.in.place[1] > plan.in.place[2];
+        site[0] = reversed ? 2 : 1;
+        site[1] = reversed ? 1 : 2;
+    }
+    ZEL_INLINE Term chroma(int place) const {
+        const auto &high = sums.high[at[place]], &low = sums.low[at[place]];
+        return {high[site[0]], high[site[1]], low[site[0]], low[site[1]]};
     }
     const zelv::Sums& sums;
-    int at[4];
+    int at[4], site[2];
     int32_t added[4];
     Words most;
 };
@@ -119,9 +120,7 @@ ZEL_OWN_CODE void decode(const zelv::Plan& plan, const From& from, const To& to,
                 odd[row] = odds.of<whole>(luma[row][part]);
             });
             unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
-                const int c = n.at[p];
-                const Term term(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]);
-                const Dwords chroma = term.of<false>(sites[part]) + splatDword(n.added[p]);
+                const Dwords chroma = n.chroma(p).template of<false>(sites[part]) + splatDword(n.added[p]);
                 unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA {
                     const Words v = evenThenOdd((Words)((even[row] + chroma) >> shift), (Words)((odd[row] + chroma) >> (shift - 16)));
                     results[row][p][part] = To::isLimited ? v : atMost(atLeast(v, Words{}), n.most);
@@ -144,8 +143,7 @@ ZEL_OWN_CODE void decodeUnscaled(const zelv::Plan& plan, const From& from, const
         Words sites[2], chroma[3][2], results[3][2];
         from.readSites(i, sites);
         unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
-            const int c = n.at[p];
-            const Term term(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]);
+            const Term term = n.chroma(p);
             const Dwords added = splatDword(n.added[p] + lifted);
             const Words both = packWords((term.of<false>(sites[0]) + added) >> shift, (term.of<false>(sites[1]) + added) >> shift);
             chroma[p][0] = interleaveLow(both, both);
@@ -201,10 +199,11 @@ struct ByteTerm {
     Dwords added;
 };
 
-// Two rows of luma and one of chroma.
+// Two rows of luma and one of chroma, in the order of memory.
 template <int samples, bool isPaired>
 ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], uint8_t* const (&luma)[2], uint8_t* u, uint8_t* v, int count) {
-    const ByteTerm ofLuma(plan, 0, 0), ofU(plan, 1, 2), ofV(plan, 2, 2);
+    const bool reversed = isPaired && plan.out.place[1] > plan.out.place[2];
+    const ByteTerm ofLuma(plan, 0, 0), ofU(plan, reversed ? 2 : 1, 2), ofV(plan, reversed ? 1 : 2, 2);
     constexpr int lumaShift = 15, siteShift = 17;
     const Words low = splatWord(0xff);
     for (int i = 0; i < count; i += blockPixels) {
@@ -240,6 +239,79 @@ ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
     }
 }
 
+template <int rows, bool isWide, bool isPaired, class To>
+ZEL_INLINE void decodeRows(const zelv::Plan& plan, const Source<isWide, isPaired>& from, const To& to, uint8_t* const (&out)[2], int count) {
+    const bool isUnscaled = !isWide && To::isLimited && plan.firstIsWhole && plan.sums.high[0][0] * 256 == 1 << plan.sums.shift;
+    if constexpr (!isWide && To::isLimited)
+        if (isUnscaled) return decodeUnscaled<rows>(plan, from, to, out, count);
+    plan.firstIsWhole ? decode<rows, true>(plan, from, to, out, count) : decode<rows, false>(plan, from, to, out, count);
+}
+
+template <bool isWide, bool isPaired>
+ZEL_INLINE void decodeFrom(const zelv::Call& call, int y, int rows, int count) {
+    const zelv::Plan& plan = *call.plan;
+    const zelv::Side &in = plan.in, &out = plan.out;
+    const auto row = [&](int plane, int at) { return call.from[plane] + ptrdiff_t{call.fromStep[plane]} * at; };
+    const int site = y >> in.sitesDown, next = rows > 1 ? y + 1 : y;
+    const Source<isWide, isPaired> from{{row(in.place[0], y), row(in.place[0], next)},
+                                        row(isPaired ? 1 : in.place[1], site),
+                                        row(isPaired ? 1 : in.place[2], site),
+                                        loads::Placed(in)};
+    uint8_t* const to[2] = {call.to[0] + ptrdiff_t{call.toStep[0]} * y, call.to[0] + ptrdiff_t{call.toStep[0]} * next};
+    const auto write = [&](const auto& sink) {
+        rows > 1 ? decodeRows<2>(plan, from, sink, to, count) : decodeRows<1>(plan, from, sink, to, count);
+    };
+    if (out.layout == 4) {
+        if constexpr (isWide) write(TenSink{});
+    } else {
+        out.samples == 3 ? write(ByteSink<3>{}) : write(ByteSink<4>{});
+    }
+}
+
+ZEL_INLINE bool decodes(const zelv::Plan& plan) {
+    const zelv::Side &in = plan.in, &out = plan.out;
+    if (plan.combination != zelv::Combination::matrix || out.model != zelv::Model::rgb || out.isFloat || plan.linear || plan.ordered) return false;
+    if (in.sitesAcross != 1 || in.layout > 1) return false;
+    const bool copiesAlpha = in.alpha == zelv::Alpha::present && out.alpha == zelv::Alpha::present;
+    if (out.alpha != zelv::Alpha::none && (copiesAlpha || out.place[zelv::alphaChannel] != 3)) return false;
+    return (out.layout == 2 && out.depth == 8) || (out.layout == 4 && in.depth > 8);
+}
+
+ZEL_INLINE bool encodes(const zelv::Plan& plan) {
+    const zelv::Side &in = plan.in, &out = plan.out;
+    return plan.allAreWhole && in.layout == 2 && in.depth == 8 && !in.isFloat && out.model == zelv::Model::luma && out.layout <= 1 &&
+           out.sitesAcross == 1 && out.sitesDown == 1 && out.alpha == zelv::Alpha::none && !plan.sited;
+}
+
 }  // namespace fused
+
+// As many pixels of the rows from `y` to `end` as there are whole blocks, where the plan is one of these. Otherwise 0.
+ZEL_INLINE int convertFused(const zelv::Call& call, int y, int end) {
+    const zelv::Plan& plan = *call.plan;
+    const zelv::Side &in = plan.in, &out = plan.out;
+    const int count = call.width / fused::blockPixels * fused::blockPixels, rows = end - y;
+    if (count == 0) return 0;
+    if (fused::decodes(plan)) {
+        const bool isWide = in.depth > 8, isPaired = in.layout == 1;
+        const auto decode = isWide ? isPaired ? fused::decodeFrom<true, true> : fused::decodeFrom<true, false>
+                                   : isPaired ? fused::decodeFrom<false, true> : fused::decodeFrom<false, false>;
+        if (rows > 1 && !in.sitesDown) return 0;
+        decode(call, y, rows, count);
+        return count;
+    }
+    if (rows == 2 && fused::encodes(plan)) {
+        const auto row = [&](int at) { return call.from[0] + ptrdiff_t{call.fromStep[0]} * at; };
+        const auto to = [&](int plane, int at) { return call.to[plane] + ptrdiff_t{call.toStep[plane]} * at; };
+        const uint8_t* const from[2] = {row(y), row(y + 1)};
+        uint8_t* const luma[2] = {to(out.place[0], y), to(out.place[0], y + 1)};
+        const bool isPaired = out.layout == 1;
+        uint8_t *const u = to(isPaired ? 1 : out.place[1], y >> 1), *const v = to(isPaired ? 1 : out.place[2], y >> 1);
+        const auto encode = in.samples == 3 ? isPaired ? fused::encode<3, true> : fused::encode<3, false>
+                                            : isPaired ? fused::encode<4, true> : fused::encode<4, false>;
+        encode(plan, from, luma, u, v, count);
+        return count;
+    }
+    return 0;
+}
 
 }  // namespace zel::ZEL_LEVEL::video
