@@ -13,67 +13,96 @@ namespace fused {
 
 constexpr int blockPixels = 2 * words;
 
+// Dwords dealt out to the lanes in turn: 0 and as many on as there are lanes, and so on, to the first.
+ZEL_INLINE Bytes dealt(Bytes v) {
+    alignas(16) static constexpr uint8_t evensFirst[16] = {0, 1, 2, 3, 8, 9, 10, 11, 4, 5, 6, 7, 12, 13, 14, 15};
+    if constexpr (lanes == 4) return inOrderOfQuarters(v);
+    if constexpr (lanes == 2) return lowThenHighHalves(shuffle(v, everyLane(evensFirst)));
+    return v;
+}
+
 // Samples of bytes or of words, chroma in a plane of pairs or in two. A block is read as two vectors of luma and two of pairs of
-// chroma, both with lanes in turn, so that a pack of two results is in order.
+// chroma, both with lanes in turn, so that a pack of two results is in order; or with fours of pixels dealt out to the lanes of
+// both, so that results of four bytes are whole vectors.
 template <bool isWide, bool isPaired>
 struct Source {
     static constexpr int bytes = isWide ? 2 : 1;
     const uint8_t *luma[2], *first, *second;  // rows, and chroma in the order of the sums
     loads::Placed place;
 
+    template <bool deals>
     ZEL_INLINE void readLuma(int row, int at, Words (&v)[2]) const {
         const uint8_t* const p = luma[row] + ptrdiff_t{at} * bytes;
-        if constexpr (isWide) {
+        if constexpr (isWide && deals) {
+            v[0] = place((Words)spreadHalves(loadBytes(p)));
+            v[1] = place((Words)spreadHalves(loadBytes(p + vectorBytes)));
+        } else if constexpr (isWide) {
             const PackOrder in = loadInPackOrder(p);
             v[0] = place((Words)in.first);
             v[1] = place((Words)in.second);
         } else {
-            const Bytes in = loadBytes(p) ^ splatByte(0x80);
+            const Bytes in = ordered<deals>(loadBytes(p)) ^ splatByte(0x80);
             v[0] = (Words)interleaveLow(Bytes{}, in);
             v[1] = (Words)interleaveHigh(Bytes{}, in);
         }
     }
+    template <bool deals>
+    ZEL_INLINE static Bytes ordered(Bytes v) {
+        return deals ? dealt(v) : v;
+    }
+    template <bool deals>
     ZEL_INLINE void readSites(int at, Words (&v)[2]) const {
-        if constexpr (isWide && isPaired) {
+        if constexpr (isWide && isPaired && deals) {
+            const uint8_t* const p = first + ptrdiff_t{at} * bytes;
+            v[0] = place((Words)spreadHalves(loadBytes(p)));
+            v[1] = place((Words)spreadHalves(loadBytes(p + vectorBytes)));
+        } else if constexpr (isWide && isPaired) {
             const PackOrder in = loadInPackOrder(first + ptrdiff_t{at} * bytes);
             v[0] = place((Words)in.first);
             v[1] = place((Words)in.second);
         } else if constexpr (isWide) {
-            const Words a = place((Words)loadBytes(first + at)), b = place((Words)loadBytes(second + at));
+            const Words a = place((Words)ordered<deals>(loadBytes(first + at))), b = place((Words)ordered<deals>(loadBytes(second + at)));
             v[0] = interleaveLow(a, b);
             v[1] = interleaveHigh(a, b);
         } else {
-            const Bytes in = (isPaired ? loadBytes(first + at) : (Bytes)(loadWidened(first + at / 2) | loadWidened(second + at / 2) << 8)) ^
-                             splatByte(0x80);
+            const Bytes pairs = isPaired ? loadBytes(first + at) : (Bytes)(loadWidened(first + at / 2) | loadWidened(second + at / 2) << 8);
+            const Bytes in = ordered<deals>(pairs) ^ splatByte(0x80);
             v[0] = (Words)interleaveLow(Bytes{}, in);
             v[1] = (Words)interleaveHigh(Bytes{}, in);
         }
     }
 };
 
-// Results of a block in the order of memory, bytes or words by lanes in turn.
+// Results of a block in the order of memory.
 template <int samples>
 struct ByteSink {
     static constexpr int itemBytes = samples;
-    static constexpr bool isLimited = true, fitsWords = true;  // by the pack
+    static constexpr bool isLimited = true, deals = samples == 4;  // limited by the pack
     ZEL_INLINE void write(Destination p, const Words (&v)[3][2]) const {
-        const Channels<Bytes> c{packBytes(v[0][0], v[0][1]), packBytes(v[1][0], v[1][1]), packBytes(v[2][0], v[2][1])};
-        if constexpr (samples == 3)
-            InterleavedThree<Depth8u>::store(p, c);
-        else
-            storeFour<1>(p, c, splatByte(0xff));
+        const Bytes a = packBytes(v[0][0], v[0][1]), b = packBytes(v[1][0], v[1][1]), c = packBytes(v[2][0], v[2][1]);
+        if constexpr (samples == 3) {
+            InterleavedThree<Depth8u>::store(p, {a, b, c});
+        } else {
+            const Bytes alpha = splatByte(0xff);
+            const Words ab[2] = {(Words)interleaveLow(a, b), (Words)interleaveHigh(a, b)};
+            const Words cd[2] = {(Words)interleaveLow(c, alpha), (Words)interleaveHigh(c, alpha)};
+            unrolled<2>([&](auto half) ZEL_INLINE_LAMBDA {
+                storeVector(p + 2 * half * vectorBytes, interleaveLow(ab[half], cd[half]));
+                storeVector(p + (2 * half + 1) * vectorBytes, interleaveHigh(ab[half], cd[half]));
+            });
+        }
     }
 };
 
 struct TenSink {
     static constexpr int itemBytes = 4;
-    static constexpr bool isLimited = false, fitsWords = true;
+    static constexpr bool isLimited = false, deals = true;
     ZEL_INLINE void write(Destination p, const Words (&v)[3][2]) const {
         for (int part = 0; part < 2; ++part) {
             const Words low = v[0][part] | v[1][part] << 10;
             const Words high = (Words)((UWords)v[1][part] >> 6) | v[2][part] << 4 | splatWord(0xc000);
-            storeLanes(p + 32 * part, 64, (Bytes)interleaveLow(low, high));
-            storeLanes(p + 32 * part + 16, 64, (Bytes)interleaveHigh(low, high));
+            storeVector(p + 2 * part * vectorBytes, interleaveLow(low, high));
+            storeVector(p + (2 * part + 1) * vectorBytes, interleaveHigh(low, high));
         }
     }
 };
@@ -111,8 +140,8 @@ ZEL_OWN_CODE void decode(const zelv::Plan& plan, const From& from, const To& to,
     const int shift = sums.shift;
     for (int i = 0; i < count; i += blockPixels) {
         Words sites[2], luma[2][2], results[2][3][2];
-        from.readSites(i, sites);
-        for (int row = 0; row < rows; ++row) from.readLuma(row, i, luma[row]);
+        from.template readSites<To::deals>(i, sites);
+        unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA { from.template readLuma<To::deals>(row, i, luma[row]); });
         unrolled<2>([&](auto part) ZEL_INLINE_LAMBDA {
             Dwords even[2], odd[2];
             unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA {
@@ -127,7 +156,7 @@ ZEL_OWN_CODE void decode(const zelv::Plan& plan, const From& from, const To& to,
                 });
             });
         });
-        for (int row = 0; row < rows; ++row) to.write(out[row] + ptrdiff_t{i} * To::itemBytes, results[row]);
+        unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA { to.write(out[row] + ptrdiff_t{i} * To::itemBytes, results[row]); });
     }
 }
 
@@ -141,7 +170,7 @@ ZEL_OWN_CODE void decodeUnscaled(const zelv::Plan& plan, const From& from, const
     const int32_t lifted = -32768 * int32_t{sums.high[0][0]};
     for (int i = 0; i < count; i += blockPixels) {
         Words sites[2], chroma[3][2], results[3][2];
-        from.readSites(i, sites);
+        from.template readSites<To::deals>(i, sites);
         unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
             const Term term = n.chroma(p);
             const Dwords added = splatDword(n.added[p] + lifted);
@@ -149,15 +178,15 @@ ZEL_OWN_CODE void decodeUnscaled(const zelv::Plan& plan, const From& from, const
             chroma[p][0] = interleaveLow(both, both);
             chroma[p][1] = interleaveHigh(both, both);
         });
-        for (int row = 0; row < rows; ++row) {
-            const Bytes y = loadBytes(from.luma[row] + i);
+        unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA {
+            const Bytes y = From::template ordered<To::deals>(loadBytes(from.luma[row] + i));
             const Words luma[2] = {lowBytes(y), highBytes(y)};
             unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
                 results[p][0] = luma[0] + chroma[p][0];
                 results[p][1] = luma[1] + chroma[p][1];
             });
             to.write(out[row] + ptrdiff_t{i} * To::itemBytes, results);
-        }
+        });
     }
 }
 
@@ -208,7 +237,7 @@ ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
     const Words low = splatWord(0xff);
     for (int i = 0; i < count; i += blockPixels) {
         Words evens[4], odds[4];
-        for (int row = 0; row < 2; ++row) {
+        unrolled<2>([&](auto row) ZEL_INLINE_LAMBDA {
             UDwords pixels[4];
             Dwords y[4];
             readPixels<samples>(in[row] + ptrdiff_t{i} * samples, pixels);
@@ -219,7 +248,7 @@ ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
                 odds[k] = row == 0 ? odd : odds[k] + odd;
             });
             storeVector(Destination(luma[row] + i), packBytes(packWords(y[0], y[1]), packWords(y[2], y[3])));
-        }
+        });
         Dwords us[2], vs[2];
         unrolled<2>([&](auto k) ZEL_INLINE_LAMBDA {
             const auto acrossed = [&](const Words (&x)[4]) ZEL_INLINE_LAMBDA {

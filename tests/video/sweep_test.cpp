@@ -1,6 +1,7 @@
 // Every kind of format to every other on guarded memory, beside the model; the same in strips.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
@@ -101,6 +102,34 @@ TEST(VideoSweep, AnyFormats) {
     for (int turn = 0; turn < 6000 / sampleOf(); ++turn) {
         const ZelSize size{1 + below(turn % 50 == 0 ? 2200 : 150), 1 + below(6)};
         compare(anyFormat(below), anyFormat(below), {below(2), below(2), below(2)}, size, random);
+        if (HasFatalFailure()) return;
+    }
+}
+
+// Pairs that are asked for most, wide enough for whole blocks of every level.
+TEST(VideoSweep, FrequentPairs) {
+    harness::Random random(3);
+    const auto below = [&](int n) { return static_cast<int>(random.next() % static_cast<uint64_t>(n)); };
+    constexpr Shape lumas[] = {{zelvPlanar, "YUV"}, {zelvPlanar, "YVU"}, {zelvSemiPlanar, "YUV"}, {zelvSemiPlanar, "YVU"}};
+    constexpr Shape colours[] = {{zelvInterleaved, "RGB"}, {zelvInterleaved, "BGR"},  {zelvInterleaved, "BGRA"}, {zelvInterleaved, "RGBX"},
+                                 {zelvInterleaved, "ARGB"}, {zelvDwords, "BGRX"}, {zelvDwords, "RGBA"},      {zelvPlanar, "GBR"}};
+    for (int turn = 0; turn < 4000 / sampleOf(); ++turn) {
+        const auto format = [&](const Shape& shape) {
+            const bool isRgb = std::strchr(shape.components, 'R');
+            ZelvFormat f{};
+            f.layout = shape.layout;
+            std::strcpy(f.components, shape.components);
+            f.depth = shape.layout == zelvDwords ? 10 : std::array{8, 8, 10, 12, 16}[static_cast<size_t>(below(5))];
+            f.alignment = f.depth > 8 && shape.layout != zelvDwords ? below(2) : 0;
+            f.range = below(2);
+            f.matrix = isRgb ? 0 : std::array{1, 5, 9, 8}[static_cast<size_t>(below(4))];
+            f.sampling = isRgb ? 0 : 1 + below(2);
+            return f;
+        };
+        const ZelvFormat luma = format(lumas[below(4)]), colour = format(colours[below(8)]);
+        const ZelSize size{below(6) == 0 ? 1000 + below(200) : 30 + below(200), 1 + below(5)};
+        const bool decodes = below(2) == 0;
+        compare(decodes ? luma : colour, decodes ? colour : luma, {below(8) == 0, below(8) == 0, below(8) == 0}, size, random);
         if (HasFatalFailure()) return;
     }
 }
