@@ -38,8 +38,7 @@ class Converter {
           plan_(*call.plan),
           to_(call.plan->out),
           source_(call),
-          result_(call.plan->sums.shift, to_.depth),
-          alphaResult_(call.plan->sums.alphaShift, to_.alphaDepth) {}
+          alphaResult_(Shift<0>{call.plan->sums.alphaShift}, to_.alphaDepth) {}
 
     ZEL_INLINE void run() {
         const int rowsTogether = plan_.in.sitesDown | to_.sitesDown ? 2 : 1;
@@ -85,32 +84,51 @@ class Converter {
         return line;
     }
 
+    template <class Call>
+    ZEL_INLINE void withResult(const Call& call) const {
+        withShift(plan_.sums.shift, [&](auto bits) ZEL_INLINE_LAMBDA { call(Result<decltype(bits)>(bits, to_.depth)); });
+    }
+
     // A channel of itself.
     ZEL_OWN_CODE void channel(const Rows& rows, int c, const uint16_t* in, uint16_t* out, int count) const {
-        if (plan_.firstIsWhole && (c == 0 || plan_.in.model == Model::rgb))
-            channelSums<true>(plan_.sums, rows.added[c], result_, c, c, in, out, count);
-        else
-            channelSums<false>(plan_.sums, rows.added[c], result_, c, c, in, out, count);
+        const zelv::Sums& sums = plan_.sums;
+        const bool whole = sums.low[c][c] == 0;
+        if (whole && sums.high[c][c] == 1 << 13 && sums.offset[c] == 0 && !plan_.ordered) {
+            movedSamples(to_.depth, in, out, count);
+            return;
+        }
+        withResult([&](const auto& result) ZEL_INLINE_LAMBDA {
+            whole ? channelSums<true>(sums, rows.added[c], result, c, c, in, out, count)
+                  : channelSums<false>(sums, rows.added[c], result, c, c, in, out, count);
+        });
     }
 
     template <int first, int last>
     ZEL_OWN_CODE void matrix(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
-        if (plan_.allAreWhole)
-            matrixSums<true, true, first, last>(plan_.sums, rows, result_, in, out, count);
-        else if (plan_.firstIsWhole)
-            matrixSums<true, false, first, last>(plan_.sums, rows, result_, in, out, count);
-        else
-            matrixSums<false, false, first, last>(plan_.sums, rows, result_, in, out, count);
+        if (plan_.allAreWhole) {
+            const Shift<23> bits{plan_.sums.shift};
+            matrixSums<true, true, first, last>(plan_.sums, rows, Result<Shift<23>>(bits, to_.depth), in, out, count);
+        } else if (plan_.firstIsWhole) {
+            const Shift<21> bits{plan_.sums.shift};
+            matrixSums<true, false, first, last>(plan_.sums, rows, Result<Shift<21>>(bits, to_.depth), in, out, count);
+        } else {
+            withResult([&](const auto& result) ZEL_INLINE_LAMBDA {
+                matrixSums<false, false, first, last>(plan_.sums, rows, result, in, out, count);
+            });
+        }
     }
 
     ZEL_OWN_CODE void sites(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
         constexpr int mostOfWords = 12;
-        if (plan_.firstIsWhole)
-            siteSums<true, true>(plan_.sums, rows, result_, in, out, count);
-        else if (to_.depth <= mostOfWords)
-            siteSums<false, true>(plan_.sums, rows, result_, in, out, count);
-        else
-            siteSums<false, false>(plan_.sums, rows, result_, in, out, count);
+        if (plan_.firstIsWhole) {
+            const Shift<21> bits{plan_.sums.shift};
+            siteSums<true, true>(plan_.sums, rows, Result<Shift<21>>(bits, to_.depth), in, out, count);
+        } else {
+            withResult([&](const auto& result) ZEL_INLINE_LAMBDA {
+                to_.depth <= mostOfWords ? siteSums<false, true>(plan_.sums, rows, result, in, out, count)
+                                         : siteSums<false, false>(plan_.sums, rows, result, in, out, count);
+            });
+        }
     }
 
     // RGB or gray.
@@ -239,7 +257,7 @@ class Converter {
     const zelv::Plan& plan_;
     const zelv::Side& to_;
     Source source_;
-    Result result_, alphaResult_;
+    Result<Shift<0>> alphaResult_;
     Piece piece_{};
     Three all_{};
     Line own_, grid_[3], out_[4];

@@ -78,6 +78,7 @@ template <int samples>
 struct ByteSink {
     static constexpr int itemBytes = samples;
     static constexpr bool isLimited = true, deals = samples == 4;  // limited by the pack
+    static constexpr int shift = 21;
     ZEL_INLINE void write(Destination p, const Words (&v)[3][2]) const {
         const Bytes a = packBytes(v[0][0], v[0][1]), b = packBytes(v[1][0], v[1][1]), c = packBytes(v[2][0], v[2][1]);
         if constexpr (samples == 3) {
@@ -97,6 +98,7 @@ struct ByteSink {
 struct TenSink {
     static constexpr int itemBytes = 4;
     static constexpr bool isLimited = false, deals = true;
+    static constexpr int shift = 19;
     ZEL_INLINE void write(Destination p, const Words (&v)[3][2]) const {
         for (int part = 0; part < 2; ++part) {
             const Words low = v[0][part] | v[1][part] << 10;
@@ -131,13 +133,17 @@ struct Numbers {
     Words most;
 };
 
-// `whole`: luma's term has no low part. `rows` of luma share their sites.
-template <int rows, bool whole, class From, class To>
+// `rows` of luma share their sites. To bytes, luma's term has no low part.
+template <int rows, class From, class To>
 ZEL_OWN_CODE void decode(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
     const Numbers n(plan);
     const zelv::Sums& sums = n.sums;
     const Term evens(sums.high[0][0], 0, sums.low[0][0], 0), odds(0, sums.high[0][0], 0, sums.low[0][0]);
-    const int shift = sums.shift;
+    // Vectors of their own: what is stored could change the plan, as far as the compiler knows.
+    const Term terms[3] = {n.chroma(0), n.chroma(1), n.chroma(2)};
+    const Dwords added[3] = {splatDword(n.added[0]), splatDword(n.added[1]), splatDword(n.added[2])};
+    const Words most = n.most;
+    constexpr int shift = To::shift;
     for (int i = 0; i < count; i += blockPixels) {
         Words sites[2], luma[2][2], results[2][3][2];
         from.template readSites<To::deals>(i, sites);
@@ -145,14 +151,14 @@ ZEL_OWN_CODE void decode(const zelv::Plan& plan, const From& from, const To& to,
         unrolled<2>([&](auto part) ZEL_INLINE_LAMBDA {
             Dwords even[2], odd[2];
             unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA {
-                even[row] = evens.of<whole>(luma[row][part]);
-                odd[row] = odds.of<whole>(luma[row][part]);
+                even[row] = evens.of<To::isLimited>(luma[row][part]);
+                odd[row] = odds.of<To::isLimited>(luma[row][part]);
             });
             unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
-                const Dwords chroma = n.chroma(p).template of<false>(sites[part]) + splatDword(n.added[p]);
+                const Dwords chroma = terms[p].template of<false>(sites[part]) + added[p];
                 unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA {
                     const Words v = evenThenOdd((Words)((even[row] + chroma) >> shift), (Words)((odd[row] + chroma) >> (shift - 16)));
-                    results[row][p][part] = To::isLimited ? v : atMost(atLeast(v, Words{}), n.most);
+                    results[row][p][part] = To::isLimited ? v : atMost(atLeast(v, Words{}), most);
                 });
             });
         });
@@ -165,16 +171,17 @@ template <int rows, class From, class To>
 ZEL_OWN_CODE void decodeUnscaled(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
     const Numbers n(plan);
     const zelv::Sums& sums = n.sums;
-    const int shift = sums.shift;
+    constexpr int shift = To::shift;
     // Luma is taken as it is, not from the middle.
     const int32_t lifted = -32768 * int32_t{sums.high[0][0]};
+    const Term terms[3] = {n.chroma(0), n.chroma(1), n.chroma(2)};
+    const Dwords added[3] = {splatDword(n.added[0] + lifted), splatDword(n.added[1] + lifted), splatDword(n.added[2] + lifted)};
     for (int i = 0; i < count; i += blockPixels) {
         Words sites[2], chroma[3][2], results[3][2];
         from.template readSites<To::deals>(i, sites);
         unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
-            const Term term = n.chroma(p);
-            const Dwords added = splatDword(n.added[p] + lifted);
-            const Words both = packWords((term.of<false>(sites[0]) + added) >> shift, (term.of<false>(sites[1]) + added) >> shift);
+            const auto sum = [&](int part) { return (terms[p].template of<false>(sites[part]) + added[p]) >> shift; };
+            const Words both = packWords(sum(0), sum(1));
             chroma[p][0] = interleaveLow(both, both);
             chroma[p][1] = interleaveHigh(both, both);
         });
@@ -270,10 +277,10 @@ ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
 
 template <int rows, bool isWide, bool isPaired, class To>
 ZEL_INLINE void decodeRows(const zelv::Plan& plan, const Source<isWide, isPaired>& from, const To& to, uint8_t* const (&out)[2], int count) {
-    const bool isUnscaled = !isWide && To::isLimited && plan.firstIsWhole && plan.sums.high[0][0] * 256 == 1 << plan.sums.shift;
+    const bool isUnscaled = !isWide && To::isLimited && plan.sums.high[0][0] * 256 == 1 << plan.sums.shift;
     if constexpr (!isWide && To::isLimited)
         if (isUnscaled) return decodeUnscaled<rows>(plan, from, to, out, count);
-    plan.firstIsWhole ? decode<rows, true>(plan, from, to, out, count) : decode<rows, false>(plan, from, to, out, count);
+    decode<rows>(plan, from, to, out, count);
 }
 
 template <bool isWide, bool isPaired>

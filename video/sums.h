@@ -17,23 +17,41 @@ struct Rows {
     Added added[4];
 };
 
+// A number that is known when compiled, or else isn't.
+template <int known>
+struct Shift {
+    ZEL_INLINE operator int() const { return known != 0 ? known : bits; }
+    int bits;
+};
+
+// Calls f with what the depths of most results have.
+template <class F>
+ZEL_INLINE void withShift(int bits, const F& f) {
+    switch (bits) {
+        case 19: return f(Shift<19>{bits});
+        case 21: return f(Shift<21>{bits});
+        default: return f(Shift<0>{bits});
+    }
+}
+
 // How sums become samples.
+template <class Bits>
 struct Result {
-    ZEL_INLINE Result(int bits, int depthBits)
+    ZEL_INLINE Result(Bits bits, int depthBits)
         : shift(bits),
           least(splatWord(-(1 << (depthBits - 1)))),
           most(splatWord((1 << (depthBits - 1)) - 1)),
           middle(splatWord(1 << (depthBits - 1))) {}
 
     // Of dwords by lanes: words in order.
-    ZEL_INLINE Words packed(Dwords low, Dwords high) const { return limited(packWords(low >> shift, high >> shift)); }
+    ZEL_INLINE Words packed(Dwords low, Dwords high) const { return limited(packWords(low >> int(shift), high >> int(shift))); }
     // Of columns in turn, where results fit words before they are limited.
     ZEL_INLINE Words joined(Dwords even, Dwords odd) const {
-        return limited(evenThenOdd((Words)(even >> shift), (Words)(odd >> (shift - 16))));
+        return limited(evenThenOdd((Words)(even >> int(shift)), (Words)(odd >> (int(shift) - 16))));
     }
     ZEL_INLINE Words limited(Words v) const { return atMost(atLeast(v, least), most) + middle; }
 
-    int shift;
+    Bits shift;
     Words least, most, middle;
 };
 
@@ -52,8 +70,8 @@ struct Term {
 };
 
 // One channel of itself. `to` and `from` are channels.
-template <bool whole>
-ZEL_INLINE void channelSums(const zelv::Sums& sums, const Added& added, const Result& result, int to, int from, const uint16_t* in, uint16_t* out, int count) {
+template <bool whole, class Bits>
+ZEL_INLINE void channelSums(const zelv::Sums& sums, const Added& added, const Result<Bits>& result, int to, int from, const uint16_t* in, uint16_t* out, int count) {
     const Term term(sums.high[to][from], 0, sums.low[to][from], 0);
     const Dwords low = (Dwords)everyLane(added.of), high = (Dwords)everyLane(added.of + 4);
     for (int i = 0; i < count; i += words) {
@@ -62,30 +80,42 @@ ZEL_INLINE void channelSums(const zelv::Sums& sums, const Added& added, const Re
     }
 }
 
+// A channel whose only term moves it, and whose sums therefore are those of a shift. Halves go up.
+ZEL_INLINE void movedSamples(int depth, const uint16_t* in, uint16_t* out, int count) {
+    const auto half = (UWords)splatWord(1 << (16 - depth) >> 1);
+    const int shift = 16 - depth;
+    for (int i = 0; i < count; i += words) storeLine(out + i, (Words)(addSaturated((UWords)flipped(loadLine(in + i)), half) >> shift));
+}
+
 // Channels `first` to `last` of all three.
-template <bool firstIsWhole, bool allAreWhole, int first, int last>
-ZEL_INLINE void matrixSums(const zelv::Sums& sums, const Rows& rows, const Result& result, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) {
+template <bool firstIsWhole, bool allAreWhole, int first, int last, class Bits>
+ZEL_INLINE void matrixSums(const zelv::Sums& sums, const Rows& rows, const Result<Bits>& result, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) {
+    // Vectors of their own: what is stored could change the plan, as far as the compiler knows.
+    const auto ones = [&](int c) { return Term(sums.high[c][0], 0, sums.low[c][0], 0); };
+    const auto twos = [&](int c) { return Term(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]); };
+    constexpr int second = first < last ? first + 1 : first;
+    const Term one[3] = {ones(first), ones(second), ones(last)}, two[3] = {twos(first), twos(second), twos(last)};
+    Dwords added[3][2];
+    for (int c = first; c <= last; ++c)
+        for (int part = 0; part < 2; ++part) added[c - first][part] = (Dwords)everyLane(rows.added[c].of + 4 * part);
     for (int i = 0; i < count; i += words) {
         const Words x = loadLine(in[0] + i), y = loadLine(in[1] + i), z = loadLine(in[2] + i), none{};
         const Words xs[2] = {interleaveLow(x, none), interleaveHigh(x, none)}, yzs[2] = {interleaveLow(y, z), interleaveHigh(y, z)};
         unrolled<last - first + 1>([&](auto n) ZEL_INLINE_LAMBDA {
-            constexpr int c = n + first;
-            const auto& h = sums.high[c];
-            const auto& l = sums.low[c];
-            const Term one(h[0], 0, l[0], 0), two(h[1], h[2], l[1], l[2]);
             const auto half = [&](int part) ZEL_INLINE_LAMBDA {
-                const auto added = (Dwords)everyLane(rows.added[c].of + 4 * part);
-                return added + one.of<firstIsWhole>(xs[part]) + two.of<allAreWhole>(yzs[part]);
+                return added[n][part] + one[n].template of<firstIsWhole>(xs[part]) + two[n].template of<allAreWhole>(yzs[part]);
             };
-            storeLine(out[c] + i, result.packed(half(0), half(1)));
+            storeLine(out[n + first] + i, result.packed(half(0), half(1)));
         });
     }
 }
 
 // Luma of every column and chroma of every second one to three channels.
-template <bool firstIsWhole, bool fitsWords>
-ZEL_INLINE void siteSums(const zelv::Sums& sums, const Rows& rows, const Result& result, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) {
+template <bool firstIsWhole, bool fitsWords, class Bits>
+ZEL_INLINE void siteSums(const zelv::Sums& sums, const Rows& rows, const Result<Bits>& result, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) {
     const Term evens(sums.high[0][0], 0, sums.low[0][0], 0), odds(0, sums.high[0][0], 0, sums.low[0][0]);
+    const auto terms = [&](int c) { return Term(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]); };
+    const Term term[3] = {terms(0), terms(1), terms(2)};
     Dwords addedEven[3], addedOdd[3];
     for (int c = 0; c < 3; ++c) {
         const Added& a = rows.added[c];
@@ -101,8 +131,7 @@ ZEL_INLINE void siteSums(const zelv::Sums& sums, const Rows& rows, const Result&
             const Words y = loadLine(in[0] + at);
             const Dwords even = evens.of<firstIsWhole>(y), odd = odds.of<firstIsWhole>(y);
             unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA {
-                const Term term(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]);
-                const Dwords chroma = term.of<false>(sites[part]);
+                const Dwords chroma = term[c].template of<false>(sites[part]);
                 const Dwords first = even + (chroma + addedEven[c]), second = odd + (chroma + addedOdd[c]);
                 if constexpr (fitsWords) {
                     storeLine(out[c] + at, result.joined(first, second));
