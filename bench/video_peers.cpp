@@ -47,36 +47,74 @@ void addLibyuv(const Task& task, const Frame& s, const Frame& d, std::vector<Pee
     const auto half = [](int32_t step) { return step / 2; };
     if (name.find("to BGRA") != std::string::npos && task.from.layout == zelvPlanar) {
         if (task.from.depth == 8 && task.from.sampling == zelv420)
-            add([=, &s, &d] { I420ToARGBMatrix(s.planes[0], s.steps[0], s.planes[1], s.steps[1], s.planes[2], s.steps[2], d.planes[0], d.steps[0], k.argb, w, h); });
+            add([=, &s, &d] {
+                I420ToARGBMatrix(s.planes[0], s.steps[0], s.planes[1], s.steps[1], s.planes[2], s.steps[2], d.planes[0],
+                                 d.steps[0], k.argb, w, h);
+            });
         else if (task.from.depth == 8)
-            add([=, &s, &d] { I444ToARGBMatrix(s.planes[0], s.steps[0], s.planes[1], s.steps[1], s.planes[2], s.steps[2], d.planes[0], d.steps[0], k.argb, w, h); });
+            add([=, &s, &d] {
+                I444ToARGBMatrix(s.planes[0], s.steps[0], s.planes[1], s.steps[1], s.planes[2], s.steps[2], d.planes[0],
+                                 d.steps[0], k.argb, w, h);
+            });
         else
-            add([=, &s, &d] { I010ToARGBMatrix(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), s.words(2), half(s.steps[2]), d.planes[0], d.steps[0], k.argb, w, h); });
+            add([=, &s, &d] {
+                I010ToARGBMatrix(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), s.words(2), half(s.steps[2]),
+                                 d.planes[0], d.steps[0], k.argb, w, h);
+            });
     } else if (name.rfind("NV12 709 to BGRA", 0) == 0) {
-        add([=, &s, &d] { NV12ToARGBMatrix(s.planes[0], s.steps[0], s.planes[1], s.steps[1], d.planes[0], d.steps[0], k.argb, w, h); });
+        add([=, &s, &d] {
+            NV12ToARGBMatrix(s.planes[0], s.steps[0], s.planes[1], s.steps[1], d.planes[0], d.steps[0], k.argb, w, h);
+        });
     } else if (name.find("20 709 to RGB") != std::string::npos || name == "J420 to RGB") {
         // Its RGB24 has blue first: with the constants for swapped chroma, and V for U, red comes first.
-        add([=, &s, &d] { I420ToRGB24Matrix(s.planes[0], s.steps[0], s.planes[2], s.steps[2], s.planes[1], s.steps[1], d.planes[0], d.steps[0], k.abgr, w, h); });
+        add([=, &s, &d] {
+            I420ToRGB24Matrix(s.planes[0], s.steps[0], s.planes[2], s.steps[2], s.planes[1], s.steps[1], d.planes[0], d.steps[0],
+                              k.abgr, w, h);
+        });
     } else if (name == "BGRA to J420") {
-        add([=, &s, &d] { ARGBToJ420(s.planes[0], s.steps[0], d.planes[0], d.steps[0], d.planes[1], d.steps[1], d.planes[2], d.steps[2], w, h); });
+        add([=, &s, &d] {
+            ARGBToJ420(s.planes[0], s.steps[0], d.planes[0], d.steps[0], d.planes[1], d.steps[1], d.planes[2], d.steps[2], w, h);
+        });
     } else if (name == "BGRA to I420 601") {
-        add([=, &s, &d] { ARGBToI420(s.planes[0], s.steps[0], d.planes[0], d.steps[0], d.planes[1], d.steps[1], d.planes[2], d.steps[2], w, h); });
+        add([=, &s, &d] {
+            ARGBToI420(s.planes[0], s.steps[0], d.planes[0], d.steps[0], d.planes[1], d.steps[1], d.planes[2], d.steps[2], w, h);
+        });
     } else if (name == "RGB to J420") {
-        add([=, &s, &d] { RAWToJ420(s.planes[0], s.steps[0], d.planes[0], d.steps[0], d.planes[1], d.steps[1], d.planes[2], d.steps[2], w, h); });
+        add([=, &s, &d] {
+            RAWToJ420(s.planes[0], s.steps[0], d.planes[0], d.steps[0], d.planes[1], d.steps[1], d.planes[2], d.steps[2], w, h);
+        });
     } else if (name == "P010 2020 to BGRA") {
-        add([=, &s, &d] { P010ToARGBMatrix(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), d.planes[0], d.steps[0], k.argb, w, h); });
+        add([=, &s, &d] {
+            P010ToARGBMatrix(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), d.planes[0], d.steps[0], k.argb, w, h);
+        });
     } else if (name == "P210 2020 to BGRA") {
-        add([=, &s, &d] { P210ToARGBMatrix(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), d.planes[0], d.steps[0], k.argb, w, h); });
+        add([=, &s, &d] {
+            P210ToARGBMatrix(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), d.planes[0], d.steps[0], k.argb, w, h);
+        });
     } else if (name == "P010 2020 to x2rgb10") {
-        add([=, &s, &d] { P010ToAR30Matrix(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), d.planes[0], d.steps[0], k.argb, w, h); });
+        add([=, &s, &d] {
+            P010ToAR30Matrix(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), d.planes[0], d.steps[0], k.argb, w, h);
+        });
     } else if (name == "I010 2020 to x2rgb10") {
-        add([=, &s, &d] { I010ToAR30Matrix(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), s.words(2), half(s.steps[2]), d.planes[0], d.steps[0], k.argb, w, h); });
+        add([=, &s, &d] {
+            I010ToAR30Matrix(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), s.words(2), half(s.steps[2]),
+                             d.planes[0], d.steps[0], k.argb, w, h);
+        });
     } else if (name == "P010 to I010") {
-        add([=, &s, &d] { P010ToI010(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), d.writableWords(0), half(d.steps[0]), d.writableWords(1), half(d.steps[1]), d.writableWords(2), half(d.steps[2]), w, h); });
+        add([=, &s, &d] {
+            P010ToI010(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), d.writableWords(0), half(d.steps[0]),
+                       d.writableWords(1), half(d.steps[1]), d.writableWords(2), half(d.steps[2]), w, h);
+        });
     } else if (name == "I010 to P010") {
-        add([=, &s, &d] { I010ToP010(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), s.words(2), half(s.steps[2]), d.writableWords(0), half(d.steps[0]), d.writableWords(1), half(d.steps[1]), w, h); });
+        add([=, &s, &d] {
+            I010ToP010(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), s.words(2), half(s.steps[2]),
+                       d.writableWords(0), half(d.steps[0]), d.writableWords(1), half(d.steps[1]), w, h);
+        });
     } else if (name == "I010 to I420") {
-        add([=, &s, &d] { I010ToI420(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), s.words(2), half(s.steps[2]), d.planes[0], d.steps[0], d.planes[1], d.steps[1], d.planes[2], d.steps[2], w, h); });
+        add([=, &s, &d] {
+            I010ToI420(s.words(0), half(s.steps[0]), s.words(1), half(s.steps[1]), s.words(2), half(s.steps[2]), d.planes[0],
+                       d.steps[0], d.planes[1], d.steps[1], d.planes[2], d.steps[2], w, h);
+        });
     }
 }
 #endif
@@ -86,12 +124,18 @@ AVPixelFormat swscaleFormat(const ZelvFormat& f) {
     const std::string sampling = f.sampling == zelv420 ? "420" : f.sampling == zelv422 ? "422" : "444";
     const std::string bits = f.depth > 8 ? std::to_string(f.depth) + "le" : "";
     std::string name;
-    if (f.layout == zelvDwords) name = "x2rgb10le";
-    else if (f.layout == zelvInterleaved) name = std::strcmp(f.components, "BGRA") == 0 ? "bgra" : f.depth == 16 ? "rgb48le" : "rgb24";
-    else if (f.layout == zelvSemiPlanar && f.depth == 8) name = "nv12";
-    else if (f.layout == zelvSemiPlanar) name = "p" + sampling.substr(0, 1) + (sampling == "420" ? "0" : "2") + std::to_string(f.depth) + "le";
-    else name = isRgb(f) ? "gbrp" + bits : "yuv" + sampling + "p" + bits;
-    if (f.layout == zelvSemiPlanar && f.depth > 8) name = std::string(f.sampling == zelv420 ? "p0" : "p2") + std::to_string(f.depth) + "le";
+    if (f.layout == zelvDwords)
+        name = "x2rgb10le";
+    else if (f.layout == zelvInterleaved)
+        name = std::strcmp(f.components, "BGRA") == 0 ? "bgra" : f.depth == 16 ? "rgb48le" : "rgb24";
+    else if (f.layout == zelvSemiPlanar && f.depth == 8)
+        name = "nv12";
+    else if (f.layout == zelvSemiPlanar)
+        name = "p" + sampling.substr(0, 1) + (sampling == "420" ? "0" : "2") + std::to_string(f.depth) + "le";
+    else
+        name = isRgb(f) ? "gbrp" + bits : "yuv" + sampling + "p" + bits;
+    if (f.layout == zelvSemiPlanar && f.depth > 8)
+        name = std::string(f.sampling == zelv420 ? "p0" : "p2") + std::to_string(f.depth) + "le";
     return av_get_pix_fmt(name.c_str());
 }
 
@@ -99,11 +143,16 @@ void addSwscale(const Task& task, const Frame& s, const Frame& d, std::vector<Pe
     const AVPixelFormat from = swscaleFormat(task.from), to = swscaleFormat(task.to);
     if (from == AV_PIX_FMT_NONE || to == AV_PIX_FMT_NONE || !sws_isSupportedInput(from) || !sws_isSupportedOutput(to)) return;
     const std::shared_ptr<SwsContext> context(
-        sws_getContext(s.size.width, s.size.height, from, d.size.width, d.size.height, to, SWS_POINT, nullptr, nullptr, nullptr), sws_freeContext);
+        sws_getContext(s.size.width, s.size.height, from, d.size.width, d.size.height, to, SWS_POINT, nullptr, nullptr, nullptr),
+        sws_freeContext);
     if (!context) return;
-    const auto table = [](const ZelvFormat& f) { return sws_getCoefficients(f.matrix == 1 ? SWS_CS_ITU709 : f.matrix == 9 ? SWS_CS_BT2020 : SWS_CS_ITU601); };
-    sws_setColorspaceDetails(context.get(), table(isRgb(task.from) ? task.to : task.from), task.from.range, table(isRgb(task.to) ? task.from : task.to), task.to.range, 0, 1 << 16, 1 << 16);
-    peers.push_back({"swscale", [context, &s, &d] { sws_scale(context.get(), s.planes, s.steps, 0, s.size.height, d.planes, d.steps); }});
+    const auto table = [](const ZelvFormat& f) {
+        return sws_getCoefficients(f.matrix == 1 ? SWS_CS_ITU709 : f.matrix == 9 ? SWS_CS_BT2020 : SWS_CS_ITU601);
+    };
+    sws_setColorspaceDetails(context.get(), table(isRgb(task.from) ? task.to : task.from), task.from.range,
+                             table(isRgb(task.to) ? task.from : task.to), task.to.range, 0, 1 << 16, 1 << 16);
+    peers.push_back(
+        {"swscale", [context, &s, &d] { sws_scale(context.get(), s.planes, s.steps, 0, s.size.height, d.planes, d.steps); }});
 }
 #endif
 
@@ -156,8 +205,11 @@ Frame::Frame(const ZelvFormat& f, ZelSize area) : size(area) {
     const int count = f.layout == zelvPlanar ? static_cast<int>(std::strlen(f.components)) : f.layout == zelvSemiPlanar ? 2 : 1;
     for (int p = 0; p < count; ++p) {
         const bool ofSites = p > 0 && !isRgb(f);
-        const int width = ofSites ? (area.width + across(f)) >> across(f) : area.width, height = ofSites ? (area.height + down(f)) >> down(f) : area.height;
-        const int samples = f.layout == zelvSemiPlanar && p == 1 ? 2 : f.layout == zelvInterleaved ? static_cast<int>(std::strlen(f.components)) : 1;
+        const int width = ofSites ? (area.width + across(f)) >> across(f) : area.width,
+                  height = ofSites ? (area.height + down(f)) >> down(f) : area.height;
+        const int samples = f.layout == zelvSemiPlanar && p == 1 ? 2
+                            : f.layout == zelvInterleaved        ? static_cast<int>(std::strlen(f.components))
+                                                                 : 1;
         steps[p] = (width * samples * (f.layout == zelvDwords ? 4 : bytesOf(f)) + 63) / 64 * 64;
         const size_t bytes = static_cast<size_t>(steps[p]) * static_cast<size_t>(height);
         memory.emplace_back(static_cast<uint8_t*>(std::aligned_alloc(64, bytes)), std::free);
@@ -166,12 +218,14 @@ Frame::Frame(const ZelvFormat& f, ZelSize area) : size(area) {
         if (f.depth > 8 && f.depth < 16 && f.layout != zelvDwords)
             for (size_t i = 0; i < bytes / 2; ++i) {
                 uint16_t& word = writableWords(p)[i];
-                word = static_cast<uint16_t>(f.alignment == zelvHighBits ? word & 0xffff << (16 - f.depth) : word >> (16 - f.depth));
+                word =
+                    static_cast<uint16_t>(f.alignment == zelvHighBits ? word & 0xffff << (16 - f.depth) : word >> (16 - f.depth));
             }
     }
 }
 
-std::vector<Peer> peersOf([[maybe_unused]] const Task& task, [[maybe_unused]] const Frame& source, [[maybe_unused]] const Frame& destination) {
+std::vector<Peer> peersOf([[maybe_unused]] const Task& task, [[maybe_unused]] const Frame& source,
+                          [[maybe_unused]] const Frame& destination) {
     std::vector<Peer> peers;
 #ifdef ZELCC_BENCH_LIBYUV
     addLibyuv(task, source, destination, peers);

@@ -23,9 +23,12 @@ constexpr ZelvFormat planar(int sampling, int depth, int matrix, int range) {
     return {zelvPlanar, "YUV", sampling, depth, zelvLowBits, matrix, range, 0, 0, 0};
 }
 constexpr ZelvFormat semi(int sampling, int depth, int matrix) {
-    return {zelvSemiPlanar, "YUV", sampling, depth, depth > 8 && depth < 16 ? zelvHighBits : zelvLowBits, matrix, zelvLimited, 0, 0, 0};
+    return {zelvSemiPlanar, "YUV",       sampling, depth, depth > 8 && depth < 16 ? zelvHighBits : zelvLowBits,
+            matrix,         zelvLimited, 0,        0,     0};
 }
-constexpr ZelvFormat planes(int depth) { return {zelvPlanar, "GBR", zelv444, depth, zelvLowBits, zelvMatrixRgb, zelvFull, 0, 0, 0}; }
+constexpr ZelvFormat planes(int depth) {
+    return {zelvPlanar, "GBR", zelv444, depth, zelvLowBits, zelvMatrixRgb, zelvFull, 0, 0, 0};
+}
 constexpr ZelvFormat bgra{zelvInterleaved, "BGRA", zelv444, 8, zelvLowBits, zelvMatrixRgb, zelvFull, 0, 0, 0};
 constexpr ZelvFormat bgr{zelvInterleaved, "BGR", zelv444, 8, zelvLowBits, zelvMatrixRgb, zelvFull, 0, 0, 0};
 constexpr ZelvFormat rgb{zelvInterleaved, "RGB", zelv444, 8, zelvLowBits, zelvMatrixRgb, zelvFull, 0, 0, 0};

@@ -5,8 +5,8 @@
  * and zelvConvertRows convert images by it. A plan is plain data: it may be copied, kept as long as the process runs, and used by
  * any number of threads at once. No call asks for memory; a conversion uses less than 100 KiB of the stack.
  *
- * Results are the exact values of Recommendation ITU-T H.273 to within half a unit and the few hundredths that docs/video.md states,
- * and are defined there to the last bit. They depend on no width, no column, no alignment and no processor.
+ * Results are the exact values of Recommendation ITU-T H.273 to within half a unit and the few hundredths that docs/video.md
+ * states, and are defined there to the last bit. They depend on no width, no column, no alignment and no processor.
  *
  * Worked pixels, of images of 2 x 2 pixels of one colour, none of the options taken:
  *
@@ -34,8 +34,8 @@ enum {
     zelvSemiPlanar = 1,  /**< A plane of Y, and one of pairs: NV12, NV21, P010 and kin. */
     zelvInterleaved = 2, /**< All components of a pixel side by side: packed RGB, AYUV, XV36 and kin. */
     zelvPaired = 3,      /**< 4:2:2, two pixels in four samples: YUY2, UYVY, Y210 and kin. */
-    zelvDwords = 4,      /**< 10 bits for each of three components in a dword, from its lowest bit on, and 2 bits: Y410, x2rgb10. */
-    zelvV210 = 5         /**< 4:2:2 of 10 bits, six pixels in 16 bytes, as in files of that FourCC. */
+    zelvDwords = 4, /**< 10 bits for each of three components in a dword, from its lowest bit on, and 2 bits: Y410, x2rgb10. */
+    zelvV210 = 5    /**< 4:2:2 of 10 bits, six pixels in 16 bytes, as in files of that FourCC. */
 };
 
 /** Chroma sites. RGB and gray have zelv444. */
@@ -76,9 +76,9 @@ typedef struct ZelvFormat {
     int32_t layout;
     /**
      * The components in the order in which they lie, ended by a zero: letters of Y, U (Cb), V (Cr); R, G, B; A for alpha, X for
-     * bits that are ignored in a source and all set in a destination. Planar: "YUV", "YVU", "YUVA", "GBR", "GBRA", "Y" and any other
-     * order; semi-planar: "YUV" (NV12) or "YVU" (NV21); interleaved: three or four of any order; paired: "YUYV", "UYVY", "YVYU" or
-     * "VYUY"; dwords: four, of which the last is A or X ("UYVA" is Y410, "BGRX" x2rgb10); v210: "YUV".
+     * bits that are ignored in a source and all set in a destination. Planar: "YUV", "YVU", "YUVA", "GBR", "GBRA", "Y" and any
+     * other order; semi-planar: "YUV" (NV12) or "YVU" (NV21); interleaved: three or four of any order; paired: "YUYV", "UYVY",
+     * "YVYU" or "VYUY"; dwords: four, of which the last is A or X ("UYVA" is Y410, "BGRX" x2rgb10); v210: "YUV".
      */
     char components[8];
     int32_t sampling;
@@ -142,20 +142,20 @@ enum {
 };
 
 /**
- * Checks a pair of formats and writes the plan of the conversion from one to the other. Without options, pOptions null, all of them
- * are 0. Alpha that the source lacks is opaque.
+ * Checks a pair of formats and writes the plan of the conversion from one to the other. Without options, pOptions null, all of
+ * them are 0. Alpha that the source lacks is opaque.
  *
- * Statuses, the first that holds: zelStsNullPtrErr if pPlan or a format is null; the first field of the source in the order of the
- * list above, the first field of the destination, the first option that is refused. The plan is then left as it was.
+ * Statuses, the first that holds: zelStsNullPtrErr if pPlan or a format is null; the first field of the source in the order of
+ * the list above, the first field of the destination, the first option that is refused. The plan is then left as it was.
  */
 ZEL_API ZelStatus zelvMakePlan(ZelvPlan* pPlan, const ZelvFormat* pSource, const ZelvFormat* pDestination,
                                const ZelvOptions* pOptions);
 
 /**
  * Converts a region. The arrays have an entry for each plane of the formats: its first sample, and the distance in bytes from one
- * row to the next, which may be negative. roiSize counts pixels, from 1 x 1 on; chroma of odd sizes is rounded up, and the sites at
- * the right and bottom edge then have fewer pixels. Samples beyond the edges are those of the edge. Nothing outside the region is
- * read or written. Source and destination must not overlap.
+ * row to the next, which may be negative. roiSize counts pixels, from 1 x 1 on; chroma of odd sizes is rounded up, and the sites
+ * at the right and bottom edge then have fewer pixels. Samples beyond the edges are those of the edge. Nothing outside the region
+ * is read or written. Source and destination must not overlap.
  *
  * Statuses, the first that holds: zelStsNullPtrErr if the plan, an array or an entry is null; zelStsContextMatchErr if the plan
  * wasn't written by this version's zelvMakePlan; zelStsSizeErr if width or height is below 1. Nothing is then written.
@@ -164,14 +164,15 @@ ZEL_API ZelStatus zelvConvert(const ZelvPlan* pPlan, const uint8_t* const pSrc[]
                               const int32_t dstStep[], ZelSize roiSize);
 
 /**
- * The same for some rows of the region only: pointers and size are those of the whole. Rows of the source around them are read where
- * chroma is filtered. Calls that together have all rows give what one call gives, so threads may share a frame.
+ * The same for some rows of the region only: pointers and size are those of the whole. Rows of the source around them are read
+ * where chroma is filtered. Calls that together have all rows give what one call gives, so threads may share a frame.
  *
- * Statuses as for zelvConvert, then zelStsBadArgErr if firstRow is not a row of the region, rowCount is below 1 or leads beyond it,
- * or, where a side has sites of two rows, firstRow is odd or rowCount is odd and doesn't end with the region.
+ * Statuses as for zelvConvert, then zelStsBadArgErr if firstRow is not a row of the region, rowCount is below 1 or leads beyond
+ * it, or, where a side has sites of two rows, firstRow is odd or rowCount is odd and doesn't end with the region.
  */
-ZEL_API ZelStatus zelvConvertRows(const ZelvPlan* pPlan, const uint8_t* const pSrc[], const int32_t srcStep[], uint8_t* const pDst[],
-                                  const int32_t dstStep[], ZelSize roiSize, int32_t firstRow, int32_t rowCount);
+ZEL_API ZelStatus zelvConvertRows(const ZelvPlan* pPlan, const uint8_t* const pSrc[], const int32_t srcStep[],
+                                  uint8_t* const pDst[], const int32_t dstStep[], ZelSize roiSize, int32_t firstRow,
+                                  int32_t rowCount);
 
 #ifdef __cplusplus
 }

@@ -9,6 +9,7 @@ namespace zel::ZEL_LEVEL::video {
 namespace {
 
 using zelv::Combination;
+using zelv::Layout;
 using zelv::Model;
 
 // The pattern's place among 64: the bits of the row and of its difference from the column, reversed and in turn.
@@ -217,24 +218,25 @@ class Converter {
         if (hasChroma) chroma(site, sites, lines);
         if (hasAlpha()) done[3] = alpha(y, rows);
         switch (to_.layout) {
-            case 0:
-            case 1:
+            case Layout::planar:
+            case Layout::semiPlanar:
                 storePlane(to_, lines[0], address(to_.place[0], y), piece_.x, n);
                 if (to_.planes == 4) storePlane(to_, done[3], address(to_.place[3], y), piece_.x, n);
                 if (!hasChroma) break;
-                if (to_.layout == 1) {
+                if (to_.layout == Layout::semiPlanar) {
                     const bool uFirst = to_.place[1] < to_.place[2];
                     storePairs(to_, lines[uFirst ? 1 : 2], lines[uFirst ? 2 : 1], address(1, site), firstSite, sites);
                 } else {
                     for (int c = 1; c < 3; ++c) storePlane(to_, lines[c], address(to_.place[c], site), firstSite, sites);
                 }
                 break;
-            case 3:
-            case 5:
+            case Layout::paired:
+            case Layout::v210:
                 lines[0][n] = lines[0][n - 1];
                 storePaired(to_, lines[0], lines[1], lines[2], address(0, y), piece_.x, n);
                 break;
-            default: storeInterleaved(to_, done, address(0, y), piece_.x, n);
+            default:
+                storeInterleaved(to_, done, address(0, y), piece_.x, n);
         }
     }
 

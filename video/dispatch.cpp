@@ -17,8 +17,9 @@ namespace {
 // What the processor itself reports: the enabled features can lower the level, but never raise it beyond this.
 int32_t highestLevel() {
     __builtin_cpu_init();
-    const bool widest = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
-                        __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi");
+    const bool widest = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+                        __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl") &&
+                        __builtin_cpu_supports("avx512vbmi");
     if (widest) return 2;
     return __builtin_cpu_supports("avx2") ? 1 : 0;
 }
@@ -31,9 +32,12 @@ int32_t highestLevel() {
 
 zelv::Convert selected() {
     switch (zelvKernelLevel) {
-        case 2: return zel_avx512_video;
-        case 1: return zel_avx2_video;
-        default: return zel_ssse3_video;
+        case 2:
+            return zel_avx512_video;
+        case 1:
+            return zel_avx2_video;
+        default:
+            return zel_ssse3_video;
     }
 }
 

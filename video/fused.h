@@ -61,11 +61,13 @@ struct Source {
             v[0] = place((Words)in.first);
             v[1] = place((Words)in.second);
         } else if constexpr (isWide) {
-            const Words a = place((Words)ordered<deals>(loadBytes(first + at))), b = place((Words)ordered<deals>(loadBytes(second + at)));
+            const Words a = place((Words)ordered<deals>(loadBytes(first + at))),
+                        b = place((Words)ordered<deals>(loadBytes(second + at)));
             v[0] = interleaveLow(a, b);
             v[1] = interleaveHigh(a, b);
         } else {
-            const Bytes pairs = isPaired ? loadBytes(first + at) : (Bytes)(loadWidened(first + at / 2) | loadWidened(second + at / 2) << 8);
+            const Bytes pairs =
+                isPaired ? loadBytes(first + at) : (Bytes)(loadWidened(first + at / 2) | loadWidened(second + at / 2) << 8);
             const Bytes in = ordered<deals>(pairs) ^ splatByte(0x80);
             v[0] = (Words)interleaveLow(Bytes{}, in);
             v[1] = (Words)interleaveHigh(Bytes{}, in);
@@ -119,7 +121,7 @@ struct Numbers {
             added[plan.out.place[c]] = sums.offset[c] + (1 << (shift - 1)) + middle * (1 << shift);
         }
         most = splatWord((1 << depth) - 1);
-        const bool reversed = plan.in.layout == 1 && plan.in.place[1] > plan.in.place[2];
+        const bool reversed = plan.in.layout == Layout::semiPlanar && plan.in.place[1] > plan.in.place[2];
         site[0] = reversed ? 2 : 1;
         site[1] = reversed ? 1 : 2;
     }
@@ -157,7 +159,8 @@ ZEL_OWN_CODE void decode(const zelv::Plan& plan, const From& from, const To& to,
             unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
                 const Dwords chroma = terms[p].template of<false>(sites[part]) + added[p];
                 unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA {
-                    const Words v = evenThenOdd((Words)((even[row] + chroma) >> shift), (Words)((odd[row] + chroma) >> (shift - 16)));
+                    const Words v =
+                        evenThenOdd((Words)((even[row] + chroma) >> shift), (Words)((odd[row] + chroma) >> (shift - 16)));
                     results[row][p][part] = To::isLimited ? v : atMost(atLeast(v, Words{}), most);
                 });
             });
@@ -213,8 +216,8 @@ ZEL_INLINE void readPixels(const uint8_t* p, UDwords (&v)[4]) {
     }
 }
 
-// Coefficients of a result by the places of the source's samples: those at even bytes of a dword and at odd ones. Samples are taken
-// as they are, `count` of them added up, which stand for 256 / count as many each.
+// Coefficients of a result by the places of the source's samples: those at even bytes of a dword and at odd ones. Samples are
+// taken as they are, `count` of them added up, which stand for 256 / count as many each.
 struct ByteTerm {
     ZEL_INLINE ByteTerm(const zelv::Plan& plan, int to, int countBits) {
         int16_t h[4] = {};
@@ -237,7 +240,8 @@ struct ByteTerm {
 
 // Two rows of luma and one of chroma, in the order of memory.
 template <int samples, bool isPaired>
-ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], uint8_t* const (&luma)[2], uint8_t* u, uint8_t* v, int count) {
+ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], uint8_t* const (&luma)[2], uint8_t* u, uint8_t* v,
+                         int count) {
     const bool reversed = isPaired && plan.out.place[1] > plan.out.place[2];
     const ByteTerm ofLuma(plan, 0, 0), ofU(plan, reversed ? 2 : 1, 2), ofV(plan, reversed ? 1 : 2, 2);
     constexpr int lumaShift = 15, siteShift = 17;
@@ -258,7 +262,7 @@ ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
         });
         Dwords us[2], vs[2];
         unrolled<2>([&](auto k) ZEL_INLINE_LAMBDA {
-            const auto acrossed = [&](const Words (&x)[4]) ZEL_INLINE_LAMBDA {
+            const auto acrossed = [&](const Words(&x)[4]) ZEL_INLINE_LAMBDA {
                 const Dwords a = (Dwords)x[2 * k], b = (Dwords)x[2 * k + 1];
                 return (Words)evenDwords(a, b) + (Words)oddDwords(a, b);
             };
@@ -276,7 +280,8 @@ ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
 }
 
 template <int rows, bool isWide, bool isPaired, class To>
-ZEL_INLINE void decodeRows(const zelv::Plan& plan, const Source<isWide, isPaired>& from, const To& to, uint8_t* const (&out)[2], int count) {
+ZEL_INLINE void decodeRows(const zelv::Plan& plan, const Source<isWide, isPaired>& from, const To& to, uint8_t* const (&out)[2],
+                           int count) {
     const bool isUnscaled = !isWide && To::isLimited && plan.sums.high[0][0] * 256 == 1 << plan.sums.shift;
     if constexpr (!isWide && To::isLimited)
         if (isUnscaled) return decodeUnscaled<rows>(plan, from, to, out, count);
@@ -297,7 +302,7 @@ ZEL_INLINE void decodeFrom(const zelv::Call& call, int y, int rows, int count) {
     const auto write = [&](const auto& sink) {
         rows > 1 ? decodeRows<2>(plan, from, sink, to, count) : decodeRows<1>(plan, from, sink, to, count);
     };
-    if (out.layout == 4) {
+    if (out.layout == Layout::dwords) {
         if constexpr (isWide) write(TenSink{});
     } else {
         out.samples == 3 ? write(ByteSink<3>{}) : write(ByteSink<4>{});
@@ -306,17 +311,20 @@ ZEL_INLINE void decodeFrom(const zelv::Call& call, int y, int rows, int count) {
 
 ZEL_INLINE bool decodes(const zelv::Plan& plan) {
     const zelv::Side &in = plan.in, &out = plan.out;
-    if (plan.combination != zelv::Combination::matrix || out.model != zelv::Model::rgb || out.isFloat || plan.linear || plan.ordered) return false;
-    if (in.sitesAcross != 1 || in.layout > 1) return false;
+    if (plan.combination != zelv::Combination::matrix || out.model != zelv::Model::rgb || out.isFloat || plan.linear ||
+        plan.ordered)
+        return false;
+    if (in.sitesAcross != 1 || in.layout > Layout::semiPlanar) return false;
     const bool copiesAlpha = in.alpha == zelv::Alpha::present && out.alpha == zelv::Alpha::present;
     if (out.alpha != zelv::Alpha::none && (copiesAlpha || out.place[zelv::alphaChannel] != 3)) return false;
-    return (out.layout == 2 && out.depth == 8) || (out.layout == 4 && in.depth > 8);
+    return (out.layout == Layout::interleaved && out.depth == 8) || (out.layout == Layout::dwords && in.depth > 8);
 }
 
 ZEL_INLINE bool encodes(const zelv::Plan& plan) {
     const zelv::Side &in = plan.in, &out = plan.out;
-    return plan.allAreWhole && in.layout == 2 && in.depth == 8 && !in.isFloat && out.model == zelv::Model::luma && out.layout <= 1 &&
-           out.sitesAcross == 1 && out.sitesDown == 1 && out.alpha == zelv::Alpha::none && !plan.sited;
+    return plan.allAreWhole && in.layout == Layout::interleaved && in.depth == 8 && !in.isFloat &&
+           out.model == zelv::Model::luma && out.layout <= Layout::semiPlanar && out.sitesAcross == 1 && out.sitesDown == 1 &&
+           out.alpha == zelv::Alpha::none && !plan.sited;
 }
 
 }  // namespace fused
@@ -328,9 +336,10 @@ ZEL_INLINE int convertFused(const zelv::Call& call, int y, int end) {
     const int count = call.width / fused::blockPixels * fused::blockPixels, rows = end - y;
     if (count == 0) return 0;
     if (fused::decodes(plan)) {
-        const bool isWide = in.depth > 8, isPaired = in.layout == 1;
-        const auto decode = isWide ? isPaired ? fused::decodeFrom<true, true> : fused::decodeFrom<true, false>
-                                   : isPaired ? fused::decodeFrom<false, true> : fused::decodeFrom<false, false>;
+        const bool isWide = in.depth > 8, isPaired = in.layout == Layout::semiPlanar;
+        const auto decode = isWide     ? isPaired ? fused::decodeFrom<true, true> : fused::decodeFrom<true, false>
+                                : isPaired ? fused::decodeFrom<false, true>
+                                       : fused::decodeFrom<false, false>;
         if (rows > 1 && !in.sitesDown) return 0;
         decode(call, y, rows, count);
         return count;
@@ -340,10 +349,11 @@ ZEL_INLINE int convertFused(const zelv::Call& call, int y, int end) {
         const auto to = [&](int plane, int at) { return call.to[plane] + ptrdiff_t{call.toStep[plane]} * at; };
         const uint8_t* const from[2] = {row(y), row(y + 1)};
         uint8_t* const luma[2] = {to(out.place[0], y), to(out.place[0], y + 1)};
-        const bool isPaired = out.layout == 1;
+        const bool isPaired = out.layout == Layout::semiPlanar;
         uint8_t *const u = to(isPaired ? 1 : out.place[1], y >> 1), *const v = to(isPaired ? 1 : out.place[2], y >> 1);
         const auto encode = in.samples == 3 ? isPaired ? fused::encode<3, true> : fused::encode<3, false>
-                                            : isPaired ? fused::encode<4, true> : fused::encode<4, false>;
+                            : isPaired ? fused::encode<4, true>
+                                            : fused::encode<4, false>;
         encode(plan, from, luma, u, v, count);
         return count;
     }

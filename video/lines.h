@@ -8,8 +8,8 @@ namespace zel::ZEL_LEVEL::video {
 
 constexpr int words = vectorBytes / 2;
 
-// Pixels of a piece, a multiple of all blocks, sites and groups, and what a line has to the left and to the right of it: neighbours for the
-// filters, and room for the rest of a block.
+// Pixels of a piece, a multiple of all blocks, sites and groups, and what a line has to the left and to the right of it:
+// neighbours for the filters, and room for the rest of a block.
 constexpr int pieceLength = 960;
 constexpr int lineMargin = 32;
 constexpr int lineRoom = 192;

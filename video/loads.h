@@ -8,6 +8,8 @@
 
 namespace zel::ZEL_LEVEL::video {
 
+using zelv::Layout;
+
 namespace loads {
 
 // Samples at any place of a word, whatever stands beside them.
@@ -190,7 +192,8 @@ ZEL_INLINE uint16_t v210Sample(const uint8_t* row, int i) {
 }  // namespace loads
 
 // All channels of interleaved pixels, of the pixels from `first` on.
-ZEL_OWN_CODE inline void loadInterleaved(const zelv::Side& side, const uint8_t* row, int first, int count, uint16_t* const (&lines)[4]) {
+ZEL_OWN_CODE inline void loadInterleaved(const zelv::Side& side, const uint8_t* row, int first, int count,
+                                         uint16_t* const (&lines)[4]) {
     using namespace loads;
     // A line to which channels that nobody asked for go.
     Line unused;
@@ -199,7 +202,7 @@ ZEL_OWN_CODE inline void loadInterleaved(const zelv::Side& side, const uint8_t* 
     for (int c = 0; c < 4; ++c)
         if (lines[c] && (c < 3 || channels == 4)) out[side.place[c]] = lines[c];
     const uint8_t* p = row + ptrdiff_t{first} * channels * (side.isFloat ? 4 : side.depth > 8 ? 2 : 1);
-    if (side.layout == 4) {
+    if (side.layout == Layout::dwords) {
         run(Tens{}, row + ptrdiff_t{first} * 4, count, out);
     } else if (side.isFloat) {
         // Words of a part, still interleaved, and those as if they came from memory.
@@ -243,7 +246,7 @@ ZEL_OWN_CODE inline void loadPairs(const zelv::Side& side, const uint8_t* row, i
 
 // Luma of paired 4:2:2.
 ZEL_INLINE void loadPairedLuma(const zelv::Side& side, const uint8_t* row, int first, int count, uint16_t* line) {
-    if (side.layout == 5) {
+    if (side.layout == Layout::v210) {
         for (int i = 0; i < count; ++i) line[i] = loads::v210Sample(row, 2 * (first + i) + 1);
         return;
     }
@@ -254,7 +257,7 @@ ZEL_INLINE void loadPairedLuma(const zelv::Side& side, const uint8_t* row, int f
 
 // Chroma of paired 4:2:2, by sites.
 ZEL_INLINE void loadPairedChroma(const zelv::Side& side, const uint8_t* row, int first, int count, uint16_t* u, uint16_t* v) {
-    if (side.layout == 5) {
+    if (side.layout == Layout::v210) {
         for (int i = 0; i < count; ++i) {
             u[i] = loads::v210Sample(row, 4 * (first + i));
             v[i] = loads::v210Sample(row, 4 * (first + i) + 2);

@@ -1,6 +1,7 @@
 // From two descriptions to a plan: the checks, and the coefficients as exact fractions, rounded once.
 #include "plan.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <type_traits>
@@ -29,15 +30,30 @@ struct Weights {
 
 bool weightsOf(const ZelvFormat& f, Weights& w) {
     switch (f.matrix) {
-        case zelvMatrix709: w = {2126, 722}; return true;
-        case zelvMatrixFcc: w = {3000, 1100}; return true;
+        case zelvMatrix709:
+            w = {2126, 722};
+            return true;
+        case zelvMatrixFcc:
+            w = {3000, 1100};
+            return true;
         case zelvMatrix470:
-        case zelvMatrix601: w = {2990, 1140}; return true;
-        case zelvMatrix240: w = {2120, 870}; return true;
-        case zelvMatrix2020: w = {2627, 593}; return true;
-        case zelvMatrixYCgCo: w = {0, 0}; return true;
-        case zelvMatrixGiven: w = {f.kr, f.kb}; return true;
-        default: return false;
+        case zelvMatrix601:
+            w = {2990, 1140};
+            return true;
+        case zelvMatrix240:
+            w = {2120, 870};
+            return true;
+        case zelvMatrix2020:
+            w = {2627, 593};
+            return true;
+        case zelvMatrixYCgCo:
+            w = {0, 0};
+            return true;
+        case zelvMatrixGiven:
+            w = {f.kr, f.kb};
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -45,14 +61,19 @@ bool weightsOf(const ZelvFormat& f, Weights& w) {
 constexpr int channelOf(char letter) {
     switch (letter) {
         case 'Y':
-        case 'R': return 0;
+        case 'R':
+            return 0;
         case 'U':
-        case 'G': return 1;
+        case 'G':
+            return 1;
         case 'V':
-        case 'B': return 2;
+        case 'B':
+            return 2;
         case 'A':
-        case 'X': return zelv::alphaChannel;
-        default: return -1;
+        case 'X':
+            return zelv::alphaChannel;
+        default:
+            return -1;
     }
 }
 
@@ -89,11 +110,16 @@ bool readComponents(const ZelvFormat& f, Side& side) {
     side.model = (rgb & 7) != 0 ? Model::rgb : three ? Model::luma : Model::gray;
     side.samples = static_cast<uint8_t>(count);
     switch (f.layout) {
-        case zelvPlanar: return (three && side.alpha != Alpha::filler) || (count == 1 && luma == 1);
-        case zelvSemiPlanar: return luma == 7 && side.place[0] == 0;
-        case zelvInterleaved: return three;
-        case zelvDwords: return three && count == 4 && side.place[zelv::alphaChannel] == 3;
-        default: return std::strcmp(f.components, "YUV") == 0;
+        case zelvPlanar:
+            return (three && side.alpha != Alpha::filler) || (count == 1 && luma == 1);
+        case zelvSemiPlanar:
+            return luma == 7 && side.place[0] == 0;
+        case zelvInterleaved:
+            return three;
+        case zelvDwords:
+            return three && count == 4 && side.place[zelv::alphaChannel] == 3;
+        default:
+            return std::strcmp(f.components, "YUV") == 0;
     }
 }
 
@@ -122,7 +148,7 @@ bool readDepth(const ZelvFormat& f, Side& side) {
 // The first field that is refused.
 Field read(const ZelvFormat& f, Side& side) {
     if (f.layout < zelvPlanar || f.layout > zelvV210) return layout;
-    side.layout = static_cast<int8_t>(f.layout);
+    side.layout = static_cast<zelv::Layout>(f.layout);
     if (!readComponents(f, side)) return components;
     if (!readSampling(f, side)) return sampling;
     if (!readDepth(f, side)) return depth;
@@ -155,7 +181,9 @@ Matrix toRgb(const ZelvFormat& f) {
     Weights w{};
     weightsOf(f, w);
     const int64_t r = w.red, b = w.blue, g = unit - r - b;
-    return {{{g * unit, 0, 2 * (unit - r) * g}, {g * unit, -2 * b * (unit - b), -2 * r * (unit - r)}, {g * unit, 2 * (unit - b) * g, 0}},
+    return {{{g * unit, 0, 2 * (unit - r) * g},
+             {g * unit, -2 * b * (unit - b), -2 * r * (unit - r)},
+             {g * unit, 2 * (unit - b) * g, 0}},
             {1, 1, 1},
             g * unit};
 }
@@ -183,22 +211,23 @@ Matrix product(const Matrix& a, const Matrix& b) {
     return p;
 }
 
-// The integer nearest to number / divisor * 2^bits, halves away from zero. The result has at most 31 bits.
+// The integer nearest to number / divisor * 2^bits, halves away from zero. The result has at most 31 bits, the divisor 60. As
+// many bits come of a division as the rest leaves free.
 int32_t scaled(int64_t number, uint64_t divisor, int bits) {
     auto rest = static_cast<uint64_t>(number < 0 ? -number : number);
     uint64_t quotient = rest / divisor;
     rest %= divisor;
-    if (rest != 0)
-        for (int i = 0; i < bits; ++i) {
-            rest <<= 1;
-            const bool fits = rest >= divisor;
-            quotient = quotient << 1 | uint64_t{fits};
-            rest -= fits ? divisor : 0;
-        }
-    else
-        quotient <<= bits;
+    while (bits > 0 && rest != 0) {
+        const int step = std::min(bits, std::countl_zero(rest));
+        rest <<= step;
+        quotient = quotient << step | rest / divisor;
+        rest %= divisor;
+        bits -= step;
+    }
+    quotient <<= bits;
     quotient += rest << 1 >= divisor ? 1 : 0;
-    return static_cast<int32_t>(number < 0 ? -static_cast<int64_t>(quotient) : static_cast<int64_t>(quotient));
+    const auto size = static_cast<int32_t>(quotient);
+    return number < 0 ? -size : size;
 }
 
 // How a channel counts: the sample of 0 and the steps from 0 to 1, or from -1/2 to 1/2.
@@ -315,7 +344,8 @@ class Numbers {
             const Scale source = filled(from_, plan_.in, 0), destination = written(to_, plan_.out, i);
             const bool isChroma = i > 0 && plan_.out.model == Model::luma;
             const int32_t away = (destination.zero - (1 << (depth_ - 1))) * (1 << shift());
-            const int32_t ofMiddle = scaled(int64_t{destination.steps} * (middle - source.zero), static_cast<uint64_t>(source.steps), shift());
+            const int32_t ofMiddle =
+                scaled(int64_t{destination.steps} * (middle - source.zero), static_cast<uint64_t>(source.steps), shift());
             plan_.sums.offset[i] = isChroma ? 0 : away + ofMiddle;
         }
     }
@@ -325,7 +355,8 @@ class Numbers {
         const int depth = out.isFloat ? floatDepth : out.alphaDepth, shift = 13 + 16 - depth;
         const int32_t sourceSteps = 65536 - (1 << (16 - in.alphaDepth)), steps = out.isFloat ? 1 << floatDepth : (1 << depth) - 1;
         split(scaled(steps, static_cast<uint64_t>(sourceSteps), shift + lowBits), plan_.sums.high[3][0], plan_.sums.low[3][0]);
-        plan_.sums.offset[3] = scaled(int64_t{steps} * middle, static_cast<uint64_t>(sourceSteps), shift) - (1 << (depth - 1)) * (1 << shift);
+        plan_.sums.offset[3] =
+            scaled(int64_t{steps} * middle, static_cast<uint64_t>(sourceSteps), shift) - (1 << (depth - 1)) * (1 << shift);
         plan_.sums.alphaShift = static_cast<uint8_t>(shift);
     }
 

@@ -11,8 +11,11 @@ constexpr int alphaChannel = 3;
 enum class Model : uint8_t { rgb, luma, gray };
 enum class Alpha : uint8_t { none, present, filler };
 
+// The header's layouts.
+enum class Layout : uint8_t { planar, semiPlanar, interleaved, paired, dwords, v210 };
+
 struct Side {
-    int8_t layout;
+    Layout layout;
     Model model;
     Alpha alpha;
     uint8_t sitesAcross, sitesDown;  // binary logarithms of the pixels of a site

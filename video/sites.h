@@ -1,12 +1,13 @@
-// Lines from one grid of chroma sites to another. All is exact but for the last rounding of each, halves up; docs/video.md has the
-// formulas.
+// Lines from one grid of chroma sites to another. All is exact but for the last rounding of each, halves up; docs/video.md has
+// the formulas.
 #pragma once
 
 #include "video/lines.h"
 
 namespace zel::ZEL_LEVEL::video {
 
-// (a + b) / 2 and (a + 3 b) / 4, rounded. The mean that is cut off has lost a half only where the second one wouldn't have kept it.
+// (a + b) / 2 and (a + 3 b) / 4, rounded. The mean that is cut off has lost a half only where the second one wouldn't have kept
+// it.
 ZEL_INLINE Words halfway(Words a, Words b) { return flipped((Words)mean((UWords)flipped(a), (UWords)flipped(b))); }
 ZEL_INLINE Words quarterFrom(Words b, Words a) {
     const auto x = (UWords)flipped(a), y = (UWords)flipped(b);
@@ -42,7 +43,8 @@ ZEL_INLINE void repeatTwice(const uint16_t* in, uint16_t* out, int pixels) {
 ZEL_INLINE void interpolateTwice(const uint16_t* in, uint16_t* out, int pixels, bool leftSited) {
     for (int i = 0; i < pixels; i += 2 * words) {
         const Words before = loadLine(in + i / 2 - 1), at = loadLine(in + i / 2), after = loadLine(in + i / 2 + 1);
-        const Words even = leftSited ? at : quarterFrom(at, before), odd = leftSited ? halfway(at, after) : quarterFrom(at, after);
+        const Words even = leftSited ? at : quarterFrom(at, before),
+                    odd = leftSited ? halfway(at, after) : quarterFrom(at, after);
         const Words e = (Words)spreadHalves((Bytes)even), o = (Words)spreadHalves((Bytes)odd);
         storeLine(out + i, interleaveLow(e, o));
         storeLine(out + i + words, interleaveHigh(e, o));

@@ -75,10 +75,10 @@ class Source {
     ZEL_OWN_CODE void onGrid(int y, Line (&own)[3], const uint16_t* (&out)[4]) {
         const zelv::Side& to = plan_.out;
         const bool isRgb = side_.model == zelv::Model::rgb;
-        const bool sameDown = isRgb ? !to.sitesDown
-                                    : side_.sitesDown == to.sitesDown && (!to.sitesDown || side_.topSited == to.topSited);
-        const bool sameAcross = isRgb ? !to.sitesAcross
-                                      : side_.sitesAcross == to.sitesAcross && (!to.sitesAcross || side_.leftSited == to.leftSited);
+        const bool sameDown =
+            isRgb ? !to.sitesDown : side_.sitesDown == to.sitesDown && (!to.sitesDown || side_.topSited == to.topSited);
+        const bool sameAcross =
+            isRgb ? !to.sitesAcross : side_.sitesAcross == to.sitesAcross && (!to.sitesAcross || side_.leftSited == to.leftSited);
         int rows[3] = {y}, count = 1;
         SiteRows lines{{}, {1, 1, 1}, 1};
         if (to.sitesDown && !sameDown) {
@@ -144,7 +144,7 @@ class Source {
     ZEL_INLINE void extendSpan(Line& line, const Span& s) const { extend(line.at(0), s.at, s.at + s.count, s.left, s.right); }
 
     ZEL_INLINE const uint8_t* address(int plane, int y) const { return call_.from[plane] + ptrdiff_t{call_.fromStep[plane]} * y; }
-    ZEL_INLINE bool isInterleaved() const { return side_.layout == 2 || side_.layout == 4; }
+    ZEL_INLINE bool isInterleaved() const { return side_.layout == Layout::interleaved || side_.layout == Layout::dwords; }
 
     ZEL_INLINE void readPlane(int channel, int y, int across, Line& line) const {
         const Span s = span(across);
@@ -153,7 +153,7 @@ class Source {
     }
 
     ZEL_INLINE void readLuma(int y, Line& line) const {
-        if (side_.layout == 0 || side_.layout == 1) {
+        if (side_.layout == Layout::planar || side_.layout == Layout::semiPlanar) {
             readPlane(0, y, 0, line);
         } else {
             const Span s = span(0);
@@ -169,17 +169,20 @@ class Source {
         row.y = y;
         const Span s = span(side_.sitesAcross);
         switch (side_.layout) {
-            case 0:
+            case Layout::planar:
                 readPlane(1, y, side_.sitesAcross, row.u);
                 readPlane(2, y, side_.sitesAcross, row.v);
                 return row;
-            case 1: {
+            case Layout::semiPlanar: {
                 const bool uFirst = side_.place[1] < side_.place[2];
-                loadPairs(side_, address(1, y), s.first, s.count, (uFirst ? row.u : row.v).at(s.at), (uFirst ? row.v : row.u).at(s.at));
+                loadPairs(side_, address(1, y), s.first, s.count, (uFirst ? row.u : row.v).at(s.at),
+                          (uFirst ? row.v : row.u).at(s.at));
                 break;
             }
-            case 3:
-            case 5: loadPairedChroma(side_, address(0, y), s.first, s.count, row.u.at(s.at), row.v.at(s.at)); break;
+            case Layout::paired:
+            case Layout::v210:
+                loadPairedChroma(side_, address(0, y), s.first, s.count, row.u.at(s.at), row.v.at(s.at));
+                break;
             default: {
                 const PixelRow& all = pixels(y);
                 row.u = all.channel[1];
@@ -218,7 +221,8 @@ class Source {
                 constexpr int from = -lineMargin;
                 const int count = piece_.pixels + 8 - from;
                 if (side_.topSited)
-                    combineLines(a.at(from), b.at(from), out.at(from), count, [](Words p, Words q) ZEL_INLINE_LAMBDA { return halfway(p, q); });
+                    combineLines(a.at(from), b.at(from), out.at(from), count,
+                                 [](Words p, Words q) ZEL_INLINE_LAMBDA { return halfway(p, q); });
                 else
                     combineLines(a.at(from), b.at(from), out.at(from), count,
                                  [](Words p, Words q) ZEL_INLINE_LAMBDA { return quarterFrom(p, q); });

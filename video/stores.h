@@ -1,4 +1,5 @@
-// From lines of a destination's samples to the bytes of a row. A store is a type with `items`, `itemBytes` and `block`, as loads are.
+// From lines of a destination's samples to the bytes of a row. A store is a type with `items`, `itemBytes` and `block`, as loads
+// are.
 #pragma once
 
 #include "plan.h"
@@ -6,6 +7,8 @@
 #include "video/lines.h"
 
 namespace zel::ZEL_LEVEL::video {
+
+using zelv::Layout;
 
 namespace stores {
 
@@ -24,7 +27,9 @@ ZEL_INLINE void storeInterleavedWords(Destination p, Words a, Words b) {
 
 struct Bytes1 {
     static constexpr int items = vectorBytes, itemBytes = 1;
-    ZEL_INLINE void block(const uint16_t* const (&in)[4], int at, Destination p) const { storeVector(p, packedBytes(in[0] + at)); }
+    ZEL_INLINE void block(const uint16_t* const (&in)[4], int at, Destination p) const {
+        storeVector(p, packedBytes(in[0] + at));
+    }
 };
 
 struct Words1 {
@@ -122,7 +127,8 @@ ZEL_OWN_CODE inline void storePlane(const zelv::Side& side, const uint16_t* line
         run(Bytes1{}, in, count, row + first);
 }
 
-ZEL_OWN_CODE inline void storePairs(const zelv::Side& side, const uint16_t* a, const uint16_t* b, uint8_t* row, int first, int count) {
+ZEL_OWN_CODE inline void storePairs(const zelv::Side& side, const uint16_t* a, const uint16_t* b, uint8_t* row, int first,
+                                    int count) {
     using namespace stores;
     const uint16_t* const in[4] = {a, b};
     if (side.depth > 8)
@@ -132,11 +138,12 @@ ZEL_OWN_CODE inline void storePairs(const zelv::Side& side, const uint16_t* a, c
 }
 
 // Lines by channels.
-ZEL_OWN_CODE inline void storeInterleaved(const zelv::Side& side, const uint16_t* const (&lines)[4], uint8_t* row, int first, int count) {
+ZEL_OWN_CODE inline void storeInterleaved(const zelv::Side& side, const uint16_t* const (&lines)[4], uint8_t* row, int first,
+                                          int count) {
     using namespace stores;
     const uint16_t* in[4] = {lines[0], lines[0], lines[0], lines[0]};
     for (int c = 0; c < side.samples; ++c) in[side.place[c]] = lines[c];
-    if (side.layout == 4)
+    if (side.layout == Layout::dwords)
         run(Tens{}, in, count, row + ptrdiff_t{first} * 4);
     else if (side.samples == 3)
         side.depth > 8 ? run(Words3{side.shift}, in, count, row + ptrdiff_t{first} * 6)
@@ -160,9 +167,10 @@ ZEL_INLINE void storeV210(const uint16_t* y, const uint16_t* u, const uint16_t* 
     }
 }
 
-ZEL_OWN_CODE inline void storePaired(const zelv::Side& side, const uint16_t* y, const uint16_t* u, const uint16_t* v, uint8_t* row, int first, int count) {
+ZEL_OWN_CODE inline void storePaired(const zelv::Side& side, const uint16_t* y, const uint16_t* u, const uint16_t* v,
+                                     uint8_t* row, int first, int count) {
     using namespace stores;
-    if (side.layout == 5) {
+    if (side.layout == Layout::v210) {
         storeV210(y, u, v, row, first, count);
         return;
     }
@@ -180,7 +188,8 @@ ZEL_OWN_CODE inline void storePaired(const zelv::Side& side, const uint16_t* y, 
 }
 
 // Channels of floats to memory, in the order of the planes or of the pixel's samples.
-ZEL_INLINE void storeFloats(const zelv::Side& side, const float* const (&lines)[4], uint8_t* const (&rows)[4], int first, int count) {
+ZEL_INLINE void storeFloats(const zelv::Side& side, const float* const (&lines)[4], uint8_t* const (&rows)[4], int first,
+                            int count) {
     const bool isPlanar = side.planes > 1;
     for (int c = 0; c < side.samples; ++c) {
         uint8_t* const p = rows[isPlanar ? side.place[c] : 0];

@@ -1,5 +1,5 @@
-// The sums of docs/video.md on vectors. A term is a coefficient of two parts times a sample; the low part's product is cut off by 15
-// bits. The first channel's term is cut off by itself, those of the other two together.
+// The sums of docs/video.md on vectors. A term is a coefficient of two parts times a sample; the low part's product is cut off by
+// 15 bits. The first channel's term is cut off by itself, those of the other two together.
 #pragma once
 
 #include "plan.h"
@@ -28,9 +28,12 @@ struct Shift {
 template <class F>
 ZEL_INLINE void withShift(int bits, const F& f) {
     switch (bits) {
-        case 19: return f(Shift<19>{bits});
-        case 21: return f(Shift<21>{bits});
-        default: return f(Shift<0>{bits});
+        case 19:
+            return f(Shift<19>{bits});
+        case 21:
+            return f(Shift<21>{bits});
+        default:
+            return f(Shift<0>{bits});
     }
 }
 
@@ -71,12 +74,14 @@ struct Term {
 
 // One channel of itself. `to` and `from` are channels.
 template <bool whole, class Bits>
-ZEL_INLINE void channelSums(const zelv::Sums& sums, const Added& added, const Result<Bits>& result, int to, int from, const uint16_t* in, uint16_t* out, int count) {
+ZEL_INLINE void channelSums(const zelv::Sums& sums, const Added& added, const Result<Bits>& result, int to, int from,
+                            const uint16_t* in, uint16_t* out, int count) {
     const Term term(sums.high[to][from], 0, sums.low[to][from], 0);
     const Dwords low = (Dwords)everyLane(added.of), high = (Dwords)everyLane(added.of + 4);
     for (int i = 0; i < count; i += words) {
         const Words x = loadLine(in + i);
-        storeLine(out + i, result.packed(low + term.of<whole>(interleaveLow(x, Words{})), high + term.of<whole>(interleaveHigh(x, Words{}))));
+        storeLine(out + i, result.packed(low + term.of<whole>(interleaveLow(x, Words{})),
+                                         high + term.of<whole>(interleaveHigh(x, Words{}))));
     }
 }
 
@@ -84,12 +89,14 @@ ZEL_INLINE void channelSums(const zelv::Sums& sums, const Added& added, const Re
 ZEL_INLINE void movedSamples(int depth, const uint16_t* in, uint16_t* out, int count) {
     const auto half = (UWords)splatWord(1 << (16 - depth) >> 1);
     const int shift = 16 - depth;
-    for (int i = 0; i < count; i += words) storeLine(out + i, (Words)(addSaturated((UWords)flipped(loadLine(in + i)), half) >> shift));
+    for (int i = 0; i < count; i += words)
+        storeLine(out + i, (Words)(addSaturated((UWords)flipped(loadLine(in + i)), half) >> shift));
 }
 
 // Channels `first` to `last` of all three.
 template <bool firstIsWhole, bool allAreWhole, int first, int last, class Bits>
-ZEL_INLINE void matrixSums(const zelv::Sums& sums, const Rows& rows, const Result<Bits>& result, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) {
+ZEL_INLINE void matrixSums(const zelv::Sums& sums, const Rows& rows, const Result<Bits>& result, const uint16_t* const (&in)[4],
+                           uint16_t* const (&out)[4], int count) {
     // Vectors of their own: what is stored could change the plan, as far as the compiler knows.
     const auto ones = [&](int c) { return Term(sums.high[c][0], 0, sums.low[c][0], 0); };
     const auto twos = [&](int c) { return Term(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]); };
@@ -100,7 +107,8 @@ ZEL_INLINE void matrixSums(const zelv::Sums& sums, const Rows& rows, const Resul
         for (int part = 0; part < 2; ++part) added[c - first][part] = (Dwords)everyLane(rows.added[c].of + 4 * part);
     for (int i = 0; i < count; i += words) {
         const Words x = loadLine(in[0] + i), y = loadLine(in[1] + i), z = loadLine(in[2] + i), none{};
-        const Words xs[2] = {interleaveLow(x, none), interleaveHigh(x, none)}, yzs[2] = {interleaveLow(y, z), interleaveHigh(y, z)};
+        const Words xs[2] = {interleaveLow(x, none), interleaveHigh(x, none)},
+                    yzs[2] = {interleaveLow(y, z), interleaveHigh(y, z)};
         unrolled<last - first + 1>([&](auto n) ZEL_INLINE_LAMBDA {
             const auto half = [&](int part) ZEL_INLINE_LAMBDA {
                 return added[n][part] + one[n].template of<firstIsWhole>(xs[part]) + two[n].template of<allAreWhole>(yzs[part]);
@@ -112,7 +120,8 @@ ZEL_INLINE void matrixSums(const zelv::Sums& sums, const Rows& rows, const Resul
 
 // Luma of every column and chroma of every second one to three channels.
 template <bool firstIsWhole, bool fitsWords, class Bits>
-ZEL_INLINE void siteSums(const zelv::Sums& sums, const Rows& rows, const Result<Bits>& result, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) {
+ZEL_INLINE void siteSums(const zelv::Sums& sums, const Rows& rows, const Result<Bits>& result, const uint16_t* const (&in)[4],
+                         uint16_t* const (&out)[4], int count) {
     const Term evens(sums.high[0][0], 0, sums.low[0][0], 0), odds(0, sums.high[0][0], 0, sums.low[0][0]);
     const auto terms = [&](int c) { return Term(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]); };
     const Term term[3] = {terms(0), terms(1), terms(2)};
@@ -124,7 +133,8 @@ ZEL_INLINE void siteSums(const zelv::Sums& sums, const Rows& rows, const Result<
         addedOdd[c] = (Dwords)everyLane(byTurns.of + 4);
     }
     for (int i = 0; i < count; i += 2 * words) {
-        const Words u = (Words)spreadHalves((Bytes)loadLine(in[1] + i / 2)), v = (Words)spreadHalves((Bytes)loadLine(in[2] + i / 2));
+        const Words u = (Words)spreadHalves((Bytes)loadLine(in[1] + i / 2)),
+                    v = (Words)spreadHalves((Bytes)loadLine(in[2] + i / 2));
         const Words sites[2] = {interleaveLow(u, v), interleaveHigh(u, v)};
         unrolled<2>([&](auto part) ZEL_INLINE_LAMBDA {
             const int at = i + part * words;
@@ -144,10 +154,12 @@ ZEL_INLINE void siteSums(const zelv::Sums& sums, const Rows& rows, const Result<
 }
 
 // All three of three, as floats.
-ZEL_INLINE void floatSums(const zelv::Sums& sums, const Rows& rows, int to, const uint16_t* const (&in)[3], float* out, int count) {
+ZEL_INLINE void floatSums(const zelv::Sums& sums, const Rows& rows, int to, const uint16_t* const (&in)[3], float* out,
+                          int count) {
     constexpr int depth = 22;
     const Term one(sums.high[to][0], 0, sums.low[to][0], 0);
-    const Term two = to == zelv::alphaChannel ? Term(0, 0, 0, 0) : Term(sums.high[to][1], sums.high[to][2], sums.low[to][1], sums.low[to][2]);
+    const Term two =
+        to == zelv::alphaChannel ? Term(0, 0, 0, 0) : Term(sums.high[to][1], sums.high[to][2], sums.low[to][1], sums.low[to][2]);
     const int shift = to == zelv::alphaChannel ? sums.alphaShift : sums.shift;
     const Added& a = rows.added[to];
     const auto results = [&](Words xs, Words yzs, int part) ZEL_INLINE_LAMBDA {

@@ -12,7 +12,9 @@ namespace {
 
 using Pixel = std::array<uint32_t, 3>;
 
-constexpr ZelvFormat rgb(int depth, int range) { return {zelvPlanar, "RGB", zelv444, depth, zelvLowBits, zelvMatrixRgb, range, 0, 0, 0}; }
+constexpr ZelvFormat rgb(int depth, int range) {
+    return {zelvPlanar, "RGB", zelv444, depth, zelvLowBits, zelvMatrixRgb, range, 0, 0, 0};
+}
 constexpr ZelvFormat yuv(int depth, int matrix, int range) {
     return {zelvPlanar, "YUV", zelv444, depth, zelvLowBits, matrix, range, 0, 0, 0};
 }
@@ -21,7 +23,8 @@ constexpr int matrices[] = {1, 4, 5, 7, 8, 9};
 // Pixels in a row each.
 class Row {
   public:
-    Row(const ZelvFormat& f, int width) : bytes_(static_cast<size_t>(3 * width * (f.depth > 8 ? 2 : 1))), width_(width), wide_(f.depth > 8) {}
+    Row(const ZelvFormat& f, int width)
+        : bytes_(static_cast<size_t>(3 * width * (f.depth > 8 ? 2 : 1))), width_(width), wide_(f.depth > 8) {}
     Picture picture(const ZelvFormat& f) {
         const int step = width_ * (wide_ ? 2 : 1);
         Picture p{f, {width_, 1}, {}, {step, step, step, step}};
@@ -137,16 +140,18 @@ TEST(VideoAccuracy, IsKeptAtCornersAndRandomColours) {
         for (const int depth : {8, 10, 12, 16}) {
             const uint32_t top = (1u << sourceDepth) - 1;
             std::vector<Pixel> pixels;
-            for (int corner = 0; corner < 8; ++corner) pixels.push_back({corner & 1 ? top : 0, corner & 2 ? top : 0, corner & 4 ? top : 0});
+            for (int corner = 0; corner < 8; ++corner)
+                pixels.push_back({corner & 1 ? top : 0, corner & 2 ? top : 0, corner & 4 ? top : 0});
             while (pixels.size() < 5000) {
                 const uint64_t n = random.next();
-                pixels.push_back({static_cast<uint32_t>(n) & top, static_cast<uint32_t>(n >> 16) & top, static_cast<uint32_t>(n >> 32) & top});
+                pixels.push_back(
+                    {static_cast<uint32_t>(n) & top, static_cast<uint32_t>(n >> 16) & top, static_cast<uint32_t>(n >> 32) & top});
             }
             double most = 0;
             for (const auto& [from, to] : pairsOf(sourceDepth, depth)) {
                 most = std::max(most, worst(from, to, pixels));
-                ASSERT_LE(most, limitOf(depth)) << sourceDepth << " to " << depth << " bits, " << from.components << from.matrix << from.range
-                                                << " to " << to.components << to.matrix << to.range;
+                ASSERT_LE(most, limitOf(depth)) << sourceDepth << " to " << depth << " bits, " << from.components << from.matrix
+                                                << from.range << " to " << to.components << to.matrix << to.range;
             }
             std::printf("farthest of %d to %d bits: %.4f\n", sourceDepth, depth, most);
         }

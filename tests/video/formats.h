@@ -12,12 +12,13 @@ struct Shape {
     const char* components;
 };
 inline constexpr Shape shapes[] = {
-    {zelvPlanar, "Y"},         {zelvPlanar, "YUV"},      {zelvPlanar, "YVU"},       {zelvPlanar, "YUVA"},      {zelvPlanar, "GBR"},
-    {zelvPlanar, "GBRA"},      {zelvPlanar, "RGB"},      {zelvSemiPlanar, "YUV"},   {zelvSemiPlanar, "YVU"},   {zelvInterleaved, "RGB"},
-    {zelvInterleaved, "BGR"},  {zelvInterleaved, "RGBA"}, {zelvInterleaved, "ABGR"}, {zelvInterleaved, "BGRX"}, {zelvInterleaved, "XRGB"},
-    {zelvInterleaved, "YUV"},  {zelvInterleaved, "AYUV"}, {zelvInterleaved, "VUYA"}, {zelvInterleaved, "UYVX"}, {zelvPaired, "YUYV"},
-    {zelvPaired, "UYVY"},      {zelvPaired, "YVYU"},     {zelvPaired, "VYUY"},      {zelvDwords, "UYVA"},      {zelvDwords, "VYUX"},
-    {zelvDwords, "BGRX"},      {zelvDwords, "RGBA"},     {zelvV210, "YUV"},
+    {zelvPlanar, "Y"},         {zelvPlanar, "YUV"},       {zelvPlanar, "YVU"},       {zelvPlanar, "YUVA"},
+    {zelvPlanar, "GBR"},       {zelvPlanar, "GBRA"},      {zelvPlanar, "RGB"},       {zelvSemiPlanar, "YUV"},
+    {zelvSemiPlanar, "YVU"},   {zelvInterleaved, "RGB"},  {zelvInterleaved, "BGR"},  {zelvInterleaved, "RGBA"},
+    {zelvInterleaved, "ABGR"}, {zelvInterleaved, "BGRX"}, {zelvInterleaved, "XRGB"}, {zelvInterleaved, "YUV"},
+    {zelvInterleaved, "AYUV"}, {zelvInterleaved, "VUYA"}, {zelvInterleaved, "UYVX"}, {zelvPaired, "YUYV"},
+    {zelvPaired, "UYVY"},      {zelvPaired, "YVYU"},      {zelvPaired, "VYUY"},      {zelvDwords, "UYVA"},
+    {zelvDwords, "VYUX"},      {zelvDwords, "BGRX"},      {zelvDwords, "RGBA"},      {zelvV210, "YUV"},
 };
 
 // `below(n)` gives a number from 0 to n - 1.
@@ -30,8 +31,10 @@ ZelvFormat anyFormat(const Below& below) {
     f.layout = shape.layout;
     std::strcpy(f.components, shape.components);
     const bool isPaired = f.layout == zelvPaired || f.layout == zelvV210, isTen = f.layout == zelvDwords || f.layout == zelvV210;
-    if (isPaired) f.sampling = zelv422;
-    else if (!rgb && !gray && f.layout <= zelvSemiPlanar) f.sampling = below(5);
+    if (isPaired)
+        f.sampling = zelv422;
+    else if (!rgb && !gray && f.layout <= zelvSemiPlanar)
+        f.sampling = below(5);
     f.depth = isTen ? 10 : depths[below(rgb ? 9 : 8)];
     if (!isTen && f.depth > 8 && f.depth < 32) f.alignment = below(2);
     f.range = f.depth == 32 ? zelvFull : below(2);

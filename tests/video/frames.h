@@ -16,7 +16,8 @@ class Frame {
         : picture_{format, size, {}, {}}, gap_(gap) {
         for (int p = 0; p < planeCount(format); ++p) {
             const size_t step = static_cast<size_t>(rowBytes(format, p, size.width) + gap);
-            const auto rows = static_cast<size_t>(rowCount(format, p, size.height)), bytes = rows * step - static_cast<size_t>(gap);
+            const auto rows = static_cast<size_t>(rowCount(format, p, size.height)),
+                       bytes = rows * step - static_cast<size_t>(gap);
             const auto pages = memory_[p].pages(bytes);
             bytes_[p] = atStart ? pages.first(bytes) : pages.last(bytes);
             random.fill(bytes_[p], harness::Content::uniform);
@@ -28,7 +29,8 @@ class Frame {
     const Picture& picture() const { return picture_; }
     std::span<const uint8_t> bytes(int plane) const { return bytes_[plane]; }
     void copyFrom(const Frame& other) {
-        for (int p = 0; p < planeCount(picture_.format); ++p) std::memcpy(bytes_[p].data(), other.bytes_[p].data(), bytes_[p].size());
+        for (int p = 0; p < planeCount(picture_.format); ++p)
+            std::memcpy(bytes_[p].data(), other.bytes_[p].data(), bytes_[p].size());
     }
     bool equals(const Frame& other) const {
         for (int p = 0; p < planeCount(picture_.format); ++p)

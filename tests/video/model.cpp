@@ -31,16 +31,19 @@ struct Place {
 Place placeIn(const ZelvFormat& f, Channel c, int x) {
     const int bytes = bytesOf(f), place = placeOf(f, c), shift = f.alignment == zelvHighBits ? 16 - f.depth : 0;
     switch (f.layout) {
-        case zelvPlanar: return {place, x * bytes, bytes, shift, f.depth};
+        case zelvPlanar:
+            return {place, x * bytes, bytes, shift, f.depth};
         case zelvSemiPlanar:
             if (c == first) return {0, x * bytes, bytes, shift, f.depth};
             return {1, (2 * x + place - 1) * bytes, bytes, shift, f.depth};
-        case zelvInterleaved: return {0, (x * static_cast<int>(std::strlen(f.components)) + place) * bytes, bytes, shift, f.depth};
+        case zelvInterleaved:
+            return {0, (x * static_cast<int>(std::strlen(f.components)) + place) * bytes, bytes, shift, f.depth};
         case zelvPaired: {
             const int inPair = c == first ? place + x % 2 * 2 : place, pair = c == first ? x / 2 : x;
             return {0, (pair * 4 + inPair) * bytes, bytes, shift, f.depth};
         }
-        case zelvDwords: return {0, x * 4, 4, 10 * place, c == alpha ? 2 : 10};
+        case zelvDwords:
+            return {0, x * 4, 4, 10 * place, c == alpha ? 2 : 10};
         default: {
             const int number = c == first ? 2 * x + 1 : c == second ? 4 * x : 4 * x + 2;
             return {0, number / 3 * 4, 4, number % 3 * 10, 10};
@@ -56,9 +59,9 @@ struct Scale {
 };
 Scale scaleOf(const ZelvFormat& f, Channel c, int depth) {
     const Real unit = std::ldexp(Real{1}, depth - 8);
-    const Real steps = f.range == zelvFull ? std::ldexp(Real{1}, depth) - 1
+    const Real steps = f.range == zelvFull                             ? std::ldexp(Real{1}, depth) - 1
                        : isChroma(f, c) && f.matrix != zelvMatrixYCgCo ? 224 * unit
-                                                                        : 219 * unit;
+                                                                       : 219 * unit;
     return {isChroma(f, c) ? 128 * unit : f.range == zelvFull ? 0 : 16 * unit, steps};
 }
 
@@ -68,12 +71,18 @@ struct Weights {
 Weights weightsOf(const ZelvFormat& f) {
     const auto parts = [](int r, int b) { return Weights{Real(r) / 10000, Real(b) / 10000}; };
     switch (f.matrix) {
-        case zelvMatrix709: return parts(2126, 722);
-        case zelvMatrixFcc: return parts(3000, 1100);
-        case zelvMatrix240: return parts(2120, 870);
-        case zelvMatrix2020: return parts(2627, 593);
-        case zelvMatrixGiven: return parts(f.kr, f.kb);
-        default: return parts(2990, 1140);
+        case zelvMatrix709:
+            return parts(2126, 722);
+        case zelvMatrixFcc:
+            return parts(3000, 1100);
+        case zelvMatrix240:
+            return parts(2120, 870);
+        case zelvMatrix2020:
+            return parts(2627, 593);
+        case zelvMatrixGiven:
+            return parts(f.kr, f.kb);
+        default:
+            return parts(2990, 1140);
     }
 }
 
@@ -145,7 +154,8 @@ Sums sumsOf(const ZelvFormat& from, const ZelvFormat& to, const ZelvOptions& opt
             if (!encodes) continue;
             int64_t sum = isChroma(to, Channel(i)) ? 0 : std::llround(gain);
             if (scale == 15) sum = floorDivide(sum + 16384, 32768) * int64_t{32768};
-            int64_t* const greatest = std::max_element(c[i], c[i] + 3, [](int64_t a, int64_t b) { return std::llabs(a) < std::llabs(b); });
+            int64_t* const greatest =
+                std::max_element(c[i], c[i] + 3, [](int64_t a, int64_t b) { return std::llabs(a) < std::llabs(b); });
             *greatest += sum - c[i][0] - c[i][1] - c[i][2];
         }
     };
@@ -172,7 +182,8 @@ Sums sumsOf(const ZelvFormat& from, const ZelvFormat& to, const ZelvOptions& opt
     for (int i = 0; i < 3; ++i) {
         if (isChroma(to, Channel(i))) continue;
         const Scale out = depth == 22 ? Scale{0, 4194304} : scaleOf(to, first, depth), in = scaleOf(from, first, 16);
-        const Real full = from.range == zelvFull ? std::ldexp(scaleOf(from, first, sourceDepth).steps, 16 - sourceDepth) : in.steps;
+        const Real full =
+            from.range == zelvFull ? std::ldexp(scaleOf(from, first, sourceDepth).steps, 16 - sourceDepth) : in.steps;
         sums.offset[i] = std::llround(std::ldexp(out.zero - std::ldexp(Real{1}, depth - 1), sums.shift)) +
                          std::llround(std::ldexp(out.steps * (32768 - in.zero) / full, sums.shift));
     }
@@ -268,8 +279,11 @@ class Conversion {
         const bool sameDown = coincide(fromDown, down, f.location == zelvTopLeft, t.location == zelvTopLeft);
         // At a column, as finely as the destination needs it, and a row likewise.
         const auto at = [&](int column, int row) {
-            if (!isChroma(f, c)) return filled(c, std::clamp(column, 0, from_.size.width - 1), std::clamp(row, 0, from_.size.height - 1));
-            const auto inRow = [&](int s) { return sameDown ? site(c, s, row) : atRow(c, s, std::clamp(row, 0, from_.size.height - 1)); };
+            if (!isChroma(f, c))
+                return filled(c, std::clamp(column, 0, from_.size.width - 1), std::clamp(row, 0, from_.size.height - 1));
+            const auto inRow = [&](int s) {
+                return sameDown ? site(c, s, row) : atRow(c, s, std::clamp(row, 0, from_.size.height - 1));
+            };
             if (sameAcross) return inRow(column);
             const int bounded = std::clamp(column, 0, from_.size.width - 1);
             return fromAcross == 1 ? inRow(bounded) : atColumn(bounded, inRow);
@@ -304,11 +318,14 @@ class Conversion {
         }
         int64_t parts[3] = {};
         for (int j = 0; j < (isGray(f) ? 1 : 3); ++j)
-            parts[j] = isChroma(t, c) && !(j == 0 && !isRgb(f)) ? onGrid(Channel(j), x, y) : isChroma(t, c) ? 0 : atPixel(Channel(j), x, y);
+            parts[j] = isChroma(t, c) && !(j == 0 && !isRgb(f)) ? onGrid(Channel(j), x, y)
+                       : isChroma(t, c)                         ? 0
+                                                                : atPixel(Channel(j), x, y);
         const auto& terms = sums_.terms[c];
         int64_t sum = sums_.offset[c];
         sum += terms[0].high * parts[0] + floorDivide(terms[0].low * parts[0], 32768);
-        sum += terms[1].high * parts[1] + terms[2].high * parts[2] + floorDivide(terms[1].low * parts[1] + terms[2].low * parts[2], 32768);
+        sum += terms[1].high * parts[1] + terms[2].high * parts[2] +
+               floorDivide(terms[1].low * parts[1] + terms[2].low * parts[2], 32768);
         const int64_t unit = int64_t{1} << sums_.shift;
         const bool ordered = options_.dither == zelvOrdered && depth != 22;
         sum += ordered ? (2 * threshold(x, y) + 1) * unit / 128 : unit / 2;
@@ -332,7 +349,8 @@ class Conversion {
         const int from = f.layout == zelvDwords ? 2 : depthOf(f, true), to = t.layout == zelvDwords ? 2 : depthOf(t, false);
         const Real in = 65536 - std::ldexp(Real{1}, 16 - from), out = to == 22 ? 4194304 : std::ldexp(Real{1}, to) - 1;
         const int shift = 29 - to;
-        const int64_t c = std::llround(std::ldexp(out / in, shift + 15)), high = floorDivide(c + 16384, 32768), low = c - high * 32768;
+        const int64_t c = std::llround(std::ldexp(out / in, shift + 15)), high = floorDivide(c + 16384, 32768),
+                      low = c - high * 32768;
         const int64_t offset = std::llround(std::ldexp(out / in * 32768, shift)) - (int64_t{1} << (to - 1 + shift));
         for (int y = 0; y < to_.size.height; ++y)
             for (int x = 0; x < to_.size.width; ++x) {
@@ -356,7 +374,9 @@ class Conversion {
 bool has(const ZelvFormat& f, char letter) { return std::strchr(f.components, letter) != nullptr; }
 bool isRgb(const ZelvFormat& f) { return has(f, 'R'); }
 bool isGray(const ZelvFormat& f) { return !isRgb(f) && !has(f, 'U'); }
-int sitesAcross(const ZelvFormat& f) { return f.sampling == zelv411 ? 4 : f.sampling == zelv422 || f.sampling == zelv420 ? 2 : 1; }
+int sitesAcross(const ZelvFormat& f) {
+    return f.sampling == zelv411 ? 4 : f.sampling == zelv422 || f.sampling == zelv420 ? 2 : 1;
+}
 int sitesDown(const ZelvFormat& f) { return f.sampling == zelv420 || f.sampling == zelv440 ? 2 : 1; }
 
 int planeCount(const ZelvFormat& f) {
@@ -365,12 +385,18 @@ int planeCount(const ZelvFormat& f) {
 int rowBytes(const ZelvFormat& f, int plane, int width) {
     const int sites = (width + sitesAcross(f) - 1) / sitesAcross(f), bytes = bytesOf(f);
     switch (f.layout) {
-        case zelvPlanar: return (f.components[plane] == 'U' || f.components[plane] == 'V' ? sites : width) * bytes;
-        case zelvSemiPlanar: return (plane == 0 ? width : 2 * sites) * bytes;
-        case zelvInterleaved: return width * static_cast<int>(std::strlen(f.components)) * bytes;
-        case zelvPaired: return sites * 4 * bytes;
-        case zelvDwords: return width * 4;
-        default: return (width + 5) / 6 * 16;
+        case zelvPlanar:
+            return (f.components[plane] == 'U' || f.components[plane] == 'V' ? sites : width) * bytes;
+        case zelvSemiPlanar:
+            return (plane == 0 ? width : 2 * sites) * bytes;
+        case zelvInterleaved:
+            return width * static_cast<int>(std::strlen(f.components)) * bytes;
+        case zelvPaired:
+            return sites * 4 * bytes;
+        case zelvDwords:
+            return width * 4;
+        default:
+            return (width + 5) / 6 * 16;
     }
 }
 int rowCount(const ZelvFormat& f, int plane, int height) {
@@ -381,7 +407,8 @@ int rowCount(const ZelvFormat& f, int plane, int height) {
 uint32_t sample(const Picture& p, Channel c, int x, int y) {
     const Place place = placeIn(p.format, c, x);
     uint32_t container = 0;
-    std::memcpy(&container, p.planes[place.plane] + ptrdiff_t{p.steps[place.plane]} * y + place.offset, static_cast<size_t>(place.bytes));
+    std::memcpy(&container, p.planes[place.plane] + ptrdiff_t{p.steps[place.plane]} * y + place.offset,
+                static_cast<size_t>(place.bytes));
     return container >> place.shift & mask(place.bits);
 }
 

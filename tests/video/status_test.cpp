@@ -27,12 +27,15 @@ ZelvFormat changed(ZelvFormat f, const Change& change) {
 
 // Eight of them have no end.
 void setLetters(ZelvFormat& f, const char* letters) {
-    for (size_t i = 0, length = std::strlen(letters); i < sizeof f.components; ++i) f.components[i] = i < length ? letters[i] : '\0';
+    for (size_t i = 0, length = std::strlen(letters); i < sizeof f.components; ++i)
+        f.components[i] = i < length ? letters[i] : '\0';
 }
 
 std::vector<Fault> faults() {
     std::vector<Fault> all;
-    const auto add = [&](int32_t field, const ZelvFormat& base, const auto& change) { all.push_back({field, changed(base, change)}); };
+    const auto add = [&](int32_t field, const ZelvFormat& base, const auto& change) {
+        all.push_back({field, changed(base, change)});
+    };
     for (const int32_t layout : {-1, 6}) add(0, nv12, [&](ZelvFormat& f) { f.layout = layout; });
     for (const char* letters : {"", "UYV", "YUVA", "RGB", "Y", "YUVYUVYU", "YU", "YUB"})
         add(1, nv12, [&](ZelvFormat& f) { setLetters(f, letters); });
@@ -67,8 +70,10 @@ TEST(VideoStatus, NamesTheSideAndTheFieldAndWritesNothing) {
     plan = untouched;
     const std::vector<Fault> all = faults();
     for (const Fault& fault : all) {
-        EXPECT_EQ(zelvMakePlan(&plan, &fault.format, &rgb24, nullptr), zelvStsSourceLayoutErr - fault.field) << &fault - all.data();
-        EXPECT_EQ(zelvMakePlan(&plan, &rgb24, &fault.format, nullptr), zelvStsDestinationLayoutErr - fault.field) << &fault - all.data();
+        EXPECT_EQ(zelvMakePlan(&plan, &fault.format, &rgb24, nullptr), zelvStsSourceLayoutErr - fault.field)
+            << &fault - all.data();
+        EXPECT_EQ(zelvMakePlan(&plan, &rgb24, &fault.format, nullptr), zelvStsDestinationLayoutErr - fault.field)
+            << &fault - all.data();
         // The source is looked at first, and both before the options.
         const ZelvOptions none{7, 7, 7};
         EXPECT_EQ(zelvMakePlan(&plan, &fault.format, &all[0].format, &none), zelvStsSourceLayoutErr - fault.field);
@@ -110,7 +115,8 @@ TEST(VideoStatus, OfConversionsComeInTheirOrderAndNothingIsWritten) {
     for (const ZelSize wrong : {ZelSize{0, 4}, ZelSize{4, 0}, ZelSize{-1, 4}, ZelSize{4, -1}})
         EXPECT_EQ(zelvConvertRows(&plan, src, from, dst, to, wrong, -1, 0), zelStsSizeErr);
     constexpr int rows[][2] = {{-2, 2}, {4, 1}, {0, 0}, {0, -1}, {0, 5}, {2, 3}, {1, 2}, {0, 1}, {0, 3}, {2, INT32_MAX}};
-    for (const auto& [first, count] : rows) EXPECT_EQ(zelvConvertRows(&plan, src, from, dst, to, size, first, count), zelStsBadArgErr);
+    for (const auto& [first, count] : rows)
+        EXPECT_EQ(zelvConvertRows(&plan, src, from, dst, to, size, first, count), zelStsBadArgErr);
     for (const uint8_t byte : rgb) ASSERT_EQ(byte, 77);
     EXPECT_EQ(zelvConvertRows(&plan, src, from, dst, to, size, 2, 2), zelStsNoErr);
     EXPECT_EQ(rgb[23], 77);
@@ -131,7 +137,8 @@ bool readSide(const std::string& text, Worked& side) {
     std::strcpy(side.format.components, letters);
     const char* const behind = text.c_str() + at;
     int sampling = 444, p0, p1, p2;
-    if (isYuv ? std::sscanf(behind, "%d %d %*[a-z.] %d %63[a-z.] %d %d %d", &sampling, &side.format.depth, &side.format.matrix, rest, &p0, &p1, &p2) != 7
+    if (isYuv ? std::sscanf(behind, "%d %d %*[a-z.] %d %63[a-z.] %d %d %d", &sampling, &side.format.depth, &side.format.matrix,
+                            rest, &p0, &p1, &p2) != 7
               : std::sscanf(behind, "%d %63[a-z.] %d %d %d", &side.format.depth, rest, &p0, &p1, &p2) != 5)
         return false;
     side.format.sampling = sampling == 420 ? zelv420 : zelv444;
@@ -153,14 +160,18 @@ TEST(VideoHeader, WorkedPixelsHold) {
         ASSERT_TRUE(readSide(line.substr(line.find('"'), arrow), from) && readSide(line.substr(arrow + 6), to)) << line;
         ++found;
         alignas(4) uint8_t in[3][48] = {}, out[3][48] = {};
-        Picture source{from.format, {2, 2}, {in[0], in[1], in[2]}, {12, 12, 12}}, result{to.format, {2, 2}, {out[0], out[1], out[2]}, {12, 12, 12}};
+        Picture source{from.format, {2, 2}, {in[0], in[1], in[2]}, {12, 12, 12}},
+            result{to.format, {2, 2}, {out[0], out[1], out[2]}, {12, 12, 12}};
         for (int c = 0; c < 3; ++c)
             for (int y = 0; y < 2; ++y)
                 for (int x = 0; x < 2; ++x)
-                    if (c == 0 || from.format.sampling != zelv420 || x + y == 0) setSample(source, Channel(c), x, y, from.pixel[c]);
+                    if (c == 0 || from.format.sampling != zelv420 || x + y == 0)
+                        setSample(source, Channel(c), x, y, from.pixel[c]);
         ZelvPlan plan;
         ASSERT_EQ(zelvMakePlan(&plan, &from.format, &to.format, nullptr), zelStsNoErr);
-        ASSERT_EQ(zelvConvert(&plan, source.planes.data(), source.steps.data(), result.planes.data(), result.steps.data(), {2, 2}), zelStsNoErr);
+        ASSERT_EQ(
+            zelvConvert(&plan, source.planes.data(), source.steps.data(), result.planes.data(), result.steps.data(), {2, 2}),
+            zelStsNoErr);
         for (int c = 0; c < 3; ++c) EXPECT_EQ(sample(result, Channel(c), 0, 0), to.pixel[c]) << line;
     }
     EXPECT_GE(found, 8);

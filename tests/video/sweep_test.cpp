@@ -42,8 +42,8 @@ void setFloats(const Picture& p, harness::Random& random) {
 
 void compare(const ZelvFormat& from, const ZelvFormat& to, const ZelvOptions& options, ZelSize size, harness::Random& random) {
     std::ostringstream about;
-    about << text(from) << " to " << text(to) << ", options " << options.up << options.down << options.dither << ", " << size.width
-          << " x " << size.height;
+    about << text(from) << " to " << text(to) << ", options " << options.up << options.down << options.dither << ", "
+          << size.width << " x " << size.height;
     SCOPED_TRACE(about.str());
     ZelvPlan plan;
     ASSERT_EQ(zelvMakePlan(&plan, &from, &to, &options), zelStsNoErr);
@@ -72,7 +72,8 @@ void compare(const ZelvFormat& from, const ZelvFormat& to, const ZelvOptions& op
     for (int y = 0; y < size.height;) {
         const int rows = std::min(size.height - y, 2 * (1 + static_cast<int>(random.next() % 3)));
         const Picture &f = source.picture(), &t = strips.picture();
-        ASSERT_EQ(zelvConvertRows(&plan, f.planes.data(), f.steps.data(), t.planes.data(), t.steps.data(), size, y, rows), zelStsNoErr);
+        ASSERT_EQ(zelvConvertRows(&plan, f.planes.data(), f.steps.data(), t.planes.data(), t.steps.data(), size, y, rows),
+                  zelStsNoErr);
         y += rows;
     }
     EXPECT_TRUE(strips.equals(expected)) << "in strips";
@@ -111,8 +112,9 @@ TEST(VideoSweep, FrequentPairs) {
     harness::Random random(3);
     const auto below = [&](int n) { return static_cast<int>(random.next() % static_cast<uint64_t>(n)); };
     constexpr Shape lumas[] = {{zelvPlanar, "YUV"}, {zelvPlanar, "YVU"}, {zelvSemiPlanar, "YUV"}, {zelvSemiPlanar, "YVU"}};
-    constexpr Shape colours[] = {{zelvInterleaved, "RGB"}, {zelvInterleaved, "BGR"},  {zelvInterleaved, "BGRA"}, {zelvInterleaved, "RGBX"},
-                                 {zelvInterleaved, "ARGB"}, {zelvDwords, "BGRX"}, {zelvDwords, "RGBA"},      {zelvPlanar, "GBR"}};
+    constexpr Shape colours[] = {{zelvInterleaved, "RGB"},  {zelvInterleaved, "BGR"},  {zelvInterleaved, "BGRA"},
+                                 {zelvInterleaved, "RGBX"}, {zelvInterleaved, "ARGB"}, {zelvDwords, "BGRX"},
+                                 {zelvDwords, "RGBA"},      {zelvPlanar, "GBR"}};
     for (int turn = 0; turn < 4000 / sampleOf(); ++turn) {
         const auto format = [&](const Shape& shape) {
             const bool isRgb = std::strchr(shape.components, 'R');
