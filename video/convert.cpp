@@ -1,6 +1,7 @@
 // The conversion of some rows by a plan: piece by piece, so that all lines stay in the nearest cache.
 #include "call.h"
 #include "video/fused.h"
+#include "video/moved.h"
 #include "video/source.h"
 #include "video/stores.h"
 #include "video/sums.h"
@@ -265,7 +266,7 @@ class Converter {
     Line own_, grid_[3], out_[4];
 };
 
-void convert(const zelv::Call& call) { Converter(call).run(); }
+void convert(const zelv::Call& call) { moved::serves(*call.plan) ? convertMoved(call) : Converter(call).run(); }
 
 }  // namespace
 }  // namespace zel::ZEL_LEVEL::video

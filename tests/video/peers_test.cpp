@@ -103,8 +103,12 @@ struct Stream {
     int sampling, depth, matrix, range;
 };
 constexpr Stream streams[] = {
-    {"JPEG", zelv420, 8, 5, zelvFull},        {"JPEG 4:4:4", zelv444, 8, 5, zelvFull},    {"709 of 8 bits", zelv420, 8, 1, zelvLimited},
-    {"709 of 10", zelv422, 10, 1, zelvLimited}, {"2020 of 10", zelv420, 10, 9, zelvLimited}, {"2020 of 12", zelv444, 12, 9, zelvLimited},
+    {"JPEG", zelv420, 8, 5, zelvFull},
+    {"JPEG 4:4:4", zelv444, 8, 5, zelvFull},
+    {"709 of 8 bits", zelv420, 8, 1, zelvLimited},
+    {"709 of 10", zelv422, 10, 1, zelvLimited},
+    {"2020 of 10", zelv420, 10, 9, zelvLimited},
+    {"2020 of 12", zelv444, 12, 9, zelvLimited},
 };
 
 #ifdef ZELVIDEO_ZIMG
@@ -128,8 +132,8 @@ void byZimg(const Image& from, const Image& to) {
     zimg_graph_builder_params parameters;
     zimg_graph_builder_params_default(&parameters, ZIMG_API_VERSION);
     parameters.resample_filter_uv = ZIMG_RESIZE_BILINEAR;
-    const std::unique_ptr<zimg_filter_graph, decltype(&zimg_filter_graph_free)> graph(zimg_filter_graph_build(&in, &out, &parameters),
-                                                                                    zimg_filter_graph_free);
+    const std::unique_ptr<zimg_filter_graph, decltype(&zimg_filter_graph_free)> graph(
+        zimg_filter_graph_build(&in, &out, &parameters), zimg_filter_graph_free);
     ASSERT_TRUE(graph);
     size_t bytes = 0;
     zimg_filter_graph_get_tmp_size(graph.get(), &bytes);
@@ -144,13 +148,14 @@ void byZimg(const Image& from, const Image& to) {
     ASSERT_EQ(zimg_filter_graph_process(graph.get(), &source, &result, scratch.get(), nullptr, nullptr, nullptr, nullptr), 0);
 }
 
-// It computes in floats and rounds once to the nearest, halves to even: the two differ by one where the exact value is a half, as it is
-// in bars of full range, or at 8 bits within a hundredth of it. Its filter to coarser sites reaches over four rows where these lie between
-// rows, so the way there is compared without sites; the way back has them, interpolated.
+// It computes in floats and rounds once to the nearest, halves to even: the two differ by one where the exact value is a half, as
+// it is in bars of full range, or at 8 bits within a hundredth of it. Its filter to coarser sites reaches over four rows where
+// these lie between rows, so the way there is compared without sites; the way back has them, interpolated.
 TEST(VideoPeers, ZimgDiffersByOneAtHalves) {
     for (const Stream& s : streams) {
         const ZelvFormat rgb = planar("RGB", zelv444, s.depth, zelvMatrixRgb, zelvFull);
-        const ZelvFormat whole = planar("YUV", zelv444, s.depth, s.matrix, s.range), yuv = planar("YUV", s.sampling, s.depth, s.matrix, s.range);
+        const ZelvFormat whole = planar("YUV", zelv444, s.depth, s.matrix, s.range),
+                         yuv = planar("YUV", s.sampling, s.depth, s.matrix, s.range);
         const Image picture(rgb), mine(whole), its(whole), sites(yuv), mineBack(rgb), itsBack(rgb);
         paint(picture);
         ours(picture, mine);
@@ -160,7 +165,8 @@ TEST(VideoPeers, ZimgDiffersByOneAtHalves) {
         ours(sites, mineBack, {zelvLinear, zelvSited, zelvRound});
         byZimg(sites, itsBack);
         const Difference back = between(mineBack, itsBack);
-        std::printf("zimg, %s: at most %d, %.4f in the mean; back %d, %.4f\n", s.name, there.most, there.mean, back.most, back.mean);
+        std::printf("zimg, %s: at most %d, %.4f in the mean; back %d, %.4f\n", s.name, there.most, there.mean, back.most,
+                    back.mean);
         EXPECT_LE(there.most, 1) << s.name;
         EXPECT_LE(back.most, 1) << s.name;
         EXPECT_LE(there.mean, s.range == zelvFull ? 0.06 : 0.01) << s.name;
@@ -179,7 +185,8 @@ void bySwscale(const Image& from, const Image& to) {
     const ZelvFormat &f = from.picture.format, &t = to.picture.format;
     const int flags = SWS_POINT | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT | SWS_FULL_CHR_H_INP;
     const std::unique_ptr<SwsContext, decltype(&sws_freeContext)> context(
-        sws_getContext(size.width, size.height, formatOf(f), size.width, size.height, formatOf(t), flags, nullptr, nullptr, nullptr),
+        sws_getContext(size.width, size.height, formatOf(f), size.width, size.height, formatOf(t), flags, nullptr, nullptr,
+                       nullptr),
         sws_freeContext);
     ASSERT_TRUE(context);
     const int matrix = isRgb(f) ? t.matrix : f.matrix;
@@ -189,12 +196,13 @@ void bySwscale(const Image& from, const Image& to) {
               to.picture.steps.data());
 }
 
-// Its coefficients and sums have fewer bits, full range is a second step of its own, and its point sampling takes a site's chroma from
-// one pixel: so the way there is compared without sites, and the way back repeats chroma on both sides.
+// Its coefficients and sums have fewer bits, full range is a second step of its own, and its point sampling takes a site's chroma
+// from one pixel: so the way there is compared without sites, and the way back repeats chroma on both sides.
 TEST(VideoPeers, SwscaleDiffersByItsFewerBits) {
     for (const Stream& s : streams) {
         const ZelvFormat rgb = planar("GBR", zelv444, s.depth, zelvMatrixRgb, zelvFull);
-        const ZelvFormat whole = planar("YUV", zelv444, s.depth, s.matrix, s.range), yuv = planar("YUV", s.sampling, s.depth, s.matrix, s.range);
+        const ZelvFormat whole = planar("YUV", zelv444, s.depth, s.matrix, s.range),
+                         yuv = planar("YUV", s.sampling, s.depth, s.matrix, s.range);
         const Image picture(rgb), mine(whole), its(whole), sites(yuv), mineBack(rgb), itsBack(rgb);
         paint(picture);
         ours(picture, mine);
@@ -204,7 +212,8 @@ TEST(VideoPeers, SwscaleDiffersByItsFewerBits) {
         ours(sites, mineBack);
         bySwscale(sites, itsBack);
         const Difference back = between(mineBack, itsBack);
-        std::printf("swscale, %s: at most %d, %.4f in the mean; back %d, %.4f\n", s.name, there.most, there.mean, back.most, back.mean);
+        std::printf("swscale, %s: at most %d, %.4f in the mean; back %d, %.4f\n", s.name, there.most, there.mean, back.most,
+                    back.mean);
         const int unit = 1 << (s.depth - 8);
         EXPECT_LE(there.most, 2 * unit) << s.name;
         EXPECT_LE(back.most, 4 * unit) << s.name;

@@ -131,6 +131,11 @@ TEST(VideoSweep, FrequentPairs) {
         const ZelvFormat luma = format(lumas[below(4)]), colour = format(colours[below(8)]);
         const ZelSize size{below(6) == 0 ? 1000 + below(200) : 30 + below(200), 1 + below(5)};
         const bool decodes = below(2) == 0;
+        ZelvFormat other = format(lumas[below(4)]);
+        other.sampling = luma.sampling;
+        other.matrix = luma.matrix;
+        other.range = luma.range;
+        compare(luma, other, {0, 0, below(8) == 0}, size, random);
         compare(decodes ? luma : colour, decodes ? colour : luma, {below(8) == 0, below(8) == 0, below(8) == 0}, size, random);
         if (HasFatalFailure()) return;
     }
