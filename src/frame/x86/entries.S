@@ -28,9 +28,11 @@ levels_&group:
         .endm
 
 #define ZEL_GROUP(group) .set rows_##group, 0; .set rowsS8_##group, 0; hiddenTables group;
-ZEL_GROUP(version)
 #include "frame/groups.def"
 #undef ZEL_GROUP
+        .set rows_version, 0; .set rowsS8_version, 0
+        .hidden zel_ssse3_version
+        .hidden zel_s8_version
         .hidden zelDispatchIndex
         .hidden zelKernelLevel
 
