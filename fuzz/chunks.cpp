@@ -83,10 +83,12 @@ void changeChunk(Bytes& file, const std::function<void(Bytes&)>& change, Choices
     const std::span<uint8_t> old = chunks[static_cast<size_t>(choices.below(static_cast<int>(chunks.size())))];
     const auto begin = file.begin() + (old.data() - file.data()), end = begin + static_cast<std::ptrdiff_t>(old.size());
     Bytes replacement;
-    switch (choices.below(4)) {
+    switch (choices.below(8)) {
         case 0:  // no chunk
             break;
-        case 1: {  // another one before it
+        case 1:
+        case 2:
+        case 3: {  // another one before it
             const Usual& other = choices.oneOf(usual);
             Bytes content(choices.below(4) == 0 ? static_cast<size_t>(choices.below(800)) : other.bytes);
             choices.random().fill(content, harness::Content::uniform);

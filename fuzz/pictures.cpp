@@ -8,13 +8,12 @@ namespace fuzz {
 namespace {
 
 Bytes written(const tool::FileKind& kind, const tool::Format& format, tool::Size size) {
-    constexpr int frames = 2;
     const Descriptor file = memoryFile();
     tool::Sink sink(file.path());
     const auto writer = kind.write(sink, {format, size, {}, {"709-full", true, {}}});
     harness::Random random(1);
     Bytes frame(tool::fileBytes(format, size));
-    for (int i = 0; i < frames; ++i) {
+    for (int i = 0; i < (kind.holdsMany ? 2 : 1); ++i) {
         random.fill(frame, harness::Content::extremes);
         writer->write(frame.data());
     }

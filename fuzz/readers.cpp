@@ -97,12 +97,12 @@ extern "C" size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t mos
     fuzz::Choices choices(reinterpret_cast<const uint8_t*>(&seed), sizeof seed);
     fuzz::Bytes file(data, data + size);
     const int way = choices.below(16);
-    if (size < 2 || way == 0) {
+    if (size < 2 || way < 2) {
         file = fuzz::writtenFile(choices);
-    } else if (way == 1) {
+    } else if (way < 4) {
         const fuzz::Bytes& next = fuzz::writtenFileLike(file, choices);
         file.insert(file.end(), next.begin(), next.end());
-    } else if (way < 10 && fuzz::isPng(file)) {
+    } else if (way < 12 && fuzz::isPng(file)) {
         fuzz::changeChunk(file, mutate, choices);
     } else {
         mutate(file);
