@@ -1,16 +1,24 @@
 # Debian packages: `cpack -G DEB` in a build that was configured with -DCMAKE_INSTALL_PREFIX=/usr, which puts the libraries into
-# the folder of their architecture and the package for Python where all of Debian's are. libzelcc8 has both libraries, libzelcc-dev
+# the folder of their architecture and the package for Python where all of Debian's are. libzelcc8 has all libraries, libzelcc-dev
 # what programs are built with; zelcc is the program of that name and python3-zelcc the package for Python, where they are built.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/remove_rpaths.cmake)
+if(CMAKE_CROSSCOMPILING AND processor STREQUAL aarch64)
+    # What looks for an architecture and for dependencies looks at the machine at hand. The newest function
+    # that is asked of the C library is pow as of 2.29.
+    set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE arm64)
+    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS OFF)
+    set(libc_package "libc6 (>= 2.29)")
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_PACKAGE_CONTACT "zelCC maintainers <maintainers@zelcc.invalid>")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_CURRENT_BINARY_DIR} ${CMAKE_CURRENT_BINARY_DIR}/zelcore)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_CURRENT_BINARY_DIR} ${CMAKE_CURRENT_BINARY_DIR}/video
+    ${CMAKE_CURRENT_BINARY_DIR}/zelcore)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 set(package_files ${CMAKE_CURRENT_BINARY_DIR}/package)
@@ -18,7 +26,7 @@ set(package_summary "image colour conversion, exact to the last bit")
 set(package_text "Plain C functions that convert images between RGB, luma-chroma at every
 subsampling, packed 16-bit pixels, gray and colorimetric spaces, change their
 gamma and depth, and reconstruct raw sensor mosaics. Results are defined to the
-last bit; SSSE3, AVX2 or AVX-512 is used, whichever the processor has.")
+last bit; the widest vector unit that the processor has is used.")
 
 # What every package has in its folder of documents.
 file(WRITE ${package_files}/changelog "zelcc (${PROJECT_VERSION}) unstable; urgency=medium
@@ -55,7 +63,7 @@ function(add_package component name section summary)
     set(CPACK_COMPONENTS_ALL ${CPACK_COMPONENTS_ALL} ${component} PARENT_SCOPE)
 endfunction()
 
-add_package(runtime libzelcc8 libs "library")
+add_package(runtime libzelcc8 libs "library" ${libc_package})
 add_package(development libzelcc-dev libdevel "development files" "libzelcc8 (= ${PROJECT_VERSION})")
 if(ZELCC_TOOLS)
     add_package(tools zelcc graphics "converter for files and streams" "libzelcc8 (= ${PROJECT_VERSION})")
@@ -84,7 +92,10 @@ file(STRINGS src/frame/exports.def exports REGEX "^ZEL_EXPORT")
 list(TRANSFORM exports REPLACE "^ZEL_EXPORT\\(([A-Za-z0-9_]+),.*" " \\1@ZELCC_8 ${PROJECT_VERSION}")
 file(STRINGS zelcore/zelcore.map core_exports REGEX "^ +zel[A-Za-z]+;")
 list(TRANSFORM core_exports REPLACE "^ +([A-Za-z]+);" " \\1@ZELCORE_8 ${PROJECT_VERSION}")
+file(STRINGS video/zelvideo.map video_exports REGEX "^ +zelv[A-Za-z]+;")
+list(TRANSFORM video_exports REPLACE "^ +([A-Za-z]+);" " \\1@ZELVIDEO_8 ${PROJECT_VERSION}")
 list(JOIN exports "\n" exports)
+list(JOIN video_exports "\n" video_exports)
 list(JOIN core_exports "\n" core_exports)
 file(WRITE ${package_files}/symbols "libzelcc.so.8 libzelcc8 #MINVER#
  ZELCC_8@ZELCC_8 ${PROJECT_VERSION}
@@ -92,9 +103,13 @@ ${exports}
 libzelcore.so.8 libzelcc8 #MINVER#
  ZELCORE_8@ZELCORE_8 ${PROJECT_VERSION}
 ${core_exports}
+libzelvideo.so.8 libzelcc8 #MINVER#
+ ZELVIDEO_8@ZELVIDEO_8 ${PROJECT_VERSION}
+${video_exports}
 ")
 file(WRITE ${package_files}/shlibs "libzelcc 8 libzelcc8 (>= ${PROJECT_VERSION})
 libzelcore 8 libzelcc8 (>= ${PROJECT_VERSION})
+libzelvideo 8 libzelcc8 (>= ${PROJECT_VERSION})
 ")
 file(WRITE ${package_files}/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${package_files}/symbols ${package_files}/shlibs ${package_files}/triggers)

@@ -16,6 +16,14 @@ uint64_t checksum(const Function& function);
 struct Published {
     std::string version, sum;
 };
+// The sum of a function that takes the processor's approximate reciprocal begins so. What follows is the sum of all processors
+// that have none and divide.
+constexpr std::string_view byProcessor = "by-processor:";
+// Whether this one has.
+bool approximatesReciprocals();
+// What this processor is to give, empty where only its levels can be compared.
+std::string_view wantedSum(const Published& entry);
+
 // By function, oldest first.
 using Checksums = std::map<std::string, std::vector<Published>, std::less<>>;
 

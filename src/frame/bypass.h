@@ -10,13 +10,31 @@ extern "C" [[gnu::visibility("hidden")]] int32_t zelCachedCallBytes;
 
 namespace zel::ZEL_LEVEL {
 
-ZEL_INLINE bool exceedsCaches(size_t bytes) { return bytes > size_t(zelCachedCallBytes); }
+ZEL_INLINE bool exceedsCaches([[maybe_unused]] size_t bytes) {
+    if constexpr (traits.bypasses)
+        return bytes > size_t(zelCachedCallBytes);
+    else
+        return false;
+}
+
+// Says whether the stores of a call bypass the caches. Those that do have reached memory when it ends.
+class Bypass {
+  public:
+    ZEL_INLINE explicit Bypass(bool bypassing) : bypassing_(bypassing) {}
+    ZEL_INLINE ~Bypass() {
+        if (bypassing_) storeFence();
+    }
+    Bypass(const Bypass&) = delete;
+    Bypass& operator=(const Bypass&) = delete;
+
+    ZEL_INLINE operator bool() const { return bypassing_; }
+
+  private:
+    const bool bypassing_;
+};
 
 // No conversion moves more bytes a site, and no pass of one more a pixel.
 constexpr size_t maxSiteBytes = 4096;
-
-// Whether stores bypass the caches, where a call of several passes knows better than each of them.
-enum class Stores { bySize, cached, bypassing };
 
 // The least number of sites from p on after which a stream reaches the boundary of a line: `bytes` times that number is then
 // -p, modulo the line. An odd factor is taken away by its inverse, a power of two by a shift; -1 where p is no multiple of that.

@@ -14,7 +14,7 @@
 #endif
 
 #define ZEL_INLINE [[gnu::always_inline]] inline
-#define ZEL_OWN_CODE [[gnu::noinline]]
+#define ZEL_NOINLINE [[gnu::noinline]]
 #define ZEL_INLINE_LAMBDA __attribute__((always_inline))
 
 namespace zel::ZEL_LEVEL {
@@ -22,6 +22,7 @@ namespace zel::ZEL_LEVEL {
 // What a level tells of itself. No result depends on it, only which of several ways is taken.
 struct Traits {
     int lanes;                  // of 16 bytes in a vector
+    bool bypasses;              // there are stores that bypass the caches
     bool bypassesByWholeLines;  // a vector that bypasses the caches is a whole line of them, so memory takes it at once
     bool bypassesByParts;       // vectors that bypass them and are parts of a line are worth it, where these soon meet
     bool selectsAtOnce;         // choosing between two vectors by a third takes one operation

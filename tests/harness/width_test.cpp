@@ -99,8 +99,10 @@ TEST_P(HugeRows, AreConvertedLikeOthers) {
 std::vector<const model::Export*> someExports() {
     std::vector<const model::Export*> some;
     int number = 0;
-    for (const model::Export* e : ofWholeImages())
-        if (e->peculiarity == model::Peculiarity::none && !e->entry.isInPlace && ++number % 43 == 0) some.push_back(e);
+    for (const std::span<const model::Export> family : model::families())
+        for (const model::Export& e : family)
+            if (isOfWholeImages(e) && e.peculiarity == model::Peculiarity::none && !e.entry.isInPlace && ++number % 43 == 0)
+                some.push_back(&e);
     return some;
 }
 INSTANTIATE_TEST_SUITE_P(All, HugeRows, testing::ValuesIn(someExports()), nameOf);

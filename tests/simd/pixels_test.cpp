@@ -78,17 +78,6 @@ void movesFour() {
         stores<size, Channels<V>>(WORD(storeThree<size>), 4 * vectorBytes, interleaved<4, 3>(n));
         stores<size, V>(Word{"storeThreeOfFour", [](uint8_t* p, V v) { storeThreeOfFour<size>(p, (Bytes)v); }}, vectorBytes,
                         [](int i) { return i % 4 < 3 ? i : kept; });
-        struct Four {
-            V a, b, c, d;
-        };
-        stores<size, Four>(Word{"interleaveFour",
-                                [](uint8_t* p, Four v) {
-                                    const auto put = [&](int i, Bytes bytes) {
-                                        lanes == 4 ? storeVector(p + 64 * i, bytes) : storeLanes(p + 16 * i, 64, bytes);
-                                    };
-                                    interleaveFour<size>((Bytes)v.a, (Bytes)v.b, (Bytes)v.c, (Bytes)v.d, put);
-                                }},
-                           4 * vectorBytes, interleaved<4>(n));
     }
 }
 

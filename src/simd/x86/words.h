@@ -84,11 +84,10 @@ namespace x86 {
 
 ZEL_INLINE __m128i loadLane(const void* p) { return _mm_loadu_si128(static_cast<const __m128i*>(p)); }
 ZEL_INLINE void storeLane(Destination p, __m128i x) {
-    const auto to = reinterpret_cast<__m128i*>(static_cast<uint8_t*>(p));
     if (p.bypassing() && isMultiple(p, laneBytes))
-        _mm_stream_si128(to, x);
+        _mm_stream_si128(reinterpret_cast<__m128i*>(static_cast<uint8_t*>(p)), x);
     else
-        _mm_storeu_si128(to, x);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(static_cast<uint8_t*>(p)), x);
 }
 // Not to bypass the caches.
 ZEL_INLINE void storeCached(uint8_t* p, __m128i x) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), x); }

@@ -1,6 +1,6 @@
+// Two lanes.
 #pragma once
 
-#define ZEL_NARROWER_LEVEL ssse3
 #define ZEL_WORDS "simd/x86/avx2/words.h"
 #define ZEL_OWN_LIFTED "simd/x86/avx2/lifted.h"
 
@@ -8,6 +8,7 @@ namespace zel::ZEL_LEVEL {
 
 constexpr Traits traits{
     .lanes = 2,
+    .bypasses = true,
     .bypassesByWholeLines = false,
     .bypassesByParts = true,
     .selectsAtOnce = true,

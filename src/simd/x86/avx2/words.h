@@ -1,4 +1,4 @@
-// Two lanes.
+// The words that AVX2 has in a form of its own.
 #pragma once
 
 #include "simd/words/by_lanes.h"
@@ -25,8 +25,9 @@ ZEL_INLINE __m128i highLane(Bytes v) { return _mm256_extracti128_si256((Register
 }  // namespace x86
 
 ZEL_INLINE void storeLanes(Destination p, ptrdiff_t stride, Bytes v) {
-    x86::storeLane(p, x86::lowLane(v));
-    x86::storeLane(p + stride, x86::highLane(v));
+    const auto put = [&](int l, __m128i x) { x86::storeLane(p + l * stride, x); };
+    put(0, _mm256_castsi256_si128((Register)v));
+    put(1, _mm256_extracti128_si256((Register)v, 1));
 }
 ZEL_INLINE void streamVector(uint8_t* p, Bytes v) { _mm256_stream_si256(reinterpret_cast<__m256i*>(p), (Register)v); }
 template <class V>
@@ -46,6 +47,7 @@ template <int places>
 ZEL_INLINE Words blend(Words a, Words b) {
     return (Words)_mm256_blend_epi16((Register)a, (Register)b, places);
 }
+ZEL_INLINE Words highWords(Dwords a, Dwords b) { return blend<0xaa>((Words)(UDwords(a) >> 16), (Words)b); }
 ZEL_INLINE Bits signBits(Bytes v) { return static_cast<Bits>(_mm256_movemask_epi8((Register)v)); }
 ZEL_INLINE unsigned signBits(Dwords v) { return unsigned(_mm256_movemask_ps((__m256)v)); }
 ZEL_INLINE unsigned differing(Floats a, Floats b) { return 0xff & ~signBits((Dwords)((Dwords)a == (Dwords)b)); }
@@ -71,6 +73,12 @@ ZEL_INLINE Bytes loadQwordsAt(const At& at) {
     const auto two = [&](int i)
                          ZEL_INLINE_LAMBDA { return _mm_loadh_pi(_mm_loadl_pi(_mm_setzero_ps(), qword(i)), qword(i + 1)); };
     return (Bytes)_mm256_set_m128(two(2), two(0));
+}
+template <class At>
+ZEL_INLINE PairsOfDoubles loadPairsAt(const At& at) {
+    const __m256d even = _mm256_set_m128d(_mm_load_pd(at(2)), _mm_load_pd(at(0)));
+    const __m256d odd = _mm256_set_m128d(_mm_load_pd(at(3)), _mm_load_pd(at(1)));
+    return {(Doubles)_mm256_unpacklo_pd(even, odd), (Doubles)_mm256_unpackhi_pd(even, odd)};
 }
 ZEL_INLINE Dwords lookUp(const void* table, Dwords places) {
     return (Dwords)_mm256_i32gather_epi32(static_cast<const int*>(table), (Register)places, 4);

@@ -1,6 +1,6 @@
+// Four lanes, with permutes of bytes over whole vectors and masks. Most layouts and tables have forms of their own.
 #pragma once
 
-#define ZEL_NARROWER_LEVEL avx2
 #define ZEL_WORDS "simd/x86/avx512/words.h"
 #define ZEL_OWN_BYTE_TABLE "simd/x86/avx512/byte_table.h"
 #define ZEL_OWN_FIELDS "simd/x86/avx512/fields.h"
@@ -19,6 +19,7 @@ namespace zel::ZEL_LEVEL {
 
 constexpr Traits traits{
     .lanes = 4,
+    .bypasses = true,
     .bypassesByWholeLines = true,
     .bypassesByParts = true,
     .selectsAtOnce = true,

@@ -1,3 +1,4 @@
+// One lane, without what SSE4.1 brought.
 #pragma once
 
 #define ZEL_WORDS "simd/x86/ssse3/words.h"
@@ -6,6 +7,7 @@ namespace zel::ZEL_LEVEL {
 
 constexpr Traits traits{
     .lanes = 1,
+    .bypasses = true,
     .bypassesByWholeLines = false,
     .bypassesByParts = false,
     .selectsAtOnce = false,
