@@ -105,17 +105,30 @@ class Converter {
         });
     }
 
+    // RGB has the same luma in all of its channels, and chroma none of luma.
     template <int first, int last>
-    ZEL_OWN_CODE void matrix(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
+    ZEL_INLINE void matrix(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
+        if constexpr (last == 0) {
+            matrixOf<First::own, first, last>(rows, in, out, count);
+        } else if constexpr (first == 0) {
+            matrixOf<First::shared, first, last>(rows, in, out, count);
+        } else {
+            plan_.in.model == Model::rgb ? matrixOf<First::own, first, last>(rows, in, out, count)
+                                         : matrixOf<First::none, first, last>(rows, in, out, count);
+        }
+    }
+
+    template <First kind, int first, int last>
+    ZEL_OWN_CODE void matrixOf(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
         if (plan_.allAreWhole) {
             const Shift<23> bits{plan_.sums.shift};
-            matrixSums<true, true, first, last>(plan_.sums, rows, Result<Shift<23>>(bits, to_.depth), in, out, count);
+            matrixSums<true, true, kind, first, last>(plan_.sums, rows, Result<Shift<23>>(bits, to_.depth), in, out, count);
         } else if (plan_.firstIsWhole) {
             const Shift<21> bits{plan_.sums.shift};
-            matrixSums<true, false, first, last>(plan_.sums, rows, Result<Shift<21>>(bits, to_.depth), in, out, count);
+            matrixSums<true, false, kind, first, last>(plan_.sums, rows, Result<Shift<21>>(bits, to_.depth), in, out, count);
         } else {
             withResult([&](const auto& result) ZEL_INLINE_LAMBDA {
-                matrixSums<false, false, first, last>(plan_.sums, rows, result, in, out, count);
+                matrixSums<false, false, kind, first, last>(plan_.sums, rows, result, in, out, count);
             });
         }
     }
@@ -171,7 +184,7 @@ class Converter {
             for (int c = 0; c < to_.samples; ++c) storePlane(to_, done[c], address(to_.place[c], y), piece_.x, n);
     }
 
-    struct Three {
+    struct Lines {
         const uint16_t* line[4];
     };
     ZEL_INLINE const uint16_t* const (&all(int y))[4] {
@@ -262,8 +275,8 @@ class Converter {
     Source source_;
     Result<Shift<0>> alphaResult_;
     Piece piece_{};
-    Three all_{};
-    Line own_, grid_[3], out_[4];
+    Lines all_{};
+    Line own_, grid_[3], out_[4];  // one of the source, chroma on its grid, results
 };
 
 void convert(const zelv::Call& call) { moved::serves(*call.plan) ? convertMoved(call) : Converter(call).run(); }
