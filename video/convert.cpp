@@ -77,12 +77,17 @@ class Converter {
     ZEL_INLINE bool hasAlpha() const { return to_.alpha != zelv::Alpha::none; }
     ZEL_INLINE bool copiesAlpha() const { return to_.alpha == zelv::Alpha::present && plan_.in.alpha == zelv::Alpha::present; }
 
+    ZEL_INLINE static void fill(uint16_t* line, int sample, int count) {
+        const Words v = splatWord(sample);
+        for (int i = 0; i < count; i += words) storeLine(line + i, v);
+    }
+
     ZEL_INLINE const uint16_t* alpha(int y, const Rows& rows) {
         uint16_t* const line = out_[3].at(0);
         if (copiesAlpha())
             channelSums<false>(plan_.sums, rows.added[3], alphaResult_, 3, 0, source_.alpha(y, own_), line, piece_.pixels);
         else
-            for (int i = 0; i < piece_.pixels; i += words) storeLine(line + i, splatWord((1 << to_.alphaDepth) - 1));
+            fill(line, (1 << to_.alphaDepth) - 1, piece_.pixels);
         return line;
     }
 
@@ -256,8 +261,7 @@ class Converter {
 
     ZEL_INLINE void chroma(int site, int sites, uint16_t* const (&lines)[4]) {
         if (plan_.in.model == Model::gray) {
-            for (int c = 1; c < 3; ++c)
-                for (int i = 0; i < sites; i += words) storeLine(lines[c] + i, splatWord(1 << (to_.depth - 1)));
+            for (int c = 1; c < 3; ++c) fill(lines[c], 1 << (to_.depth - 1), sites);
             return;
         }
         const uint16_t* in[4];
