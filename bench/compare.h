@@ -22,7 +22,7 @@ struct Figure {
 };
 
 struct Comparison {
-    std::string_view name;
+    std::string name;
     Size size;
     double bytes;
     Figure self;

@@ -1,9 +1,23 @@
-// The table of the exports under measurement, a row each.
+// The exports under measurement, as the registry of functions has them: what each converts, and how it is called.
 #pragma once
 
-#include "bind.h"
+#include <functional>
+#include <string>
+
+#include "catalog/registry.h"
+#include "image.h"
 
 namespace bench {
+
+// One conversion of a source into a destination. 0 is success.
+using Call = std::function<int()>;
+
+// What functions take by pointer behind the size: the weights of gray, and the first row of a matrix that also mixes the other
+// channels and keeps the fourth.
+template <class Number>
+inline constexpr Number parameters[16] = {
+    Number(0.299), Number(0.587), Number(0.114), 0, Number(0.1), Number(0.8), Number(0.1), 0,
+    Number(0.1),   Number(0.1),   Number(0.8),   0, 0,           0,           0,           1};
 
 // What a conversion computes beyond the change of layout. Only contenders of the same variant are compared.
 enum class Variant {
@@ -55,9 +69,15 @@ struct Task {
 };
 
 struct Export {
-    std::string_view name;
+    std::string name;  // with a suffix for each way to reduce
     Task task;
-    Bind bind;
+    const catalog::Function* function;
+    const catalog::Conversion* conversion;
+    ZelDitherType dither = zelDitherNone;
+    int noise = 0;
+
+    // From the library that bindTo names.
+    Call bind(const Image& source, const Image& destination) const;
 };
 
 std::span<const Export> exports();

@@ -9,46 +9,24 @@
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
-#include <string_view>
 
+#include "frame/levels.h"
 #include "zelcore.h"
 
 namespace bench {
 
 namespace {
 
-struct Level {
-    std::string_view name;
-    uint64_t features;
-};
-
-constexpr Level levels[] = {
-    {"s8", zelCpuSsse3 | zelCpuInOrder},
-    {"ssse3", zelCpuSsse3},
-    {"avx2", zelCpuSsse3 | zelCpuAvx2},
-    {"avx512", zelCpuSsse3 | zelCpuAvx2 | zelCpuAvx512},
-};
-
-uint64_t processorFeatures() {
-    __builtin_cpu_init();
-    uint64_t features = zelCpuSsse3 | zelCpuInOrder;
-    if (__builtin_cpu_supports("avx2")) features |= zelCpuAvx2;
-    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
-        __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi"))
-        features |= zelCpuAvx512;
-    return features;
-}
-
-bool isPresent(const Level& level) { return (level.features & ~processorFeatures()) == 0; }
+bool isPresent(const zel::Level& level) { return (level.needed & ~zel::processorFeatures()) == 0; }
 
 const char* wantedName() { return std::getenv("ZELCC_BENCH_LEVEL"); }
 
 // Null when the variable names no level that the processor has.
-const Level* findLevel() {
+const zel::Level* findLevel() {
     const char* wanted = wantedName();
-    const Level* found = nullptr;
-    for (const Level& level : levels) {
-        if (isPresent(level) && (!wanted || level.name == wanted)) found = &level;
+    const zel::Level* found = nullptr;
+    for (const zel::Level& level : zel::levels::all) {
+        if (isPresent(level) && (!wanted || std::strcmp(level.name, wanted) == 0)) found = &level;
     }
     return found;
 }
@@ -56,7 +34,7 @@ const Level* findLevel() {
 }  // namespace
 
 std::string selectedLevel() {
-    const Level* level = findLevel();
+    const zel::Level* level = findLevel();
     if (!level) throw std::runtime_error(std::string("this processor has no level ") + wantedName());
     return std::string(level->name);
 }
@@ -76,8 +54,8 @@ std::string processorName() {
 
 // Runs before main, and before the initialisers of this program.
 uint64_t zelGetEnabledCpuFeatures(void) {
-    const bench::Level* level = bench::findLevel();
-    return level ? level->features : uint64_t{zelCpuSsse3};
+    const zel::Level* level = bench::findLevel();
+    return level ? level->features : zel::levels::lowest;
 }
 
 int32_t zelGetMaxCacheSizeB(int32_t* pSizeByte) {

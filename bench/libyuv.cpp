@@ -2,6 +2,7 @@
 // B, G, R and RAW is R, G, B. Where it has no conversion of its own, two or three steps over the whole frame do the task.
 #include <libyuv.h>
 
+#include "bind.h"
 #include "peers.h"
 
 namespace bench {

@@ -141,7 +141,7 @@ int runCheck(const Options& options) {
 // Google Benchmark runs a function several times; the buffers of the last workload are kept between the runs.
 const Workload& workloadOf(const Export& row, Size size) {
     static std::unique_ptr<Workload> workload;
-    static std::string_view name;
+    static std::string name;
     static Size measured{};
     if (!workload || name != row.name || measured.width != size.width || measured.height != size.height) {
         workload.reset();

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "library.h"
+
 namespace bench {
 
 namespace {

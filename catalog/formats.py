@@ -31,11 +31,42 @@ class Format(NamedTuple):
     element: str
     planes: tuple[Plane, ...]  # in the order of a file
     grid: str = ""  # of a mosaic
+    fields: tuple[int, ...] = ()  # bits of each channel in a word
 
     @property
     def site(self) -> tuple[int, int]:
         return max(p.width for p in self.planes), max(p.height for p in self.planes)
 
+    @property
+    def channels(self) -> list[str]:
+        return [channel for plane in self.planes for channel in plane.channels]
+
+    @property
+    def bits(self) -> int:
+        """Of the narrowest channel; of floats those that are certain."""
+        return min(self.fields, default=BITS[self.element])
+
+    @property
+    def is_packed(self) -> bool:
+        """Several channels or pixels share a sample."""
+        return bool(self.fields) or self.element == "1u"
+
+    @property
+    def model(self) -> str:
+        """What the channels mean, as catalog/registry.h counts it."""
+        if self.grid:
+            return "mosaic"
+        if set(self.channels) == {"Y"}:
+            return "gray"
+        return next((model for channel, model in MODELS.items() if channel in self.channels), "other")
+
+    @property
+    def alpha_plane(self) -> int:
+        return next((i for i, plane in enumerate(self.planes) if "A" in plane.channels), -1)
+
+
+BITS = {"1u": 1, "8u": 8, "8s": 8, "16u": 16, "16s": 16, "32s": 32, "32f": 24, "64f": 53}
+MODELS = {"R": "rgb", "Cb": "ycbcr", "Co": "ycocg"}  # by a channel that no other has
 
 # Planes of the same content in another order: what functions make of one format is as good as the other.
 ORDERS = {"yv12": "yuv420p", "yv16": "yuv422p"}
@@ -61,8 +92,9 @@ PLANAR_COLOUR = {3: ("gbrp", "G B R"), 4: ("gbrap", "G B R A")}
 def of_bytes(key: str) -> Format:
     layout = LAYOUTS[key]
     if layout.fields:
-        fields = tuple(channel for channel, _ in re.findall(r"(\S)(\d)", layout.fields))
-        return Format(name_of_bytes(key), layout.title, "16u", (Plane(fields, 2),))
+        fields = re.findall(r"(\S)(\d)", layout.fields)
+        bits = tuple(int(bits) for channel, bits in fields if channel != "-")
+        return Format(name_of_bytes(key), layout.title, "16u", (Plane(tuple(channel for channel, _ in fields), 2),), fields=bits)
     planes = [Plane(tuple(re.findall(r"([A-Za-z]+)\d", p.unit)), len(p.unit.split()), p.width, p.height) for p in layout.planes]
     return Format(name_of_bytes(key), layout.title, "8u", tuple(planes))
 

@@ -1,10 +1,11 @@
 """What each function leads from and to, read off its name, and by which matrix or method."""
 
 import functools
+import math
 import re
 from typing import NamedTuple
 
-from catalog import formats, headers
+from catalog import facts, formats, headers
 from catalog.formats import Format
 from catalog.headers import Function
 
@@ -35,33 +36,25 @@ class Conversion(NamedTuple):
 
 
 def works_in_place(function: Function) -> bool:
-    """With the same image on both sides: where both lie in memory alike, and the header doesn't forbid it to all."""
+    """With the same image on both sides."""
     match = NAME.fullmatch(function.name)
     form, depth = match["form"], match["depth"]
-    allowed = any("must not overlap, but" in " ".join(h.text.split()) for h in headers.headers() if h.name == function.header)
-    return (allowed and not match["verb"] and not match["sites"] and not match["sourceSites"] and form in (match["toForm"] or form,)
-            and (match["toDepth"] or depth) == depth and "I" not in form)
+    return (function.header in facts.IN_PLACE and not match["sites"] and not match["sourceSites"] and "I" not in form
+            and form in (match["toForm"] or form,) and (match["toDepth"] or depth) == depth)
 
 
-def keeps_alpha(function: Function) -> bool:
+def alpha(function: Function) -> str:
+    """What becomes of the destination's, as catalog/registry.h counts it."""
     match = NAME.fullmatch(function.name)
-    return (match["toForm"] or match["form"]).replace("I", "") == "AC4"
+    if (match["toForm"] or match["form"]).replace("I", "") != "AC4":
+        return "written"
+    return "zero" if match["form"] == "P3" else "kept"
 
 
-def needs_equal_steps(function: Function) -> bool:
-    """From 4:2:0 to planes of 4:2:2 by repetition."""
-    match = NAME.fullmatch(function.name)
-    return (match["sourceSites"], match["sites"], match["option"], match["toForm"] or match["form"]) == ("420", "422", None, "P3")
-
-
-def beyond(function: Function) -> str:
-    """What is read and written behind the region, as catalog/registry.h counts it."""
-    match = NAME.fullmatch(function.name)
-    if match["toDepth"] != "16u" or match["sites"] not in ("444", "555", "565"):
-        return "nothing"
-    if match["sourceSites"] == "420":
-        return "corner" if match["dither"] else "pair" if match["source"] == "YUV" else "nothing"
-    return "notAWord" if match["form"] == "C2" and not match["dither"] else "nothing"
+def site(conversion: Conversion) -> tuple[int, int]:
+    """Pixels of which only whole sites are converted to the last. A byte of bits may be filled in part."""
+    sites = [f.site for f in (conversion.source, conversion.target) if f.element != "1u"] + [facts.own_site(conversion.function)]
+    return math.lcm(*(width for width, _ in sites)), math.lcm(*(height for _, height in sites))
 
 
 def side(space: str, sites: str, form: str, depth: str) -> tuple[Format, tuple[int, ...]]:

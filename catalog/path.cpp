@@ -1,90 +1,41 @@
 #include "catalog/path.h"
 
 #include <algorithm>
-#include <bit>
+#include <numeric>
 #include <queue>
 
 namespace catalog {
 namespace {
 
-enum class Model { colour, lumaChroma, gray, other };
+// Many functions lead between formats of these. The others have functions from and to RGB alone: no way leads through them.
+bool isCommon(Model model) { return model == Model::rgb || model == Model::ycbcr || model == Model::gray; }
 
-// What a format can hold of an image.
-struct Content {
-    Model model;
-    int bits;
-    int siteWidth = 1, siteHeight = 1;  // of chroma
-    bool hasAlpha = false;
-    bool isPacked = false;  // into words or bits
-};
-
-bool has(const Format& f, std::string_view channel) {
-    for (const Plane& p : f.usedPlanes())
-        for (std::string_view rest = p.channels; !rest.empty();) {
-            const size_t end = std::min(rest.find(' '), rest.size());
-            if (rest.substr(0, end) == channel) return true;
-            rest.remove_prefix(std::min(end + 1, rest.size()));
-        }
-    return false;
-}
-
-int channelsOf(const Plane& p) { return 1 + static_cast<int>(std::ranges::count(p.channels, ' ')); }
-
-Content contentOf(const Format& f) {
-    constexpr int bits[] = {1, 8, 8, 16, 16, 32, 24, 53};  // floats by what is certain of them
-    Content c{.model = Model::other, .bits = bits[static_cast<int>(f.element)], .hasAlpha = has(f, "A")};
-    c.isPacked = f.planes[0].bytes < channelsOf(f.planes[0]) * bytesOf(f.element);
-    if (c.isPacked && f.element == Element::u16) c.bits = has(f, "-") && channelsOf(f.planes[0]) == 4 ? 4 : 5;
-    for (const Plane& p : f.usedPlanes())
-        c.siteWidth = std::max(c.siteWidth, p.width), c.siteHeight = std::max(c.siteHeight, p.height);
-    if (has(f, "R")) c.model = Model::colour;
-    if (has(f, "Cb")) c.model = Model::lumaChroma;
-    if (f.planeCount == 1 && has(f, "Y") && !has(f, "Cb") && !has(f, "C1")) c.model = Model::gray;
-    return c;
-}
-
-bool mayLieBetween(const Content& way, const Content& source, const Content& target) {
+bool mayLieBetween(const Format& way, const Format& source, const Format& target) {
     const bool inColour = source.model != Model::gray && target.model != Model::gray;
-    return way.model != Model::other && way.bits >= std::min(source.bits, target.bits) &&
-           way.siteWidth <= std::max(source.siteWidth, target.siteWidth) &&
-           way.siteHeight <= std::max(source.siteHeight, target.siteHeight) &&
-           (way.hasAlpha || !source.hasAlpha || !target.hasAlpha) && (way.model != Model::gray || !inColour);
+    return isCommon(way.model) && way.bits >= std::min(source.bits, target.bits) &&
+           way.site.width <= std::max(source.site.width, target.site.width) &&
+           way.site.height <= std::max(source.site.height, target.site.height) &&
+           (hasAlpha(way) || !hasAlpha(source) || !hasAlpha(target)) && (way.model != Model::gray || !inColour);
 }
 
-// Where a sample of a channel lies: so many bytes from the first of its plane's unit.
-struct Place {
-    int plane, offset;
-};
-
-// A channel that repeats in a unit, as luma of packed 4:2:2 does, has a place for each pixel.
-std::vector<Place> placesOf(const Format& f, std::string_view channel) {
-    std::vector<Place> found;
-    for (int i = 0; i < f.planeCount; ++i) {
-        int offset = 0;
-        for (std::string_view rest = f.planes[i].channels; !rest.empty(); offset += bytesOf(f.element)) {
-            const size_t end = std::min(rest.find(' '), rest.size());
-            if (rest.substr(0, end) == channel) found.push_back({i, offset});
-            rest.remove_prefix(std::min(end + 1, rest.size()));
-        }
+// Pixels that one sample of the channel serves, nothing if there is none: where a channel repeats in a unit, as luma of packed
+// 4:2:2 does, fewer than the unit.
+std::optional<Site> siteOf(const Format& f, std::string_view channel) {
+    for (const Plane& p : f.usedPlanes()) {
+        int count = 0;
+        p.forEachSample([&](std::string_view sample) { count += sample == channel; });
+        if (count) return Site{p.width / count, p.height};
     }
-    return found;
+    return {};
 }
 
-std::vector<std::string_view> namesOf(const Format& f) {
-    std::vector<std::string_view> names;
-    for (const Plane& p : f.usedPlanes())
-        for (std::string_view rest = p.channels; !rest.empty();) {
-            const size_t end = std::min(rest.find(' '), rest.size());
-            if (!std::ranges::count(names, rest.substr(0, end))) names.push_back(rest.substr(0, end));
-            rest.remove_prefix(std::min(end + 1, rest.size()));
-        }
-    return names;
-}
-
-// Pixels along a side that one sample of the channel serves.
-ZelSize siteOf(const Format& f, const std::vector<Place>& places) {
-    const Plane& p = f.planes[places[0].plane];
-    return {p.width / static_cast<int>(places.size()), p.height};
+// All channels of the other, but for alpha, at the same sites.
+bool holds(const Format& f, const Format& other) {
+    bool result = true;
+    for (const Plane& p : other.usedPlanes())
+        p.forEachSample(
+            [&](std::string_view sample) { result = result && (sample == "A" || siteOf(f, sample) == siteOf(other, sample)); });
+    return result;
 }
 
 // Costs, so that moving samples is dearer than a function that does the same, and losing some is dearest. Of functions that are
@@ -100,13 +51,12 @@ enum Cost {
     lumaAsItIs = 190
 };
 
-int costOf(const Content& source, const Content& target) {
+int costOf(const Format& source, const Format& target) {
     if (source.bits != target.bits) return otherDepth + (source.model != target.model ? otherModel : 0);
     // Gray has the full range, which luma seldom has: over colours it gets it.
-    if (source.model == Model::lumaChroma && target.model == Model::gray) return lumaAsItIs;
-    if (source.model != target.model || source.model == Model::other) return otherModel;
-    const bool sameSites = source.siteWidth == target.siteWidth && source.siteHeight == target.siteHeight;
-    return sameSites ? sameSamples : otherSites;
+    if (source.model == Model::ycbcr && target.model == Model::gray) return lumaAsItIs;
+    if (source.model != target.model || !isCommon(source.model)) return otherModel;
+    return source.site == target.site ? sameSamples : otherSites;
 }
 
 int costOf(const Function& function, const Conversion& c) {
@@ -114,24 +64,7 @@ int costOf(const Function& function, const Conversion& c) {
         return std::is_sorted(order.begin(), order.begin() + formats()[format].planeCount);
     };
     const bool isInOrder = isSorted(c.source, c.sourceOrder) && isSorted(c.target, c.targetOrder);
-    return (isInOrder ? 0 : otherOrder) + (function.keepsAlpha ? leavesAlpha : 0);
-}
-
-// The format that a node of the graph is, for those that differ in the order of planes alone.
-int representative(int format) {
-    const Format& f = formats()[format];
-    return f.sameAs.empty() ? format : *formatNumber(f.sameAs);
-}
-
-// For each plane of the representative the plane of the format.
-std::array<int8_t, 4> orderOf(const Format& f) {
-    if (f.sameAs.empty()) return {0, 1, 2, 3};
-    const Format& r = formats()[*formatNumber(f.sameAs)];
-    std::array<int8_t, 4> order{};
-    for (int i = 0; i < r.planeCount; ++i)
-        for (int j = 0; j < f.planeCount; ++j)
-            if (f.planes[j].channels == r.planes[i].channels) order[i] = static_cast<int8_t>(j);
-    return order;
+    return (isInOrder ? 0 : otherOrder) + (function.alpha == Alpha::written ? 0 : leavesAlpha);
 }
 
 std::array<int8_t, 4> chained(const std::array<int8_t, 4>& order, const std::array<int8_t, 4>& then) {
@@ -148,38 +81,20 @@ struct Arrival {
 
 }  // namespace
 
-std::optional<int> formatNumber(std::string_view name) {
-    const auto found = std::ranges::lower_bound(formats(), name, {}, &Format::name);
-    if (found == formats().end() || found->name != name) return {};
-    return static_cast<int>(found - formats().begin());
-}
-
-std::optional<int> functionNumber(std::string_view name) {
-    const auto found = std::ranges::lower_bound(functions(), name, {}, &Function::name);
-    if (found == functions().end() || found->name != name) return {};
-    return static_cast<int>(found - functions().begin());
-}
-
 bool canRearrange(const Format& source, const Format& target) {
-    const Content a = contentOf(source), b = contentOf(target);
-    if (source.element != target.element || a.isPacked || b.isPacked || a.model == Model::gray || source.grid != target.grid)
-        return false;
-    for (const std::string_view name : namesOf(target)) {
-        const auto from = placesOf(source, name), to = placesOf(target, name);
-        if (from.empty() && name == "A") continue;
-        if (from.empty()) return false;
-        const ZelSize one = siteOf(source, from), other = siteOf(target, to);
-        if (one.width != other.width || one.height != other.height) return false;
-    }
-    return std::ranges::all_of(namesOf(source), [&](std::string_view name) { return name == "A" || has(target, name); });
+    return source.element == target.element && !source.isPacked && !target.isPacked && source.model != Model::gray &&
+           source.grid == target.grid && holds(source, target) && holds(target, source);
+}
+
+bool mixesFields(const Conversion& conversion) {
+    return conversion.method != "interlaced" &&
+           formats()[conversion.source].site.height != formats()[conversion.target].site.height;
 }
 
 Wishes byMethod(std::string_view matrix, std::string_view method) {
     const auto met = [method](const Conversion& c) -> std::optional<int> {
         if (!method.empty() && (c.method == method || c.verb == method)) return 1;
-        // Fields are mixed where chroma gets or loses rows in a plain way.
-        const bool mixesRows = contentOf(formats()[c.source]).siteHeight != contentOf(formats()[c.target]).siteHeight;
-        if (method == "interlaced" && mixesRows) return {};
+        if (method == "interlaced" && mixesFields(c)) return {};
         const bool isPlain = c.method.empty() || (c.method == "bilinear" && method != "ahd");
         const bool keepsMeaning = c.verb.empty() || (c.verb == "reduce" && c.source != c.target);
         return isPlain && keepsMeaning ? std::optional(0) : std::nullopt;
@@ -189,18 +104,13 @@ Wishes byMethod(std::string_view matrix, std::string_view method) {
 
 std::optional<std::vector<Step>> path(const Format& source, const Format& target, const Wishes& wishes) {
     const int count = static_cast<int>(formats().size());
-    const int start = static_cast<int>(&source - formats().data()), end = static_cast<int>(&target - formats().data());
-    const Content first = contentOf(source), last = contentOf(target);
-    static const std::vector<Content> contents = [] {
-        std::vector<Content> all;
-        for (const Format& f : formats()) all.push_back(contentOf(f));
-        return all;
-    }();
+    // Of formats that differ in the order of planes alone, one stands for all.
+    const int start = source.canonical, end = target.canonical;
     static const std::vector<std::vector<int>> moves = [] {  // formats to which samples of each are moved
         std::vector<std::vector<int>> all(formats().size());
         for (size_t from = 0; from < all.size(); ++from)
             for (size_t to = 0; to < all.size(); ++to)
-                if (from != to && formats()[to].sameAs.empty() && canRearrange(formats()[from], formats()[to]))
+                if (from != to && formats()[to].canonical == static_cast<int>(to) && canRearrange(formats()[from], formats()[to]))
                     all[from].push_back(static_cast<int>(to));
         return all;
     }();
@@ -214,11 +124,9 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
         arrivals[node] = arrival;
         open.emplace(arrival.cost, node);
     };
-    const int goal = representative(end) + wishes.all * count;
-    const auto mayGo = [&](int next) {
-        return next == representative(end) || next == representative(start) || mayLieBetween(contents[next], first, last);
-    };
-    reach(representative(start), {.cost = 0});
+    const int goal = end + wishes.all * count;
+    const auto mayGo = [&](int next) { return next == end || next == start || mayLieBetween(formats()[next], source, target); };
+    reach(start, {.cost = 0});
     while (!open.empty()) {
         const auto [cost, node] = open.top();
         open.pop();
@@ -232,7 +140,7 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
             const std::optional<int> met = wishes.met(c);
             if (met && (*met & before) == 0)
                 reach(c.target + (before | *met) * count,
-                      {cost + costOf(contents[format], contents[c.target]) + costOf(function, c), node, &c});
+                      {cost + costOf(formats()[format], formats()[c.target]) + costOf(function, c), node, &c});
         }
         for (const int next : moves[format])
             if (mayGo(next)) reach(next + before * count, {cost + moving, node, nullptr});
@@ -249,46 +157,23 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
                   .targetOrder = c ? c->targetOrder : std::array<int8_t, 4>{0, 1, 2, 3}};
         steps.insert(steps.begin(), step);
     }
-    if (steps.empty() && start != end) steps.push_back({nullptr, &source, &target, {0, 1, 2, 3}, {0, 1, 2, 3}});
-    if (!steps.empty() && steps.front().conversion)
-        steps.front().sourceOrder = chained(steps.front().sourceOrder, orderOf(source));
-    if (!steps.empty() && steps.back().conversion) steps.back().targetOrder = chained(steps.back().targetOrder, orderOf(target));
+    if (steps.empty() && &source != &target) steps.push_back({nullptr, &source, &target, {0, 1, 2, 3}, {0, 1, 2, 3}});
+    if (!steps.empty() && steps.front().conversion) steps.front().sourceOrder = chained(steps.front().sourceOrder, source.order);
+    if (!steps.empty() && steps.back().conversion) steps.back().targetOrder = chained(steps.back().targetOrder, target.order);
     if (!steps.empty()) steps.front().source = &source, steps.back().target = &target;
     return steps;
 }
 
-ZelSize wholeSites(std::span<const Step> steps) {
-    ZelSize size{1, 1};
+Site wholeSites(std::span<const Step> steps) {
+    Site site;
+    const auto add = [&](Site other) { site = {std::lcm(site.width, other.width), std::lcm(site.height, other.height)}; };
     for (const Step& s : steps) {
-        for (const Format* f : {s.source, s.target})
-            for (const Plane& p : f->usedPlanes())
-                if (f->element != Element::u1) size = {std::max(size.width, p.width), std::max(size.height, p.height)};
-        if (!s.conversion) continue;
-        // Rules that look at rows around take fields of two, or eights of them.
-        if (s.conversion->method == "interlaced") size.height = std::max(size.height, 4);
-        if (s.conversion->method == "filter") size.height = 8;
+        if (s.conversion)
+            add(functions()[s.conversion->function].site);
+        else
+            add(s.source->site), add(s.target->site);
     }
-    if (size.width == 4) size.height = std::max(size.height, 4);  // means between 4:1:1 and 4:2:0 are of squares
-    return size;
-}
-
-uint32_t opaque(Element element) {
-    switch (element) {
-        case Element::u8:
-            return 255;
-        case Element::s8:
-            return 127;
-        case Element::u16:
-            return 65535;
-        case Element::s16:
-            return 32767;
-        case Element::s32:
-            return INT32_MAX;
-        case Element::f32:
-            return std::bit_cast<uint32_t>(1.0f);
-        default:
-            return 1;
-    }
+    return site;
 }
 
 }  // namespace catalog

@@ -2,10 +2,8 @@
 #pragma once
 
 #include <functional>
-#include <optional>
-#include <vector>
 
-#include "catalog/registry.h"
+#include "catalog/names.h"
 
 namespace catalog {
 
@@ -31,19 +29,15 @@ struct Step {
 // its ends: fewer bits or sites of chroma, no colour, no alpha.
 std::optional<std::vector<Step>> path(const Format& source, const Format& target, const Wishes& wishes);
 
-// Images that the steps convert to their last pixel are multiples of this size, and no smaller.
-ZelSize wholeSites(std::span<const Step> steps);
+// Whether a plain way would mix the fields of an interlaced frame: where chroma gets or loses rows.
+bool mixesFields(const Conversion& conversion);
+
+// Images that the steps convert to their last pixel are multiples of this size.
+Site wholeSites(std::span<const Step> steps);
 
 // Whether the formats hold the same samples, but for an alpha that one of them lacks, at different places.
 bool canRearrange(const Format& source, const Format& target);
 // An alpha that the source lacks is filled with opaque().
 void rearrange(const Format& source, const Side& from, const Format& target, const Side& to, ZelSize size);
-
-// What alpha is of what no light passes through, as Call takes it.
-uint32_t opaque(Element element);
-
-// The number of a function or format of that name; none if there is none.
-std::optional<int> formatNumber(std::string_view name);
-std::optional<int> functionNumber(std::string_view name);
 
 }  // namespace catalog

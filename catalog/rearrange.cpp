@@ -1,6 +1,5 @@
 // Samples to where another format has them: by way of a row of each channel, taken apart and put together a block at a time.
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <vector>
 
@@ -52,13 +51,10 @@ struct Slot {
 std::vector<Slot> slotsOf(const Plane& plane, int pixels) {
     std::vector<Slot> slots;
     for (int unit = 0; unit < pixels / plane.width; ++unit)
-        for (std::string_view rest = plane.channels; !rest.empty();) {
-            const size_t end = std::min(rest.find(' '), rest.size());
-            Slot slot{rest.substr(0, end), 0};
-            for (const Slot& s : slots) slot.number += s.channel == slot.channel;
-            slots.push_back(slot);
-            rest.remove_prefix(std::min(end + 1, rest.size()));
-        }
+        plane.forEachSample([&](std::string_view channel) {
+            const auto before = std::ranges::count(slots, channel, &Slot::channel);
+            slots.push_back({channel, static_cast<int>(before)});
+        });
     return slots;
 }
 
@@ -138,20 +134,17 @@ class Mover {
 }  // namespace
 
 void rearrange(const Format& source, const Side& from, const Format& target, const Side& to, ZelSize size) {
-    const uint32_t alpha = opaque(target.element);
+    const auto move = [&](auto alpha) { Mover<decltype(alpha)>(source, from, target, to, size, alpha); };
+    const uint64_t alpha = opaque(target.element);
     switch (bytesOf(target.element)) {
         case 1:
-            Mover<uint8_t>(source, from, target, to, size, static_cast<uint8_t>(alpha));
-            break;
+            return move(static_cast<uint8_t>(alpha));
         case 2:
-            Mover<uint16_t>(source, from, target, to, size, static_cast<uint16_t>(alpha));
-            break;
+            return move(static_cast<uint16_t>(alpha));
         case 4:
-            Mover<uint32_t>(source, from, target, to, size, alpha);
-            break;
+            return move(static_cast<uint32_t>(alpha));
         default:
-            Mover<uint64_t>(source, from, target, to, size, std::bit_cast<uint64_t>(1.0));
-            break;
+            return move(alpha);
     }
 }
 

@@ -1,9 +1,11 @@
 // Every function of the library in one form, for programs that choose among them by name or format: which formats it leads from
-// and to, and a call that takes planes, steps and whatever else as data. registry.cpp is written from the public headers by
-// catalog/write_registry when it is built.
+// and to, a call that takes planes, steps and whatever else as data, and what a caller has to know. registry.cpp is written from
+// the public headers and the tables beside them by catalog/write_registry when it is built.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -19,6 +21,19 @@ constexpr int bytesOf(Element e) {
     return bytes[static_cast<int>(e)];
 }
 
+// The sample of what no light passes through, in as many of the lowest bytes as it has.
+constexpr uint64_t opaque(Element e) {
+    constexpr uint64_t samples[] = {
+        1, UINT8_MAX, INT8_MAX, UINT16_MAX, INT16_MAX, INT32_MAX, std::bit_cast<uint32_t>(1.0f), std::bit_cast<uint64_t>(1.0)};
+    return samples[static_cast<int>(e)];
+}
+
+// Pixels that belong together.
+struct Site {
+    int width = 1, height = 1;
+    bool operator==(const Site&) const = default;
+};
+
 // Units of a few samples that lie side by side; each serves width x height pixels.
 struct Plane {
     std::string_view channels;  // of the samples of a unit, parted by spaces
@@ -31,20 +46,40 @@ struct Plane {
     constexpr int64_t rows(int64_t pixels) const { return (pixels + height - 1) / height; }
     // Samples of a unit, of which a packed word is one.
     constexpr int samples(Element e) const { return bytes / bytesOf(e); }
+    // Calls with the channel of each sample of a unit.
+    template <typename Use>
+    constexpr void forEachSample(Use use) const {
+        for (std::string_view rest = channels; !rest.empty();) {
+            const size_t end = std::min(rest.find(' '), rest.size());
+            use(rest.substr(0, end));
+            rest.remove_prefix(std::min(end + 1, rest.size()));
+        }
+    }
 };
+
+// What the channels of a format mean. Others are spaces that functions convert from and to RGB alone.
+enum class Model : uint8_t { rgb, ycbcr, gray, ycocg, mosaic, other };
 
 struct Format {
     std::string_view name;  // as users of FFmpeg know it, where it has one
     std::string_view title;
     Element element;
     int planeCount;
-    std::array<Plane, 4> planes;       // in the order of a file
-    int grid = -1;                     // of a mosaic, as ZelBayerGrid
-    std::string_view sameAs = {};      // the format that has the same planes in another order, and stands for this one below
-    std::string_view ffmpegName = {};  // where FFmpeg has it
+    std::array<Plane, 4> planes;  // in the order of a file
+    Model model;
+    int bits;  // of the narrowest channel; of floats those that are certain
+    Site site;
+    int alphaPlane;               // -1 if there is no alpha
+    bool isPacked;                // several channels or pixels share a sample
+    int grid;                     // of a mosaic, as ZelBayerGrid; otherwise -1
+    int canonical;                // the number of the format that has the same planes in the order of the functions: often itself
+    std::array<int8_t, 4> order;  // for each plane of that format the plane of this one
+    std::string_view ffmpegName;  // where FFmpeg has it
 
     constexpr std::span<const Plane> usedPlanes() const { return {planes.data(), static_cast<size_t>(planeCount)}; }
 };
+
+constexpr bool hasAlpha(const Format& format) { return format.alphaPlane >= 0; }
 
 // One side of a call: planes in the order of the function's arguments.
 struct Side {
@@ -56,7 +91,7 @@ struct Call {
     Side source, destination;            // a function that works in place has the second alone
     ZelSize size{};                      // of the region, of a mosaic's whole image
     ZelRect region{};                    // of a mosaic
-    uint32_t alpha = UINT32_MAX;         // its low bits, or 1 as a float
+    uint32_t alpha = 0;                  // as opaque() has it
     const void* coefficients = nullptr;  // in the type that the function takes
     float lowest = 0, highest = 1;
     int32_t noise = 0, levels = 256, threshold = 127, bitOffset = 0;
@@ -91,10 +126,17 @@ constexpr bool goesBeyond(Beyond beyond, ZelSize size) {
 // What a function takes beside images, steps and size.
 enum class Extra : uint8_t { alpha, coefficients, range, reduction, threshold, bitOffset, slice, grid, temporary };
 
+// What becomes of the destination's alpha, where it has one beside the channels.
+enum class Alpha : uint8_t { written, kept, zero };
+
+// A function of whatever type.
+using Entry = void (*)();
+
 struct Function {
     std::string_view name;
     std::string_view header;
-    ZelStatus (*call)(const Call&);
+    ZelStatus (*callAt)(Entry, const Call&);  // the function itself, or that of another copy of the library
+    Entry entry;
     Element from, to;
     int8_t sourcePlanes, targetPlanes;  // pointers that it takes; none for the source if it works in place
     bool takesSteps;
@@ -103,11 +145,24 @@ struct Function {
     uint16_t extras = 0;                      // a bit each
     int8_t sourceSteps = 0, targetSteps = 0;  // one is for all planes, more are one each
     bool worksInPlace = false;                // with the same planes and steps on both sides
-    bool keepsAlpha = false;                  // of the destination
-    bool needsEqualSteps = false;             // of the destination's planes of chroma: some samples are placed by the other's
+    Alpha alpha = Alpha::written;
+    bool needsEqualSteps = false;  // of the destination's planes of chroma: some samples are placed by the other's
     Beyond beyond = Beyond::nothing;
+    bool dependsOnProcessor = false;  // on its approximate reciprocal
+    Site site{};                      // only whole ones are converted to their last pixel
+    // An image that is cut between rows at multiples of these comes out as in one call; 0 if every cut may show. By ways to
+    // reduce: to the nearest level, by the thresholds of a matrix, by noise or error diffusion. All are the same for those that
+    // don't reduce.
+    std::array<int8_t, 3> rowsOfParts{};
 
+    ZelStatus call(const Call& c) const { return callAt(entry, c); }
     constexpr bool takes(Extra extra) const { return extras >> static_cast<int>(extra) & 1; }
+    constexpr int rowsOfPart(ZelDitherType dither, bool hasNoise) const {
+        return rowsOfParts[hasNoise || (dither != zelDitherNone && dither != zelDitherBayer) ? 2 : dither == zelDitherBayer];
+    }
+    // Of the memory that Extra::temporary is, for regions of a width.
+    static constexpr int temporaryRows = 30;
+    constexpr int64_t temporaryStep(int32_t width) const { return (int64_t{width} + 6) * bytesOf(from); }
 };
 
 // What a function makes of one format. One that looks at no meaning of its channels serves several.
@@ -122,5 +177,8 @@ struct Conversion {
 std::span<const Format> formats();      // by name
 std::span<const Function> functions();  // by name
 std::span<const Conversion> conversions();
+
+inline int numberOf(const Format& format) { return static_cast<int>(&format - formats().data()); }
+inline const Format& canonical(const Format& format) { return formats()[static_cast<size_t>(format.canonical)]; }
 
 }  // namespace catalog

@@ -4,12 +4,19 @@
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/remove_rpaths.cmake)
+if(CMAKE_CROSSCOMPILING AND processor STREQUAL aarch64)
+    # What looks for an architecture and for dependencies looks at the machine at hand. The newest function
+    # that is asked of the C library is pow as of 2.29.
+    set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE arm64)
+    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS OFF)
+    set(libc_package "libc6 (>= 2.29)")
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_PACKAGE_CONTACT "zelCC maintainers <maintainers@zelcc.invalid>")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_CURRENT_BINARY_DIR} ${CMAKE_CURRENT_BINARY_DIR}/video
     ${CMAKE_CURRENT_BINARY_DIR}/zelcore)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
@@ -19,7 +26,7 @@ set(package_summary "image colour conversion, exact to the last bit")
 set(package_text "Plain C functions that convert images between RGB, luma-chroma at every
 subsampling, packed 16-bit pixels, gray and colorimetric spaces, change their
 gamma and depth, and reconstruct raw sensor mosaics. Results are defined to the
-last bit; SSSE3, AVX2 or AVX-512 is used, whichever the processor has.")
+last bit; the widest vector unit that the processor has is used.")
 
 # What every package has in its folder of documents.
 file(WRITE ${package_files}/changelog "zelcc (${PROJECT_VERSION}) unstable; urgency=medium
@@ -56,7 +63,7 @@ function(add_package component name section summary)
     set(CPACK_COMPONENTS_ALL ${CPACK_COMPONENTS_ALL} ${component} PARENT_SCOPE)
 endfunction()
 
-add_package(runtime libzelcc8 libs "library")
+add_package(runtime libzelcc8 libs "library" ${libc_package})
 add_package(development libzelcc-dev libdevel "development files" "libzelcc8 (= ${PROJECT_VERSION})")
 if(ZELCC_TOOLS)
     add_package(tools zelcc graphics "converter for files and streams" "libzelcc8 (= ${PROJECT_VERSION})")

@@ -45,6 +45,19 @@ class Results {
         std::printf("%s: %d x %d\n", path.c_str(), frame.size.width, frame.size.height);
     }
 
+    // What shows most at a glance.
+    void recommend() const {
+        constexpr const char* views[][2] = {
+            {"fields-detail", "chroma of an interlaced frame, fields mixed and fields kept apart"},
+            {"tone-mapped", "three exposures merged, by their maximum and by their mean"},
+            {"hue-turned", "hues turned by steps of 60 degrees"},
+            {"rgb444-bands", "a sky in 444, low bits cut off and dithered"},
+            {"4-levels-detail", "four levels by every method, beside the original"},
+            {"mosaic-rggb-detail", "a mosaic by both methods, beside the original"}};
+        std::printf("\nLook first at\n");
+        for (const auto& [name, words] : views) std::printf("%s%s.png: %s\n", start_.c_str(), name, words);
+    }
+
   private:
     std::string start_;
 };
@@ -125,6 +138,7 @@ bool convert(const fs::path& path, const fs::path& folder) {
     const bool areWordsComplete = show("Packed 16-bit words, the low bits cut off and dithered", packedWords(original), results);
     const bool areLevelsComplete = show("Few levels, without noise and with it", dithers(original), results);
     const bool areMosaicsComplete = show("Colours from the mosaics of raw sensors", mosaics(original), results);
+    results.recommend();
     return areLayoutsComplete && areFieldsComplete && areIntensitiesComplete && areSpacesComplete && areWordsComplete &&
            areLevelsComplete && areMosaicsComplete;
 }

@@ -1,5 +1,6 @@
 #include "result_table.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -23,16 +24,18 @@ std::string statusName(ZelStatus status) {
 }  // namespace
 
 void printTable(const std::vector<Conversion>& conversions) {
-    std::printf("%-38s %-18s %10s %13s %14s\n", "conversion", "status", "mean error", "largest error", "megapixels/s");
+    int name = 0;  // columns of the longest one
+    for (const Conversion& conversion : conversions) name = std::max(name, static_cast<int>(conversion.name.size()));
+    std::printf("%-*s %-17s %10s %13s %13s\n", name, "conversion", "status", "mean error", "largest error", "megapixels/s");
     for (const Conversion& conversion : conversions) {
-        std::printf("%-38s %-18s ", conversion.name.c_str(), statusName(conversion.status).c_str());
+        std::printf("%-*s %-17s ", name, conversion.name.c_str(), statusName(conversion.status).c_str());
         if (conversion.error)
             std::printf("%10.3f %13d ", conversion.error->mean, conversion.error->largest);
         else
             std::printf("%10s %13s ", "", "");
         if (conversion.status < 0)
-            std::printf("%14s\n", "");
+            std::printf("%13s\n", "");
         else
-            std::printf("%14.0f\n", conversion.megapixelsPerSecond);
+            std::printf("%13.0f\n", conversion.megapixelsPerSecond);
     }
 }

@@ -1,10 +1,11 @@
-// Cases of the exports that are no rows of the models' table. Each returns what is wrong, if anything.
+// Cases that are no comparison of a row of the models' table with its model. Each returns what is wrong, if anything.
 #pragma once
 
 #include <optional>
 #include <string>
 
 #include "choices.h"
+#include "model/export.h"
 
 namespace fuzz {
 
@@ -13,5 +14,8 @@ std::optional<std::string> tryMosaic(Choices& choices);
 
 // Bytes to bits.
 std::optional<std::string> tryBits(Choices& choices);
+
+// A call with arguments that are wrong, or memory that overlaps.
+std::optional<std::string> tryHostile(const model::Export& tested, Choices& choices);
 
 }  // namespace fuzz

@@ -1,5 +1,6 @@
-// Fuzz target: one call of an export on planes that end with their last byte, beside its model. The input picks the export, the
-// size, the offsets and steps of all planes and their content. ZELCC_TEST_FEATURES picks the level, as in the tests.
+// Fuzz target: one call of an export on planes that end with their last byte, beside its model, or one with wrong arguments. The
+// input picks the export, the size, the offsets and steps of all planes and their content. ZELCC_TEST_FEATURES picks the level,
+// as in the tests.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -108,9 +109,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const int ofConversions = static_cast<int>(exports.size());
     fuzz::Choices choices(data, size);
     const int chosen = choices.below(ofConversions + ofMosaics + ofBits);
-    const auto fault = chosen < ofConversions               ? fuzz::tryConversion(*exports[chosen], choices)
-                       : chosen < ofConversions + ofMosaics ? fuzz::tryMosaic(choices)
-                                                            : fuzz::tryBits(choices);
+    const auto fault = chosen < ofConversions && choices.below(3) == 0 ? fuzz::tryHostile(*exports[chosen], choices)
+                       : chosen < ofConversions                        ? fuzz::tryConversion(*exports[chosen], choices)
+                       : chosen < ofConversions + ofMosaics            ? fuzz::tryMosaic(choices)
+                                                                       : fuzz::tryBits(choices);
     if (fault) {
         std::fprintf(stderr, "%s\n", fault->c_str());
         std::abort();

@@ -247,12 +247,25 @@ bool slice(const Binding& b, Arguments& a, catalog::Call& call) {
     return true;
 }
 
+// A grid by its number, or as the formats of mosaics write it.
+bool gridOf(const Binding& b, const Arguments& a, int32_t& value) {
+    if (!PyUnicode_Check(a.given[grid])) return integer(b, a, grid, value);
+    static_assert(zelBayerBGGR == 0 && zelBayerRGGB == 1 && zelBayerGBRG == 2 && zelBayerGRBG == 3);
+    constexpr const char* names[] = {"bggr", "rggb", "gbrg", "grbg"};
+    for (int i = 0; i < 4; ++i) {
+        if (PyUnicode_CompareWithASCIIString(a.given[grid], names[i]) != 0) continue;
+        value = i;
+        return true;
+    }
+    return refuse(b, "grid", "must be one of bggr, rggb, gbrg and grbg, or their number");
+}
+
 bool mosaic(const Binding& b, const Arguments& a, catalog::Call& call, ZelSize whole) {
     if (!a.given[grid]) {
         PyErr_Format(PyExc_TypeError, "%s() missing 1 required keyword argument: 'grid'", b.method.ml_name);
         return false;
     }
-    if (!integer(b, a, grid, call.grid)) return false;
+    if (!gridOf(b, a, call.grid)) return false;
     call.region = {0, 0, whole.width, whole.height};
     if (!a.given[region] || a.given[region] == Py_None) return true;
     PyObject* const items = PySequence_Tuple(a.given[region]);
@@ -363,7 +376,8 @@ bool checkOverlap(const Binding& b, const Image& from, const Image& to) {
 
 // Where a call may leave pixels of its destination alone.
 bool leavesSome(const Function& f, ZelSize size) {
-    return f.keepsAlpha || f.takes(Extra::reduction) || f.takes(Extra::slice) || size.width % 8 != 0 || size.height % 8 != 0;
+    return f.alpha != catalog::Alpha::written || f.takes(Extra::reduction) || f.takes(Extra::slice) || size.width % 8 != 0 ||
+           size.height % 8 != 0;
 }
 
 PyObject* run(const Binding& b, Arguments& a) {
@@ -410,9 +424,9 @@ PyObject* run(const Binding& b, Arguments& a) {
         call.size.height -= a.above;
     }
     if (f.takes(Extra::temporary)) {
-        const int64_t step = (int64_t{call.region.width} + 6) * catalog::bytesOf(f.from);
+        const int64_t step = f.temporaryStep(call.region.width);
         if (step > INT32_MAX) return refuse(b, "region", "is too wide"), nullptr;
-        a.temporary.reset(new (std::nothrow) uint8_t[static_cast<size_t>(step * 30)]);
+        a.temporary.reset(new (std::nothrow) uint8_t[static_cast<size_t>(step * Function::temporaryRows)]);
         if (!a.temporary) return PyErr_NoMemory();
         call.temporary = a.temporary.get();
         call.temporaryStep = static_cast<int32_t>(step);
@@ -455,7 +469,7 @@ void bindAll() {
         b = {.function = &f,
              .source = imageForm(catalog::formats()[c.source], c.sourceOrder, f.sourceSteps),
              .target = imageForm(catalog::formats()[c.target], c.targetOrder, f.targetSteps),
-             .opaque = catalog::opaque(f.to),
+             .opaque = static_cast<uint32_t>(catalog::opaque(f.to)),
              .levels = catalog::bytesOf(f.to) == 1 ? 256 : 65536,
              .coefficients = coefficientNames()[c.function],
              .method = {f.name.data(), reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(callFunction)),

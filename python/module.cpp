@@ -6,6 +6,7 @@
 #include <numpy/arrayobject.h>
 
 #include <string>
+#include <vector>
 
 #include "catalog/path.h"
 
@@ -61,7 +62,7 @@ PyObject* stepObject(const catalog::Step& step) {
     return Py_BuildValue("(NNNNNO)", function ? text(function->name) : Py_NewRef(Py_None), text(step.source->name),
                          text(step.target->name), orderObject(step.sourceOrder, step.source->planeCount),
                          orderObject(step.targetOrder, step.target->planeCount),
-                         !function || !function->keepsAlpha ? Py_True : Py_False);
+                         !function || function->alpha == catalog::Alpha::written ? Py_True : Py_False);
 }
 
 // (steps, width and height of whole sites), or None where no way leads.
@@ -81,7 +82,7 @@ PyObject* findPath(PyObject*, PyObject* arguments) {
         }
         PyTuple_SET_ITEM(steps, static_cast<Py_ssize_t>(i), step);
     }
-    const ZelSize sites = catalog::wholeSites(*found);
+    const catalog::Site sites = catalog::wholeSites(*found);
     return Py_BuildValue("(Nii)", steps, sites.width, sites.height);
 }
 
@@ -117,9 +118,36 @@ PyObject* rearrange(PyObject*, PyObject* arguments) {
     Py_RETURN_NONE;
 }
 
+// The version, and which names are public: all that begin without an underscore.
+bool addNames(PyObject* module) {
+    PyObject* const all = PyList_New(0);
+    bool isGood = all != nullptr;
+    PyObject *name, *value;
+    for (Py_ssize_t i = 0; isGood && PyDict_Next(PyModule_GetDict(module), &i, &name, &value);)
+        if (PyUnicode_ReadChar(name, 0) != '_') isGood = PyList_Append(all, name) == 0;
+    isGood = isGood && PyList_Sort(all) == 0 && PyModule_AddObjectRef(module, "__all__", all) == 0;
+    Py_XDECREF(all);
+    return isGood && PyModule_AddStringConstant(module, "__version__", ZELCC_VERSION) == 0;
+}
+
+// The end of a sentence about a word that is none of the names.
+PyObject* suggestion(PyObject*, PyObject* arguments) {
+    const char* word;
+    PyObject* all;
+    if (!PyArg_ParseTuple(arguments, "sO!", &word, &PyTuple_Type, &all)) return nullptr;
+    std::vector<std::string_view> names;
+    for (Py_ssize_t i = 0; i < PyTuple_GET_SIZE(all); ++i) {
+        const char* const name = PyUnicode_AsUTF8(PyTuple_GET_ITEM(all, i));
+        if (!name) return nullptr;
+        names.emplace_back(name);
+    }
+    return text(catalog::suggestion(word, names));
+}
+
 PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},
                          {"_path", findPath, METH_VARARGS, nullptr},
                          {"_rearrange", rearrange, METH_VARARGS, nullptr},
+                         {"_suggestion", suggestion, METH_VARARGS, nullptr},
                          {}};
 
 PyModuleDef definition{.m_base = PyModuleDef_HEAD_INIT,
@@ -138,7 +166,7 @@ PyModuleDef definition{.m_base = PyModuleDef_HEAD_INIT,
 PyMODINIT_FUNC PyInit__native() {
     import_array();
     PyObject* const module = PyModule_Create(&zelpy::definition);
-    if (module && !zelpy::addFunctions(module)) {
+    if (module && !(zelpy::addFunctions(module) && zelpy::addNames(module))) {
         Py_DECREF(module);
         return nullptr;
     }

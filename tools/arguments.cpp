@@ -1,11 +1,14 @@
 #include "tools/arguments.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <new>
 
+#include "catalog/names.h"
 #include "tools/bench.h"
 #include "tools/check.h"
+#include "tools/colorimetry.h"
 #include "tools/convert.h"
 #include "tools/errors.h"
 #include "tools/info.h"
@@ -26,26 +29,33 @@ Examples:
   zelcc list formats planes                             all formats of several planes
   zelcc check                                           are the results what they should be?
 
-Exit codes: 0 done, 1 the data are wrong or a check failed, 2 wrong usage, 3 no functions lead there, 4 a file can't be opened,
-read or written. The manual page zelcc(1) says more.)";
+Exit codes: 0 done, 1 the data are wrong or a check failed, 2 wrong usage, 3 no functions lead there or take such data, 4 a file
+can't be opened, read or written. The manual page zelcc(1) says more.)";
 
 void addWishes(CLI::App& app, ConvertOptions& options) {
     Wishes& w = options.wishes;
     const auto names = [](auto... name) { return CLI::IsMember(std::vector<std::string>{name...}); };
     app.option_defaults()->group("How");
-    app.add_option("--matrix", w.matrix, "By which luma and chroma are made: 601 (default), 709, 709-full or yuv")
-        ->check(names("601", "709", "709-full", "yuv"));
+    app.add_option("--matrix", options.matrix, "By which luma and chroma are made: 601 (default), 709, 709-full or yuv")
+        ->check(CLI::IsMember(matrixNames()));
+    app.add_option("--range", options.range, "Of luma and chroma, whatever the input says: limited or full")
+        ->check(names("limited", "full"));
+    app.add_option("--location", options.location, "Of the input's chroma, whatever it says: left, center or topleft")
+        ->check(names("left", "center", "topleft"));
     app.add_option("--demosaic", w.demosaic, "Colours of a mosaic: bilinear (default) or ahd")->check(names("bilinear", "ahd"));
     app.add_flag("--filter", w.filter, "Interpolate chroma instead of repeating it");
-    app.add_flag("--interlaced", w.interlaced, "Keep the fields apart where chroma gets or loses rows");
+    CLI::Option* fields = app.add_flag("--interlaced", w.interlaced, "Keep the fields apart where chroma gets or loses rows");
+    app.add_flag("--progressive", options.isProgressive, "Take frames as whole, whatever the input says")->excludes(fields);
     app.add_option("--dither", w.dither, "none, bayer, floyd-steinberg, jarvis or stucki, where samples get fewer levels")
         ->check(names("none", "bayer", "floyd-steinberg", "jarvis", "stucki"));
-    app.add_option("--levels", w.levels, "Reduce samples to so many levels")->check(CLI::Range(2, 65536));
+    app.add_option("--levels", w.levels, "Reduce samples to so many levels; of some numbers, as 8 and 32, white may become 254")
+        ->check(CLI::Range(2, 65536));
     app.add_option("--noise", w.noise, "Percent of noise at the thresholds of levels")->check(CLI::Range(0, 100));
     app.add_option("--threshold", w.threshold, "Above it a pixel of monob is white (127)")->check(CLI::Range(0, 255));
     app.add_option("--gamma", w.gamma, "forward (to the video curve) or inverse (to linear light)")
         ->check(names("forward", "inverse"));
-    app.add_option("--range", options.range, "Of floats in gamma correction, as LOWEST,HIGHEST (0,1)")->type_name("RANGE");
+    app.add_option("--gamma-range", options.gammaRange, "Of floats in gamma correction, as LOWEST,HIGHEST (0,1)")
+        ->type_name("RANGE");
     app.add_option("--tone-map", w.toneMap, "Floats to bytes by their maximum or mean")->check(names("maximum", "mean"));
     app.add_option("--twist", w.twist, "Colour matrix of 12 or 16 numbers, rows of 4")->delimiter(',')->allow_extra_args(false);
     app.add_option("--weights", w.weights, "Of red, green and blue in gray")->delimiter(',')->allow_extra_args(false);
@@ -105,14 +115,26 @@ void addOthers(CLI::App& app, int& code) {
     benches->callback([&code] { code = bench(timing); });
 }
 
+// Other words than commands would be told as a missing command.
+void checkCommand(const CLI::App& app, std::string_view word) {
+    std::vector<std::string_view> names;
+    const auto commands = app.get_subcommands([](const CLI::App*) { return true; });
+    for (const CLI::App* command : commands) names.push_back(command->get_name());
+    if (word.starts_with('-') || std::ranges::find(names, word) != names.end()) return;
+    throw UsageError("there is no command \"" + std::string(word) + '"' + catalog::suggestion(word, names));
+}
+
 int report(const char* message, ExitCode code) {
     std::fprintf(stderr, "zelcc: %s\n", message);
     return code;
 }
 
-}  // namespace
+// An error that was met when the buffer was written before counts as well.
+void flushOutput() {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) throw FileError("cannot write the standard output");
+}
 
-int run(int count, char** arguments) {
+int parse(int count, char** arguments) {
     CLI::App app("Colour conversion of images and video, with results defined to the last bit", "zelcc");
     app.require_subcommand(1);
     app.set_version_flag("--version", "zelcc " ZELCC_VERSION);
@@ -123,16 +145,27 @@ int run(int count, char** arguments) {
     app.footer(examples);  // now, or the commands would have it too
     try {
         currentLevel();  // a level that isn't there is an error whatever is done
+        checkCommand(app, count > 1 ? arguments[1] : "-");
         app.parse(count, arguments);
-        if (std::fflush(stdout) != 0) throw FileError("cannot write the standard output");
     } catch (const CLI::ParseError& e) {
-        return app.exit(e) == 0 ? success : usage;
+        if (app.exit(e) != 0) return usage;
+    }
+    flushOutput();
+    return code;
+}
+
+}  // namespace
+
+int run(int count, char** arguments) {
+    try {
+        return parse(count, arguments);
     } catch (const Error& e) {
         return report(e.what(), e.code);
     } catch (const std::bad_alloc&) {
-        return report("there is not enough memory; is --size right?", failure);
+        return report("there is not enough memory for frames of that size", failure);
+    } catch (const std::exception& e) {
+        return report(e.what(), failure);
     }
-    return code;
 }
 
 }  // namespace tool

@@ -1,6 +1,8 @@
 #include "tools/bytes.h"
 
 #include <fcntl.h>
+#include <poll.h>
+#include <sys/eventfd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -35,15 +37,31 @@ Source::Source(const std::string& path)
     if (file_ < 0) fail("open", name_);
     struct stat status {};
     if (fstat(file_, &status) == 0 && S_ISREG(status.st_mode)) fileSize_ = status.st_size;
+    if (fileSize_ < 0) stop_ = eventfd(0, EFD_CLOEXEC);
     widen(file_);
 }
 
 Source::~Source() {
     if (file_ != STDIN_FILENO) ::close(file_);
+    if (stop_ >= 0) ::close(stop_);
 }
+
+bool Source::isAt(const std::string& sinkPath) const {
+    struct stat in {
+    }, out{};
+    const int found = isStandard(sinkPath) ? fstat(STDOUT_FILENO, &out) : stat(sinkPath.c_str(), &out);
+    return found == 0 && fstat(file_, &in) == 0 && (S_ISREG(in.st_mode) || S_ISBLK(in.st_mode)) && in.st_dev == out.st_dev &&
+           in.st_ino == out.st_ino;
+}
+
+void Source::stop() { eventfd_write(stop_, 1); }
 
 size_t Source::fetch(void* to, size_t count) {
     while (true) {
+        if (stop_ >= 0) {
+            pollfd ready[] = {{stop_, POLLIN, 0}, {file_, POLLIN, 0}};
+            if (poll(ready, 2, -1) > 0 && ready[0].revents) return 0;
+        }
         const ssize_t got = ::read(file_, to, count);
         if (got >= 0) return static_cast<size_t>(got);
         if (errno != EINTR) fail("read", name_);
@@ -100,9 +118,7 @@ std::optional<std::string> Source::line(size_t longest) {
 }
 
 Sink::Sink(const std::string& path)
-    : name_(isStandard(path) ? "the standard output" : path),
-      file_(isStandard(path) ? STDOUT_FILENO : open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
-    if (file_ < 0) fail("write", name_);
+    : name_(isStandard(path) ? "the standard output" : path), file_(isStandard(path) ? STDOUT_FILENO : openFor(path)) {
     widen(file_);
 }
 
@@ -110,7 +126,28 @@ Sink::~Sink() {
     if (file_ >= 0 && file_ != STDOUT_FILENO) ::close(file_);
 }
 
+int Sink::openFor(const std::string& path) {
+    const int there = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    if (there < 0 && errno != ENOENT) fail("write", name_);
+    struct stat old {};
+    if (there >= 0 && (fstat(there, &old) != 0 || !S_ISREG(old.st_mode))) return there;
+    replacement_.emplace(path, there >= 0 ? &old : nullptr);
+    if (replacement_->file() >= 0) {
+        if (there >= 0) ::close(there);
+        return replacement_->file();
+    }
+    if (there < 0) fail("write", name_);
+    replacement_.reset();
+    isUncut_ = true;
+    return there;
+}
+
+void Sink::cut() {
+    if (std::exchange(isUncut_, false) && ftruncate(file_, 0) != 0) fail("write", name_);
+}
+
 void Sink::write(const void* from, size_t count) {
+    cut();
     auto* at = static_cast<const uint8_t*>(from);
     while (count) {
         const ssize_t done = ::write(file_, at, count);
@@ -122,8 +159,10 @@ void Sink::write(const void* from, size_t count) {
 }
 
 void Sink::close() {
+    cut();
     const int file = std::exchange(file_, -1);
     if (file >= 0 && file != STDOUT_FILENO && ::close(file) != 0) fail("write", name_);
+    if (replacement_ && !replacement_->takePlace()) fail("write", name_);
 }
 
 }  // namespace tool

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tools/replacement.h"
+
 namespace tool {
 
 class Source {
@@ -20,6 +22,10 @@ class Source {
 
     const std::string& name() const { return name_; }
     int64_t fileSize() const { return fileSize_; }  // -1 of what is no plain file
+    // Whether the path of a sink leads to this very file, by whatever name.
+    bool isAt(const std::string& sinkPath) const;
+    // From another thread: whoever waits for more bytes finds the end instead.
+    void stop();
     // Fills the memory as far as there are bytes, and returns how many there were.
     size_t read(void* to, size_t count);
     // The next bytes without taking them; fewer at the end.
@@ -36,12 +42,13 @@ class Source {
     bool fetchMore();  // into the buffer; false at the end, or if it is full
 
     std::string name_;
-    int file_;
+    int file_, stop_ = -1;  // an event, where bytes may be waited for
     int64_t fileSize_ = -1;
     std::vector<uint8_t> buffer_;
     size_t begin_ = 0, end_ = 0;
 };
 
+// A plain file has what it had before until close(), where the system lets another one be written beside it.
 class Sink {
   public:
     explicit Sink(const std::string& path);  // "-" is the standard output
@@ -54,7 +61,12 @@ class Sink {
     void close();  // throws where the system tells of an error only now
 
   private:
+    int openFor(const std::string& path);
+    void cut();
+
     std::string name_;
+    std::optional<Replacement> replacement_;
+    bool isUncut_ = false;  // a plain file that is written where it is, and has what it had before
     int file_;
 };
 

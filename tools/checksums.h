@@ -13,12 +13,17 @@ namespace tool {
 // Computed at the level of this process.
 uint64_t checksum(const Function& function);
 
-// Some results of these come from the processor's approximate reciprocal, so that none are published.
-bool hangsOnProcessor(const Function& function);
-
 struct Published {
     std::string version, sum;
 };
+// The sum of a function that takes the processor's approximate reciprocal begins so. What follows is the sum of all processors
+// that have none and divide.
+constexpr std::string_view byProcessor = "by-processor:";
+// Whether this one has.
+bool approximatesReciprocals();
+// What this processor is to give, empty where only its levels can be compared.
+std::string_view wantedSum(const Published& entry);
+
 // By function, oldest first.
 using Checksums = std::map<std::string, std::vector<Published>, std::less<>>;
 

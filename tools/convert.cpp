@@ -1,12 +1,12 @@
 #include "tools/convert.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <thread>
 
+#include "tools/colorimetry.h"
 #include "tools/errors.h"
+#include "tools/foreign.h"
 #include "tools/output.h"
 #include "tools/sizes.h"
 #include "tools/stages.h"
@@ -26,8 +26,11 @@ bool hasSameBytes(const Format& a, const Format& b) {
 const FileKind* inputKind(const ConvertOptions& options, Source& source) {
     if (options.inputKind != "auto") return kindNamed(options.inputKind);
     if (!options.size.empty()) return nullptr;
-    constexpr size_t longestMagic = 16;
-    if (const FileKind* kind = kindByContent(source.peek(longestMagic))) return kind;
+    if (source.atEnd()) throw DataError(source.name() + " is empty");
+    const std::string_view begin = source.peek(longestMagic);
+    if (const FileKind* kind = kindByContent(begin)) return kind;
+    if (const auto foreign = foreignFile(begin))
+        throw UnsupportedError(source.name() + " can't be read here, for it is " + *foreign + " (of raw frames, give --size)");
     if (const FileKind* kind = kindByName(options.input))
         throw DataError(options.input + " is no " + std::string(kind->name) +
                         " file, whatever its name; of a raw one, give --size");
@@ -37,8 +40,6 @@ const FileKind* inputKind(const ConvertOptions& options, Source& source) {
 std::unique_ptr<Reader> open(const ConvertOptions& options, Source& source) {
     if (const FileKind* kind = inputKind(options, source)) {
         auto reader = kind->read(source);
-        if (std::max(reader->size().width, reader->size().height) > largestSide)
-            throw DataError(source.name() + ": frames have more than " + std::to_string(largestSide) + " pixels a side");
         if (!options.size.empty() && parseSize(options.size) != reader->size())
             throw UsageError("--size differs from the size in " + source.name());
         return reader;
@@ -60,41 +61,66 @@ const Format& sourceFormat(const ConvertOptions& options, const Reader& reader) 
 void checkFiles(const ConvertOptions& options) {
     if (options.input.empty() || options.output.empty())
         throw UsageError("name the input and the output, - for a pipe, or give --from, --to and --dry-run to see the way");
-    struct stat in {
-    }, out{};
-    if (options.input != "-" && options.output != "-" && stat(options.input.c_str(), &in) == 0 &&
-        stat(options.output.c_str(), &out) == 0 && S_ISREG(in.st_mode) && in.st_dev == out.st_dev && in.st_ino == out.st_ino)
-        throw UsageError("input and output are the same file; give the output another name");
+}
+
+void refuseFolder(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
+        throw FileError("cannot write " + path + ": it is a folder; name a file in it");
 }
 
 void checkNumbers(ConvertOptions& options) {
     const size_t twists = options.wishes.twist.size(), weights = options.wishes.weights.size();
     if (twists != 0 && twists != 12 && twists != 16) throw UsageError("--twist takes 12 or 16 numbers with commas between them");
     if (weights != 0 && weights != 3) throw UsageError("--weights takes three numbers, as in 0.3,0.6,0.1");
-    if (options.range.empty()) return;
+    if (options.gammaRange.empty()) return;
     int end = 0;
-    const int found = std::sscanf(options.range.c_str(), "%f,%f%n", &options.wishes.lowest, &options.wishes.highest, &end);
-    if (found != 2 || end != static_cast<int>(options.range.size()))
-        throw UsageError("--range takes two numbers, as in 0,1, not \"" + options.range + '"');
+    const int found = std::sscanf(options.gammaRange.c_str(), "%f,%f%n", &options.wishes.lowest, &options.wishes.highest, &end);
+    if (found != 2 || end != static_cast<int>(options.gammaRange.size()))
+        throw UsageError("--gamma-range takes two numbers, as in 0,1, not \"" + options.gammaRange + '"');
 }
 
 int threadsOf(const ConvertOptions& options) {
     return options.threads > 0 ? options.threads : std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
 
-int showWay(const ConvertOptions& options, const Format& from) {
-    const Format& to = targetFormat(options, from);
-    std::fputs(describe(wayOrRefusal(canonical(from), canonical(to), options.wishes)).c_str(), stdout);
+int showWay(const Way& way) {
+    std::fputs(describe(way).c_str(), stdout);
     return success;
 }
 
-// Whoever asked for one conversion is told that it became several.
+void tell(const std::string& text) { std::fprintf(stderr, "zelcc: %s\n", text.c_str()); }
+
 void tellWay(const Way& way) {
-    if (way.size() < 2) return;
     std::string functions;
     for (const Step& step : way)
         functions += (functions.empty() ? "" : ", ") + (step.moves() ? "moved samples" : std::string(step.function().name));
-    std::fprintf(stderr, "zelcc: by %s\n", functions.c_str());
+    tell("by " + (functions.empty() ? "copied planes" : functions));
+}
+
+// A dither to as many levels as there are.
+bool reducesNothing(const Step& step, const Wishes& wishes) {
+    return step.conversion->verb == "reduce" && step.targetFormat().bits >= step.sourceFormat().bits && !wishes.levels &&
+           wishes.noise.value_or(0) == 0 && wishes.ditherType() != zelDitherNone;
+}
+
+bool keepsAlpha(const Step& step) {
+    return hasAlpha(step.targetFormat()) && step.alpha != Alpha::opaqueBefore && step.alpha != Alpha::opaqueAfter;
+}
+
+// What a caller may not expect of the result.
+void tellLosses(const Format& from, const Decision& d) {
+    const std::string source(from.name), target(d.to.name);
+    if (hasAlpha(from) && !hasAlpha(d.to)) tell("alpha is left out, for " + target + " has none");
+    if (hasAlpha(from) && hasAlpha(d.to) && !std::ranges::all_of(d.way, keepsAlpha))
+        tell("alpha becomes opaque, for not all functions on the way keep it");
+    for (const Step& step : d.way) {
+        if (step.moves()) continue;
+        if (reducesNothing(step, d.wishes))
+            tell("--dither changes nothing, for " + target + " has all levels of " + source + "; --levels takes fewer");
+        if (step.sourceFormat().model == Model::ycbcr && step.targetFormat().model == Model::gray)
+            tell("gray is luma as it is: in limited range black is 16 and white 235");
+    }
 }
 
 }  // namespace
@@ -103,26 +129,34 @@ int convert(ConvertOptions options) {
     checkNumbers(options);
     if (options.isDry && options.input.empty()) {
         if (options.from.empty()) throw UsageError("--dry-run takes --from or an input");
-        return showWay(options, formatNamed(options.from));
+        const Format& from = formatNamed(options.from);
+        return showWay(decide(options, {.name = "the input", .colour = {}}, from).way);
     }
     checkFiles(options);
+    refuseFolder(options.output);
     Source source(options.input);
     const auto reader = open(options, source);
     const Format& from = sourceFormat(options, *reader);
-    if (options.isDry) return showWay(options, from);
+    const Stated stated{source.name(), reader->colour(), reader->timing().interlacing};
+    const Decision decision = decide(options, stated, from);
+    if (options.isDry) return showWay(decision.way);
 
-    const Format& to = targetFormat(options, from);
-    const Way way = wayOrRefusal(canonical(from), canonical(to), options.wishes);
-    if (!options.isQuiet) tellWay(way);
-    const Rect part = parseCrop(options.crop, from, reader->size());
-    FrameKind kind{to, part.size, reader->timing(), options.wishes.matrix == "709-full"};
-    if (options.wishes.interlaced && kind.timing.interlacing == "p") kind.timing.interlacing = "t";
+    const Format& to = decision.to;
+    const Rect part = parseCrop(options.crop, from, reader->size(), hasFields(options, stated));
+    if (!options.isQuiet) {
+        tellWay(decision.way);
+        tellLosses(from, decision);
+    }
+    FrameKind kind{to, part.size, reader->timing(), decision.colour};
+    kind.timing.interlacing = decision.interlacing;
 
-    Converter converter({from, to, reader->size(), part, way, options.wishes}, threadsOf(options));
-    Output output(options, kind);
-    Progress progress(options.frames < 0 ? reader->frameCount() : options.frames, options.isQuiet);
-    convertAll(*reader, converter, output.writer(), options.frames, progress);
-    output.close();
+    Converter converter({from, to, reader->size(), part, decision.way, decision.wishes}, threadsOf(options));
+    const bool hasFewer = reader->frameCount() >= 0 && reader->frameCount() < options.frames;
+    const int64_t frameCount = options.frames < 0 || hasFewer ? reader->frameCount() : options.frames;
+    Output output(options, kind, source, frameCount);
+    Progress progress(frameCount, options.isQuiet);
+    convertAll(*reader, converter, output, options.frames, progress);
+    if (!options.isQuiet && !reader->leftOut().empty()) tell(source.name() + ": " + reader->leftOut() + " are left out");
     return success;
 }
 

@@ -13,7 +13,7 @@ namespace {
 constexpr int bytesBetweenSteps = 1 << 18;  // of a strip, so that the next step finds them in a near cache
 
 Site siteOfAll(const Job& job) {
-    Site site = common(siteOf(job.from), siteOf(job.to));
+    Site site = common(job.from.site, job.to.site);
     for (const Step& step : job.way) site = common(site, step.site(job.wishes));
     return site;
 }
@@ -34,13 +34,13 @@ int stripRows(const Job& job, Size laid, int threads) {
     return roundUp(std::clamp(limit, 1, rows), siteOfAll(job).height);
 }
 
-std::string reason(ZelStatus status) {
-    if (status == zelStsSizeErr) return "the image is too small for it";
-    if (status == zelStsMemAllocErr) return "there is no memory left";
-    if (status == zelStsDitherLevelsErr) return "it has no such number of levels; ask for fewer, at least 2";
-    if (status == zelStsNoiseValErr) return "noise goes from 0 to 100";
-    if (status == zelStsRangeErr) return "the upper end of the range has to be above the lower one";
-    return "status " + std::to_string(status);
+[[noreturn]] void refuse(const Function& function, ZelStatus status) {
+    const std::string what = std::string(function.name) + " refuses the image: ";
+    if (status == zelStsSizeErr) throw UnsupportedError(what + "it is too small");
+    if (status == zelStsDitherLevelsErr) throw UsageError(what + "it has no such number of levels; ask for fewer, at least 2");
+    if (status == zelStsNoiseValErr) throw UsageError(what + "noise goes from 0 to 100");
+    if (status == zelStsRangeErr) throw UsageError(what + "the upper end of --gamma-range has to be above the lower one");
+    throw DataError(what + (status == zelStsMemAllocErr ? "there is no memory left" : "status " + std::to_string(status)));
 }
 
 catalog::Side sideOf(const Planes& planes, const std::array<int8_t, 4>& order, int count) {
@@ -70,10 +70,9 @@ Converter::Converter(Job job, int threads)
         for (size_t i = 1; i < job_.way.size(); ++i)
             room.frames.emplace_back(job_.way[i].sourceFormat(), Size{laid_.width, stripRows_});
         for (const Step& step : job_.way) {
-            // 30 rows of six samples more than the image has.
             if (!step.moves() && step.function().takes(catalog::Extra::temporary))
                 room.temporary =
-                    Buffer(30 * (static_cast<size_t>(laid_.width) + 6) * static_cast<size_t>(bytesOf(step.function().from)));
+                    Buffer(Function::temporaryRows * static_cast<size_t>(step.function().temporaryStep(laid_.width)));
         }
     }
 }
@@ -127,22 +126,23 @@ void Converter::apply(const Step& step, const Planes& source, const Planes& targ
         for (int y = 0; y < size.height; ++y)
             std::memset(target.data[0] + int64_t{y} * target.steps[0], 0, static_cast<size_t>(size.width));
     const bool reduces = step.conversion->verb == "reduce";
-    const ZelStatus status = function.call({.source = sideOf(source, step.conversion->sourceOrder, from.planeCount),
-                                            .destination = sideOf(target, step.conversion->targetOrder, to.planeCount),
-                                            .size = {size.width, size.height},
-                                            .region = {0, 0, size.width, size.height},
-                                            .alpha = opaqueAlpha(to),
-                                            .coefficients = coefficientsOf(step),
-                                            .lowest = w.lowest,
-                                            .highest = w.highest,
-                                            .noise = reduces ? w.noise.value_or(0) : 0,
-                                            .levels = w.levels.value_or(mostLevels(to)),
-                                            .threshold = w.threshold.value_or(127),
-                                            .dither = w.ditherType(),
-                                            .grid = from.grid,
-                                            .temporary = room.temporary.data(),
-                                            .temporaryStep = static_cast<int32_t>(room.temporary.size() / 30)});
-    if (status < 0) throw DataError(std::string(function.name) + " refuses the image: " + reason(status));
+    const ZelStatus status =
+        function.call({.source = sideOf(source, step.conversion->sourceOrder, from.planeCount),
+                       .destination = sideOf(target, step.conversion->targetOrder, to.planeCount),
+                       .size = {size.width, size.height},
+                       .region = {0, 0, size.width, size.height},
+                       .alpha = static_cast<uint32_t>(catalog::opaque(to.element)),
+                       .coefficients = coefficientsOf(step),
+                       .lowest = w.lowest,
+                       .highest = w.highest,
+                       .noise = reduces ? w.noise.value_or(0) : 0,
+                       .levels = w.levels.value_or(mostLevels(to)),
+                       .threshold = w.threshold.value_or(127),
+                       .dither = w.ditherType(),
+                       .grid = from.grid,
+                       .temporary = room.temporary.data(),
+                       .temporaryStep = static_cast<int32_t>(room.temporary.size() / Function::temporaryRows)});
+    if (status < 0) refuse(function, status);
     if (step.alpha == Alpha::opaqueAfter) makeOpaque(to, target, size);
 }
 

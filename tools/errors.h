@@ -24,6 +24,10 @@ struct UsageError : Error {
 struct NoWayError : Error {
     explicit NoWayError(const std::string& message) : Error(noWay, message) {}
 };
+// The data are well formed, and of a kind that no function here takes.
+struct UnsupportedError : Error {
+    explicit UnsupportedError(const std::string& message) : Error(noWay, message) {}
+};
 // A file can't be opened, read or written.
 struct FileError : Error {
     explicit FileError(const std::string& message) : Error(noFile, message) {}

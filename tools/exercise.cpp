@@ -175,8 +175,8 @@ void Exercise::addArguments(int variant) {
         call_.bitOffset = variant < 2 ? 0 : 3;
     }
     if (!function_.takes(Extra::temporary)) return;
-    call_.temporaryStep = (call_.size.width + 6) * catalog::bytesOf(function_.from);
-    temporary_ = Buffer(30 * static_cast<size_t>(call_.temporaryStep));
+    call_.temporaryStep = static_cast<int32_t>(function_.temporaryStep(call_.size.width));
+    temporary_ = Buffer(Function::temporaryRows * static_cast<size_t>(call_.temporaryStep));
     call_.temporary = temporary_.data();
 }
 

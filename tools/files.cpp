@@ -1,9 +1,11 @@
 #include "tools/files.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "tools/errors.h"
 #include "tools/frame.h"
+#include "tools/sizes.h"
 
 namespace tool {
 
@@ -13,7 +15,7 @@ class RawReader : public Reader {
   public:
     RawReader(Source& source, const Format& format, Size size) : Reader(source) {
         format_ = &format;
-        size_ = size;
+        setSize(size);
         bytes_ = fileBytes(format, size);
         if (source.fileSize() >= 0) frameCount_ = source.fileSize() / static_cast<int64_t>(bytes_);
     }
@@ -44,6 +46,41 @@ class RawWriter : public Writer {
 
 void Reader::failAt(const std::string& what) const {
     throw DataError(source_.name() + ": frame " + std::to_string(done_ + 1) + ' ' + what);
+}
+
+void Reader::refuseAt(const std::string& what) const {
+    throw UnsupportedError(source_.name() + ": frame " + std::to_string(done_ + 1) + ' ' + what);
+}
+
+void Reader::setSize(Size size) {
+    if (std::max(size.width, size.height) > largestSide)
+        throw UnsupportedError(source_.name() + ": frames have more than " + std::to_string(largestSide) + " pixels a side");
+    size_ = size;
+}
+
+bool Reader::follows(bool (*isContent)(std::string_view begin)) {
+    const auto isPadding = [](uint8_t c) { return c == 0 || std::isspace(c); };
+    size_t padding = 0;
+    do {
+        source_.take(padding);
+        const auto bytes = source_.available();
+        if (bytes.empty()) return false;
+        padding = static_cast<size_t>(std::ranges::find_if_not(bytes, isPadding) - bytes.begin());
+    } while (padding == source_.available().size());
+    source_.take(padding);
+    // No more is waited for than it takes: who writes the pictures may wait for an answer.
+    for (size_t count = 1; count <= longestMagic; ++count)
+        if (isContent(source_.peek(count))) return true;
+    if (done_ > 1) failAt("does not begin where the one before it ends");
+    leaveOut("bytes behind the picture");
+    return false;
+}
+
+bool Reader::isLeftOut() {
+    if (!isOnePicture())
+        refuseAt("is not of the size and kind of the first; --frames " + std::to_string(done_) + " converts those before it");
+    leaveOut("the pictures behind the first");
+    return true;
 }
 
 const std::vector<FileKind>& fileKinds() {

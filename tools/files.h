@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tools/bytes.h"
+#include "tools/colour.h"
 #include "tools/formats.h"
 #include "tools/geometry.h"
 
@@ -22,26 +23,45 @@ class Reader {
     const Format& format() const { return *format_; }
     Size size() const { return size_; }
     const Timing& timing() const { return timing_; }
+    const Colour& colour() const { return colour_; }
     int64_t frameCount() const { return frameCount_; }  // -1 if it isn't known
     // Reads the next frame, laid out as a raw file has it; false behind the last. A frame that stops short is a DataError.
     virtual bool next(uint8_t* frame) = 0;
+    void stop() { source_.stop(); }  // from another thread: no more bytes are waited for
+    // What the file has and the frames have not, as the end of a sentence; empty if that is nothing.
+    const std::string& leftOut() const { return leftOut_; }
 
   protected:
     explicit Reader(Source& source) : source_(source) {}
-    [[noreturn]] void failAt(const std::string& what) const;  // names the frame that comes next
+    void setSize(Size size);                                    // throws an UnsupportedError if it is too large
+    [[noreturn]] void failAt(const std::string& what) const;    // names the frame that comes next
+    [[noreturn]] void refuseAt(const std::string& what) const;  // likewise, of data that are well formed
+
+    // Whether another picture follows, by how it begins. NULs and blanks behind a picture are none, and other bytes behind the
+    // only one are left out.
+    bool follows(bool (*isContent)(std::string_view begin));
+    // In a file and not in a pipe: what lies behind may belong to it.
+    bool isOnePicture() const { return done_ == 1 && source_.fileSize() >= 0; }
+    // To a picture of another size or kind than the first: true if it lies behind the only one of a file, as previews do.
+    bool isLeftOut();
+    void leaveOut(const std::string& what) { leftOut_ = what; }
 
     Source& source_;
     const Format* format_ = nullptr;
     Size size_;
     Timing timing_;
+    Colour colour_;
     int64_t frameCount_ = -1, done_ = 0;
+
+  private:
+    std::string leftOut_;
 };
 
 struct FrameKind {
     const Format& format;
     Size size;
     Timing timing;
-    bool isFullRange = false;
+    Colour colour = {};
 };
 
 class Writer {
@@ -59,6 +79,9 @@ struct FileKind {
     std::unique_ptr<Reader> (*read)(Source&);
     std::unique_ptr<Writer> (*write)(Sink&, const FrameKind&);
 };
+
+// As many first bytes as tell any kind.
+constexpr size_t longestMagic = 16;
 
 // All but raw files.
 const std::vector<FileKind>& fileKinds();

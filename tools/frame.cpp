@@ -3,7 +3,6 @@
 #include <sys/mman.h>
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <new>
 
@@ -24,11 +23,11 @@ void completeUnit(const catalog::Plane& p, uint8_t* unit, int filledPixels) {
     unit[luma + 2] = unit[luma];
 }
 
-template <typename Sample>
-void fillAlpha(const catalog::Plane& p, uint8_t* first, int32_t step, Size size, Sample opaque) {
+template <int bytes>
+void fillAlpha(const catalog::Plane& p, uint8_t* first, int32_t step, Size size, uint64_t opaque) {
     for (int y = 0; y < size.height; ++y) {
-        uint8_t* at = first + int64_t{step} * y + p.bytes - sizeof opaque;
-        for (int x = 0; x < size.width; ++x, at += p.bytes) std::memcpy(at, &opaque, sizeof opaque);
+        uint8_t* at = first + int64_t{step} * y + p.bytes - bytes;
+        for (int x = 0; x < size.width; ++x, at += p.bytes) std::memcpy(at, &opaque, bytes);
     }
 }
 
@@ -62,10 +61,10 @@ Planes inFile(const Format& format, Size size, uint8_t* bytes) {
         file.steps[i] = static_cast<int32_t>(p.rowBytes(size.width));
         bytes += p.rowBytes(size.width) * p.rows(size.height);
     }
-    const auto order = fileOrder(format);
     for (int i = 0; i < format.planeCount; ++i) {
-        planes.data[i] = file.data[order[i]];
-        planes.steps[i] = file.steps[order[i]];
+        const auto plane = static_cast<size_t>(format.order[static_cast<size_t>(i)]);
+        planes.data[i] = file.data[plane];
+        planes.steps[i] = file.steps[plane];
     }
     return planes;
 }
@@ -111,32 +110,20 @@ void copyPart(const Format& format, const Planes& source, const Planes& target, 
 }
 
 void makeOpaque(const Format& format, const Planes& planes, Size size) {
-    const int i = alphaPlane(format);
-    const auto fill = [&](auto opaque) { fillAlpha(format.planes[i], planes.data[i], planes.steps[i], size, opaque); };
-    switch (format.element) {
-        case Element::u8:
-            return fill(uint8_t{UINT8_MAX});
-        case Element::s8:
-            return fill(int8_t{INT8_MAX});
-        case Element::u16:
-            return fill(uint16_t{UINT16_MAX});
-        case Element::s16:
-            return fill(int16_t{INT16_MAX});
-        case Element::s32:
-            return fill(int32_t{INT32_MAX});
-        case Element::f32:
-            return fill(1.0f);
-        case Element::f64:
-            return fill(1.0);
-        case Element::u1:
-            return;
+    const auto i = static_cast<size_t>(format.alphaPlane);
+    const auto fill = [&](auto fillBytes) {
+        fillBytes(format.planes[i], planes.data[i], planes.steps[i], size, catalog::opaque(format.element));
+    };
+    switch (catalog::bytesOf(format.element)) {
+        case 1:
+            return fill(fillAlpha<1>);
+        case 2:
+            return fill(fillAlpha<2>);
+        case 4:
+            return fill(fillAlpha<4>);
+        default:
+            return fill(fillAlpha<8>);
     }
-}
-
-uint32_t opaqueAlpha(const Format& format) {
-    if (format.element == Element::s8) return INT8_MAX;
-    if (format.element == Element::s16) return INT16_MAX;
-    return UINT32_MAX;
 }
 
 }  // namespace tool

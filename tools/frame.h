@@ -54,7 +54,5 @@ void copyExtended(const Format& format, const Planes& source, const Rect& part, 
 void copyPart(const Format& format, const Planes& source, const Planes& target, Size size);
 // Fills the alpha of all pixels.
 void makeOpaque(const Format& format, const Planes& planes, Size size);
-// The alpha of opaque pixels, as functions take it.
-uint32_t opaqueAlpha(const Format& format);
 
 }  // namespace tool

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <numeric>
 
+#include "catalog/registry.h"
+
 namespace tool {
 
 struct Size {
@@ -16,10 +18,7 @@ struct Rect {
     Size size;
 };
 
-struct Site {
-    int width = 1, height = 1;
-    bool operator==(const Site&) const = default;
-};
+using catalog::Site;
 
 constexpr Site common(Site a, Site b) { return {std::lcm(a.width, b.width), std::lcm(a.height, b.height)}; }
 constexpr int roundUp(int value, int multiple) { return (value + multiple - 1) / multiple * multiple; }

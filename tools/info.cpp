@@ -12,7 +12,9 @@ int info() {
     const ZelLibraryVersion& version = *zelccGetLibVersion();
     std::string levels;
     for (const std::string& level : levelsOfProcessor()) levels += ' ' + level;
-    std::printf("version    %s (%s, %s)\n", ZELCC_VERSION, version.name, version.buildDate);
+    std::printf("program    %s\n", ZELCC_VERSION);
+    std::printf("library    %s, %s\n", version.version, version.buildDate);
+    std::printf("class      %s: of processors; what runs on this one is the level\n", version.name);
     std::printf("level      %s\n", currentLevel().c_str());
     std::printf("levels    %s\n", levels.c_str());
     std::printf("features   %s\n", features().c_str());

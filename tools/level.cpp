@@ -1,11 +1,9 @@
 #include "tools/level.h"
 
-#include <dlfcn.h>
-
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 
+#include "frame/levels.h"
 #include "tools/errors.h"
 #include "zelcore.h"
 
@@ -13,46 +11,25 @@ namespace tool {
 
 namespace {
 
-struct Level {
-    const char* name;
-    uint64_t features;
-};
-
-constexpr Level levels[] = {
-    {"s8", zelCpuSsse3 | zelCpuInOrder},
-    {"ssse3", zelCpuSsse3},
-    {"avx2", zelCpuSsse3 | zelCpuAvx2},
-    {"avx512", zelCpuSsse3 | zelCpuAvx2 | zelCpuAvx512},
-};
-
-// What libzelcore itself reports.
-uint64_t processorFeatures() {
-    const auto ask = reinterpret_cast<uint64_t (*)()>(dlsym(RTLD_NEXT, "zelGetEnabledCpuFeatures"));
-    return ask ? ask() : 0;
-}
-
-// Any processor can run the column for in-order cores.
-bool isPresent(const Level& level) { return (level.features & ~(processorFeatures() | zelCpuInOrder)) == 0; }
-
-const Level* findLevel(const char* name) {
-    for (const Level& level : levels)
-        if (std::strcmp(level.name, name) == 0) return &level;
-    return nullptr;
-}
+bool isPresent(const zel::Level& level) { return (level.needed & ~zel::processorFeatures()) == 0; }
 
 }  // namespace
 
 std::vector<std::string> levelsOfProcessor() {
     std::vector<std::string> names;
-    for (const Level& level : levels)
+    for (const zel::Level& level : zel::levels::all)
         if (isPresent(level)) names.emplace_back(level.name);
     return names;
 }
 
 std::string currentLevel() {
     const char* name = std::getenv(levelVariable);
-    if (!name) return processorFeatures() & zelCpuInOrder ? "s8" : levelsOfProcessor().back();
-    const Level* level = findLevel(name);
+    if (!name) {
+        for (const zel::Level& level : zel::levels::all)
+            if (level.isColumn && (level.features & ~zel::processorFeatures()) == 0) return level.name;
+        return levelsOfProcessor().back();
+    }
+    const zel::Level* level = zel::findLevel(name);
     std::string present;
     for (const std::string& one : levelsOfProcessor()) present += ' ' + one;
     if (!level || !isPresent(*level))
@@ -65,11 +42,12 @@ std::string features() {
         uint64_t bit;
         const char* name;
     };
-    constexpr Feature known[] = {
-        {zelCpuSsse3, "SSSE3"}, {zelCpuAvx2, "AVX2"}, {zelCpuAvx512, "AVX-512"}, {zelCpuInOrder, "in-order"}};
+    constexpr Feature known[] = {{zelCpuSsse3, "SSSE3"},      {zelCpuAvx2, "AVX2"}, {zelCpuAvx512, "AVX-512"},
+                                 {zelCpuInOrder, "in-order"}, {zelCpuNeon, "NEON"}, {zelCpuDotProduct, "dot"},
+                                 {zelCpuI8mm, "I8MM"},        {zelCpuSve2, "SVE2"}};
     std::string text;
     for (const Feature& f : known)
-        if (processorFeatures() & f.bit) text += (text.empty() ? "" : " ") + std::string(f.name);
+        if (zel::processorFeatures() & f.bit) text += (text.empty() ? "" : " ") + std::string(f.name);
     return text;
 }
 
@@ -78,6 +56,6 @@ std::string features() {
 // Takes the place of the one that the library would call, before main and before the initialisers of this program.
 extern "C" __attribute__((visibility("default"))) uint64_t zelGetEnabledCpuFeatures(void) {
     const char* name = std::getenv(tool::levelVariable);
-    const tool::Level* level = name ? tool::findLevel(name) : nullptr;
-    return level && tool::isPresent(*level) ? level->features : tool::processorFeatures();
+    const zel::Level* level = name ? zel::findLevel(name) : nullptr;
+    return level && tool::isPresent(*level) ? level->features : zel::processorFeatures();
 }

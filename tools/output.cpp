@@ -15,9 +15,9 @@ const FileKind* outputKind(const ConvertOptions& options) {
 }
 
 bool losesSamples(const Format& from, const Format& to) {
-    const Site a = siteOf(from), b = siteOf(to);
-    const bool isSparser = spaceOf(to) == Space::ycbcr && (b.width > a.width || b.height > a.height);
-    return isSparser || bitsOf(to) < std::min(bitsOf(from), 16) || (spaceOf(to) == Space::gray && spaceOf(from) != Space::gray);
+    const Site a = from.site, b = to.site;
+    const bool isSparser = to.model == Model::ycbcr && (b.width > a.width || b.height > a.height);
+    return isSparser || to.bits < std::min(from.bits, 16) || (to.model == Model::gray && from.model != Model::gray);
 }
 
 // A name with a number in it, as in frame-%04d.png: what stands before, the digits, and what stands behind.
@@ -44,13 +44,22 @@ std::unique_ptr<Writer> makeWriter(const FileKind* file, Sink& sink, const Frame
     return file ? file->write(sink, kind) : rawWriter(sink, kind);
 }
 
+void refuseInput(const Source& source, const std::string& path) {
+    if (source.isAt(path)) throw UsageError("input and output are the same file, " + path + "; give the output another name");
+}
+
 class NumberedWriter : public Writer {
   public:
-    NumberedWriter(Pattern pattern, const FileKind* file, const FrameKind& kind)
-        : pattern_(std::move(pattern)), file_(file), kind_(kind) {}
+    // The count of frames may be unknown.
+    NumberedWriter(Pattern pattern, const FileKind* file, const FrameKind& kind, const Source& source, int64_t frameCount)
+        : pattern_(std::move(pattern)), file_(file), kind_(kind), source_(source) {
+        for (int64_t i = 1; i <= frameCount; ++i) refuseInput(source_, pattern_.name(i));
+    }
 
     void write(const uint8_t* frame) override {
-        Sink sink(pattern_.name(++number_));
+        const std::string path = pattern_.name(++number_);
+        refuseInput(source_, path);
+        Sink sink(path);
         makeWriter(file_, sink, kind_)->write(frame);
         sink.close();
     }
@@ -59,6 +68,7 @@ class NumberedWriter : public Writer {
     Pattern pattern_;
     const FileKind* file_;
     FrameKind kind_;
+    const Source& source_;
     int64_t number_ = 0;
 };
 
@@ -109,13 +119,14 @@ const Format& targetFormat(const ConvertOptions& options, const Format& from) {
     return best ? *best : formatNamed(kind->formats.front());  // the search for a way tells what is reachable
 }
 
-Output::Output(const ConvertOptions& options, const FrameKind& kind) {
+Output::Output(const ConvertOptions& options, const FrameKind& kind, const Source& source, int64_t frameCount) {
     const FileKind* file = outputKind(options);
     const bool isMany = !file || file->holdsMany || options.output == "-";
     if (auto pattern = patternOf(options.output)) {
-        writer_ = std::make_unique<NumberedWriter>(std::move(*pattern), file, kind);
+        writer_ = std::make_unique<NumberedWriter>(std::move(*pattern), file, kind, source, frameCount);
         return;
     }
+    refuseInput(source, options.output);
     writer_ = makeWriter(file, sink_.emplace(options.output), kind);
     if (!isMany) writer_ = std::make_unique<SingleWriter>(std::move(writer_), options.output);
 }

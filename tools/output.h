@@ -1,4 +1,4 @@
-// The file, pipe or numbered files that a conversion writes.
+// The file, pipe or numbered files that a conversion writes. None of them may be its input.
 #pragma once
 
 #include <memory>
@@ -14,7 +14,7 @@ const Format& targetFormat(const ConvertOptions& options, const Format& from);
 
 class Output {
   public:
-    Output(const ConvertOptions& options, const FrameKind& kind);
+    Output(const ConvertOptions& options, const FrameKind& kind, const Source& source, int64_t frameCount);
     Writer& writer() { return *writer_; }
     void close();
 

@@ -1,6 +1,8 @@
 // PNG pictures, one behind the other in a pipe. Fewer than 8 bits, palettes and transparent colours are expanded.
 #include <png.h>
 
+#include <new>
+
 #include "tools/errors.h"
 #include "tools/files.h"
 #include "tools/frame.h"
@@ -17,21 +19,22 @@ namespace {
 
 void ignoreWarning(png_structp, png_const_charp) {}
 
+bool isPng(std::string_view begin) { return begin.starts_with("\x89PNG"); }
+
 class PngReader : public Reader {
   public:
     explicit PngReader(Source& source) : Reader(source) {
         begin();
         format_ = &formatNamed(formatOfPicture());
-        size_ = sizeOfPicture();
+        setSize(sizeOfPicture());
         isPending_ = true;
     }
 
     bool next(uint8_t* frame) override {
         if (!isPending_) {
-            if (source_.atEnd()) return false;
+            if (!follows(isPng)) return false;
             begin();
-            if (sizeOfPicture() != size_ || formatOfPicture() != format_->name)
-                failAt("is not of the size and kind of the first");
+            if ((sizeOfPicture() != size_ || formatOfPicture() != format_->name) && isLeftOut()) return false;
         }
         isPending_ = false;
         rows_.resize(static_cast<size_t>(size_.height));
@@ -52,6 +55,7 @@ class PngReader : public Reader {
         png_destroy_read_struct(&png_, &info_, nullptr);
         png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, &message_, leave, ignoreWarning);
         info_ = png_create_info_struct(png_);
+        if (!info_) throw std::bad_alloc();
         if (!start()) failAt("cannot be read: " + message_);
     }
 
@@ -115,6 +119,7 @@ class PngWriter : public Writer {
         png_destroy_write_struct(&png_, &info_);
         png_ = png_create_write_struct(PNG_LIBPNG_VER_STRING, &message_, leave, ignoreWarning);
         info_ = png_create_info_struct(png_);
+        if (!info_) throw std::bad_alloc();
         rows_.resize(static_cast<size_t>(size_.height));
         const size_t row = fileBytes(format_, size_) / rows_.size();
         for (size_t y = 0; y < rows_.size(); ++y) rows_[y] = const_cast<png_bytep>(frame) + y * row;
@@ -132,8 +137,8 @@ class PngWriter : public Writer {
         encoded_.clear();
         if (setjmp(png_jmpbuf(png_))) return false;
         png_set_write_fn(png_, this, store, [](png_structp) {});
-        const bool isColour = spaceOf(format_) == Space::rgb;
-        const int bits = bitsOf(format_);
+        const bool isColour = format_.model == Model::rgb;
+        const int bits = format_.bits;
         png_set_IHDR(png_, info_, static_cast<png_uint_32>(size_.width), static_cast<png_uint_32>(size_.height), bits,
                      !isColour           ? PNG_COLOR_TYPE_GRAY
                      : hasAlpha(format_) ? PNG_COLOR_TYPE_RGB_ALPHA
@@ -163,7 +168,7 @@ const FileKind pngFiles{
     {".png"},
     {"rgb24", "rgba", "gray", "rgb48le", "rgba64le", "gray16le", "monob"},
     false,
-    [](std::string_view begin) { return begin.starts_with("\x89PNG"); },
+    isPng,
     [](Source& source) -> std::unique_ptr<Reader> { return std::make_unique<PngReader>(source); },
     [](Sink& sink, const FrameKind& kind) -> std::unique_ptr<Writer> { return std::make_unique<PngWriter>(sink, kind); }};
 

@@ -16,6 +16,19 @@ constexpr size_t longestHeader = 4096;
 
 bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
+bool isPnm(std::string_view begin) {
+    return begin.size() > 2 && begin[0] == 'P' && begin[1] >= '1' && begin[1] <= '6' && isSpace(begin[2]);
+}
+bool isPfm(std::string_view begin) {
+    return begin.size() > 2 && begin[0] == 'P' && (begin[1] == 'F' || begin[1] == 'f') && isSpace(begin[2]);
+}
+
+int numberIn(const std::string& text) {  // 0 of what is none
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && end == text.data() + text.size() ? value : 0;
+}
+
 // Reverses the bytes of each sample.
 void swapBytes(uint8_t* samples, size_t bytes, size_t sampleBytes) {
     for (size_t i = 0; i + sampleBytes <= bytes; i += sampleBytes) std::reverse(samples + i, samples + i + sampleBytes);
@@ -34,7 +47,7 @@ class PnmReader : public Reader {
   public:
     explicit PnmReader(Source& source) : Reader(source) {
         header_ = readHeader();
-        size_ = header_.size;
+        setSize(header_.size);
         format_ = &formatNamed(formatOf(header_));
         bytes_ = fileBytes(*format_, size_);
         isPending_ = true;
@@ -42,9 +55,9 @@ class PnmReader : public Reader {
 
     bool next(uint8_t* frame) override {
         if (!isPending_) {
-            if (source_.atEnd()) return false;
+            if (!follows([](std::string_view begin) { return isPnm(begin) || isPfm(begin); })) return false;
             const Header header = readHeader();
-            if (header.size != size_ || formatOf(header) != format_->name) failAt("is not of the size and kind of the first");
+            if (header.size != size_ || formatOf(header) != format_->name) refuseAt("is not of the size and kind of the first");
             header_ = header;
         }
         isPending_ = false;
@@ -76,15 +89,15 @@ class PnmReader : public Reader {
 
     int number() {
         const std::string text = word();
-        int value = 0;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-        if (error != std::errc() || end != text.data() + text.size() || value < 1)
-            failAt("has " + text + " where a size belongs");
+        const int value = numberIn(text);
+        if (value < 1) failAt("has " + text + " where a size belongs");
         return value;
     }
 
     Header readHeader() {
         Header header{.magic = word(), .scale = {}, .size = {}};
+        if (header.magic >= "P1" && header.magic <= "P3")
+            refuseAt("is of the kind " + header.magic + ", of numbers in words; P4, P5, P6, Pf and PF can be read");
         header.size = {number(), number()};
         if (header.magic != "P4") header.scale = word();
         return header;
@@ -98,7 +111,9 @@ class PnmReader : public Reader {
         if (!isGray && h.magic != "P6") failAt("is of the kind " + h.magic + "; P4, P5, P6, Pf and PF can be read");
         if (h.scale == "255") return isGray ? "gray" : "rgb24";
         if (h.scale == "65535") return isGray ? "gray16le" : "rgb48le";
-        failAt("has samples up to " + h.scale + "; 255 and 65535 can be read");
+        const std::string text = "has samples up to " + h.scale + "; 255 and 65535 can be read";
+        if (numberIn(h.scale) > 0 && numberIn(h.scale) < 65536) refuseAt(text);
+        failAt(text);
     }
 
     void turnFloats(uint8_t* frame) const {
@@ -122,7 +137,7 @@ class PnmWriter : public Writer {
           rows_(static_cast<size_t>(kind.size.height)),
           frame_(fileBytes(kind.format, kind.size)) {
         const std::string size = std::to_string(kind.size.width) + ' ' + std::to_string(kind.size.height) + '\n';
-        const bool isColour = spaceOf(format_) == Space::rgb;
+        const bool isColour = format_.model == Model::rgb;
         switch (format_.element) {
             case Element::u1:
                 header_ = "P4\n" + size;
@@ -159,25 +174,9 @@ std::unique_ptr<Writer> writePnm(Sink& sink, const FrameKind& kind) { return std
 
 }  // namespace
 
-const FileKind pnmFiles{"pnm",
-                        {".pnm", ".ppm", ".pgm", ".pbm"},
-                        {"rgb24", "gray", "rgb48le", "gray16le", "monob"},
-                        true,
-                        [](std::string_view begin) {
-                            return begin.size() > 2 && begin[0] == 'P' && begin[1] >= '1' && begin[1] <= '6' && isSpace(begin[2]);
-                        },
-                        readPnm,
-                        writePnm};
+const FileKind pnmFiles{
+    "pnm", {".pnm", ".ppm", ".pgm", ".pbm"}, {"rgb24", "gray", "rgb48le", "gray16le", "monob"}, true, isPnm, readPnm, writePnm};
 
-const FileKind pfmFiles{"pfm",
-                        {".pfm"},
-                        {"rgbf32le", "grayf32le"},
-                        true,
-                        [](std::string_view begin) {
-                            return begin.size() > 2 && begin[0] == 'P' && (begin[1] == 'F' || begin[1] == 'f') &&
-                                   isSpace(begin[2]);
-                        },
-                        readPnm,
-                        writePnm};
+const FileKind pfmFiles{"pfm", {".pfm"}, {"rgbf32le", "grayf32le"}, true, isPfm, readPnm, writePnm};
 
 }  // namespace tool

@@ -34,7 +34,7 @@ Size parseSize(const std::string& text) {
     return {(*n)[0], (*n)[1]};
 }
 
-Rect parseCrop(const std::string& text, const Format& format, Size size) {
+Rect parseCrop(const std::string& text, const Format& format, Size size, bool hasFields) {
     if (text.empty()) return {0, 0, size};
     const auto n = numbersOf(text, "x++");
     if (!n || (*n)[0] < 1 || (*n)[1] < 1)
@@ -43,7 +43,8 @@ Rect parseCrop(const std::string& text, const Format& format, Size size) {
     if (part.x + part.size.width > size.width || part.y + part.size.height > size.height)
         throw UsageError("--crop " + text + " goes beyond the frame of " + std::to_string(size.width) + 'x' +
                          std::to_string(size.height));
-    const Site site = format.grid >= 0 ? Site{2, 2} : siteOf(format);
+    Site site = format.grid >= 0 ? Site{2, 2} : format.site;
+    if (hasFields) site.height *= 2;
     if (part.x % site.width || part.y % site.height)
         throw UsageError("--crop has to begin at a whole group of " + std::string(format.name) + ", a multiple of " +
                          std::to_string(site.width) + " across and " + std::to_string(site.height) + " down");

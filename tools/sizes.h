@@ -12,7 +12,8 @@ constexpr int largestSide = 1 << 20;
 
 // WIDTHxHEIGHT.
 Size parseSize(const std::string& text);
-// WIDTHxHEIGHT+X+Y inside the frame, from a whole site of the format on; the whole frame if the text is empty.
-Rect parseCrop(const std::string& text, const Format& format, Size size);
+// WIDTHxHEIGHT+X+Y inside the frame, from a whole site of the format on, in both fields if there are two; the whole frame if the
+// text is empty.
+Rect parseCrop(const std::string& text, const Format& format, Size size, bool hasFields = false);
 
 }  // namespace tool

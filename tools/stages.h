@@ -3,11 +3,13 @@
 
 #include "tools/converter.h"
 #include "tools/files.h"
+#include "tools/output.h"
 #include "tools/progress.h"
 
 namespace tool {
 
-// Returns the number of frames. Where reading or converting fails, the frames before are written, then the error is thrown.
-int64_t convertAll(Reader& reader, Converter& converter, Writer& writer, int64_t most, Progress& progress);
+// Closes the output when all is written. Where reading or converting fails, the frames before are written, and the output is
+// closed if there are any; then the error is thrown.
+void convertAll(Reader& reader, Converter& converter, Output& output, int64_t most, Progress& progress);
 
 }  // namespace tool

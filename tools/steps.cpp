@@ -2,19 +2,17 @@
 
 #include <algorithm>
 
+#include "catalog/path.h"
+
 namespace tool {
 
 namespace {
 
-bool contains(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
-
 Alpha alphaOf(const Step& step) {
     const Format& source = step.sourceFormat();
     const Format& target = step.targetFormat();
-    if (!hasAlpha(target)) return Alpha::written;
-    const std::string_view name = step.function().name;
-    if (contains(name, "P3AC4")) return Alpha::opaqueAfter;  // it writes zeros
-    if (!contains(name, "AC4R")) return Alpha::written;
+    if (!hasAlpha(target) || step.function().alpha == catalog::Alpha::written) return Alpha::written;
+    if (step.function().alpha == catalog::Alpha::zero) return Alpha::opaqueAfter;
     const bool isAlike = hasAlpha(source) && source.planeCount == 1 && target.planeCount == 1 &&
                          source.planes[0].bytes == target.planes[0].bytes && source.element == target.element;
     return isAlike ? Alpha::copied : Alpha::opaqueBefore;
@@ -94,9 +92,7 @@ std::optional<int> Demands::metByMethod(const Conversion& c) const {
 std::optional<int> Demands::metBy(const Step& step) const {
     const Conversion& c = *step.conversion;
     if (!c.matrix.empty() && c.matrix != wishes_.matrix) return std::nullopt;
-    // Fields would be mixed where chroma gets or loses rows.
-    const bool changesRows = siteOf(step.sourceFormat()).height != siteOf(step.targetFormat()).height;
-    if (wishes_.interlaced && changesRows && c.method != "interlaced") return std::nullopt;
+    if (wishes_.interlaced && catalog::mixesFields(c)) return std::nullopt;
     const auto byVerb = metByVerb(c), byMethod = metByMethod(c);
     if (!byVerb || !byMethod) return std::nullopt;
     return *byVerb | *byMethod;

@@ -10,11 +10,10 @@ namespace tool {
 
 namespace {
 
-// Functions that make chroma of the rows of two sites, and so want the whole image, and one whose image has rows by four.
-constexpr std::string_view betweenRows[] = {"zeliYCbCr1620To420_8u_P3R", "zeliYCbCr420To411_8u_P3R"};
-constexpr std::string_view byFourRows = "zeliYCbCr411To420_8u_P3R";
-
-bool isBetweenRows(const Step& step) { return std::ranges::find(betweenRows, step.function().name) != std::end(betweenRows); }
+// Rows at whose multiples an image may be cut for the step, 0 if it may not.
+int rowsOfPart(const Step& step, const Wishes& wishes) {
+    return step.function().rowsOfPart(wishes.ditherType(), wishes.noise.value_or(0) != 0);
+}
 
 std::string names(const std::vector<const Format*>& formats) {
     std::string text;
@@ -32,22 +31,25 @@ ZelDitherType Wishes::ditherType() const {
 }
 
 bool Step::wantsWholeImage(const Wishes& wishes) const {
-    if (moves()) return false;
-    const Conversion& c = *conversion;
-    if (c.verb.starts_with("tone-") || sourceFormat().grid >= 0) return true;
-    if (c.method == "filter" || c.method == "interlaced" || isBetweenRows(*this)) return true;
-    if (c.verb != "reduce") return false;
-    const bool byPlaceAlone = wishes.dither.empty() || wishes.dither == "none" || wishes.dither == "bayer";
-    return !byPlaceAlone || wishes.noise.value_or(0) != 0;
+    // Parts of a mosaic are regions, and not images of their own.
+    return !moves() && (sourceFormat().grid >= 0 || rowsOfPart(*this, wishes) == 0);
 }
 
 Site Step::site(const Wishes& wishes) const {
-    Site site = common(siteOf(sourceFormat()), siteOf(targetFormat()));
+    Site site = common(sourceFormat().site, targetFormat().site);
     if (moves()) return site;
-    // The pattern of a dither has four rows; a site of fields has two of each.
-    const bool repeats = conversion->method == "dither" || (conversion->verb == "reduce" && wishes.dither == "bayer");
-    if (conversion->method == "interlaced" || repeats || function().name == byFourRows) site.height = std::lcm(site.height, 4);
+    site = common(site, function().site);
+    if (!wantsWholeImage(wishes)) site.height = std::lcm(site.height, rowsOfPart(*this, wishes));
     return site;
+}
+
+bool Step::interpolatesRows() const {
+    if (moves() || conversion->method == "interlaced") return false;
+    return sourceFormat().model == Model::ycbcr && targetFormat().model == Model::ycbcr && rowsOfPart(*this, {}) == 0;
+}
+
+bool Step::interpolatesColumns() const {
+    return !moves() && conversion->method == "filter" && targetFormat().model == Model::rgb;
 }
 
 std::optional<Way> findWay(const Format& from, const Format& to, const Wishes& wishes) {
@@ -85,7 +87,10 @@ Way wayOrRefusal(const Format& from, const Format& to, const Wishes& wishes) {
     const auto others = reachable(from, wishes);
     std::string text = "no functions lead from " + std::string(from.name) + " to " + std::string(to.name) + wanted +
                        " by matrix " + wishes.matrix + ".\n";
-    if (others.empty())
+    if (!wishes.demosaic.empty() && from.model == Model::gray)
+        text += "A mosaic in a gray picture is told by --from bayer_rggb" + std::string(from.bits == 16 ? "16le" : "8") +
+                ", or bggr, gbrg or grbg instead of rggb.";
+    else if (others.empty())
         text += "Nothing is reachable from " + std::string(from.name) + " so" + (wanted.empty() ? "." : "; ask for less.");
     else
         text += "Reachable from " + std::string(from.name) + ": " + names(others);

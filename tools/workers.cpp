@@ -2,9 +2,15 @@
 
 namespace tool {
 
-Workers::Workers(int threads) {
-    for (int i = 1; i < threads; ++i) threads_.emplace_back([this, i] { work(i); });
+std::jthread startedThread(std::function<void()> work) noexcept {
+    try {
+        return std::jthread(std::move(work));
+    } catch (const std::exception&) {
+        return {};
+    }
 }
+
+Workers::Workers(int threads) : count_(threads) { threads_.reserve(static_cast<size_t>(threads)); }
 
 Workers::~Workers() {
     {
@@ -12,10 +18,19 @@ Workers::~Workers() {
         stops_ = true;
     }
     begin_.notify_all();
-    for (std::thread& t : threads_) t.join();
+}
+
+void Workers::start() {
+    isStarted_ = true;
+    for (int i = 1; i < count_; ++i) {
+        std::jthread thread = startedThread([this, i] { work(i); });
+        if (!thread.joinable()) return;
+        threads_.push_back(std::move(thread));
+    }
 }
 
 void Workers::run(int parts, const std::function<void(int, int)>& task) {
+    if (!isStarted_) start();
     std::unique_lock lock(mutex_);
     task_ = &task;
     parts_ = unfinished_ = parts;

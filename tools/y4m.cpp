@@ -1,9 +1,11 @@
 // Y4M: a line of text, then frames of planes, each behind a line of its own.
+#include <algorithm>
 #include <charconv>
 #include <sstream>
 
 #include "tools/errors.h"
 #include "tools/files.h"
+#include "tools/foreign.h"
 #include "tools/frame.h"
 
 namespace tool {
@@ -12,19 +14,35 @@ namespace {
 
 constexpr size_t longestLine = 4096;
 constexpr std::string_view magic = "YUV4MPEG2";
+// Tags of FFmpeg, and one of this program: a matrix by the name that it has here.
+constexpr std::string_view otherSamplingTag = "XYSCSS=", fullRange = "XCOLORRANGE=FULL", limitedRange = "XCOLORRANGE=LIMITED",
+                           matrixTag = "XZELCC_MATRIX=";
 
 struct Sampling {
     std::string_view tag, format;
+    Location location = {};
 };
-// The tags of 4:2:0 differ in where chroma lies, which no function looks at. The first one of a format is written.
-constexpr Sampling samplings[] = {{"420jpeg", "yuv420p"},   {"420mpeg2", "yuv420p"}, {"420paldv", "yuv420p"}, {"420", "yuv420p"},
-                                  {"422", "yuv422p"},       {"444", "yuv444p"},      {"411", "yuv411p"},      {"410", "yuv410p"},
-                                  {"444alpha", "yuva444p"}, {"mono", "gray"}};
+// The tags of 4:2:0 differ in where chroma lies.
+constexpr Sampling samplings[] = {{"420", "yuv420p"},
+                                  {"420jpeg", "yuv420p", {Place::centre, Place::centre}},
+                                  {"420mpeg2", "yuv420p", {Place::first, Place::centre}},
+                                  {"420paldv", "yuv420p", {Place::first, Place::first}},
+                                  {"422", "yuv422p"},
+                                  {"444", "yuv444p"},
+                                  {"411", "yuv411p"},
+                                  {"410", "yuv410p"},
+                                  {"444alpha", "yuva444p"},
+                                  {"mono", "gray"}};
 
 int number(const std::string& text) {
     int value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return error == std::errc() && end == text.data() + text.size() ? value : 0;
+}
+
+std::string lowerCase(std::string text) {
+    std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::tolower(c); });
+    return text;
 }
 
 class Y4mReader : public Reader {
@@ -33,21 +51,26 @@ class Y4mReader : public Reader {
         const auto first = source.line(longestLine);
         if (!first) throw DataError(source.name() + ": the header line has no end");
         std::istringstream header(*first);
-        std::string word, sampling = "420";
+        header.exceptions(std::ios::badbit);  // a lack of memory, or the rest of the line would be left out
+        std::string word, sampling, otherSampling = "420";
+        Size size;
         header >> word;
         while (header >> word) {
             const std::string value = word.substr(1);
-            if (word[0] == 'W') size_.width = number(value);
-            if (word[0] == 'H') size_.height = number(value);
+            if (word[0] == 'W') size.width = number(value);
+            if (word[0] == 'H') size.height = number(value);
             if (word[0] == 'F') timing_.rate = value;
             if (word[0] == 'I') timing_.interlacing = value;
             if (word[0] == 'A') timing_.pixelAspect = value;
             if (word[0] == 'C') sampling = value;
+            if (word.starts_with(otherSamplingTag)) otherSampling = lowerCase(word.substr(otherSamplingTag.size()));
+            if (word == fullRange) colour_.isFullRange = true;
+            if (word == limitedRange) colour_.isFullRange = false;
+            if (word.starts_with(matrixTag)) colour_.matrix = word.substr(matrixTag.size());
         }
-        for (const Sampling& s : samplings)
-            if (s.tag == sampling) format_ = &formatNamed(s.format);
-        if (!format_) throw DataError(source.name() + ": frames of the kind C" + sampling + " are not known here");
-        if (size_.width < 1 || size_.height < 1) throw DataError(source.name() + ": the header tells no size");
+        setSampling(sampling.empty() ? otherSampling : sampling);
+        if (size.width < 1 || size.height < 1) throw DataError(source.name() + ": the header tells no size");
+        setSize(size);
         bytes_ = fileBytes(*format_, size_);
         if (source.fileSize() >= 0) frameCount_ = source.fileSize() / static_cast<int64_t>(bytes_ + sizeof "FRAME");
     }
@@ -62,18 +85,34 @@ class Y4mReader : public Reader {
     }
 
   private:
+    void setSampling(const std::string& tag) {
+        for (const Sampling& s : samplings) {
+            if (s.tag != tag) continue;
+            format_ = &formatNamed(s.format);
+            colour_.location = s.location;
+            return;
+        }
+        const std::string kind = source_.name() + ": frames are of the kind C" + tag;
+        if (const auto meaning = meaningOf((tag.starts_with("mono") ? "gray" + tag.substr(4) : "yuv" + tag)))
+            throw UnsupportedError(kind + ", " + *meaning + ", which no reader takes; FFmpeg makes 8 bits of it by -pix_fmt");
+        throw DataError(kind + ", which is not known here");
+    }
+
     size_t bytes_;
 };
 
 class Y4mWriter : public Writer {
   public:
     Y4mWriter(Sink& sink, const FrameKind& kind) : sink_(sink), bytes_(fileBytes(kind.format, kind.size)) {
-        const Sampling* found = samplings;
-        while (found->format != kind.format.name) ++found;
+        const Sampling* found = nullptr;
+        for (const Sampling& s : samplings)
+            if (s.format == kind.format.name && (!found || s.location == kind.colour.location)) found = &s;
         std::ostringstream header;
+        header.exceptions(std::ios::badbit);
         header << magic << " W" << kind.size.width << " H" << kind.size.height << " F" << kind.timing.rate << " I"
                << kind.timing.interlacing << " A" << kind.timing.pixelAspect << " C" << found->tag;
-        if (kind.isFullRange) header << " XCOLORRANGE=FULL";
+        if (const auto isFull = kind.colour.isFullRange) header << ' ' << (*isFull ? fullRange : limitedRange);
+        if (!kind.colour.matrix.empty()) header << ' ' << matrixTag << kind.colour.matrix;
         sink.write(header.str() + '\n');
     }
 

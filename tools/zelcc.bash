@@ -10,20 +10,22 @@ _zelcc() {
     case $command:$before in
         *:--from | *:--to) words=$(zelcc list formats 2>/dev/null | cut -d ' ' -f 1) ;;
         *:--matrix) words='601 709 709-full yuv' ;;
+        *:--range) words='limited full' ;;
+        *:--location) words='left center topleft' ;;
         *:--demosaic) words='bilinear ahd' ;;
         *:--dither) words='none bayer floyd-steinberg jarvis stucki' ;;
         *:--gamma) words='forward inverse' ;;
         *:--tone-map) words='maximum mean' ;;
         *:--input-kind | *:--output-kind) words='auto raw y4m png jpeg pnm pfm' ;;
-        *:--size | *:--crop | *:--frames | *:--levels | *:--noise | *:--threshold | *:--range | *:--twist | *:--weights | \
+        *:--size | *:--crop | *:--frames | *:--levels | *:--noise | *:--threshold | *:--gamma-range | *:--twist | *:--weights | \
             *:--threads | *:--seconds) return ;;
         list:list) words='formats conversions functions all' ;;
         bench:bench) [[ $word == -* ]] && words='--size --threads --seconds --help' || words=$(zelcc list functions 2>/dev/null | cut -d ' ' -f 1) ;;
         :*) words='convert list info check bench --help --version' ;;
         convert:*)
-            [[ $word == -* ]] && words='--from --to --size --crop --frames --input-kind --output-kind --matrix --demosaic --filter
-                --interlaced --dither --levels --noise --threshold --gamma --range --tone-map --twist --weights --threads --dry-run
-                --quiet --help' ;;
+            [[ $word == -* ]] && words='--from --to --size --crop --frames --input-kind --output-kind --matrix --range --location
+                --demosaic --filter --interlaced --progressive --dither --levels --noise --threshold --gamma --gamma-range --tone-map
+                --twist --weights --threads --dry-run --quiet --help' ;;
         bench:*) words='--size --threads --seconds --help' ;;
         check:--write) ;;
         check:*) words='--write --sums --help' ;;

@@ -1,44 +1,41 @@
 // The exported calls: checks of arguments, and the level, picked once when the library is loaded.
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 
 #include "call.h"
 #include "identifier.h"
-#include "zelcore.h"
+#include "processor.h"
 #include "zelvideo.h"
 
 extern "C" {
-extern const zelv::Convert zel_ssse3_video, zel_avx2_video, zel_avx512_video;
+#define ZEL_LEVEL(name, feature, flags) extern const zelv::Convert zel_##name##_video;
+#include "levels.def"
 [[gnu::visibility("hidden")]] extern int32_t zelvKernelLevel;
 int32_t zelvKernelLevel = 0;
 }
 
 namespace {
 
-// What the processor itself reports: the enabled features can lower the level, but never raise it beyond this.
-int32_t highestLevel() {
-    __builtin_cpu_init();
-    const bool widest = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
-                        __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl") &&
-                        __builtin_cpu_supports("avx512vbmi");
-    if (widest) return 2;
-    return __builtin_cpu_supports("avx2") ? 1 : 0;
+constexpr struct {
+    uint64_t feature;
+    const zelv::Convert* convert;
+} levels[] = {
+#define ZEL_LEVEL(name, feature, flags) {feature, &zel_##name##_video},
+#include "levels.def"
+};
+
+// The number of the highest level among the features, 0 without any.
+int32_t highestLevel(uint64_t features) {
+    int32_t highest = 0;
+    for (int32_t level = 0; level < int32_t{std::size(levels)}; ++level)
+        if (features & levels[level].feature) highest = level;
+    return highest;
 }
 
+// The enabled features can lower the level, but never raise it beyond what the processor has.
 [[gnu::constructor]] void selectLevel() {
-    const uint64_t features = zelGetEnabledCpuFeatures();
-    const int32_t enabled = features & zelCpuAvx512 ? 2 : features & zelCpuAvx2 ? 1 : 0, highest = highestLevel();
-    zelvKernelLevel = enabled < highest ? enabled : highest;
-}
-
-zelv::Convert selected() {
-    switch (zelvKernelLevel) {
-        case 2:
-            return zel_avx512_video;
-        case 1:
-            return zel_avx2_video;
-        default:
-            return zel_ssse3_video;
-    }
+    zelvKernelLevel = std::min(highestLevel(zelGetEnabledCpuFeatures()), highestLevel(processorFeatures()));
 }
 
 template <class Entry>
@@ -60,7 +57,8 @@ ZelStatus convert(const ZelvPlan* pPlan, const uint8_t* const pSrc[], const int3
     if (firstRow < 0 || firstRow >= size.height || rowCount < 1 || rowCount > size.height - firstRow) return zelStsBadArgErr;
     const bool paired = plan.in.sitesDown || plan.out.sitesDown, ends = firstRow + rowCount == size.height;
     if (paired && (firstRow % 2 != 0 || (rowCount % 2 != 0 && !ends))) return zelStsBadArgErr;
-    selected()({&plan, pSrc, srcStep, pDst, dstStep, size.width, size.height, firstRow, firstRow + rowCount});
+    (*levels[zelvKernelLevel].convert)(
+        {&plan, pSrc, srcStep, pDst, dstStep, size.width, size.height, firstRow, firstRow + rowCount});
     return zelStsNoErr;
 }
 

@@ -19,7 +19,11 @@ enum {
     zelCpuSsse3 = 1 << 4,
     zelCpuInOrder = 1 << 5, /**< A small core that executes in program order. */
     zelCpuAvx2 = 1 << 8,
-    zelCpuAvx512 = 1 << 9 /**< F, BW, DQ, VL and VBMI together. */
+    zelCpuAvx512 = 1 << 9, /**< F, BW, DQ, VL and VBMI together. */
+    zelCpuNeon = 1 << 16,  /**< Advanced SIMD of AArch64. */
+    zelCpuDotProduct = 1 << 17,
+    zelCpuI8mm = 1 << 18, /**< Products of matrices of 8-bit integers. */
+    zelCpuSve2 = 1 << 19
 };
 
 /** The processor features that this process may use. */

@@ -5,7 +5,7 @@ import functools
 import pathlib
 import re
 
-from catalog import formats, functions, headers
+from catalog import facts, formats, functions, headers
 from catalog.headers import Function, Header
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
@@ -157,16 +157,6 @@ def speeds() -> dict[str, dict[str, list[str]]]:
     return found
 
 
-@functools.cache
-def cuts() -> dict[str, list[tuple[str, str, str]]]:
-    found = collections.defaultdict(list)
-    for line in (ROOT / "docs" / "strips.txt").read_text().splitlines():
-        if not line.startswith("#"):
-            name, columns, rows, *method = line.split(" ", 3)
-            found[name].append((columns, rows, method[0] if method else ""))
-    return found
-
-
 def cut_in_words(number: str, what: str) -> str:
     if number == "none":
         return f"not between {what}s"
@@ -199,7 +189,7 @@ def fields(function: Function) -> list[tuple[str, str]]:
     empty = "; a region without pixels is no error" if "empty" in words else ""
     result.append(("Smallest size", size + empty))
     result.append(("Status", ", ".join(f"`{word}`" for word in words if word != "empty")))
-    for columns, rows, method in cuts()[function.name]:
+    for columns, rows, method in facts.cuts()[function.name]:
         way = f", {inline(method)}" if method else ""
         result.append((f"Parts{way}", f"{cut_in_words(columns, 'column')}, {cut_in_words(rows, 'row')} "
                        "([more](../exactness.md#at-which-multiple-an-image-may-be-cut))"))

@@ -34,9 +34,10 @@
  * Rounding. All arithmetic is that of single precision, every operation rounded by itself, in the rounding mode of the calling
  * thread.
  *
- * Reciprocals. Where a comment says "approximate", 1 / x is what the processor's instruction rcpps gives, with a relative error
- * of up to 1.5 * 2^-12, and where it says "refined", that after one step of Newton's method, 2 r - (x r) r, nearly exact. Makes
- * of processors differ in the approximation: a few results differ by 1 between machines. On one machine they are always the same.
+ * Reciprocals. Where a comment says "approximate", 1 / x is what the x86 instruction rcpps gives, with a relative error of up to
+ * 1.5 * 2^-12, on other processors the rounded quotient; where it says "refined", it is that after one step of Newton's method,
+ * 2 r - (x r) r, nearly exact. Makes of processors differ in the approximation: a few results differ by 1 between machines. On
+ * one machine they are always the same.
  *
  * Status, of every conversion:
  *

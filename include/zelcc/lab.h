@@ -25,10 +25,10 @@
  * must not overlap, but may be the same image where both have one depth.
  *
  * Rounding. Arithmetic is in single precision, every operation rounded by itself, to the nearest. Where LUV takes an approximate
- * reciprocal, as said below, its last bits depend on the make of the processor, and a result that lies at the edge of an integer
- * may differ by 1 between two makes, far outside of the colours of RGB by more; of floats the last digits may. All other results,
- * those of Lab and of 8-bit RGB to LUV among them, are the same on every processor. On one processor no instruction set makes a
- * difference.
+ * reciprocal, as said below, its last bits depend on the make of an x86 processor, and others have the rounded quotient in its
+ * place: a result that lies at the edge of an integer may differ by 1 between two makes, far outside of the colours of RGB by
+ * more; of floats the last digits may. All other results, those of Lab and of 8-bit RGB to LUV among them, are the same on every
+ * processor. On one processor no instruction set makes a difference.
  *
  * Status, of every conversion:
  *

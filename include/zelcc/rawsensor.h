@@ -20,7 +20,7 @@ extern "C" {
 #endif
 
 /**
- * Bilinear interpolation, with green chosen by gradients. The minimum of srcSize is 2 x 2.
+ * Bilinear interpolation, with green chosen by gradients. The image has at least 2 x 2 samples.
  *
  * At a green sample the mean of the two neighbours beside it is one of the other colours, of the two above and below the other.
  * At a red or blue sample the opposite colour is the mean of the four diagonal neighbours. Green is there the mean of the
@@ -39,8 +39,8 @@ ZEL_API ZelStatus zeliCFAToRGB_16u_C1C3R(const uint16_t* pSrc, ZelRect srcRoi, Z
                                          int32_t dstStep, int32_t grid, int32_t interpolation);
 
 /**
- * Adaptive homogeneity-directed interpolation. The minimum of srcSize is 5 x 5. Beyond its edges the image is reflected about the
- * outermost samples.
+ * Adaptive homogeneity-directed interpolation. The image has at least 5 x 5 samples. Beyond its edges it is reflected about the
+ * outermost ones.
  *
  * Every pixel is made twice, with green interpolated along the column and along the row; the candidate that has more neighbours
  * of like luma and chroma is taken. With a, b the neighbours of a red or blue sample c on the column or row, d, e those next to

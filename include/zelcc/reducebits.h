@@ -70,6 +70,10 @@ ZEL_API ZelStatus zeliReduceBits_8u1u_C1R(const uint8_t* pSrc, int32_t srcStep, 
  * result. Four neighbours share it with zelDitherJJN and zelDitherStucki, save for the last pixels of a row. With zelDitherBayer
  * the last width % 4 columns of C4, and of 8u_AC4, are compared with M alone, without noise and step.
  *
+ * The highest level is cut off, too: of 8 levels of bytes a dither makes 254 as well as 255 of what is white or nearly white. Up
+ * to 41 levels of bytes, those without 254 are all but 8, 15, 26 and 32, and with zelDitherBayer 29; without a dither, and from
+ * 16 bits to 8, all are.
+ *
  * Steps count in bytes as given with zelDitherNone, and lose what is no whole sample with the others.
  *
  * Status: zelStsNullPtrErr, zelStsSizeErr if a side is below 1, zelStsNoiseValErr if noise is not from 0 to 100,

@@ -70,7 +70,7 @@ typedef struct ZelLibraryVersion {
     int32_t minor;
     int32_t majorBuild;
     int32_t build;
-    char targetCpu[4];     /**< "v8" or "s8", padded with zero bytes. */
+    char targetCpu[4];     /**< "v8", or "s8" of small in-order cores of x86; padded with zero bytes. */
     const char* name;      /**< Name of the library and the processor class. */
     const char* version;   /**< Version in words. */
     const char* buildDate; /**< Date of the release. */

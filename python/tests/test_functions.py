@@ -1,5 +1,6 @@
 """All functions by their C names, on arrays of every kind."""
 
+import inspect
 import pathlib
 import re
 import sys
@@ -42,8 +43,17 @@ class Functions(unittest.TestCase):
         listed = set(re.findall(r"zeli\w+", (pathlib.Path(__file__).parents[2] / "src/frame/exports.def").read_text()))
         self.assertEqual(set(NAMES), listed)
         self.assertEqual(len(NAMES), 520)
+        self.assertLess(set(NAMES), set(zelcc.__all__))
+        self.assertTrue(all(hasattr(zelcc, name) for name in zelcc.__all__))
+        project = (pathlib.Path(__file__).parents[2] / "CMakeLists.txt").read_text()
+        self.assertIn(f"project(zelcc VERSION {zelcc.__version__} ", project)
+
+    def test_help(self):
         for f in FUNCTIONS:
             self.assertIn(f.name, f.call.__doc__)
+            words = f.call.__doc__.split("\nIn C, of zelcc/")[0]
+            self.assertNotRegex(words, r"\b(p(Src|Dst|Tmp)\w*|tmpStep|unused\d)\b")
+        self.assertLess(len(str(inspect.signature(zelcc.convert))), 300)  # types by their names
 
     def test_outputs_are_made(self):
         for f in FUNCTIONS:
@@ -189,6 +199,9 @@ class Functions(unittest.TestCase):
         raw = self.random.integers(0, 65536, (20, 24), np.uint16)
         for f in (zelcc.zeliCFAToRGB_16u_C1C3R, zelcc.zeliDemosaicAHD_16u_C1C3R):
             whole = f(raw, grid=zelcc.zelBayerRGGB)
+            for name in ("bggr", "rggb", "gbrg", "grbg"):
+                by_number = f(raw, grid=getattr(zelcc, f"zelBayer{name.upper()}"))
+                np.testing.assert_array_equal(f(raw, grid=name), by_number)
             part = f(raw, grid=zelcc.zelBayerRGGB, region=(3, 5, 10, 7))
             self.assertEqual(part.shape, (7, 10, 3))
             if f is zelcc.zeliCFAToRGB_16u_C1C3R:

@@ -54,6 +54,7 @@ REFUSED = [
     (lambda: zelcc.zeliColorTwist32f_8u_C3R(IMAGE, matrix=np.eye(3)), "matrix", "12 numbers"),
     (lambda: zelcc.zeliCFAToRGB_8u_C1C3R(GRAY, grid=1, region=(20, 0, 13, 4)), "region", "inside the image"),
     (lambda: zelcc.zeliCFAToRGB_8u_C1C3R(GRAY, grid=1, region=(2147483647, 0, 13, 4)), "region", "inside the image"),
+    (lambda: zelcc.zeliCFAToRGB_8u_C1C3R(GRAY, grid="rgbg"), "grid", "one of bggr, rggb, gbrg and grbg"),
     (lambda: zelcc.zeliYCbCr420ToYCrCb420_Filter_8u_P2P3R((Y, np.zeros((8, 16, 2), np.uint8)), layout=4, above=2), "above", "4 or more"),
 ]
 

@@ -3,12 +3,10 @@
 Every function of the library is here by its C name, and `convert` goes from format to format by name.
 """
 
-from ._convert import Format as Format
-from ._convert import Image as Image
-from ._convert import PlaneForm as PlaneForm
-from ._convert import Step as Step
-from ._convert import convert as convert
-from ._convert import formats as formats
-from ._convert import planes as planes
-from ._convert import steps as steps
+from . import _native
+from ._convert import Format, Image, PlaneForm, Step, convert, formats, planes, steps
 from ._native import *
+from ._native import __version__
+
+__all__ = ["Format", "Image", "PlaneForm", "Step", "__version__", "convert", "formats", "planes", "steps"]
+__all__ += _native.__all__

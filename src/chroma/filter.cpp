@@ -19,7 +19,7 @@ class FourTaps {
 
   private:
     ZEL_INLINE Words sixteenths(Bytes inner, Bytes outer) const {
-        return (mulAddPairs(inner, inner_) + mulAddPairs(outer, outer_) + splatWord(8)) >> 4;
+        return (mulAddBytes(inner, inner_) + mulAddBytes(outer, outer_) + splatWord(8)) >> 4;
     }
 
     Bytes inner_ = splatByte(9), outer_ = splatByte(0xff);

@@ -20,7 +20,7 @@ class WeightedMean {
     }
 
   private:
-    ZEL_INLINE Words eighths(Bytes pairs) const { return (mulAddPairs(pairs, weights_) + splatWord(4)) >> 3; }
+    ZEL_INLINE Words eighths(Bytes pairs) const { return (mulAddBytes(pairs, weights_) + splatWord(4)) >> 3; }
 
     Bytes weights_;
 };

@@ -48,7 +48,7 @@ struct NearlyThenExactly {
         const DwordPixel whole = cutOff(upper);
         const Floats least =
             atMost(upper.a - toFloats(whole.a), atMost(upper.b - toFloats(whole.b), upper.c - toFloats(whole.c)));
-        const unsigned which = bitsOf((Dwords)(least < splatFloat(2 * Rule::margin)));
+        const unsigned which = signBits((Dwords)(least < splatFloat(2 * Rule::margin)));
         if (__builtin_expect(which != 0, 0)) return exactly(p, whole, which);
         return whole;
     }

@@ -29,17 +29,17 @@ struct ToHls {
             return isRed ? red : other;
         };
         const Bytes from = chosen(g, b, r), off = chosen(b, r, g);
-        const auto isBelow = lesser(from, off) != off;
+        const auto isBelow = atMost(from, off) != off;
         // All degrees are 2^16 of them, since words widen to that without a shift. 120, 240 and 360 as floats are then
         // 0x4af00000, 0x4b700000 and 0x4bb40000.
         const Bytes degreesHigh = chosen(isBelow ? splatByte(0x4b) : Bytes{}, splatByte(0x4a), splatByte(0x4b));
         const Bytes degreesLow = chosen(isBelow ? splatByte(0xb4) : Bytes{}, splatByte(0xf0), splatByte(0x70));
         const auto times60 = (Bytes)splatWord(uint8_t(60) | uint8_t(-60) << 8);
-        const Words n[2] = {mulAddPairs(interleaveLow(from, off), times60), mulAddPairs(interleaveHigh(from, off), times60)};
+        const Words n[2] = {mulAddBytes(interleaveLow(from, off), times60), mulAddBytes(interleaveHigh(from, off), times60)};
 
         // A divisor of 0 is raised to 1; those pixels are gray. Sums stop at 255, so the lesser one does not.
-        const Bytes one = splatByte(1), range = greater(extent.range, one);
-        const Bytes room = greater(lesser(addSaturated(highest, lowest), addSaturated(~highest, ~lowest)), one);
+        const Bytes one = splatByte(1), range = atLeast(extent.range, one);
+        const Bytes room = atLeast(atMost(addSaturated(highest, lowest), addSaturated(~highest, ~lowest)), one);
         Dwords hue[4], saturation[4];
         unrolled<4>([&](auto part) ZEL_INLINE_LAMBDA {
             const Words half = n[part / 2];

@@ -39,7 +39,7 @@ struct ToHsv {
         const Bytes sixthLow = isBlue ? splatByte(0x80) : Bytes{};
 
         // A divisor of 0 is raised to 1; those pixels are gray.
-        const Bytes one = splatByte(1), range = greater(extent.range, one), top = greater(highest, one);
+        const Bytes one = splatByte(1), range = atLeast(extent.range, one), top = atLeast(highest, one);
         Dwords hue[4], saturation[4];
         unrolled<4>([&](auto part) ZEL_INLINE_LAMBDA {
             const Floats d = floatsOf<part>(range), q = Bare::of(d);

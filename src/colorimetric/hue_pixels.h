@@ -94,7 +94,7 @@ struct Extent {
     Bytes highest, range;
 
     ZEL_INLINE explicit Extent(const Triple& t)
-        : highest(greater(greater(t.a, t.b), t.c)), range(highest - lesser(lesser(t.a, t.b), t.c)) {}
+        : highest(atLeast(atLeast(t.a, t.b), t.c)), range(highest - atMost(atMost(t.a, t.b), t.c)) {}
 };
 
 // 1 / v as the processor approximates it, and with one step of Newton's method.

@@ -50,7 +50,7 @@ struct ToBytes {
 
     ZEL_INLINE static FloatPixel exactly(const FloatPixel& p, unsigned which) {
         const auto f = [&](Floats v) {
-            return select(isLinear(v), line(v), withPowers(Floats{}, v, which & ~bitsOf(isLinear(v))));
+            return select(isLinear(v), line(v), withPowers(Floats{}, v, which & ~signBits(isLinear(v))));
         };
         const Floats x = sumOf(xRow, p) / k(whiteX), y = sumOf(yRow, p) / k(whiteY), z = sumOf(zRow, p) / k(whiteZ);
         const Floats fy = f(y), l = select(isLinear(y), k(kappa) * y, k(116) * fy - k(16));
@@ -63,7 +63,7 @@ struct ToBytes {
 ZEL_INLINE Floats powerOf(Floats v, const CubeRootPower& power) {
     const Floats low = power.root + (power.rest - power.margin), high = power.root + (power.rest + power.margin);
     const auto isDoubtful = (Dwords)(low != high) | ~(Dwords)(v < k(0x1p60));
-    const unsigned which = bitsOf(isDoubtful & ~isLinear(v));
+    const unsigned which = signBits(isDoubtful & ~isLinear(v));
     return __builtin_expect(which != 0, 0) ? withPowers(low, v, which) : low;
 }
 ZEL_INLINE Floats exactly(Floats v, const CubeRootPower& power) { return select(isLinear(v), line(v), powerOf(v, power)); }
@@ -98,7 +98,7 @@ struct ToWords {
   private:
     ZEL_INLINE static Floats lightness(Floats y, const CubeRootPower& power) {
         const Floats low = bound(power.root, power.rest - power.margin), high = bound(power.root, power.rest + power.margin);
-        const unsigned which = bitsOf((Dwords)(low != high) & ~isLinear(y));
+        const unsigned which = signBits((Dwords)(low != high) & ~isLinear(y));
         return __builtin_expect(which != 0, 0) ? withLightness(low, y, which) : low;
     }
     ZEL_INLINE static Floats bound(Floats root, Floats rest) {

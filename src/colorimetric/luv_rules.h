@@ -51,7 +51,7 @@ struct ToBytes {
     ZEL_INLINE static FloatPixel exactly(const FloatPixel& p, unsigned which) {
         const Floats x = sumOf(xRow, p) / k(255), y = sumOf(yRow, p) / k(255), z = sumOf(zRow, p) / k(255);
         const auto isLinear = (Dwords)(y <= k(linearLimit));
-        const Floats root = withPowers(Floats{}, y, which & ~bitsOf(isLinear));
+        const Floats root = withPowers(Floats{}, y, which & ~signBits(isLinear));
         const Floats l = select(isLinear, y * k(kappa), root * k(116) - k(16));
         const Floats d = (z * k(3) + x) + k(15) * y;
         const auto isBlack = (Dwords)(y == k(0));

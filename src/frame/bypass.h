@@ -10,7 +10,12 @@ extern "C" [[gnu::visibility("hidden")]] int32_t zelCachedCallBytes;
 
 namespace zel::ZEL_LEVEL {
 
-ZEL_INLINE bool exceedsCaches(size_t bytes) { return bytes > size_t(zelCachedCallBytes); }
+ZEL_INLINE bool exceedsCaches([[maybe_unused]] size_t bytes) {
+    if constexpr (traits.bypasses)
+        return bytes > size_t(zelCachedCallBytes);
+    else
+        return false;
+}
 
 // No conversion moves more bytes a site, and no pass of one more a pixel.
 constexpr size_t maxSiteBytes = 4096;

@@ -75,7 +75,7 @@ struct Steps {
 
 // Rules of a few operations a sample keep up with memory where a vector is as long as a line. With shorter ones it is a matter of
 // a few operations more or less, and stores that bypass the caches lose up to a quarter where they are too many.
-constexpr bool fewOperationsKeepUp = vectorBytes == int{lineBytes};
+constexpr bool fewOperationsKeepUp = traits.bypassesByWholeLines;
 
 // A rule bound to its layouts: converts `count` blocks from the left edge of each of some groups of rows. It reads a whole block
 // before it writes it, so a row may be converted over itself.

@@ -18,11 +18,9 @@
 #define ZEL_NARROWER nullptr
 #endif
 
-// The column of the small in-order cores has only the exports with two implementations.
-#define ZEL_IN_COLUMN_avx512(columns) 1
-#define ZEL_IN_COLUMN_avx2(columns) 1
-#define ZEL_IN_COLUMN_ssse3(columns) 1
-#define ZEL_IN_COLUMN_s8(columns) ZEL_JOIN(ZEL_HAS_TWO_, columns)
+// A column beside the levels has only the exports with two implementations.
+#define ZEL_IN_COLUMN_0(columns) 1
+#define ZEL_IN_COLUMN_1(columns) ZEL_JOIN(ZEL_HAS_TWO_, columns)
 #define ZEL_HAS_TWO_1 0
 #define ZEL_HAS_TWO_2 1
 #define ZEL_AND_00 0
@@ -32,7 +30,7 @@
 #define ZEL_AND_(a, b) ZEL_AND_##a##b
 #define ZEL_AND(a, b) ZEL_AND_(a, b)
 
-#define ZEL_IS_ROW(group, columns) ZEL_AND(ZEL_IS_CURRENT(group), ZEL_JOIN(ZEL_IN_COLUMN_, ZEL_LEVEL)(columns))
+#define ZEL_IS_ROW(group, columns) ZEL_AND(ZEL_IS_CURRENT(group), ZEL_JOIN(ZEL_IN_COLUMN_, ZEL_IS_COLUMN)(columns))
 
 #define ZEL_PLACE_0(name)
 #define ZEL_PLACE_1(name) name,

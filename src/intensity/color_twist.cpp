@@ -7,8 +7,8 @@
 #include <type_traits>
 
 #include "frame/parameters.h"
-#include "simd/rounding.h"
 #include "simd/samples.h"
+#include "simd/vector.h"
 #include "zelcc/intensity.h"
 
 namespace zel::ZEL_LEVEL {
@@ -166,7 +166,7 @@ struct PixelsOfFour<Depth16<Sample>> {
     static constexpr int vectors = 2;
     ZEL_INLINE static Channels<Floats> load(const uint8_t* p) {
         const Bytes v0 = loadBytes(p), v1 = loadBytes(p + vectorBytes);
-        const Words ab = (Words)evenDwords(v0, v1), cd = (Words)oddDwords(v0, v1);
+        const Words ab = (Words)evenDwords((Dwords)v0, (Dwords)v1), cd = (Words)oddDwords((Dwords)v0, (Dwords)v1);
         return {Depth::evens(ab), Depth::odds(ab), Depth::evens(cd)};
     }
     ZEL_INLINE static void store(uint8_t* p, Channels<Dwords> x) {

@@ -148,7 +148,7 @@ struct PlainWords {
     // -((b - a) >> 1)
     ZEL_INLINE static Words halfDifference(UWords a, UWords b) {
         const auto negated = (Words)lifted((Words)mean(b, ~a));
-        return narrowing == Narrowing::saturated ? subtractSigned(Words{}, negated) : difference(Words{}, negated);
+        return narrowing == Narrowing::saturated ? subtractSignedSaturated(Words{}, negated) : difference(Words{}, negated);
     }
 };
 

@@ -116,7 +116,7 @@ class AnalogDecode {
     // Interleaved bytes.
     ZEL_INLINE ChromaTerms chroma(Bytes pairs) const {
         const Bytes centred = pairs ^ splatByte(128);
-        return terms_(mulAddPairs(vWeights_, centred), mulAddPairs(uWeights_, centred));
+        return terms_(mulAddBytes(vWeights_, centred), mulAddBytes(uWeights_, centred));
     }
 
     // The bytes of two pixels for each site: the even pixels in the low half of a lane, the odd ones in the high half.
@@ -132,7 +132,7 @@ class AnalogDecode {
         const Bytes v = yuv.c ^ splatByte(128), u = yuv.b ^ splatByte(128);
         const auto parity = [&](bool even) {
             const Bytes weights = weightsOf(even, weight);
-            return terms_(mulAddPairs(weights, v), mulAddPairs(weights, u));
+            return terms_(mulAddBytes(weights, v), mulAddBytes(weights, u));
         };
         return pixels(yuv.a, parity(true), parity(false));
     }

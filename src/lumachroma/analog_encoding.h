@@ -33,7 +33,7 @@ class ByteSum {
     };
     // The bytes of a and of c in turn with those of b.
     ZEL_INLINE Parts operator()(Bytes ab, Bytes cb) const {
-        return {(UWords)(mulAddPairs(ab, highAb_) + mulAddPairs(cb, highCb_)), mulAddPairs(ab, lowAb_) + mulAddPairs(cb, lowC_)};
+        return {(UWords)(mulAddBytes(ab, highAb_) + mulAddBytes(cb, highCb_)), mulAddBytes(ab, lowAb_) + mulAddBytes(cb, lowC_)};
     }
 
     // (sum + bias) >> 2 lowBits

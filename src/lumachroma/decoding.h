@@ -25,7 +25,7 @@ struct ChromaTerms {
 };
 
 // 64 Y times twice the coefficient is 128 Y times the coefficient.
-ZEL_INLINE Words luma64(Bytes luma, Parity parity) { return mulAddPairs(luma, weightsOf(parity == Parity::even, 64)); }
+ZEL_INLINE Words luma64(Bytes luma, Parity parity) { return mulAddBytes(luma, weightsOf(parity == Parity::even, 64)); }
 
 // How sums lose their last bits: shifted, after any rounding was added, or rounded to the nearest by a multiply.
 enum class Last { shifted, rounded };
@@ -85,7 +85,7 @@ class BiasedDecode {
 
   private:
     // The multiply-add takes unsigned and signed bytes: 128 (x - 128), x - 128 being x with its top bit inverted.
-    ZEL_INLINE static Words picked(Bytes x, Bytes unsignedWeights) { return mulAddPairs(unsignedWeights, x ^ splatByte(0x80)); }
+    ZEL_INLINE static Words picked(Bytes x, Bytes unsignedWeights) { return mulAddBytes(unsignedWeights, x ^ splatByte(0x80)); }
 
     ZEL_INLINE ChromaTerms terms(Words u, Words v) const {
         return {mulHigh(u, pa_), mulHigh(u, pb_) + mulHigh(v, qb_), mulHigh(v, qc_)};
@@ -128,7 +128,7 @@ class FoldedDecode {
 
     ZEL_INLINE ChromaTerms chroma(Words p, Words q) const { return terms(p << 6, q << 6); }
     ZEL_INLINE ChromaTerms chroma(Bytes pairs) const {
-        return terms(mulAddPairs(pairs, pWeights_), mulAddPairs(pairs, qWeights_));
+        return terms(mulAddBytes(pairs, pWeights_), mulAddBytes(pairs, qWeights_));
     }
 
     ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& pair) const {
@@ -180,7 +180,7 @@ class ExactDecode {
         Words p, q;
     };
     ZEL_INLINE Chroma chroma(Words p, Words q) const { return {p, q}; }
-    ZEL_INLINE Chroma chroma(Bytes pairs) const { return {mulAddPairs(pairs, pWeights_), mulAddPairs(pairs, qWeights_)}; }
+    ZEL_INLINE Chroma chroma(Bytes pairs) const { return {mulAddBytes(pairs, pWeights_), mulAddBytes(pairs, qWeights_)}; }
     ZEL_INLINE Triple pixels(Bytes luma, const Chroma& even, const Chroma& odd) const {
         return pixels(luma, (Bytes)(even.p | odd.p << 8), (Bytes)(even.q | odd.q << 8));
     }

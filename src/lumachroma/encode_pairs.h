@@ -76,7 +76,7 @@ using ToChromaFirst = ToPacked422<Packed::chromaFirst>;
 // The weighted sums of horizontal pairs of pixels.
 template <int weight>
 ZEL_INLINE Words pairSums(Bytes x) {
-    return mulAddPairs(x, splatByte(weight));
+    return mulAddBytes(x, splatByte(weight));
 }
 
 template <class Luma, class Chroma>

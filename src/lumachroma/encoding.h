@@ -53,7 +53,7 @@ ZEL_INLINE UWords times256(Bytes x) {
 }
 template <Parity parity>
 ZEL_INLINE Words times64(Bytes x) {
-    return mulAddPairs(x, (Bytes)splatWord(parity == Parity::even ? 64 : 64 << 8));
+    return mulAddBytes(x, (Bytes)splatWord(parity == Parity::even ? 64 : 64 << 8));
 }
 
 // A byte per pixel from a rule that gives, for one parity, words whose bits from `shift` on are the result.
@@ -288,7 +288,7 @@ class ByteLuma {
 
         ZEL_INLINE explicit Sum(const Constants::Part& k) : ab((Bytes)splatWord(k.a | k.b << 8)), c((Bytes)splatWord(k.c)) {}
         ZEL_INLINE Words operator()(Bytes abPairs, Bytes cPairs) const {
-            return mulAddPairs(ab, abPairs) + mulAddPairs(c, cPairs);
+            return mulAddBytes(ab, abPairs) + mulAddBytes(c, cPairs);
         }
     };
 

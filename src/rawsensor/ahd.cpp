@@ -281,7 +281,7 @@ class Tile {
             Bits tied = zeros(sums);
             for (const int start : starts_.columns)
                 if (hasStarts && start >= x && start < x + blockPixels) tied &= static_cast<Bits>(~(Bits{1} << (start - x)));
-            const Bits byColumn = decided(negativeOnes(sums), tied, columnBefore);
+            const Bits byColumn = decided(signBits(sums), tied, columnBefore);
             columnBefore = byColumn >> (smaller(blockPixels, right_ - x) - 1) & 1;
             for (int part = 0; part < blockPixels && x + part < right_; part += storedPixels) {
                 const auto channel = [&](int n) {

@@ -11,7 +11,7 @@ namespace {
 constexpr int edge = 2;
 
 // Lanes alone are too short to bypass the caches.
-constexpr bool canBypass = vectorBytes > laneBytes;
+constexpr bool canBypass = traits.bypassesByParts;
 
 // Some rows with the two above them and the two below. Beyond the image's edges they are reflected, which gives the neighbours
 // that are left there their weights.

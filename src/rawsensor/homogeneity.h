@@ -3,7 +3,7 @@
 #pragma once
 
 #include "rawsensor/mosaic.h"
-#include "simd/bits.h"
+#include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {
 

@@ -57,8 +57,8 @@ class NoiseOfRows {
     ZEL_INLINE explicit NoiseOfRows(const Noise& noise) {
         for (int i = 0; i < half; i += vectorNumbers) {
             const auto low = (Bytes)noise.numbers(2 * i), high = (Bytes)noise.numbers(2 * i + vectorNumbers);
-            storeVector(dealt_ + i, lowThenHighHalves(evenDwords(low, high)));
-            storeVector(dealt_ + oddNumbers + i, lowThenHighHalves(oddDwords(low, high)));
+            storeVector(dealt_ + i, lowThenHighHalves((Bytes)evenDwords((Dwords)low, (Dwords)high)));
+            storeVector(dealt_ + oddNumbers + i, lowThenHighHalves((Bytes)oddDwords((Dwords)low, (Dwords)high)));
         }
         // The first ones follow the last ones.
         for (int i = 0; i < rows; ++i) {

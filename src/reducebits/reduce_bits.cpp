@@ -27,9 +27,10 @@ struct Request {
 struct Depths {
     int fromBytes, toBytes;
     float top;  // white of the source
-    ReduceRow toNearest, ordered;
-    ReduceRow toNearestBesideAlpha, orderedBesideAlpha;
-    LoadSamples load[5];  // by the samples of a pixel
+    ReduceRow<float> toNearest, ordered;
+    ReduceRow<float> toNearestBesideAlpha, orderedBesideAlpha;
+    ReduceRow<uint16_t> wordsToBytes, wordsToBytesBesideAlpha;  // to 256 levels, where depths have that form
+    LoadSamples load[5];                                        // by the samples of a pixel
     StoreLevels store[5];
     LevelScale scale;
     Diffusion floydSteinberg;
@@ -48,8 +49,8 @@ struct PixelLayout {
 
 // Floyd-Steinberg of 16s8u and of floats adds up in another order and rounds its levels.
 template <class From, class To, bool differsInFloydSteinberg>
-constexpr Depths depths(ReduceRow toNearest = Reduction<From, To, true, false>::convert) {
-    constexpr bool areFloats = From::top == 1;
+constexpr Depths depths(ReduceRow<float> toNearest = Reduction<From, To, true, false>::convert) {
+    constexpr bool areFloats = From::top == 1, areWordsToBytes = From::bytes == 2 && To::bytes == 1;
     return {.fromBytes = From::bytes,
             .toBytes = To::bytes,
             .top = From::top,
@@ -57,6 +58,8 @@ constexpr Depths depths(ReduceRow toNearest = Reduction<From, To, true, false>::
             .ordered = Reduction<From, To, areFloats, false>::convert,
             .toNearestBesideAlpha = Reduction<From, To, true, true>::convert,
             .orderedBesideAlpha = Reduction<From, To, areFloats, true>::convert,
+            .wordsToBytes = areWordsToBytes ? WordsToBytes<From::isSigned, false>::convert : nullptr,
+            .wordsToBytesBesideAlpha = areWordsToBytes ? WordsToBytes<From::isSigned, true>::convert : nullptr,
             .load = {nullptr, loadSamples<From, 1>, nullptr, loadSamples<From, 3>, loadSamples<From, 4>},
             .store = {nullptr, storeLevels<typename To::Sample, 1>, nullptr, storeLevels<typename To::Sample, 3>,
                       storeLevels<typename To::Sample, 4>},
@@ -99,7 +102,7 @@ ZEL_INLINE float percent(uint32_t x) { return float(int(x)) / 100; }
 [[maybe_unused]] ZEL_OWN_CODE ZelStatus reduceOrdered(const Depths& d, const PixelLayout& layout, bool bareAtEnd,
                                                       const ReducedRows& rows, const Levels& levels, uint32_t percentOfNoise) {
     const bool keepsAlpha = layout.alpha == Alpha::kept;
-    const ReduceRow reduce = keepsAlpha ? d.orderedBesideAlpha : d.ordered;
+    const ReduceRow<float> reduce = keepsAlpha ? d.orderedBesideAlpha : d.ordered;
     if (percentOfNoise == 0) {
         reduceOrdered(rows, levels, {reduce, keepsAlpha, d.fromBytes == 1 ? d.ordered : nullptr});
         return zelStsNoErr;
@@ -171,16 +174,26 @@ ZEL_INLINE ZelStatus diffuse(Diffusion kind, const TallImage& image, const Diffu
                      .channels = layout.samples,
                      .bypassing = false};
     const size_t samples = rows.samples() * size_t(rows.size.height);
-    rows.bypassing = d.keepsUp && exceedsCaches(samples * size_t(d.fromBytes + d.toBytes)) && rows.from != rows.to;
+    const bool keepsAlpha = layout.alpha == Alpha::kept, isOrdered = dither == zelDitherBayer && noise == 0;
+    const ReduceRow<uint16_t> inIntegers = levels != 256 || !(dither == zelDitherNone || isOrdered) ? nullptr
+                                           : keepsAlpha                                             ? d.wordsToBytesBesideAlpha
+                                                                                                    : d.wordsToBytes;
+    const bool keepsUp = d.keepsUp || inIntegers;
+    rows.bypassing = keepsUp && exceedsCaches(samples * size_t(d.fromBytes + d.toBytes)) && rows.from != rows.to;
+    if (dither != zelDitherNone) {
+        rows.fromStep &= -size_t(d.fromBytes);
+        rows.toStep &= -size_t(d.toBytes);
+    }
+    if (inIntegers) {
+        reduceWordsToBytes(rows, Levels(levels, d.top), inIntegers, isOrdered ? orderedAddends : nearestAddends);
+        return zelStsNoErr;
+    }
     if (dither == zelDitherNone) {
-        const bool keepsAlpha = layout.alpha == Alpha::kept;
         reduceToNearest(
             rows, Levels(levels, 1), 0.5f / float(levels - 1),
             {keepsAlpha ? d.toNearestBesideAlpha : d.toNearest, keepsAlpha, d.fromBytes == 1 ? d.toNearest : nullptr});
         return zelStsNoErr;
     }
-    rows.fromStep &= -size_t(d.fromBytes);
-    rows.toStep &= -size_t(d.toBytes);
     switch (dither) {
         case zelDitherFS:
         case zelDitherJJN:

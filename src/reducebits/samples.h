@@ -9,13 +9,14 @@ constexpr int vectorFloats = vectorBytes / 4;
 
 // The level q, and one step more where the threshold is below what is left over.
 ZEL_INLINE Floats levelOrNext(Floats q, Floats step, Floats threshold, Floats leftOver) {
-    if constexpr (vectorBytes > 16) return threshold < leftOver ? q + step : q;
+    if constexpr (traits.selectsAtOnce) return threshold < leftOver ? q + step : q;
     return q + (Floats)((Dwords)(threshold < leftOver) & (Dwords)step);
 }
 
 // A vector of floats from consecutive samples, or from samples in dwords, and one sample. `top` is white, and `unit` what brings
 // it to 1.
 struct From8u {
+    static constexpr bool isSigned = false;
     static constexpr int bytes = 1;
     static constexpr float top = 255, unit = 0.003921569f;
 
@@ -25,8 +26,9 @@ struct From8u {
 };
 
 // Signed words are lifted so that black is 0.
-template <bool isSigned>
+template <bool signedWords>
 struct From16 {
+    static constexpr bool isSigned = signedWords;
     static constexpr int bytes = 2;
     static constexpr float top = 65535, unit = 1.5259022e-5f;
 
@@ -42,6 +44,7 @@ using From16u = From16<false>;
 using From16s = From16<true>;
 
 struct From32f {
+    static constexpr bool isSigned = true;
     static constexpr int bytes = 4;
     static constexpr float top = 1, unit = 1;
 

@@ -23,15 +23,17 @@ constexpr int thresholdPeriod = 192, thresholdsAtOnce = thresholdPeriod + vector
 static_assert(thresholdPeriod % vectorBytes == 0);
 
 // From the left to the right, samples are read before they are written.
+template <class Threshold>
 struct ReducedRow {
     const uint8_t* from;
     Destination to;
     size_t samples;
-    const float* thresholds;
+    const Threshold* thresholds;
     bool repeatsThresholds;
 };
 
-using ReduceRow = void (*)(const Levels& levels, const ReducedRow& row);
+template <class Threshold>
+using ReduceRow = void (*)(const Levels& levels, const ReducedRow<Threshold>& row);
 
 struct SampleShape {
     int fromBytes, toBytes;
@@ -41,8 +43,9 @@ struct SampleShape {
 // The end of a row that does not fill a block: by one more block that ends with the row, unless the row is shorter, or the
 // samples are gone that it would read again, or stores bypass the caches, for a line that just went past them should be left
 // alone. `place`: of the end's thresholds.
-ZEL_OWN_CODE inline void reduceRest(ReduceRow reduce, const Levels& levels, const ReducedRow& row, SampleShape shape,
-                                    size_t place) {
+template <class Threshold>
+ZEL_OWN_CODE void reduceRest(ReduceRow<Threshold> reduce, const Levels& levels, const ReducedRow<Threshold>& row,
+                             SampleShape shape, size_t place) {
     const auto fromBytes = size_t(shape.fromBytes), toBytes = size_t(shape.toBytes), block = vectorBytes / toBytes;
     const size_t rest = row.samples % block, whole = row.samples - rest;
     const bool isInPlace = row.to < row.from + row.samples * fromBytes && row.from < row.to + row.samples * toBytes;
@@ -59,6 +62,21 @@ ZEL_OWN_CODE inline void reduceRest(ReduceRow reduce, const Levels& levels, cons
     copyFromBuffer(row.to + whole * toBytes, destination, rest * toBytes);
 }
 
+// Calls block(from, to, thresholds) for each vector of the row. `reduce` does the same to a row of one block.
+template <class Threshold, class Block>
+ZEL_INLINE void reduceRow(const Block& block, ReduceRow<Threshold> reduce, const Levels& levels, const ReducedRow<Threshold>& row,
+                          SampleShape shape) {
+    const auto fromBytes = size_t(shape.fromBytes), toBytes = size_t(shape.toBytes), blockSamples = vectorBytes / toBytes;
+    const size_t whole = row.samples & -blockSamples;
+    size_t place = 0;
+    for (size_t i = 0; i < whole; i += blockSamples) {
+        block(row.from + i * fromBytes, row.to + i * toBytes, row.thresholds + place);
+        place += blockSamples;
+        if (row.repeatsThresholds && place == thresholdPeriod) place = 0;
+    }
+    if (whole != row.samples) reduceRest(reduce, levels, row, shape, place);
+}
+
 // A sample s on the scale of the levels becomes
 //
 //     q = trunc(s / step) step, and one step more if the threshold is below s - q,
@@ -67,23 +85,10 @@ ZEL_OWN_CODE inline void reduceRest(ReduceRow reduce, const Levels& levels, cons
 template <class From, class To, bool byUnit, bool keepsAlpha>
 class Reduction {
   public:
-    static void convert(const Levels& levels, const ReducedRow& row) {
+    static void convert(const Levels& levels, const ReducedRow<float>& row) {
         const Reduction reduction(levels);
-        const size_t whole = row.samples & -size_t{block};
-        size_t place = 0;
-        for (size_t i = 0; i < whole; i += block) {
-            reduction(row.from + i * From::bytes, row.to + i * To::bytes, row.thresholds + place);
-            place += block;
-            if (row.repeatsThresholds && place == thresholdPeriod) place = 0;
-        }
-        if (whole != row.samples)
-            reduceRest(convert, levels, row, {.fromBytes = From::bytes, .toBytes = To::bytes, .keepsAlpha = keepsAlpha}, place);
+        reduceRow(reduction, convert, levels, row, {.fromBytes = From::bytes, .toBytes = To::bytes, .keepsAlpha = keepsAlpha});
     }
-
-  private:
-    static constexpr int block = vectorBytes / To::bytes;  // samples
-
-    ZEL_INLINE explicit Reduction(const Levels& levels) : step_(splatFloat(levels.step)), inverse_(splatFloat(levels.inverse)) {}
 
     ZEL_INLINE void operator()(const uint8_t* from, Destination to, const float* thresholds) const {
         Dwords levels[To::parts];
@@ -103,6 +108,9 @@ class Reduction {
             storeVector(to, packed);
     }
 
+  private:
+    ZEL_INLINE explicit Reduction(const Levels& levels) : step_(splatFloat(levels.step)), inverse_(splatFloat(levels.inverse)) {}
+
     ZEL_INLINE Dwords level(Floats s, Floats threshold) const {
         if constexpr (byUnit && From::unit != 1) s = s * splatFloat(From::unit);
         const Floats q = whole(s * inverse_) * step_;
@@ -121,7 +129,7 @@ class Reduction {
 
 // Floats beyond white in the last samples of a row, behind a multiple of 4: the low 16 bits of the level are taken as a signed
 // word before they are bounded to a byte, so the brightest come out black. That is meant.
-ZEL_OWN_CODE inline void reduceFloatsToBytes(const Levels& levels, const ReducedRow& row) {
+ZEL_OWN_CODE inline void reduceFloatsToBytes(const Levels& levels, const ReducedRow<float>& row) {
     uint8_t last[3];
     const size_t whole = row.samples & ~size_t{3};
     for (size_t i = whole; i < row.samples; ++i) {
@@ -134,6 +142,34 @@ ZEL_OWN_CODE inline void reduceFloatsToBytes(const Levels& levels, const Reduced
     Reduction<From32f, To8u, true, false>::convert(levels, row);
     for (size_t i = whole; i < row.samples; ++i) row.to[i] = last[i - whole];
 }
+
+// Words to 256 levels as bytes: in steps of 257 the rule has a form in integers. With an addend a of 256 less the threshold, cut
+// off, and not below 0, and m = p + a or 65535 if that is less, a sample p becomes
+//
+//     trunc(255 (m + 1) / 65536) = (m - (m >> 8)) >> 8.
+template <bool isSigned, bool keepsAlpha>
+class WordsToBytes {
+  public:
+    static void convert(const Levels& levels, const ReducedRow<uint16_t>& row) {
+        reduceRow(WordsToBytes(), convert, levels, row, {.fromBytes = 2, .toBytes = 1, .keepsAlpha = keepsAlpha});
+    }
+
+    ZEL_INLINE void operator()(const uint8_t* from, Destination to, const uint16_t* addends) const {
+        const UWords first = level(from, addends), second = level(from + vectorBytes, addends + vectorBytes / 2);
+        const Bytes packed = lowThenHighHalves(packBytes((Words)first, (Words)second));
+        if constexpr (keepsAlpha)
+            storeThreeOfFour<1>(to, packed);
+        else
+            storeVector(to, packed);
+    }
+
+  private:
+    ZEL_INLINE static UWords level(const uint8_t* from, const uint16_t* addends) {
+        const auto word = (UWords)loadBytes(from), sample = isSigned ? word ^ (UWords)splatWord(0x8000) : word;
+        const UWords m = addSaturated(sample, (UWords)loadBytes(addends));
+        return (m - (m >> 8)) >> 8;
+    }
+};
 
 // The rows of an image and their pixels.
 struct ReducedRows {
@@ -158,9 +194,9 @@ inline constexpr float bayer[4][4] = {{0.0f, 0.53333336f, 0.13333334f, 0.6666667
 inline constexpr uint8_t bayerPlaces[4][4] = {{0, 8, 2, 10}, {12, 4, 14, 6}, {3, 11, 1, 9}, {15, 7, 13, 5}};
 
 struct RowRule {
-    ReduceRow reduce;
+    ReduceRow<float> reduce;
     bool keepsAlpha;
-    ReduceRow ofAllBytes;  // where samples are bytes: the same rule without alpha
+    ReduceRow<float> ofAllBytes;  // where samples are bytes: the same rule without alpha
 };
 
 // Bytes by tables of all results, where a lookup costs less than the rule. The rule itself fills them: what a byte becomes below
@@ -169,10 +205,10 @@ class ByteResults {
   public:
     // What it takes to make the tables is little beside an image.
     ZEL_INLINE static bool pay(const ReducedRows& rows) {
-        return looksUpQuickly && rows.samples() * size_t(rows.size.height) >= 8192;
+        return traits.looksUpQuickly && rows.samples() * size_t(rows.size.height) >= 8192;
     }
 
-    ZEL_OWN_CODE ByteResults(const Levels& levels, const float* ascending, int count, ReduceRow reduce) {
+    ZEL_OWN_CODE ByteResults(const Levels& levels, const float* ascending, int count, ReduceRow<float> reduce) {
         const auto fill = [&](float threshold, uint8_t(&results)[256]) {
             alignas(64) float thresholds[thresholdsAtOnce];
             for (int i = 0; i < thresholdsAtOnce; i += vectorFloats) storeVector(thresholds + i, splatFloat(threshold));
@@ -202,7 +238,7 @@ class ByteResults {
     template <class OfRow>
     ZEL_INLINE void reduceRows(const ReducedRows& rows, const Levels& levels, const RowRule& rule, const OfRow& ofRow) const {
         const MadeByteTable below(below_), above(above_), ranks(ranks_);
-        ReducedRow row{rows.from, {rows.to, rows.bypassing}, rows.samples(), nullptr, true};
+        ReducedRow<float> row{rows.from, {rows.to, rows.bypassing}, rows.samples(), nullptr, true};
         const size_t whole = row.samples & -size_t{vectorBytes};
         for (int y = 0; y < rows.size.height; ++y) {
             const RowThresholds thresholds = ofRow(y);
@@ -231,12 +267,12 @@ class ByteResults {
 };
 
 // Row y has the thresholds ofRow(y).
-template <class OfRow>
-ZEL_INLINE void reduceRows(const ReducedRows& rows, const Levels& levels, const RowRule& rule, const OfRow& ofRow) {
-    ReducedRow row{rows.from, {rows.to, rows.bypassing}, rows.samples(), nullptr, true};
+template <class Threshold, class OfRow>
+ZEL_INLINE void reduceRows(const ReducedRows& rows, const Levels& levels, ReduceRow<Threshold> reduce, const OfRow& ofRow) {
+    ReducedRow<Threshold> row{rows.from, {rows.to, rows.bypassing}, rows.samples(), nullptr, true};
     for (int y = 0; y < rows.size.height; ++y) {
         row.thresholds = ofRow(y);
-        rule.reduce(levels, row);
+        reduce(levels, row);
         row.from = moved(row.from, rows.fromStep);
         row.to = {moved<uint8_t>(row.to, rows.toStep), rows.bypassing};
     }
@@ -248,7 +284,7 @@ ZEL_OWN_CODE inline void reduceToNearest(const ReducedRows& rows, const Levels& 
     alignas(64) float thresholds[thresholdsAtOnce];
     for (int i = 0; i < thresholdsAtOnce; i += vectorFloats) storeVector(thresholds + i, splatFloat(threshold));
     const auto ofRow = [&](int) { return thresholds; };
-    if (!rule.ofAllBytes || !ByteResults::pay(rows)) return reduceRows(rows, levels, rule, ofRow);
+    if (!rule.ofAllBytes || !ByteResults::pay(rows)) return reduceRows(rows, levels, rule.reduce, ofRow);
     ByteResults(levels, &threshold, 1, rule.ofAllBytes).reduceRows(rows, levels, rule, [&](int) {
         return ByteResults::RowThresholds{thresholds, nullptr};
     });
@@ -261,17 +297,24 @@ ZEL_INLINE Threshold* repeat(Threshold threshold, Threshold* to, int channels) {
     return to;
 }
 
-ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const RowRule& rule) {
-    // As far as a row goes, and one block.
+// Of a matrix of thresholds that repeats itself, as far as a row goes, and one block.
+template <class Threshold>
+using Pattern = Threshold[4][thresholdsAtOnce + 4];
+template <class Threshold, class At>
+ZEL_INLINE void fillPattern(Pattern<Threshold>& pattern, const ReducedRows& rows, const At& at) {
     const size_t needed = rows.samples() + vectorBytes;
     const size_t thresholds = needed < thresholdsAtOnce ? needed : thresholdsAtOnce;
-    alignas(64) float pattern[4][thresholdsAtOnce + 4];
     for (int y = 0; y < 4 && y < rows.size.height; ++y) {
-        float* to = pattern[y];
-        for (int x = 0; to < pattern[y] + thresholds; ++x) to = repeat(bayer[y][x % 4] * levels.step, to, rows.channels);
+        Threshold* to = pattern[y];
+        for (int x = 0; to < pattern[y] + thresholds; ++x) to = repeat(at(x % 4, y), to, rows.channels);
     }
+}
+
+ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const RowRule& rule) {
+    alignas(64) Pattern<float> pattern;
+    fillPattern(pattern, rows, [&](int x, int y) { return bayer[y][x] * levels.step; });
     const auto ofRow = [&](int y) { return pattern[y % 4]; };
-    if (!rule.ofAllBytes || !ByteResults::pay(rows)) return reduceRows(rows, levels, rule, ofRow);
+    if (!rule.ofAllBytes || !ByteResults::pay(rows)) return reduceRows(rows, levels, rule.reduce, ofRow);
     float ascending[16];
     alignas(64) uint8_t places[4][thresholdPeriod];
     for (int y = 0; y < 4; ++y) {
@@ -282,6 +325,29 @@ ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& le
     ByteResults(levels, ascending, 16, rule.ofAllBytes).reduceRows(rows, levels, rule, [&](int y) {
         return ByteResults::RowThresholds{pattern[y % 4], places[y % 4]};
     });
+}
+
+// What words to 256 levels are raised by.
+struct Addends {
+    uint16_t at[4][4];
+};
+constexpr Addends addendsOf(float (*threshold)(int x, int y)) {
+    Addends a{};
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 4; ++x) {
+            const int addend = 256 - int(threshold(x, y));
+            a.at[y][x] = uint16_t(addend < 0 ? 0 : addend);
+        }
+    return a;
+}
+inline constexpr Addends nearestAddends = addendsOf([](int, int) { return 128.5f; }),
+                         orderedAddends = addendsOf([](int x, int y) { return bayer[y][x] * 257; });
+
+ZEL_OWN_CODE inline void reduceWordsToBytes(const ReducedRows& rows, const Levels& levels, ReduceRow<uint16_t> reduce,
+                                            const Addends& addends) {
+    alignas(64) Pattern<uint16_t> pattern;
+    fillPattern(pattern, rows, [&](int x, int y) { return addends.at[y][x]; });
+    reduceRows(rows, levels, reduce, [&](int y) { return pattern[y % 4]; });
 }
 
 // The thresholds of three or four samples a pixel, up to whole vectors of pixels.
@@ -300,7 +366,7 @@ ZEL_INLINE void repeatPixels(const float* from, float* to, int pixels, int chann
 // With noise. `bareAtEnd`: the columns behind a multiple of 4 have the thresholds of the matrix alone, on no scale. That is a
 // slip of old, and it is meant to stay.
 ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const Noise& noise, bool bareAtEnd,
-                                       int bytesFrom, int bytesTo, ReduceRow reduce) {
+                                       int bytesFrom, int bytesTo, ReduceRow<float> reduce) {
     constexpr int pixelsAtOnce = 256;
     alignas(64) float noiseOfRows[NoiseOfRows::rows][noiseNumbers], thresholds[pixelsAtOnce * 4];
     const NoiseOfRows dealt(noise);

@@ -51,7 +51,7 @@ ZEL_INLINE Vector loadCells(const void* p) {
 
 // Vectors side by side hide how long each of them waits for its last result. Wide ones are no more than two: with more rows at
 // once, those of pixels with several samples now and then took several times as long, and the last rows begin later.
-constexpr int independentVectors = vectorBytes == 16 ? 4 : 2;
+constexpr int independentVectors = traits.independentVectors;
 
 // A rule of diffusion has
 //

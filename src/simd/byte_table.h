@@ -9,7 +9,17 @@ struct ByteTable {
     alignas(16) uint8_t of[256];
 };
 
-#if ZEL_LANES < 4
+// ByteLookup<table>       replace(samples) puts results in place of bytes, best of several vectors at a time
+// MadeByteTable(table)    of a table that is made at the call; [places] are the results of a vector of bytes
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_BYTE_TABLE
+#include ZEL_OWN_BYTE_TABLE
+#else
+
+namespace zel::ZEL_LEVEL {
+
 // A byte shuffle finds a byte in a row of 16, and gives 0 for a negative place. So the places are counted down by a row at a
 // time, and each row adds to what the rows before it gave the difference between itself and its predecessor. Places are signed:
 // the bytes from 128 on start anew.
@@ -20,29 +30,11 @@ inline constexpr ByteTable rowDifferences = [] {
         if (i / 16 != 8) d.of[i] = static_cast<uint8_t>(table.of[i] ^ table.of[i - 16]);
     return d;
 }();
-#endif
 
 // Best with several vectors at a time.
 template <const ByteTable& table>
 class ByteLookup {
   public:
-#if ZEL_LANES == 4
-    ZEL_INLINE ByteLookup() {
-        for (int i = 0; i < 4; ++i) quarters_[i] = (Register)loadBytes(table.of + i * vectorBytes);
-    }
-
-    template <int count>
-    ZEL_INLINE void replace(Bytes (&samples)[count]) const {
-        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
-            const Register places = (Register)samples[i], low = _mm512_permutex2var_epi8(quarters_[0], places, quarters_[1]),
-                           high = _mm512_permutex2var_epi8(quarters_[2], places, quarters_[3]);
-            samples[i] = (Bytes)_mm512_mask_blend_epi8(_mm512_movepi8_mask(places), low, high);
-        });
-    }
-
-  private:
-    Register quarters_[4];
-#else
     template <int count>
     ZEL_INLINE void replace(Bytes (&samples)[count]) const {
         Bytes results[count], places[count];
@@ -64,15 +56,11 @@ class ByteLookup {
             const Bytes differences = everyLane(rows);
             unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
                 results[i] ^= shuffle(differences, places[i]);
-                places[i] = subtractSigned(places[i], splatByte(laneBytes));
+                places[i] = subtractSignedSaturated(places[i], splatByte(laneBytes));
             });
         }
     }
-#endif
 };
-
-// Whether a vector of bytes by a table that is made at the call takes a few instructions.
-constexpr bool looksUpQuickly = ZEL_LANES == 4;
 
 class MadeByteTable {
   public:
@@ -81,16 +69,9 @@ class MadeByteTable {
     }
 
     ZEL_INLINE Bytes operator[](Bytes places) const {
-#if ZEL_LANES == 4
-        const auto half = [&](int i) ZEL_INLINE_LAMBDA {
-            return _mm512_permutex2var_epi8((Register)parts_[i], (Register)places, (Register)parts_[i + 1]);
-        };
-        return (Bytes)_mm512_mask_blend_epi8(_mm512_movepi8_mask((Register)places), half(0), half(2));
-#else
         alignas(vectorBytes) uint8_t bytes[vectorBytes];
         for (int i = 0; i < vectorBytes; ++i) bytes[i] = reinterpret_cast<const uint8_t*>(parts_)[places[i]];
         return loadBytes(bytes);
-#endif
     }
 
   private:
@@ -98,3 +79,5 @@ class MadeByteTable {
 };
 
 }  // namespace zel::ZEL_LEVEL
+
+#endif

@@ -5,20 +5,26 @@
 
 namespace zel::ZEL_LEVEL {
 
+// As many consecutive words as a vector has bytes, to three vectors of consecutive bytes.
+ZEL_INLINE void expand565(Destination to, const uint8_t* from);
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_FIELDS
+#include ZEL_OWN_FIELDS
+#else
+
+namespace zel::ZEL_LEVEL {
+
 namespace fields565 {
 
 constexpr int blockWords = vectorBytes;  // of a block, which fill three vectors
 
 // A vector of the results is made of bytes or words that are brought to the places of its bytes, and then moved there bit by bit.
 struct Patterns {
-#if ZEL_LANES == 4
-    alignas(64) uint16_t words[3][32];  // for each 8 bytes, the four words among whose fields they are
-    alignas(64) uint8_t lowest[3][64];  // of the bits of those words that go to a byte
-#else
     alignas(32) uint8_t forEven[3][vectorBytes], forOdd[3][vectorBytes];
     alignas(32) uint16_t toEven[3][vectorBytes / 2], toOdd[3][vectorBytes / 2];
-    int start[3][lanes];  // of the 8 words from which a lane is made
-#endif
+    int start[3][lanes];                         // of the 8 words from which a lane is made
     alignas(64) uint8_t fields[3][vectorBytes];  // the bits of a byte that its field has
 };
 
@@ -28,12 +34,6 @@ inline constexpr Patterns patterns = [] {
         for (int i = 0; i < vectorBytes; ++i) {
             const int at = v * vectorBytes + i, word = at / 3, field = at % 3;
             p.fields[v][i] = field == 1 ? 0xfc : 0xf8;
-#if ZEL_LANES == 4
-            const int first = at / 8 * 8 / 3, loaded = 16 * v;
-            p.words[v][i / 2] = uint16_t((first + i / 2 % 4 - loaded) % 32);
-            constexpr int fieldStart[3] = {-3, 3, 8};
-            p.lowest[v][i] = uint8_t((16 * (word - first) + fieldStart[field] + 64) % 64);
-#else
             const int lane = i / 16, first = (at - i % 16) / 3, start = first > blockWords - 8 ? blockWords - 8 : first;
             p.start[v][lane] = start;
             // The high byte of the product with a word that begins with the field's byte, or the low one.
@@ -43,7 +43,6 @@ inline constexpr Patterns patterns = [] {
             pair[0] = field == 1 ? low : none;
             pair[1] = field == 0 ? low : high;
             (i % 2 == 0 ? p.toEven : p.toOdd)[v][i / 2] = i % 2 == 0 ? highByte[field] : lowByte[field];
-#endif
         }
     return p;
 }();
@@ -55,10 +54,6 @@ ZEL_INLINE void expand565(Destination to, const uint8_t* from) {
     using fields565::patterns;
     unrolled<3>([&](auto v) ZEL_INLINE_LAMBDA {
         const Bytes fields = loadBytes(patterns.fields[v]);
-#if ZEL_LANES == 4
-        const Register words = _mm512_permutexvar_epi16(_mm512_load_si512(patterns.words[v]), (Register)loadBytes(from + 32 * v));
-        const Bytes bytes = (Bytes)_mm512_multishift_epi64_epi8(_mm512_load_si512(patterns.lowest[v]), words) & fields;
-#else
         const Bytes words = loadLanes(from + 2 * patterns.start[v][0], 2 * (patterns.start[v][lanes - 1] - patterns.start[v][0]));
         const auto moved = [&](const uint8_t* bytes) { return (UWords)shuffle(words, loadBytes(bytes)); };
         const auto by = [](const uint16_t* factors) { return (UWords)loadBytes(factors); };
@@ -66,9 +61,10 @@ ZEL_INLINE void expand565(Destination to, const uint8_t* from) {
         const UWords odd = moved(patterns.forOdd[v]) * by(patterns.toOdd[v]);
         const UWords evenBytes = (UWords)fields & 0x00ff, oddBytes = (UWords)fields & 0xff00;
         const Bytes bytes = (Bytes)((even & evenBytes) | (odd & oddBytes));
-#endif
         storeVector(to + v * vectorBytes, bytes);
     });
 }
 
 }  // namespace zel::ZEL_LEVEL
+
+#endif

@@ -5,25 +5,6 @@
 
 namespace zel::ZEL_LEVEL {
 
-// The high words of the dwords of a and b in turn.
-ZEL_INLINE Words highWords(Dwords a, Dwords b) {
-#if ZEL_LANES == 4
-    struct Places {
-        alignas(64) uint16_t of[32];
-    };
-    static constexpr Places odd = [] {
-        Places p{};
-        for (int i = 0; i < 32; ++i) p.of[i] = uint16_t(i % 2 * 32 + i / 2 * 2 + 1);
-        return p;
-    }();
-    return (Words)_mm512_permutex2var_epi16((Register)a, _mm512_load_si512(odd.of), (Register)b);
-#elif ZEL_LANES == 2
-    return evenThenOdd((Words)(UDwords(a) >> 16), (Words)b);
-#else
-    return (Words)(UDwords(a) >> 16) | ((Words)b & splatWords(0, -1));
-#endif
-}
-
 // The channels of a pixel in two pairs of words, as the multiply-add takes them.
 struct ChannelPairs {
     Words ac;  // in turn
@@ -37,13 +18,22 @@ constexpr uint8_t placeOfResult(int pixel, int channel) {
     return uint8_t(channel == 2 ? 8 + 2 * pixel + 1 : 2 * pixel + channel);
 }
 
+// PixelDwords3 and PixelDwords4, of three and four bytes a pixel, have
+//
+//     load<part>(p)    one of the four parts of a block
+//     store(p, parts)  of packHighWords of each part; the fourth byte keeps its value, and may be written with it
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_PIXEL_DWORDS
+#include ZEL_OWN_PIXEL_DWORDS
+#else
+
+namespace zel::ZEL_LEVEL {
+
 // Three interleaved bytes a pixel.
 class PixelDwords3 {
-#if ZEL_LANES == 4
-    static constexpr int pixelsOfPart = 16, reach = 64;
-#else
     static constexpr int pixelsOfPart = 4, reach = 16;  // of every lane
-#endif
     static constexpr int partBytes = 3 * pixelsOfPart;
 
     // The last part is loaded with bytes in front of it, none behind it.
@@ -61,19 +51,12 @@ class PixelDwords3 {
                 p.ac[last][i] = i % 2 == 0 ? uint8_t(pixel + i % 4) : triples::none;
                 p.b[last][i] = i % 4 == 0 ? uint8_t(pixel + 1) : triples::none;
             }
-#if ZEL_LANES == 4
-        for (int i = 0; i < 3 * reach; ++i) {
-            const int pixel = i / 3, part = pixel / 16, place = pixel % 16 / 4 * 16 + placeOfResult(pixel % 4, i % 3);
-            p.results[i / reach][i % reach] = uint8_t((part - i / reach) * 64 + place);
-        }
-#else
         // What goes to the vector of the part's own number stands at the high end, what goes to the one before at the low end.
         for (int i = 0; i < 4 * partBytes; ++i) {
             const int part = i / partBytes, ofPart = i % partBytes;
             const int place = i / reach == part ? ofPart + reach - partBytes : ofPart;
             p.results[part][place] = placeOfResult(ofPart / 3, ofPart % 3);
         }
-#endif
         return p;
     }();
 
@@ -83,33 +66,18 @@ class PixelDwords3 {
     template <int part>
     ZEL_INLINE static ChannelPairs load(const uint8_t* p) {
         constexpr int last = part == 3;
-#if ZEL_LANES == 4
-        const Register v = (Register)loadBytes(p + start(part));
-        return {(Words)_mm512_maskz_permutexvar_epi8(0x5555555555555555, _mm512_load_si512(places.ac[last]), v),
-                (Words)_mm512_maskz_permutexvar_epi8(0x1111111111111111, _mm512_load_si512(places.b[last]), v)};
-#else
         const Bytes v = loadLanes(p + start(part), 48);
         return {(Words)shuffle(v, everyLane(places.ac[last])), (Words)shuffle(v, everyLane(places.b[last]))};
-#endif
     }
 
     ZEL_INLINE static void store(Destination p, const Bytes (&parts)[4]) {
-#if ZEL_LANES == 4
-        unrolled<3>([&](int i) ZEL_INLINE_LAMBDA {
-            storeVector(p + 64 * i, (Bytes)_mm512_permutex2var_epi8((Register)parts[i], _mm512_load_si512(places.results[i]),
-                                                                    (Register)parts[i + 1]));
-        });
-#else
         Bytes v[4];
         unrolled<4>([&](int i) ZEL_INLINE_LAMBDA { v[i] = shuffle(parts[i], everyLane(places.results[i])); });
-        unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA {
-            storeLanes(p + 16 * i, 48, (Bytes)ZEL_MM(alignr_epi8)((Register)v[i + 1], (Register)v[i], 4 * (i + 1)));
-        });
-#endif
+        unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 48, window<4 * (i + 1)>(v[i], v[i + 1])); });
     }
 };
 
-// Four interleaved bytes a pixel, of which the fourth is written with what it held, at the widest level not at all.
+// Four interleaved bytes a pixel, of which the fourth is written with what it held.
 struct PixelDwords4 {
     static constexpr int bytes = 4;
 
@@ -123,11 +91,7 @@ struct PixelDwords4 {
         unrolled<4>([&](int i) ZEL_INLINE_LAMBDA {
             const Bytes colours = shuffle(parts[i], everyLane(places.of));
             uint8_t* const to = p + i * vectorBytes;
-#if ZEL_LANES == 4
-            _mm512_mask_storeu_epi8(to, 0x7777777777777777u, (Register)colours);
-#else
             storeVector(to, colours | (loadBytes(to) & (Bytes)splatDword(int32_t(0xff000000u))));
-#endif
         });
     }
 
@@ -143,3 +107,5 @@ struct PixelDwords4 {
 };
 
 }  // namespace zel::ZEL_LEVEL
+
+#endif

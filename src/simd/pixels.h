@@ -26,9 +26,47 @@ enum class Parity { even, odd };
 
 constexpr int placeInLane(Order order, int pixel) { return order == Order::natural ? pixel : pixel / 2 + pixel % 2 * 8; }
 
+// A word of each pixel of a block: of the pixels in the low halves of a channel's lanes and of those in the high halves, or, as a
+// form likes it better, of the first half of the pixels and of the second.
+struct PixelWords {
+    Words low, high;
+};
+
 namespace triples {
 
-constexpr uint8_t none = 0x80;
+constexpr uint8_t none = 0x80;  // a place from which a shuffle takes 0
+
+}  // namespace triples
+
+namespace quads {
+
+// Of pixels in split order, those in natural order.
+alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
+
+}  // namespace quads
+
+// Every form of the layouts has
+//
+//     Interleaved3                       three bytes a pixel
+//         load(p), store<order>(p, t)    a block; the order is that of t, in memory the pixels are in order
+//     Interleaved4                       four bytes a pixel
+//         load(p), loadFour(p)           without the fourth, and with it
+//         store<order>(p, t, alpha)      alpha is in natural order
+//         wantsDealt                     whether pixels are stored faster by
+//         storeDealt<order>(p, t, alpha) if they were dealt out to the lanes in turn by fours
+//         storeColours<order>(p, t)      the fourth byte keeps its value, and may be written with it
+//     joinBytes<order>(low, high)        words of the bytes of two channels, the low ones first, in wordOrder(order)
+//     storePixelWords<order>(p, words)   a block in order, of words that were joined from channels of that order
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_PIXELS
+#include ZEL_OWN_PIXELS
+#else
+
+namespace zel::ZEL_LEVEL {
+
+namespace triples {
 
 struct LanePatterns {
     alignas(16) uint8_t place[3][3][16];  // [vector of the 48 bytes][channel]
@@ -58,47 +96,9 @@ constexpr LanePatterns scatterPatterns(Order order) {
     return p;
 }
 
-// At the widest level: 3 and 64 have no common factor, so a channel's 64 bytes stand at 64 different places of the three vectors,
-// and two blends and one permute bring them together, or apart.
-struct WidePatterns {
-    alignas(64) uint8_t gather[3][64];
-    alignas(64) uint8_t scatter[3][64];
-};
-
-constexpr WidePatterns widePatterns(Order order) {
-    WidePatterns p{};
-    for (int c = 0; c < 3; ++c)
-        for (int i = 0; i < 64; ++i) {
-            p.gather[c][i] = static_cast<uint8_t>((3 * i + c) % 64);
-            const int vector = (c - i % 3 + 3) % 3;  // the one whose byte i belongs to channel c
-            const int pixel = (64 * vector + i) / 3;
-            p.scatter[c][i] = static_cast<uint8_t>(pixel / 16 * 16 + placeInLane(order, pixel % 16));
-        }
-    return p;
-}
-
-// The places i with i % 3 == remainder.
-constexpr uint64_t everyThird(int remainder) {
-    uint64_t mask = 0;
-    for (int i = remainder; i < 64; i += 3) mask |= uint64_t{1} << i;
-    return mask;
-}
-
 inline constexpr LanePatterns gather = gatherPatterns();
 template <Order order>
 inline constexpr LanePatterns scatter = scatterPatterns(order);
-template <Order order>
-inline constexpr WidePatterns wide = widePatterns(order);
-
-#if ZEL_LANES == 4
-// Bytes of v0 where i % 3 is 0, of v1 where it is 1, of v2 where it is 2.
-ZEL_INLINE Register blendThirds(Register v0, Register v1, Register v2) {
-    return _mm512_mask_mov_epi8(_mm512_mask_mov_epi8(v0, everyThird(1), v1), everyThird(2), v2);
-}
-ZEL_INLINE Bytes permute(Register v, const uint8_t (&pattern)[64]) {
-    return (Bytes)_mm512_permutexvar_epi8(_mm512_load_si512(pattern), v);
-}
-#endif
 
 }  // namespace triples
 
@@ -107,34 +107,16 @@ struct Interleaved3 {
     static constexpr int bytes = 3;
 
     ZEL_INLINE static Triple load(const uint8_t* p) {
-#if ZEL_LANES == 4
-        using namespace triples;
-        const Register v0 = (Register)loadBytes(p), v1 = (Register)loadBytes(p + 64), v2 = (Register)loadBytes(p + 128);
-        const auto& patterns = wide<Order::natural>;
-        return {permute(blendThirds(v0, v2, v1), patterns.gather[0]), permute(blendThirds(v1, v0, v2), patterns.gather[1]),
-                permute(blendThirds(v2, v1, v0), patterns.gather[2])};
-#else
         const Bytes v[3] = {loadLanes(p, 48), loadLanes(p + 16, 48), loadLanes(p + 32, 48)};
         const auto channel = [&](int c) {
             const auto part = [&](int i) { return shuffle(v[i], everyLane(triples::gather.place[i][c])); };
             return part(0) | part(1) | part(2);
         };
         return {channel(0), channel(1), channel(2)};
-#endif
     }
 
     template <Order order>
     ZEL_INLINE static void store(Destination p, Triple t) {
-#if ZEL_LANES == 4
-        using namespace triples;
-        const auto& patterns = wide<order>;
-        const Register a = (Register)permute((Register)t.a, patterns.scatter[0]);
-        const Register b = (Register)permute((Register)t.b, patterns.scatter[1]);
-        const Register c = (Register)permute((Register)t.c, patterns.scatter[2]);
-        storeVector(p, blendThirds(a, b, c));
-        storeVector(p + 64, blendThirds(b, c, a));
-        storeVector(p + 128, blendThirds(c, a, b));
-#else
         const Bytes channels[3] = {t.a, t.b, t.c};
         const auto vector = [&](int v) {
             const auto part = [&](int c) { return shuffle(channels[c], everyLane(triples::scatter<order>.place[v][c])); };
@@ -143,56 +125,12 @@ struct Interleaved3 {
         storeLanes(p, 48, vector(0));
         storeLanes(p + 16, 48, vector(1));
         storeLanes(p + 32, 48, vector(2));
-#endif
     }
 };
 
 namespace quads {
 
 alignas(16) inline constexpr uint8_t transpose[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
-alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
-
-#if ZEL_LANES == 4
-// The places of 32 pixels' channels: a and b from two vectors in turn, and c at even places.
-struct ScatterPatterns {
-    alignas(64) uint8_t ab[2][64];  // [half of the block]
-    alignas(64) uint8_t c[2][64];
-};
-
-// Words and their neighbours are brought together by interleaves of lanes: lane l takes the pixels 4l, 16 + 4l and the three
-// after each, of its half of the block.
-constexpr ScatterPatterns scatterPatterns(Order order) {
-    ScatterPatterns s{};
-    for (int half = 0; half < 2; ++half)
-        for (int i = 0; i < 64; ++i) {
-            const int inLane = i % 16 / 2, pixel = 32 * half + i / 16 * 4 + inLane / 4 * 16 + inLane % 4;
-            const int place = pixel / 16 * 16 + placeInLane(order, pixel % 16);
-            s.ab[half][i] = static_cast<uint8_t>(i % 2 * 64 + place);
-            s.c[half][i] = static_cast<uint8_t>(place);
-        }
-    return s;
-}
-
-template <Order order>
-inline constexpr ScatterPatterns scatter = scatterPatterns(order);
-
-// Where 32 pixels have their channels a and b, and c and d.
-struct GatherPatterns {
-    alignas(64) uint8_t ab[64];
-    alignas(64) uint8_t cd[64];
-};
-
-constexpr GatherPatterns gatherPatterns() {
-    GatherPatterns g{};
-    for (int i = 0; i < 64; ++i) {
-        g.ab[i] = static_cast<uint8_t>(i % 32 * 4 + i / 32);
-        g.cd[i] = static_cast<uint8_t>(g.ab[i] + 2);
-    }
-    return g;
-}
-
-inline constexpr GatherPatterns gather = gatherPatterns();
-#endif
 
 }  // namespace quads
 
@@ -208,19 +146,6 @@ struct Interleaved4 {
     }
 
     ZEL_INLINE static Quad loadFour(const uint8_t* p) {
-#if ZEL_LANES == 4
-        // Two channels of half a block each.
-        const Register v0 = (Register)loadBytes(p), v1 = (Register)loadBytes(p + 64), v2 = (Register)loadBytes(p + 128),
-                       v3 = (Register)loadBytes(p + 192);
-        const Register ab = (Register)loadBytes(quads::gather.ab), cd = (Register)loadBytes(quads::gather.cd);
-        const Register ab01 = _mm512_permutex2var_epi8(v0, ab, v1), ab23 = _mm512_permutex2var_epi8(v2, ab, v3);
-        const Register cd01 = _mm512_permutex2var_epi8(v0, cd, v1), cd23 = _mm512_permutex2var_epi8(v2, cd, v3);
-        const auto lowHalves = [](Register low, Register high) {
-            return (Bytes)_mm512_inserti64x4(low, _mm512_castsi512_si256(high), 1);
-        };
-        return {lowHalves(ab01, ab23), (Bytes)_mm512_shuffle_i64x2(ab01, ab23, 0xee), lowHalves(cd01, cd23),
-                (Bytes)_mm512_shuffle_i64x2(cd01, cd23, 0xee)};
-#else
         const Bytes pattern = everyLane(quads::transpose);
         const auto part = [&](int i) { return (Dwords)shuffle(loadLanes(p + 16 * i, 64), pattern); };
         const Dwords v0 = part(0), v1 = part(1), v2 = part(2), v3 = part(3);
@@ -228,18 +153,11 @@ struct Interleaved4 {
         const Bytes high01 = (Bytes)interleaveHigh(v0, v1), high23 = (Bytes)interleaveHigh(v2, v3);
         return {interleaveLow64(low01, low23), interleaveHigh64(low01, low23), interleaveLow64(high01, high23),
                 interleaveHigh64(high01, high23)};
-#endif
     }
 
     template <Order order>
     ZEL_INLINE static void store(Destination p, Triple t, Bytes alpha) {
-        storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
-#if ZEL_LANES == 4
-            storeVector(p + 64 * i, v);
-#else
-            storeLanes(p + 16 * i, 64, v);
-#endif
-        });
+        storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 64, v); });
     }
 
     // Pixels that were dealt out to the lanes in turn by fours.
@@ -248,16 +166,12 @@ struct Interleaved4 {
         storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + vectorBytes * i, v); });
     }
 
-    // The fourth byte of every pixel is written with what it held, at the widest level not at all.
+    // The fourth byte of every pixel is written with what it held.
     template <Order order>
     ZEL_INLINE static void storeColours(uint8_t* p, Triple t) {
         storeQuarters<order>(t, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
-#if ZEL_LANES == 4
-            _mm512_mask_storeu_epi8(p + 64 * i, 0x7777777777777777u, (Register)v);
-#else
             const Bytes kept = loadLanes(p + 16 * i, 64) & (Bytes)splatDword(int32_t(0xff000000u));
             storeLanes(p + 16 * i, 64, v | kept);
-#endif
         });
     }
 
@@ -265,16 +179,6 @@ struct Interleaved4 {
     // Calls put(i, v) for the quarters of the 16 pixels of all lanes.
     template <Order order, class Put>
     ZEL_INLINE static void storeQuarters(Triple t, Bytes alpha, const Put& put) {
-#if ZEL_LANES == 4
-        constexpr auto& patterns = quads::scatter<order>;
-        unrolled<2>([&](int half) ZEL_INLINE_LAMBDA {
-            const auto ab = (Words)_mm512_permutex2var_epi8((Register)t.a, _mm512_load_si512(patterns.ab[half]), (Register)t.b);
-            const auto cd = (Words)_mm512_mask_permutexvar_epi8((Register)alpha, 0x5555555555555555,
-                                                                _mm512_load_si512(patterns.c[half]), (Register)t.c);
-            put(2 * half, (Bytes)interleaveLow(ab, cd));
-            put(2 * half + 1, (Bytes)interleaveHigh(ab, cd));
-        });
-#else
         const auto sorted = [](Bytes v) { return order == Order::natural ? v : shuffle(v, everyLane(quads::natural)); };
         const Bytes a = sorted(t.a), b = sorted(t.b), c = sorted(t.c);
         const Words abLow = (Words)interleaveLow(a, b), abHigh = (Words)interleaveHigh(a, b);
@@ -283,59 +187,24 @@ struct Interleaved4 {
         put(1, (Bytes)interleaveHigh(abLow, cdLow));
         put(2, (Bytes)interleaveLow(abHigh, cdHigh));
         put(3, (Bytes)interleaveHigh(abHigh, cdHigh));
-#endif
     }
 };
 
-// A word of each pixel of a block: of the pixels in the low halves of a channel's lanes and of those in the high halves, or at
-// the widest level of the first half of the pixels and of the second.
-struct PixelWords {
-    Words low, high;
-};
-
-#if ZEL_LANES == 4
-constexpr Order wordOrder(Order) { return Order::natural; }
-
-struct JoinPatterns {
-    alignas(64) uint8_t half[2][64];  // of the pixels
-};
-template <Order order>
-inline constexpr JoinPatterns joinPatterns = [] {
-    JoinPatterns p{};
-    for (int i = 0; i < 128; ++i) {
-        const int pixel = i / 2, source = i % 2;
-        p.half[i / 64][i % 64] = static_cast<uint8_t>(64 * source + pixel / 16 * 16 + placeInLane(order, pixel % 16));
-    }
-    return p;
-}();
-#else
 constexpr Order wordOrder(Order order) { return order; }
-#endif
 
 // From the bytes of two channels, the low ones of the words first.
 template <Order order>
 ZEL_INLINE PixelWords joinBytes(Bytes low, Bytes high) {
-#if ZEL_LANES == 4
-    const auto half = [&](int i) {
-        const Register pattern = _mm512_load_si512(joinPatterns<order>.half[i]);
-        return (Words)_mm512_permutex2var_epi8((Register)low, pattern, (Register)high);
-    };
-    return {half(0), half(1)};
-#else
     return {(Words)interleaveLow(low, high), (Words)interleaveHigh(low, high)};
-#endif
 }
 
 // The order is that of the channels from which the words come.
 template <Order order>
 ZEL_INLINE void storePixelWords(Destination p, PixelWords w) {
-#if ZEL_LANES == 4
-    storeVector(p, w.low);
-    storeVector(p + vectorBytes, w.high);
-#else
     storeLanes(p, 32, (Bytes)(order == Order::split ? interleaveLow(w.low, w.high) : w.low));
     storeLanes(p + 16, 32, (Bytes)(order == Order::split ? interleaveHigh(w.low, w.high) : w.high));
-#endif
 }
 
 }  // namespace zel::ZEL_LEVEL
+
+#endif

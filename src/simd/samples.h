@@ -12,15 +12,36 @@ struct Channels {
     V a, b, c;
 };
 
+// Every form has, for samples of a depth or of `size` bytes,
+//
+//     InterleavedThree<Depth>                   three samples a pixel
+//         load(p), store(p, channels)
+//     InterleavedFour<Depth>                    four
+//         load(p)                               without the fourth
+//     storeFour<size>(p, channels, fourth)
+//     storeThree<size>(p, channels)             the fourth keeps its value, and may be written with it
+//     storeThreeOfFour<size>(p, v)              the same of a vector of pixels
+//     Repeated<size, channels>(samples, alpha)  samples of one channel, each `channels` times; of four, the last is alpha
+//         vector<v>()                           one of as many vectors as there are channels
+//     samples::loadBytesAsFloats<Depth>(p, x)   three bytes a pixel: part i of a channel has the pixels 4i to 4i + 3 of all lanes
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_SAMPLES
+#include ZEL_OWN_SAMPLES
+#else
+
+namespace zel::ZEL_LEVEL {
+
 namespace samples {
 
 // Shuffles of three interleaved samples of `size` bytes within lanes; and blends: 3 has no common factor with the number of
 // samples in a lane or a vector, so a channel's samples stand at different places of the three vectors, and two blends and one
-// shuffle bring them together, or apart. That goes across a whole vector at the widest level and within lanes below.
-constexpr int blendReach = ZEL_LANES == 4 ? 64 : 16;
+// shuffle bring them together, or apart. That goes within lanes.
+constexpr int blendReach = laneBytes;
 
 template <int size>
-constexpr bool canBlend = ZEL_LANES == 4 || (ZEL_LANES == 2 && (size == 2 || size == 4));
+constexpr bool canBlend = traits.selectsAtOnce && (size == 2 || size == 4);
 
 template <int size>
 struct Triples {
@@ -79,30 +100,16 @@ ZEL_INLINE Bytes colours() {
 
 // The bytes of the vectors x, y and z that belong to the channels or vectors with the given places.
 template <uint64_t yPlaces, uint64_t zPlaces>
-Bytes blend(Bytes x, Bytes y, Bytes z);
-#if ZEL_LANES > 1
-template <uint64_t yPlaces, uint64_t zPlaces>
 ZEL_INLINE Bytes blend(Bytes x, Bytes y, Bytes z) {
-#if ZEL_LANES == 4
-    return (Bytes)_mm512_mask_mov_epi8(_mm512_mask_mov_epi8((Register)x, yPlaces, (Register)y), zPlaces, (Register)z);
-#else
     constexpr auto words = [](uint64_t bytes) {
         int bits = 0;
         for (int i = 0; i < 8; ++i) bits |= int(bytes >> 2 * i & 1) << i;
         return bits;
     };
-    return (Bytes)_mm256_blend_epi16(_mm256_blend_epi16((Register)x, (Register)y, words(yPlaces)), (Register)z, words(zPlaces));
-#endif
+    return (Bytes)ZEL_LEVEL::blend<words(zPlaces)>(ZEL_LEVEL::blend<words(yPlaces)>((Words)x, (Words)y), (Words)z);
 }
-#endif
 
-ZEL_INLINE Bytes reorder(Bytes v, const uint8_t (&pattern)[blendReach]) {
-#if ZEL_LANES == 4
-    return triples::permute((Register)v, pattern);
-#else
-    return shuffle(v, everyLane(pattern));
-#endif
-}
+ZEL_INLINE Bytes reorder(Bytes v, const uint8_t (&pattern)[blendReach]) { return shuffle(v, everyLane(pattern)); }
 
 // The bytes of channels, each taken to the lowest or the highest byte of a dword. Part p of a block has the pixels 4p to 4p + 3
 // of every lane.
@@ -120,8 +127,7 @@ inline constexpr BytesToDwords<isSigned> bytesToDwords = [] {
         for (int c = 0; c < 3; ++c)
             for (int i = 0; i < vectorBytes; ++i) {
                 const int ofLane = 3 * (part * 4 + i % 16 / 4) + c;
-                const int place = ZEL_LANES == 4 ? (i / 16 * 48 + ofLane) % 64 : ofLane - b.start[part];
-                b.of[c][part][i] = i % 4 == (isSigned ? 3 : 0) ? uint8_t(place) : triples::none;
+                b.of[c][part][i] = i % 4 == (isSigned ? 3 : 0) ? uint8_t(ofLane - b.start[part]) : triples::none;
             }
     }
     return b;
@@ -132,24 +138,11 @@ template <class Depth>
 ZEL_INLINE void loadBytesAsFloats(const uint8_t* p, Floats (&x)[3][4]) {
     constexpr bool isSigned = Depth::lowest < 0;
     constexpr auto& patterns = bytesToDwords<isSigned>;
-#if ZEL_LANES == 4
-    constexpr uint64_t taken = isSigned ? 0x8888888888888888u : 0x1111111111111111u;
-    constexpr auto& t = table<1>;
-    const Bytes v[3] = {loadBytes(p), loadBytes(p + 64), loadBytes(p + 128)};
-    Bytes channels[3];
-    unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { channels[c] = blend<t.place[1][c], t.place[2][c]>(v[0], v[1], v[2]); });
-#endif
     unrolled<4>([&](auto part) ZEL_INLINE_LAMBDA {
-#if ZEL_LANES != 4
         const Bytes pixels = loadLanes(p + patterns.start[part], 48);
-#endif
         unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA {
             const Bytes pattern = loadBytes(patterns.of[c][part]);
-#if ZEL_LANES == 4
-            const auto dwords = (Dwords)_mm512_maskz_permutexvar_epi8(taken, (Register)pattern, (Register)channels[c]);
-#else
             const auto dwords = (Dwords)shuffle(pixels, pattern);
-#endif
             x[c][part] = toFloats(isSigned ? dwords >> 24 : dwords);
         });
     });
@@ -165,42 +158,27 @@ struct InterleavedThree {
 
     ZEL_INLINE static Channels<V> load(const uint8_t* p) {
         constexpr auto& t = samples::table<size>;
-#if ZEL_LANES == 4
-        const Bytes v[3] = {loadBytes(p), loadBytes(p + 64), loadBytes(p + 128)};
-#else
         const Bytes v[3] = {loadLanes(p, 48), loadLanes(p + 16, 48), loadLanes(p + 32, 48)};
-#endif
         if constexpr (samples::canBlend<size>) {
             const auto channel = [&](auto c) ZEL_INLINE_LAMBDA {
                 return (V)samples::reorder(samples::blend<t.place[1][c], t.place[2][c]>(v[0], v[1], v[2]), t.together[c]);
             };
             return {channel(Constant<0>{}), channel(Constant<1>{}), channel(Constant<2>{})};
-#if ZEL_LANES < 4
         } else if constexpr (size == 8) {
-            constexpr int highOfSecond = 0b1010 & ((1 << 2 * lanes) - 1), highOfFirst = 0b0101 & ((1 << 2 * lanes) - 1);
-            const DoubleRegister d[3] = {(DoubleRegister)v[0], (DoubleRegister)v[1], (DoubleRegister)v[2]};
-            return {(V)ZEL_MM(shuffle_pd)(d[0], d[1], highOfSecond), (V)ZEL_MM(shuffle_pd)(d[0], d[2], highOfFirst),
-                    (V)ZEL_MM(shuffle_pd)(d[1], d[2], highOfSecond)};
+            return {(V)joinQwords<0, 1>(v[0], v[1]), (V)joinQwords<1, 0>(v[0], v[2]), (V)joinQwords<0, 1>(v[1], v[2])};
         } else {
             const auto channel = [&](int c) ZEL_INLINE_LAMBDA {
                 const auto part = [&](int i) { return shuffle(v[i], everyLane(t.gather[i][c])); };
                 return (V)(part(0) | part(1) | part(2));
             };
             return {channel(0), channel(1), channel(2)};
-#endif
         }
     }
 
     ZEL_INLINE static void store(Destination p, Channels<V> x) {
         constexpr auto& t = samples::table<size>;
         const Bytes channels[3] = {(Bytes)x.a, (Bytes)x.b, (Bytes)x.c};
-        const auto put = [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
-#if ZEL_LANES == 4
-            storeVector(p + 64 * i, v);
-#else
-            storeLanes(p + 16 * i, 48, v);
-#endif
-        };
+        const auto put = [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 48, v); };
         if constexpr (samples::canBlend<size>) {
             const auto spread = [&](int c) ZEL_INLINE_LAMBDA { return samples::reorder(channels[c], t.apart[c]); };
             const Bytes v[3] = {spread(0), spread(1), spread(2)};
@@ -227,17 +205,8 @@ struct InterleavedFour {
             const Bytes v0 = part(0), v1 = part(1), v2 = part(2), v3 = part(3);
             return {(V)interleaveLow64(v0, v2), (V)interleaveHigh64(v0, v2), (V)interleaveLow64(v1, v3)};
         } else {
-#if ZEL_LANES == 4
-            // Vectors as they stand in memory leave every fourth dword of a channel in a lane.
-            const auto part = [&](int i) { return loadBytes(p + 64 * i); };
-            const auto sorted = [](Bytes v) {
-                const __m512i places = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
-                return (V)_mm512_permutexvar_epi32(places, (Register)v);
-            };
-#else
             const auto part = [&](int i) { return loadLanes(p + 16 * i, 64); };
             const auto sorted = [](Bytes v) { return (V)v; };
-#endif
             // ab: two dwords of channel a, then two of b.
             struct Half {
                 Bytes ab, cd;
@@ -271,7 +240,7 @@ class Repeated {
         Places p{};
         for (int v = 0; v < channels; ++v) {
             const auto byteOf = [&](int i) { return (v * vectorBytes + i) / size / channels * size + i % size; };
-            p.start[v] = ZEL_LANES == 4 ? 0 : byteOf(0) < vectorBytes - 16 ? byteOf(0) : vectorBytes - 16;
+            p.start[v] = byteOf(0) < vectorBytes - 16 ? byteOf(0) : vectorBytes - 16;
             for (int i = 0; i < vectorBytes; ++i) {
                 const bool isAlpha = channels == 4 && i / size % 4 == 3;
                 p.of[v][i] = isAlpha ? triples::none : uint8_t(byteOf(i) - p.start[v]);
@@ -289,11 +258,7 @@ class Repeated {
     template <int v>
     ZEL_INLINE Bytes vector() const {
         const Bytes pattern = loadBytes(places.of[v]);
-#if ZEL_LANES == 4
-        const auto repeated = (Bytes)_mm512_maskz_permutexvar_epi8(places.samples, (Register)pattern, (Register)loadBytes(in_));
-#else
         const Bytes repeated = shuffle(everyLane(in_ + places.start[v]), pattern);
-#endif
         return channels == 4 ? repeated | alpha_ : repeated;
     }
 
@@ -311,24 +276,18 @@ class Repeated {
 // A vector of four-sample pixels to memory, but for the fourth sample of each, which is written with what it held.
 template <int size>
 ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
-#if ZEL_LANES == 4
-    _mm512_mask_storeu_epi8(p, samples::coloursOfFour<size>(), (Register)v);
-#else
     const Bytes taken = samples::colours<size>();
     storeVector(p, (v & taken) | (loadBytes(p) & ~taken));
-#endif
 }
 
-// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. At the widest level they follow
-// each other in memory, below it lane l of vector i is for the bytes from 64 l + 16 i on.
+namespace samples {
+
+// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. Lane l of vector i is for the
+// bytes from 64 l + 16 i on.
 template <int size, class Put>
 ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& put) {
     static_assert(size == 1 || size == 2 || size == 4);
-#if ZEL_LANES == 4
-    const auto sorted = [](Bytes v) { return (Dwords)inOrderOfQuarters(v); };
-#else
     const auto sorted = [](Bytes v) { return (Dwords)v; };
-#endif
     const Dwords channels[4] = {sorted(a), sorted(b), sorted(c), sorted(d)};
     if constexpr (size == 1) {
         const auto low = [&](int i) { return (Words)interleaveLow((Bytes)channels[i], (Bytes)channels[i + 1]); };
@@ -354,27 +313,22 @@ ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& pu
     }
 }
 
+}  // namespace samples
+
 template <int size, class V>
 ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
-    interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
-#if ZEL_LANES == 4
-        storeVector(p + 64 * i, v);
-#else
-        storeLanes(p + 16 * i, 64, v);
-#endif
-    });
+    samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth,
+                                  [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 64, v); });
 }
 
-// The fourth sample of each is written with what it held, at the widest level not at all.
+// The fourth sample of each is written with what it held.
 template <int size, class V>
 ZEL_INLINE void storeThree(uint8_t* p, Channels<V> x) {
-    interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
-#if ZEL_LANES == 4
-        storeThreeOfFour<size>(p + 64 * i, v);
-#else
+    samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
         storeLanes(p + 16 * i, 64, v | (loadLanes(p + 16 * i, 64) & ~samples::colours<size>()));
-#endif
     });
 }
 
 }  // namespace zel::ZEL_LEVEL
+
+#endif

@@ -3,6 +3,13 @@
 
 #include "simd/samples.h"
 
+// Sites<Depth, V>(first).store(p, here, between) stores a block of pixels of three samples, of which every other one is from
+// `here`, the first one or not.
+
+#ifdef ZEL_OWN_SITES
+#include ZEL_OWN_SITES
+#else
+
 namespace zel::ZEL_LEVEL {
 
 template <class Depth, class V>
@@ -12,59 +19,22 @@ class Sites {
   public:
     // Whether the first pixel is one of them.
     ZEL_INLINE explicit Sites(bool first) {
-#if ZEL_LANES == 4
-        unrolled<3>([&](int c) ZEL_INLINE_LAMBDA { patterns_[c] = _mm512_load_si512(places.apart[first][c]); });
-#else
         const Bytes even = size == 1 ? (Bytes)splatWord(0x00ff) : (Bytes)splatDword(0xffff);
         sites_ = first ? even : ~even;
-#endif
     }
 
     // Interleaved pixels.
     ZEL_INLINE void store(Destination p, const Channels<V>& here, const Channels<V>& between) const {
-#if ZEL_LANES == 4
-        constexpr auto& t = samples::table<size>;
-        const auto spread = [&](int c, V atSites, V others) ZEL_INLINE_LAMBDA {
-            return (Bytes)_mm512_permutex2var_epi8((Register)atSites, patterns_[c], (Register)others);
-        };
-        const Bytes v[3] = {spread(0, here.a, between.a), spread(1, here.b, between.b), spread(2, here.c, between.c)};
-        unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA {
-            storeVector(p + 64 * i, samples::blend<t.place[i][1], t.place[i][2]>(v[0], v[1], v[2]));
-        });
-#else
         const auto joined = [&](V atSites, V others) ZEL_INLINE_LAMBDA {
-#if ZEL_LANES == 2
-            const Register v = _mm256_blendv_epi8((Register)others, (Register)atSites, (Register)sites_);
-#else
-            const Bytes v = ((Bytes)atSites & sites_) | ((Bytes)others & ~sites_);
-#endif
-            return (typename Depth::Vector)v;
+            return (typename Depth::Vector)choose(sites_, (Bytes)atSites, (Bytes)others);
         };
         InterleavedThree<Depth>::store(p, {joined(here.a, between.a), joined(here.b, between.b), joined(here.c, between.c)});
-#endif
     }
 
   private:
-#if ZEL_LANES == 4
-    // Where a byte comes from: of the vector at sites, or behind it of the other one.
-    struct Places {
-        alignas(64) uint8_t apart[2][3][64];
-    };
-    static constexpr Places places = [] {
-        Places p{};
-        for (int first = 0; first < 2; ++first)
-            for (int c = 0; c < 3; ++c)
-                for (int i = 0; i < 64; ++i) {
-                    const int from = samples::table<size>.apart[c][i], isSite = from / size % 2 != first;
-                    p.apart[first][c][i] = uint8_t(isSite ? from : from + 64);
-                }
-        return p;
-    }();
-
-    Register patterns_[3];
-#else
     Bytes sites_;
-#endif
 };
 
 }  // namespace zel::ZEL_LEVEL
+
+#endif

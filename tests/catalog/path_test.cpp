@@ -38,6 +38,7 @@ TEST(Path, TakesTheFunctionsThatLoseLeast) {
         {"yuyv422", "gray", "601", "", "zeliYCbCr422ToGray_8u_C2C1R"},
         {"yuv420p", "gray", "601", "", "zeliYCbCr420ToRGB_8u_P3C3R zeliRGBToGray_8u_C3C1R"},
         {"lab24", "hsv24", "601", "", "zeliLabToRGB_8u_C3R zeliRGBToHSV_8u_C3R"},
+        {"xyza32", "xyz24", "601", "", "moved"},
         {"rgb48le", "nv12", "601", "", "zeliReduceBits_16u8u_C3R zeliRGBToYCbCr420_8u_C3P2R"},
         {"rgba64le", "rgba", "601", "", "zeliReduceBits_16u8u_C4R"},
         {"yuv420p", "yuv422p", "601", "filter", "zeliYCbCr420ToYCbCr422_Filter_8u_P3R"},

@@ -165,15 +165,17 @@ TEST(ChromaValues, GoWithLumaThatGainsALevelInPackedImages) {
 TEST(ChromaValues, FollowTheStepOfTheFirstChromaPlane) {
     constexpr ZelSize size{20, 2};
     Planes source(20, 2, 10, 1);
-    source.bytes[2] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
-    Bytes luma(40), first(20), second(40);
-    uint8_t* const planes[] = {luma.data(), first.data(), second.data()};
-    constexpr int32_t steps[] = {20, 10, 24};
-    ASSERT_EQ(zeliYCbCr420ToYCbCr422_8u_P3R(source.from().data(), source.steps.data(), planes, steps, size), zelStsNoErr);
-    EXPECT_EQ(second, Bytes({1, 2, 3, 4,  5, 6, 7, 8, 9, 10,  //
-                             1, 2, 3, 4,  5, 6, 7, 8, 0, 0,   //
-                             0, 0, 0, 0,  0, 0, 0, 0, 0, 0,   //
-                             0, 0, 9, 10, 0, 0, 0, 0, 0, 0}));
+    source.bytes[1] = source.bytes[2] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
+    for (const auto convert : {zeliYCbCr420ToYCbCr422_8u_P3R, zeliYCrCb420ToYCbCr422_8u_P3R}) {
+        Bytes luma(40), first(20), second(40);
+        uint8_t* const planes[] = {luma.data(), first.data(), second.data()};
+        constexpr int32_t steps[] = {20, 10, 24};
+        ASSERT_EQ(convert(source.from().data(), source.steps.data(), planes, steps, size), zelStsNoErr);
+        EXPECT_EQ(second, Bytes({1, 2, 3, 4,  5, 6, 7, 8, 9, 10,  //
+                                 1, 2, 3, 4,  5, 6, 7, 8, 0, 0,   //
+                                 0, 0, 0, 0,  0, 0, 0, 0, 0, 0,   //
+                                 0, 0, 9, 10, 0, 0, 0, 0, 0, 0}));
+    }
 }
 
 // The last chroma row of a 4:1:1 image whose odd rows are dropped needn't exist.

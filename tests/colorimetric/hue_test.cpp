@@ -147,9 +147,6 @@ INSTANTIATE_TEST_SUITE_P(Hue, HueBoundary, rows(model::hueExports()), nameOf);
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(Hue, Conversion, rows(model::hueExports()), nameOf);
-INSTANTIATE_TEST_SUITE_P(Hue, InPlaceConversion, rows(model::hueExports(), hasOneLayout), nameOf);
-INSTANTIATE_TEST_SUITE_P(Hue, StepCheckingConversion, rows(model::hueExports(), checksSteps), nameOf);
 INSTANTIATE_TEST_SUITE_P(Hue, ColourConversion, rows(model::hueExports(), convertsAllColours), nameOf);
 
 }  // namespace harness

@@ -5,20 +5,24 @@ endif()
 set(stack -maccumulate-outgoing-args)
 set(emulation -mavx2 -Wno-psabi -include ${CMAKE_CURRENT_LIST_DIR}/avx512.h ${stack})
 add_kernels(zelcc_avx512_emulated avx512 ${emulation})
-add_conversions(zelcc_emulated SHARED zelcc_ssse3 zelcc_avx2 zelcc_avx512_emulated zelcc_s8)
+set(emulated_kernels ${kernels})
+list(TRANSFORM emulated_kernels APPEND _emulated REGEX "_avx512$")
+add_conversions(zelcc_emulated SHARED ${emulated_kernels})
 target_compile_definitions(zelcc_emulated PRIVATE ZEL_EMULATED_AVX512)
 
 add_executable(zelcc_tests_emulated $<TARGET_OBJECTS:zelcc_test_objects>
     $<FILTER:$<TARGET_OBJECTS:zelcc_model>,EXCLUDE,features> harness/features.cpp)
 target_compile_definitions(zelcc_tests_emulated PRIVATE ZELCC_EMULATED_AVX512)
-target_include_directories(zelcc_tests_emulated PRIVATE . ${PROJECT_SOURCE_DIR}/zelcore)
-target_link_libraries(zelcc_tests_emulated PRIVATE zelcc_catalog zelcc_emulated GTest::gtest ${CMAKE_DL_LIBS})
+target_include_directories(zelcc_tests_emulated PRIVATE .)
+target_link_libraries(zelcc_tests_emulated PRIVATE zelcc_levels zelcc_catalog zelcc_emulated GTest::gtest ${CMAKE_DL_LIBS})
 set_target_properties(zelcc_tests_emulated PROPERTIES ENABLE_EXPORTS ON)
 if(ZELCC_EMULATED_AVX512 STREQUAL ALL)
     add_results(avx512-emulated zelcc_tests_emulated avx512 "*-${left_out}" 4)
 else()
     add_results(avx512-emulated zelcc_tests_emulated avx512 "*Quickly*:*Misaligned*")
 endif()
+
+add_simd_tests(avx512-emulated avx512 zelCpuAvx2 ${emulation})
 
 # The words themselves, one by one: what the processor makes of random arguments, and the emulation.
 foreach(form native emulated)

@@ -7,7 +7,7 @@
 #include <climits>
 #include <cstring>
 
-#include "harness/features.h"
+#include "frame/levels.h"
 
 namespace {
 
@@ -62,9 +62,20 @@ TEST_F(Zelcore, TellsTheLargestCacheOrNothing) {
 TEST_F(Zelcore, ReportsTheFeaturesOfTheProcessor) {
     const auto features = find(zelGetEnabledCpuFeatures, "zelGetEnabledCpuFeatures");
     ASSERT_TRUE(features);
-    for (const uint64_t bit : {uint64_t{zelCpuSsse3}, uint64_t{zelCpuAvx2}, uint64_t{zelCpuAvx512}})
-        EXPECT_EQ((features() & bit) != 0, harness::processorHas(bit)) << bit;
-    EXPECT_EQ(features() & ~uint64_t{zelCpuSsse3 | zelCpuInOrder | zelCpuAvx2 | zelCpuAvx512}, 0u);
+    uint64_t selecting = 0;
+    for (const zel::Level& level : zel::levels::all) selecting |= level.features;
+#if defined(__x86_64__) || defined(__i386__)
+    __builtin_cpu_init();
+    EXPECT_EQ((features() & zelCpuSsse3) != 0, __builtin_cpu_supports("ssse3") != 0);
+    EXPECT_EQ((features() & zelCpuAvx2) != 0, __builtin_cpu_supports("avx2") != 0);
+    EXPECT_EQ((features() & zelCpuAvx512) != 0, __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+                                                    __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl") &&
+                                                    __builtin_cpu_supports("avx512vbmi"));
+#else
+    EXPECT_EQ(features() & zel::levels::lowest, zel::levels::lowest);
+    selecting |= zelCpuDotProduct | zelCpuI8mm | zelCpuSve2;
+#endif
+    EXPECT_EQ(features() & ~selecting, 0u);
 }
 
 }  // namespace

@@ -146,8 +146,6 @@ TEST_P(Conversion, ReportsTheFirstOfTwoErrors) {
     }
 }
 
-GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(StepCheckingConversion);
-
 TEST_P(StepCheckingConversion, RejectsStepsBelow1) {
     Random random(seed());
     const auto [source, destination] = lay(smallSize(36), {aligned, aligned}, random, Content::uniform);
@@ -167,6 +165,8 @@ TEST_P(StepCheckingConversion, RejectsStepsBelow1) {
         }
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Every, StepCheckingConversion, every([](const model::Export& e) { return e.checksSteps; }), nameOf);
 
 }  // namespace
 }  // namespace harness

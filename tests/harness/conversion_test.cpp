@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "harness/features.h"
-#include "zelcc/chroma.h"
 
 namespace harness {
 namespace {
@@ -37,18 +36,6 @@ void reportAccesses() {
     action.sa_flags = SA_SIGINFO;
     sigaction(SIGSEGV, &action, &previousAction);
 }
-
-}  // namespace
-
-std::vector<const model::Export*> ofWholeImages() {
-    std::vector<const model::Export*> rows;
-    for (const std::span<const model::Export> family : model::families())
-        for (const model::Export& e : family)
-            if (!e.slice.argument || e.slice.argument == (zelSliceTop | zelSliceMiddle | zelSliceBottom)) rows.push_back(&e);
-    return rows;
-}
-
-namespace {
 
 uint64_t numberFrom(const char* variable) {
     const char* value = std::getenv(variable);
@@ -190,6 +177,11 @@ TEST_P(InPlaceConversion, GivesTheSameResultInPlace) {
         }
     }
 }
+
+bool hasOneLayout(const model::Export& e) { return e.source == e.destination && !e.entry.isInPlace; }
+
+INSTANTIATE_TEST_SUITE_P(Every, Conversion, every(), nameOf);
+INSTANTIATE_TEST_SUITE_P(Every, InPlaceConversion, every(hasOneLayout), nameOf);
 
 }  // namespace
 }  // namespace harness

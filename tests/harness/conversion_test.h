@@ -1,5 +1,5 @@
-// Tests that every conversion has to pass. A family runs them on the rows of its table:
-//   INSTANTIATE_TEST_SUITE_P(Family, Conversion, harness::rows(model::familyExports()), harness::nameOf);
+// Tests that every conversion of model::families() has to pass. A family adds those of few enough colours to try them all:
+//   INSTANTIATE_TEST_SUITE_P(Family, ColourConversion, harness::rows(model::familyExports(), has), harness::nameOf);
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,6 +14,7 @@
 #include "harness/features.h"
 #include "harness/placement.h"
 #include "model/export.h"
+#include "zelcc/chroma.h"
 
 namespace harness {
 
@@ -76,19 +77,27 @@ class ColourConversion : public Conversion {
     void convertAllColours(int width, int perRow, const Placement& placement);
 };
 
-inline auto rows(std::span<const model::Export> exports, bool (*has)(const model::Export&) = nullptr) {
+using Has = bool (*)(const model::Export&);
+
+inline auto rows(std::span<const model::Export> exports, Has has = nullptr) {
     std::vector<const model::Export*> rows;
     for (const model::Export& e : exports)
         if (!has || has(e)) rows.push_back(&e);
     return testing::ValuesIn(rows);
 }
 
-// All there are, of the conversions of slices those of whole images.
-std::vector<const model::Export*> ofWholeImages();
+inline auto every(Has has = nullptr) {
+    std::vector<const model::Export*> rows;
+    for (const auto exports : model::families())
+        for (const model::Export& e : exports)
+            if (!has || has(e)) rows.push_back(&e);
+    return testing::ValuesIn(rows);
+}
 
-inline bool hasOneLayout(const model::Export& e) { return e.source == e.destination && !e.entry.isInPlace; }
-
-inline bool checksSteps(const model::Export& e) { return e.checksSteps; }
+// Of the conversions of slices those of the whole image.
+inline bool isOfWholeImages(const model::Export& e) {
+    return !e.slice.argument || e.slice.argument == (zelSliceTop | zelSliceMiddle | zelSliceBottom);
+}
 
 inline std::string nameOf(const testing::TestParamInfo<const model::Export*>& info) {
     return std::string(info.param->name) + info.param->slice.name;

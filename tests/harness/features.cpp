@@ -10,29 +10,17 @@
 #include <fstream>
 #include <vector>
 
-#include "zelcore.h"
+#include "frame/levels.h"
 
 namespace harness {
 namespace {
 
-struct Name {
-    const char* text;
-    uint64_t features;
-};
-constexpr Name names[] = {
-    {"ssse3", zelCpuSsse3},
-    {"avx2", zelCpuSsse3 | zelCpuAvx2},
-    {"avx512", zelCpuSsse3 | zelCpuAvx2 | zelCpuAvx512},
-    {"s8", zelCpuSsse3 | zelCpuInOrder},
-};
-
-const Name* find(const char* text) {
-    for (const Name& name : names)
-        if (std::strcmp(name.text, text) == 0) return &name;
-    return nullptr;
+const char* best() {
+    const char* highest = nullptr;
+    for (const zel::Level& level : zel::levels::all)
+        if (!level.isColumn && canRun(level.features)) highest = level.name;
+    return highest;
 }
-
-const char* best() { return canRun(find("avx512")->features) ? "avx512" : canRun(find("avx2")->features) ? "avx2" : "ssse3"; }
 
 constexpr char everything[] = "all";
 
@@ -42,16 +30,16 @@ const char* setting() {
     return best();
 }
 
-constinit const Name* beingLoaded = nullptr;
+constinit const zel::Level* beingLoaded = nullptr;
 constinit uint64_t noted = 0;
 
 // The program's library once more, as another file, so that it is another library with variables and a choice of its own.
-void* loadCopy(const Name& level) {
+void* loadCopy(const zel::Level& level) {
     Dl_info info;
     if (!dladdr(dlsym(RTLD_DEFAULT, "zelccGetLibVersion"), &info)) return nullptr;
     std::ifstream original(info.dli_fname, std::ios::binary);
     const std::vector<char> bytes(std::istreambuf_iterator<char>(original), {});
-    const int file = memfd_create(level.text, 0);  // stays open, since its path is the name of the library
+    const int file = memfd_create(level.name, 0);  // stays open, since its path is the name of the library
     if (write(file, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) return nullptr;
     beingLoaded = &level;
     void* library = dlopen(("/proc/self/fd/" + std::to_string(file)).c_str(), RTLD_NOW | RTLD_LOCAL);
@@ -62,13 +50,13 @@ void* loadCopy(const Name& level) {
 std::vector<Level> loadLevels() {
     if (std::strcmp(setting(), everything) != 0) return {{setting(), nullptr}};
     std::vector<Level> levels;
-    for (const Name& name : names) {
-        if (!canRun(name.features)) continue;
-        Level level{name.text, nullptr, (name.features & zelCpuInOrder) != 0};
-        if (std::strcmp(name.text, best()) != 0) {
-            level.library = loadCopy(name);
+    for (const zel::Level& one : zel::levels::all) {
+        if (!canRun(one.features)) continue;
+        Level level{one.name, nullptr, one.isColumn};
+        if (std::strcmp(one.name, best()) != 0) {
+            level.library = loadCopy(one);
             if (!level.library) {
-                std::fprintf(stderr, "The library cannot be loaded for %s: %s\n", name.text, dlerror());
+                std::fprintf(stderr, "The library cannot be loaded for %s: %s\n", one.name, dlerror());
                 std::abort();
             }
         }
@@ -81,7 +69,7 @@ std::vector<Level> loadLevels() {
 
 std::string featuresName() { return setting(); }
 
-bool isLevel(const std::string& name) { return find(name.c_str()) || name == everything; }
+bool isLevel(const std::string& name) { return zel::findLevel(name.c_str()) || name == everything; }
 
 bool isNumber(const std::string& name) {
     char* end;
@@ -90,8 +78,9 @@ bool isNumber(const std::string& name) {
 }
 
 uint64_t features() {
-    const Name* name = beingLoaded ? beingLoaded : find(std::strcmp(setting(), everything) == 0 ? best() : setting());
-    return name ? name->features : std::strtoull(setting(), nullptr, 0);
+    const char* const name = std::strcmp(setting(), everything) == 0 ? best() : setting();
+    const zel::Level* const level = beingLoaded ? beingLoaded : zel::findLevel(name);
+    return level ? level->features : std::strtoull(setting(), nullptr, 0);
 }
 
 #ifdef ZELCC_EMULATED_AVX512
@@ -114,12 +103,10 @@ std::span<const Level> levels() {
 }
 
 bool processorHas(uint64_t features) {
-    __builtin_cpu_init();
-    if (features & zelCpuSsse3 && !__builtin_cpu_supports("ssse3")) return false;
-    if (features & zelCpuAvx2 && !__builtin_cpu_supports("avx2")) return false;
-    return !(features & zelCpuAvx512) ||
-           (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
-            __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi"));
+    uint64_t needed = features;
+    for (const zel::Level& level : zel::levels::all)
+        if (level.isColumn) needed &= ~(level.features & ~level.needed);
+    return (needed & ~zel::processorFeatures()) == 0;
 }
 
 }  // namespace harness

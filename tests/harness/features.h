@@ -7,7 +7,7 @@
 
 namespace harness {
 
-// From the environment variable ZELCC_TEST_FEATURES: ssse3, avx2, avx512, s8 or a mask as a number; by default the best level
+// From the environment variable ZELCC_TEST_FEATURES: a level or column (frame/levels.h) or a mask as a number; by default the best level
 // of this processor. "all" stands for that one in the library of the program, and has comparisons with the model run through
 // all levels, see levels().
 uint64_t features();

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "frame/levels.h"
 #include "harness/conversion_test.h"
 #include "harness/features.h"
 #include "zelcc/version.h"
@@ -26,7 +27,9 @@ class AllLevels : public testing::EmptyTestEventListener {
 int main(int argc, char** argv) {
     const std::string name = harness::featuresName();
     if (!harness::isLevel(name) && !harness::isNumber(name)) {
-        std::fprintf(stderr, "ZELCC_TEST_FEATURES=%s: none of ssse3, avx2, avx512, s8, all nor a number\n", name.c_str());
+        std::fprintf(stderr, "ZELCC_TEST_FEATURES=%s: none of", name.c_str());
+        for (const zel::Level& level : zel::levels::all) std::fprintf(stderr, " %s,", level.name);
+        std::fprintf(stderr, " all nor a number\n");
         return 2;
     }
     if (argc == 2 && std::strcmp(argv[1], "--print-version") == 0) {

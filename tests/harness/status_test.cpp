@@ -121,7 +121,7 @@ TEST_P(StatusConversion, ReturnsTheStatusesThatAreStated) {
     EXPECT_TRUE(stated.contains(line())) << "statuses.txt lacks the line\n" << line();
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, StatusConversion, testing::ValuesIn(ofWholeImages()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Every, StatusConversion, every(isOfWholeImages), nameOf);
 
 }  // namespace
 }  // namespace harness

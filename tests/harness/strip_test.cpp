@@ -181,7 +181,7 @@ TEST_P(StripConversion, ComesOutOfStripsAsOfOneCall) {
     for (const auto& [method, parameters] : parametersByMethod(tested())) expectStated(parameters, method);
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, StripConversion, testing::ValuesIn(ofWholeImages()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Every, StripConversion, every(isOfWholeImages), nameOf);
 
 }  // namespace
 }  // namespace harness

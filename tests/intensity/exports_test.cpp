@@ -10,9 +10,6 @@ bool convertsAllColours(const model::Export& e) { return std::string_view(e.name
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(Intensity, Conversion, rows(model::intensityExports()), nameOf);
-INSTANTIATE_TEST_SUITE_P(Intensity, InPlaceConversion, rows(model::intensityExports(), hasOneLayout), nameOf);
-INSTANTIATE_TEST_SUITE_P(Intensity, StepCheckingConversion, rows(model::intensityExports(), checksSteps), nameOf);
 INSTANTIATE_TEST_SUITE_P(Intensity, ColourConversion, rows(model::intensityExports(), convertsAllColours), nameOf);
 
 }  // namespace harness

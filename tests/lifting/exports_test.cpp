@@ -11,7 +11,6 @@ bool convertsAllColours(const model::Export& e) {
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(Lifting, Conversion, rows(model::liftingExports()), nameOf);
 INSTANTIATE_TEST_SUITE_P(Lifting, ColourConversion, rows(model::liftingExports(), convertsAllColours), nameOf);
 
 }  // namespace harness

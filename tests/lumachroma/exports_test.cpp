@@ -17,12 +17,7 @@ bool isFirstOfItsRules(const model::Export& e) {
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(LumaChroma, Conversion, rows(model::lumachromaExports()), nameOf);
-INSTANTIATE_TEST_SUITE_P(LumaChroma, InPlaceConversion, rows(model::lumachromaExports(), hasOneLayout), nameOf);
 INSTANTIATE_TEST_SUITE_P(LumaChroma, ColourConversion, rows(model::lumachromaExports(), isFirstOfItsRules), nameOf);
-
-INSTANTIATE_TEST_SUITE_P(AnalogYuv, Conversion, rows(model::yuvExports()), nameOf);
-INSTANTIATE_TEST_SUITE_P(AnalogYuv, InPlaceConversion, rows(model::yuvExports(), hasOneLayout), nameOf);
 INSTANTIATE_TEST_SUITE_P(AnalogYuv, ColourConversion, rows(model::yuvExports(), isFirstOfItsRules), nameOf);
 
 }  // namespace harness

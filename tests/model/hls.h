@@ -2,23 +2,15 @@
 // R, G, B and H, L, S or H, S, V.
 #pragma once
 
-#include <xmmintrin.h>
-
 #include <algorithm>
 #include <array>
 #include <limits>
 
 #include "model/export.h"
+#include "model/reciprocal.h"
 #include "model/rounding.h"
 
 namespace model {
-
-// What the processor takes 1 / x for.
-inline float approximateReciprocal(float x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x))); }
-inline float refinedReciprocal(float x) {
-    const float r = approximateReciprocal(x);
-    return 2 * r - (x * r) * r;
-}
 
 template <class T>
 using Hues = std::array<T, 3>;

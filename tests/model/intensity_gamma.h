@@ -4,7 +4,9 @@
 #pragma once
 
 #include <array>
+#include <cfenv>
 #include <cmath>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -47,11 +49,11 @@ uint16_t wordByArithmetic(uint16_t x) {
     return static_cast<uint16_t>(r);
 }
 
-// Remembers the words, which depend on how the processor rounds.
+// Remembers the words, which depend on the rounding mode.
 template <class Curve>
 uint16_t curveOfWord(uint16_t x) {
-    static std::array<std::vector<uint16_t>, 4> tables;
-    std::vector<uint16_t>& table = tables[_MM_GET_ROUNDING_MODE() >> 13];
+    static std::map<int, std::vector<uint16_t>> tables;
+    std::vector<uint16_t>& table = tables[std::fegetround()];
     if (table.empty())
         for (int i = 0; i < 65536; ++i) table.push_back(wordByArithmetic<Curve>(static_cast<uint16_t>(i)));
     return table[x];

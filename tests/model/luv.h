@@ -1,9 +1,8 @@
 // Model of LUV. Channels are in the order R, G, B and L, U, V.
 #pragma once
 
-#include <immintrin.h>
-
 #include "model/colorimetric.h"
+#include "model/reciprocal.h"
 
 namespace model {
 
@@ -11,12 +10,6 @@ struct Columns {
     bool inBlock;
 };
 using LuvRule = FloatTriplet (*)(FloatTriplet, Columns);
-
-inline float reciprocalOf12Bits(float v) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(v))); }
-inline float refinedReciprocal(float v) {
-    const float r = reciprocalOf12Bits(v);
-    return 2 * r - (v * r) * r;
-}
 
 inline FloatTriplet luvOfBytes(FloatTriplet p, Columns) {
     const auto [sumX, sumY, sumZ] = toXyz(p);
@@ -103,7 +96,7 @@ inline FloatTriplet rgbOfLuvByReciprocals(FloatTriplet p, double full, float (*r
 }
 
 inline FloatTriplet bytesOfLuv(FloatTriplet p, Columns columns) {
-    return columns.inBlock ? rgbOfLuvByReciprocals(p, 255, reciprocalOf12Bits) : rgbOfLuvByDivision(p, 255);
+    return columns.inBlock ? rgbOfLuvByReciprocals(p, 255, approximateReciprocal) : rgbOfLuvByDivision(p, 255);
 }
 inline FloatTriplet wordsOfLuv(FloatTriplet p, Columns columns) {
     return columns.inBlock ? rgbOfLuvByReciprocals(p, 65535, refinedReciprocal) : rgbOfLuvByDivision(p, 65535);

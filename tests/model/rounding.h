@@ -1,19 +1,17 @@
-// Floating-point rounding as the processor does it.
+// Floating-point numbers as integers: whatever has no 32-bit integer becomes the least one.
 #pragma once
 
-#include <emmintrin.h>
-
 #include <cfenv>
+#include <cmath>
 #include <cstdint>
 
 namespace model {
 
-// By the current rounding mode; whatever has no 32-bit integer becomes the least one.
-inline int32_t toInteger(float v) { return _mm_cvtss_si32(_mm_set_ss(v)); }
-
 // Toward zero, whatever the mode.
-inline int32_t truncated(float v) { return _mm_cvttss_si32(_mm_set_ss(v)); }
-inline int32_t truncated(double v) { return _mm_cvttsd_si32(_mm_set_sd(v)); }
+inline int32_t truncated(double v) { return v > -0x1p31 - 1 && v < 0x1p31 ? static_cast<int32_t>(v) : INT32_MIN; }
+
+// By the current rounding mode.
+inline int32_t toInteger(float v) { return v >= -0x1p31f && v < 0x1p31f ? static_cast<int32_t>(std::lrint(v)) : INT32_MIN; }
 
 // Rounds to nearest while it lives.
 class NearestRounding {

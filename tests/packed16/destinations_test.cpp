@@ -10,7 +10,6 @@ bool isOfOneFormat(const model::Export& e) { return std::string_view(e.name).fin
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(PackedDestinations, Conversion, rows(model::packedDestinationExports()), nameOf);
 INSTANTIATE_TEST_SUITE_P(PackedDestinations, ColourConversion, rows(model::packedDestinationExports(), isOfOneFormat), nameOf);
 
 }  // namespace harness

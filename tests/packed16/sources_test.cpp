@@ -49,7 +49,6 @@ TEST_P(WordConversion, TailRuleMatchesModelOnAllWords) {
 bool readsWords(const model::Export& e) { return e.source.channels[0].stride == 2; }
 bool packsWords(const model::Export& e) { return !readsWords(e); }
 
-INSTANTIATE_TEST_SUITE_P(PackedSources, Conversion, rows(model::packedSourceExports()), nameOf);
 INSTANTIATE_TEST_SUITE_P(PackedSources, WordConversion, rows(model::packedSourceExports(), readsWords), nameOf);
 INSTANTIATE_TEST_SUITE_P(PackedSources, ColourConversion, rows(model::packedSourceExports(), packsWords), nameOf);
 

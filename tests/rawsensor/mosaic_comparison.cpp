@@ -41,7 +41,7 @@ MosaicExtent::MosaicExtent(const MosaicExport& tested, ZelSize size, const ZelRe
     const int columns = inside.width == 0 ? 0 : skippedColumns + inside.width;
     source = {size.width * bytes, size.height};
     destination = {3 * columns * bytes, inside.height == 0 ? 0 : skippedRows + inside.height};
-    buffer = {(inside.width + 6) * bytes, 30};
+    buffer = {static_cast<size_t>(tested.bufferStep(inside.width)), MosaicExport::bufferRows};
 }
 
 std::vector<model::Pixel> modelOf(const model::Mosaic& m, const std::optional<model::Homogeneity>& homogeneity,

@@ -31,6 +31,9 @@ struct MosaicExport {
     ZelStatus call(const MosaicCall& c) const { return function(name, c); }
     int minimum() const { return isHomogeneous ? 5 : 2; }
     int highest() const { return elementBytes == 1 ? 255 : 65535; }
+    // Of the buffer.
+    static constexpr int bufferRows = 30;
+    int bufferStep(int width) const { return (width + 6) * elementBytes; }
 };
 
 template <auto function, class Element>

@@ -173,7 +173,7 @@ TEST_P(Mosaic, TakesAnyStep) {
     const Lay lay{true, false, bytes};
     const model::Mosaic m = mosaicOf(size, zelBayerBGGR, tested().highest(), {Samples::uniform}, random_);
     const MosaicRows source = layMosaic(m, lay);
-    std::vector<uint8_t> results[2], buffer(static_cast<size_t>(30 * (size.width + 6) * bytes));
+    std::vector<uint8_t> results[2], buffer(static_cast<size_t>(MosaicExport::bufferRows * tested().bufferStep(size.width)));
     const auto convert = [&](std::vector<uint8_t>& result, int32_t sourceStep, int32_t extra) {
         result.assign(static_cast<size_t>(3 * size.width * bytes + 2) * size.height, untouched);
         const MosaicCall call{source.first,
@@ -208,8 +208,9 @@ TEST_P(Mosaic, ConvertsTallImagesLikeTheirParts) {
     std::vector<uint8_t> source(static_cast<size_t>(size.width) * size.height * bytes);
     random.fill({source.data(), source.size()}, Content::uniform);
     for (uint8_t& b : source) b &= 3;  // which makes ties
-    const int32_t step = 3 * size.width * bytes, bufferStep = (size.width + 6) * bytes;
-    std::vector<uint8_t> whole(static_cast<size_t>(step) * size.height), parts(whole.size()), buffer(size_t(30 * bufferStep));
+    const int32_t step = 3 * size.width * bytes, bufferStep = tested().bufferStep(size.width);
+    std::vector<uint8_t> whole(static_cast<size_t>(step) * size.height), parts(whole.size()),
+        buffer(size_t(MosaicExport::bufferRows * bufferStep));
     const auto convert = [&](std::vector<uint8_t>& result, int y, int height) {
         const MosaicCall call{source.data(),
                               {0, y, size.width, height},
@@ -231,8 +232,9 @@ TEST_P(Mosaic, ConvertsTallImagesLikeTheirParts) {
 TEST_P(Mosaic, ComesOutOfRegionsAsOfOneCall) {
     const int bytes = tested().elementBytes, pixelBytes = 3 * bytes;
     const ZelSize size{61, 23};
-    const int32_t step = size.width * pixelBytes, bufferStep = (size.width + 6) * bytes;
-    std::vector<uint8_t> source(static_cast<size_t>(size.width * size.height * bytes)), buffer(size_t(30 * bufferStep));
+    const int32_t step = size.width * pixelBytes, bufferStep = tested().bufferStep(size.width);
+    std::vector<uint8_t> source(static_cast<size_t>(size.width * size.height * bytes)),
+        buffer(size_t(MosaicExport::bufferRows * bufferStep));
     std::vector<uint8_t> whole(static_cast<size_t>(step) * size.height), parts(whole.size());
     random_.fill({source.data(), source.size()}, Content::uniform);
     for (int grid = 0; grid < 4; ++grid) {
@@ -262,7 +264,7 @@ TEST_P(Mosaic, ComesOutOfRegionsAsOfOneCall) {
 
 TEST_P(Mosaic, ReportsTheFirstErrorAndWritesNothing) {
     const int minimum = tested().minimum();
-    std::vector<uint8_t> source(400), destination(1200, untouched), buffer(30 * 64);
+    std::vector<uint8_t> source(400), destination(1200, untouched), buffer(MosaicExport::bufferRows * 64);
     const MosaicCall valid{source.data(), {0, 0, 6, 6}, {6, 6}, 12, destination.data(), 36, 0, buffer.data(), 24};
     struct Case {
         const char* name;

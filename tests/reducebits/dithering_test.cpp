@@ -20,6 +20,11 @@ bool isDitheredByte(const model::Export& e) {
     return isDithered(e) && std::string_view(e.name).starts_with("zeliReduceBits_8u_");
 }
 
+bool isWordToByte(const model::Export& e) {
+    const std::string_view name(e.name);
+    return isDithered(e) && (name.starts_with("zeliReduceBits_16u8u_") || name.starts_with("zeliReduceBits_16s8u_"));
+}
+
 constexpr int dithers[] = {zelDitherFS, zelDitherJJN, zelDitherStucki, zelDitherBayer};
 constexpr int noises[] = {0, 1, 50, 100};
 
@@ -37,6 +42,7 @@ class Reduction : public Conversion {
 };
 
 class ByteReduction : public Reduction {};
+class WordReduction : public Reduction {};
 
 // All bytes in all columns of the matrix, and at all phases of the noise.
 TEST_P(ByteReduction, MatchesModelAtEveryNumberOfLevels) {
@@ -63,6 +69,19 @@ TEST_P(ByteReduction, MatchesModelOnLargeImages) {
             for (const int noise : {0, 50}) ASSERT_TRUE(matches(pictures, request(noise, dither, levels)));
 }
 
+// 256 levels have a form in integers: all words in all columns and rows of the matrix.
+TEST_P(WordReduction, MatchesModelOnAllColoursAt256Levels) {
+    Random random(seed());
+    const Pictures pictures = lay({2048, 512}, {dense, dense}, random, Content::uniform);
+    const model::Image image = pictures.source.image();
+    for (int y = 0; y < 512; ++y)
+        for (int x = 0; x < 2048; ++x)
+            for (int c = 0; c < image.layout->planes[0].unitBytes / 2; ++c)
+                image.store(image.layout->channels[c], x, y, static_cast<uint16_t>(y / 4 * 512 + x / 4));
+    for (const int dither : {int{zelDitherNone}, int{zelDitherBayer}}) ASSERT_TRUE(matches(pictures, request(0, dither, 256)));
+}
+
+INSTANTIATE_TEST_SUITE_P(ReduceBits, WordReduction, rows(model::reduceBitsExports(), isWordToByte), nameOf);
 INSTANTIATE_TEST_SUITE_P(ReduceBits, ByteReduction, rows(model::reduceBitsExports(), isDitheredByte), nameOf);
 
 // More rows than the lanes of all vectors, in which a lane comes to several rows; rows around the distance between the first and
@@ -196,6 +215,29 @@ TEST(ReductionValues, DithersKeepTheMean) {
                       zelStsNoErr);
             // Levels are cut off, and ordered thresholds are 1/30 of a step above an even distribution.
             EXPECT_NEAR(meanOf(result), meanOf(source), dither == zelDitherBayer ? 4 : 1.5) << dither << ", noise " << noise;
+        }
+}
+
+// The numbers of levels whose white is 254 as well as 255 are those that the header names.
+TEST(ReductionValues, WhiteIs254AtTheNumbersOfLevelsThatAreTold) {
+    constexpr int width = 1024, height = 64;
+    std::vector<uint8_t> source(width * height), result(width * height);
+    std::vector<uint16_t> words(width * height);
+    Random random(seed());
+    for (int i = 0; i < width * height; ++i) {
+        const auto bright = static_cast<uint16_t>(i % 4 == 0 ? 65535 : 65535 - random.next() % (i % 2 ? 8192 : 65536));
+        words[i] = bright;
+        source[i] = static_cast<uint8_t>(bright >> 8);
+    }
+    const auto has254 = [&] { return std::find(result.begin(), result.end(), 254) != result.end(); };
+    for (const ZelDitherType dither : {zelDitherNone, zelDitherFS, zelDitherJJN, zelDitherStucki, zelDitherBayer})
+        for (int levels = 2; levels <= 41; ++levels) {
+            const bool byEach = levels == 8 || levels == 15 || levels == 26 || levels == 32;
+            const bool told = dither != zelDitherNone && (byEach || (dither == zelDitherBayer && levels == 29));
+            zeliReduceBits_8u_C1R(source.data(), width, result.data(), width, {width, height}, 0, dither, levels);
+            EXPECT_EQ(has254(), told) << levels << " levels, dither " << dither;
+            zeliReduceBits_16u8u_C1R(words.data(), 2 * width, result.data(), width, {width, height}, 0, dither, levels);
+            EXPECT_FALSE(has254()) << levels << " levels from 16 bits, dither " << dither;
         }
 }
 

@@ -44,9 +44,14 @@ def sections(path):
     return [Section(m[1], m[3], int(m[2], 16)) for m in matches if m]
 
 
+def objdump():
+    """That of the processor that is built for, which the environment names where it isn't the one at hand."""
+    return os.environ.get("OBJDUMP") or "objdump"
+
+
 def instructions(path):
-    row = re.compile(r"\s*([0-9a-f]+):\t(.*?)\s*(?:# ([0-9a-f]+) <.*>)?$")
-    listing = output("objdump", "--disassemble", "--no-show-raw-insn", path)
+    row = re.compile(r"\s*([0-9a-f]+):\t(.*?)\s*(?:(?:#|//) ([0-9a-f]+) <.*>)?$")
+    listing = output(objdump(), "--disassemble", "--no-show-raw-insn", path)
     matches = map(row.match, listing.splitlines())
     return [Instruction(int(m[1], 16), m[2], int(m[3], 16) if m[3] else None) for m in matches if m]
 

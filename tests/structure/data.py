@@ -1,5 +1,5 @@
-"""data.py OBJECTS: the object files of the library hold no data that is written after loading, but for the three integers of
-the dispatch, and run no code at load but the dispatch constructor."""
+"""data.py LEVELS OBJECTS: the object files of the library hold no data that is written after loading, but for the three integers
+of the dispatch, and run no code at load but the dispatch constructor. A processor with one level has no dispatch."""
 
 import sys
 
@@ -25,7 +25,7 @@ def faults(path):
         yield f"{name}: {constructors // word} constructors, where the dispatch has 1"
 
 
-objects = sys.argv[1:]
-if not any("dispatch.cpp" in path for path in objects):
-    sys.exit("no object file of the dispatch among the arguments")
+level_count, objects = int(sys.argv[1]), sys.argv[2:]
+if any("dispatch.cpp" in path for path in objects) != (level_count > 1):
+    sys.exit(f"a dispatch of {level_count} levels")
 conclude([fault for path in objects for fault in faults(path)], f"{len(objects)} object files")

@@ -1,4 +1,4 @@
-"""headers.py EXPORTS.DEF DIRECTORIES: each public header in the directories compiles alone, as strict C99 and as C++, and together
+"""headers.py EXPORTS.DEF PATHS: each public header, named or in a directory, compiles alone, as strict C99 and as C++, and together
 they declare exactly the listed exports. CC, CXX and CFLAGS come from the environment."""
 
 import os
@@ -30,8 +30,9 @@ def declaration_faults(names, include_options):
     yield from (f"{name} is declared, but not listed" for name in sorted(set(declared) - set(names)))
 
 
-directories = [pathlib.Path(d) for d in sys.argv[2:]]
-includes = [f"-I{d}" for d in directories]
-headers = [h.relative_to(d) for d in directories for h in sorted(d.rglob("*.h"))]
+paths = [pathlib.Path(p) for p in sys.argv[2:]]
+folders = {p if p.is_dir() else p.parent: sorted(p.rglob("*.h")) if p.is_dir() else [p] for p in paths}
+includes = [f"-I{folder}" for folder in folders]
+headers = [h.relative_to(folder) for folder, found in folders.items() for h in found]
 faults = [fault for h in headers for fault in compile_faults(h, includes)]
 conclude([*faults, *declaration_faults(exports(sys.argv[1]), includes)], f"{len(headers)} headers")

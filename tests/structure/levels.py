@@ -24,6 +24,12 @@ FORBIDDEN = {
     "s8": BEYOND_SSSE3 | NOWHERE,
     "avx2": BEYOND_AVX2 | NOWHERE,
     "avx512": NOWHERE,
+    "neon": {
+        "a fused multiply-add": r"fn?m(add|sub|la|ls)\b",
+        "an instruction beyond the baseline": r"[su]dot|[us]?mmla|(ld1|st1)[bhwd]\b|.*\b[zp]\d+\.[bhsd]|sqrdmla?[hs]h|fcvt\w+\tv\d+\.\dh|"
+                                              r"ld(add|clr|set|swp)|cas",
+        "a reciprocal of other values": r"fr(ecp|sqrt)[ex]",
+    },
 }
 
 

@@ -10,7 +10,7 @@ import unittest
 from tool import ZELCC, InDirectory, run, zelcc
 
 RAW = ["--from", "nv12", "--to", "rgb24", "--size", "4x2"]
-DONE, FAILURE, USAGE, NO_WAY, NO_FILE = range(5)
+DONE, FAILURE, USAGE, UNSUPPORTED, NO_FILE = range(5)
 
 # What is called, its exit code, and words of the message.
 CALLS = [
@@ -24,7 +24,7 @@ CALLS = [
     ("convert - - --from nv12 --to rgb24 --size 4x2 --crop 4x2+1+0", USAGE, "beyond"),
     ("convert - - --from nv12 --to rgb24 --size 4x2 --crop 2x2+1+0", USAGE, "multiple of 2"),
     ("convert - - --from nv12 --to rgb24 --size 4x2 --crop 2x2+2+0", DONE, ""),
-    ("convert - - --from nv12 --to rgb48le --size 4x2", NO_WAY, "Reachable from nv12"),
+    ("convert - - --from nv12 --to rgb48le --size 4x2", UNSUPPORTED, "Reachable from nv12"),
     ("convert - - --from nv12 --to rgb24 --size 4x2 --matrix 2020", USAGE, "--matrix"),
     ("convert - - --from nv12 --to rgb24 --size 4x2 --threads 0", USAGE, "--threads"),
     ("convert /nonexistent/in - --from nv12 --to rgb24 --size 4x2", NO_FILE, "cannot open /nonexistent/in"),
@@ -33,21 +33,21 @@ CALLS = [
     ("convert - out.png --from nv12 --to yuyv422 --size 4x2", USAGE, "can't hold yuyv422"),
     ("convert --from nv12 --to rgb24", USAGE, "--dry-run"),
     ("convert --from nv12 --to rgb24 --dry-run", DONE, ""),
-    ("convert - - --from bayer_rggb8 --to rgb24 --size 4x3 --demosaic ahd", FAILURE, "too small"),
+    ("convert - - --from bayer_rggb8 --to rgb24 --size 4x3 --demosaic ahd", UNSUPPORTED, "too small"),
     ("convert - - --from gray --to gray --size 4x3 --levels 1", USAGE, "--levels"),
     ("convert - - --from rgb24 --to gray --size 2x2 --weights 1,0", USAGE, "three numbers"),
     ("convert --weights 1,0,0 - - --from rgb24 --to gray --size 2x2", DONE, ""),
     ("convert --twist 1,0 - - --from rgb24 --to rgb24 --size 2x2", USAGE, "12 or 16"),
-    ("convert - - --from rgbf32le --to rgbf32le --size 1x1 --gamma forward --range 0", USAGE, "--range"),
-    ("convert - - --from rgbf32le --to rgbf32le --size 1x1 --gamma forward --range 1,0", FAILURE, "upper end"),
-    ("convert - - --from rgbf32le --to rgbf32le --size 1x1 --gamma forward --range 0,2", DONE, ""),
+    ("convert - - --from rgbf32le --to rgbf32le --size 1x1 --gamma forward --gamma-range 0", USAGE, "--gamma-range"),
+    ("convert - - --from rgbf32le --to rgbf32le --size 1x1 --gamma forward --gamma-range 1,0", USAGE, "upper end"),
+    ("convert - - --from rgbf32le --to rgbf32le --size 1x1 --gamma forward --gamma-range 0,2", DONE, ""),
     ("list formats nosuchword", FAILURE, "fewer"),
     ("list nosuchlist", USAGE, "nosuchlist"),
     ("bench nosuchfunction", USAGE, "list functions"),
     ("bench RGBToGray_8u_C3C1R --seconds 0.01 --size 64x64", DONE, ""),
     ("check nosuchfunction", USAGE, "no function"),
     ("", USAGE, "subcommand"),
-    ("nosuchcommand", USAGE, ""),
+    ("covert - -", USAGE, "one of convert, list"),
     ("--help", DONE, ""),
     ("convert --help", DONE, ""),
     ("--version", DONE, ""),
@@ -63,7 +63,8 @@ class ExitCodes(InDirectory):
                 message = done.stderr.decode()
                 self.assertEqual(done.returncode, code, message)
                 self.assertIn(words, message)
-                self.assertEqual(message == "", code == DONE)
+                if code == DONE:
+                    self.assertRegex(message, r"\A(zelcc: by .*\n)?\Z")
 
     def test_of_a_level_that_is_not_there(self) -> None:
         done = run(["info"], env={**os.environ, "ZELCC_LEVEL": "avx1024"})
@@ -72,7 +73,7 @@ class ExitCodes(InDirectory):
 
 
     def test_of_a_huge_frame(self) -> None:
-        self.assertEqual(run(["convert", "-", "-", "--to", "gray"], b"YUV4MPEG2 W2000000000 H1 Cmono\nFRAME\n").returncode, FAILURE)
+        self.assertEqual(run(["convert", "-", "-", "--to", "gray"], b"YUV4MPEG2 W2000000000 H1 Cmono\nFRAME\n").returncode, UNSUPPORTED)
 
 
 class Converting(InDirectory):
@@ -82,11 +83,6 @@ class Converting(InDirectory):
         self.assertEqual(done.returncode, FAILURE)
         self.assertIn(b"frame 3", done.stderr)
         self.assertEqual((self.directory / "out").read_bytes(), whole)
-
-    def test_the_same_file_is_refused(self) -> None:
-        path = self.file("frame.nv12", bytes(12))
-        self.assertEqual(run(["convert", path, path, *RAW]).returncode, USAGE)
-        self.assertEqual((self.directory / "frame.nv12").stat().st_size, 12)
 
     def test_content_goes_before_the_name(self) -> None:
         path = self.file("picture.jpg", b"P5\n2 1\n255\nab")
@@ -111,7 +107,8 @@ class Converting(InDirectory):
     def test_the_dry_run_names_the_functions(self) -> None:
         self.assertEqual(zelcc("convert", "--from", "nv12", "--to", "rgb24", "--dry-run"), b"zeliYCbCr420ToRGB_8u_P2C3R  nv12 -> rgb24\n")
 
-    def test_several_functions_are_told(self) -> None:
+    def test_the_functions_are_told(self) -> None:
+        self.assertEqual(run(["convert", "-", "-", *RAW], bytes(12)).stderr, b"zelcc: by zeliYCbCr420ToRGB_8u_P2C3R\n")
         several = ["convert", "-", "-", "--from", "rgb24", "--to", "rgb565le", "--size", "2x2"]
         self.assertEqual(run(several, bytes(12)).stderr, b"zelcc: by moved samples, zeliBGRToBGR565_8u16u_C3R\n")
         self.assertEqual(run([*several, "--quiet"], bytes(12)).stderr, b"")
@@ -137,7 +134,7 @@ class Levels(unittest.TestCase):
         for level, name in (("s8", b"s8"), ("ssse3", b"v8")):
             shown = run(["info"], env={**os.environ, "ZELCC_LEVEL": level}).stdout
             self.assertIn(b"level      " + level.encode(), shown)
-            self.assertIn(b"(" + name + b")", shown.splitlines()[0])
+            self.assertRegex(shown, b"class .*[(]" + name + b"[)]")
 
     def test_a_wrong_result_is_found(self) -> None:
         """Another function takes the place of the library's."""
@@ -154,12 +151,15 @@ class Progress(InDirectory):
                               stdin=subprocess.PIPE, stderr=end) as process:
             process.communicate(bytes(36))
         os.close(end)
+        shown = b""
         try:
-            return os.read(terminal, 4096)
-        except OSError:  # nothing was written
-            return b""
+            while part := os.read(terminal, 4096):
+                shown += part
+        except OSError:  # all is read
+            pass
         finally:
             os.close(terminal)
+        return shown
 
     def test_is_shown_on_a_terminal_alone(self) -> None:
         self.assertIn(b"frame 3,", self.stderr_on_a_terminal())

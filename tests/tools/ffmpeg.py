@@ -8,6 +8,7 @@ import unittest
 from tool import SKIPPED, InDirectory, ffmpeg, has_ffmpeg, run, zelcc
 
 FRAMES = 3
+UNSUPPORTED = 3
 EVEN, ODD = (34, 18), (31, 17)
 SIZES = [EVEN, ODD]
 
@@ -49,6 +50,29 @@ def reaches(source: str, target: str) -> bool:
 
 # Least likeness of RGB to what FFmpeg makes of the same frames: what few bits and few chroma samples leave.
 ROUGH = {"rgb444le": 22, "bgr444le": 22, "rgb555le": 28, "bgr555le": 28, "rgb565le": 28, "bgr565le": 28, "yuv410p": 22, "yuv411p": 24}
+
+
+class Names(unittest.TestCase):
+    def test_that_only_ffmpeg_has_are_told_as_such(self) -> None:
+        own = {line.split()[0] for line in zelcc("list", "formats").decode().splitlines()}
+        told = 0
+        for line in ffmpeg("-pix_fmts").decode().splitlines():
+            words = line.split()
+            if len(words) != 5 or words[1] in own or not words[2].isdigit():
+                continue
+            done = run(["convert", "--from", words[1], "--to", "rgb24", "--dry-run"])
+            message = done.stderr.decode()
+            with self.subTest(words[1]):
+                self.assertEqual(done.returncode, UNSUPPORTED, message)
+                self.assertIn(f"takes or makes {words[1]}, which is FFmpeg's name of", message)
+                depths = {int(depth) for depth in words[4].split("-")}
+                if min(depths) >= 8:  # others are packed, or no samples
+                    self.assertIn(f"{min(depths)}", message.split("FFmpeg's name")[1])
+                self.assertEqual("full range" in message, "yuvj" in words[1])
+                self.assertEqual("big-endian" in message, words[1].endswith("be"))
+                told += 1
+        self.assertGreater(told, 120)
+        self.assertEqual(run(["convert", "--from", "yuv421p", "--to", "rgb24", "--dry-run"]).returncode, 2)
 
 
 class Raw(InDirectory):
@@ -100,6 +124,22 @@ class Streams(InDirectory):
                      "yuv420p", "-f", "yuv4mpegpipe", "-")
         header = zelcc("convert", "-", "-", "--output-kind", "y4m", data=y4m).split(b"\n")[0]
         self.assertEqual(header, b"YUV4MPEG2 W16 H16 F30000:1001 Ip A4:3 C420jpeg")
+
+    def test_what_ffmpeg_says_is_obeyed(self) -> None:
+        """Ranges, fields and chroma locations as FFmpeg writes them; the fields as it converts them."""
+        made = ("-f", "lavfi", "-i", "testsrc2=size=96x64:rate=2,setsar=1", "-frames:v", "1")
+        full = ffmpeg(*made, "-pix_fmt", "yuvj420p", "-f", "yuv4mpegpipe", "-")
+        self.assertEqual(run(["convert", "-", "-", "--to", "rgb24"], full).returncode, UNSUPPORTED)
+        fields = ffmpeg(*made, "-vf", "format=yuv420p,setfield=tff", "-field_order", "tt", "-f", "yuv4mpegpipe", "-")
+        self.assertIn(b" It ", fields.split(b"\n")[0])
+        for option, interl in (([], 1), (["--progressive"], 0)):
+            colours = ffmpeg("-f", "yuv4mpegpipe", "-i", "-", "-vf", f"scale=interl={interl}:flags=accurate_rnd+full_chroma_int",
+                             "-pix_fmt", "rgb24", "-f", "rawvideo", "-", data=fields)
+            results = {o: likeness(zelcc("convert", "-", "-", "--to", "rgb24", *o, data=fields), colours) for o in ((), ("--progressive",))}
+            self.assertEqual(max(results, key=results.get), tuple(option), results)
+        left = ffmpeg(*made, "-pix_fmt", "yuv420p", "-chroma_sample_location", "left", "-f", "yuv4mpegpipe", "-")
+        self.assertIn(b" C420mpeg2", left.split(b"\n")[0])
+        self.assertIn(b" C420mpeg2", zelcc("convert", "-", "-", "--output-kind", "y4m", data=left).split(b"\n")[0])
 
     def test_pictures_both_ways(self) -> None:
         kinds = [("png", "png", ("rgb24", "rgba", "gray", "rgb48le", "rgba64le", "gray16le"), True),

@@ -103,8 +103,8 @@ TEST(AllWays, FitTogether) {
                 ASSERT_TRUE(step.moves() || step.conversion->matrix.empty() || step.conversion->matrix == "601")
                     << describe(*way);
                 format = step.target;
-                const bool endsInGray = spaceOf(from) == Space::gray || spaceOf(to) == Space::gray;
-                ASSERT_TRUE(endsInGray || spaceOf(step.targetFormat()) != Space::gray) << describe(*way);
+                const bool endsInGray = from.model == Model::gray || to.model == Model::gray;
+                ASSERT_TRUE(endsInGray || step.targetFormat().model != Model::gray) << describe(*way);
             }
             ASSERT_EQ(format, numberOf(canonical(to)));
             for (const catalog::Conversion& c : catalog::conversions()) {
@@ -128,17 +128,6 @@ TEST(Refusal, ListsWhatIsReachable) {
         EXPECT_NE(text.find(" nv12 "), text.npos) << text;
         EXPECT_EQ(text.find("f32"), text.npos) << text;
     }
-}
-
-TEST(Names, AreSuggested) {
-    try {
-        formatNamed("rgb42");
-        FAIL();
-    } catch (const UsageError& e) {
-        EXPECT_NE(std::string(e.what()).find("rgb24"), std::string::npos) << e.what();
-    }
-    EXPECT_EQ(formatNamed("gray16").name, "gray16le");
-    EXPECT_EQ(&functionNamed("RGBToGray_8u_C3C1R"), &functionNamed("zeliRGBToGray_8u_C3C1R"));
 }
 
 }  // namespace

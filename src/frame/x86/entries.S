@@ -15,24 +15,34 @@
 
         .altmacro
 
-#define ZEL_GROUP(group) .set rows_##group, 0; .set rowsS8_##group, 0; .hidden zel_ssse3_##group; .hidden zel_s8_##group;
+// hiddenTables group, levelTables group: the tables of a group at each level.
+        .macro hiddenTables group
+#define ZEL_LEVEL(name, feature, flags) .hidden zel_##name##_&group
+#define ZEL_COLUMN(name, feature, flags) .hidden zel_##name##_&group
+#include "levels.def"
+        .endm
+        .macro levelTables group
+levels_&group:
+#define ZEL_LEVEL(name, feature, flags) WORD zel_##name##_&group
+#include "levels.def"
+        .endm
+
+#define ZEL_GROUP(group) .set rows_##group, 0; .set rowsS8_##group, 0; hiddenTables group;
 ZEL_GROUP(version)
-#include "frame/groups.def"
-#undef ZEL_GROUP
-#define ZEL_GROUP(group) .hidden zel_avx2_##group; .hidden zel_avx512_##group;
 #include "frame/groups.def"
 #undef ZEL_GROUP
         .hidden zelDispatchIndex
         .hidden zelKernelLevel
 
-// The tables of a group at each level. The version query does not depend on the level.
         .section .data.rel.ro, "aw", @progbits
         .balign 16
-#define ZEL_GROUP(group) levels_##group: WORD zel_ssse3_##group, zel_avx2_##group, zel_avx512_##group;
+#define ZEL_GROUP(group) levelTables group;
 #include "frame/groups.def"
 #undef ZEL_GROUP
+// The version query does not depend on the level.
 levels_version:
-        WORD zel_ssse3_version, zel_ssse3_version, zel_ssse3_version
+#define ZEL_LEVEL(name, feature, flags) WORD zel_ssse3_version
+#include "levels.def"
 
 // jumpIndexed index, table: continues at the entry of the table that the 32-bit variable names.
 // levelJump group, offset: continues at the entry of the group's table for the level.

@@ -1,0 +1,65 @@
+// Runs once when the library is loaded and picks, for the whole process, the column of the dispatch table and the level of the
+// kernels inside a column. Both stay 0 when a call comes before that: every processor that the library supports runs those.
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+
+#include "processor.h"
+#include "zelcore.h"
+
+extern "C" {
+extern int32_t zelDispatchIndex;
+extern int32_t zelKernelLevel;
+int32_t zelDispatchIndex = 0;
+int32_t zelKernelLevel = 0;
+[[gnu::visibility("hidden")]] extern int32_t zelCachedCallBytes;
+int32_t zelCachedCallBytes = INT32_MAX;  // see frame/bypass.h
+}
+
+namespace {
+
+constexpr uint64_t levelFeatures[] = {
+#define ZEL_LEVEL(name, feature, flags) feature,
+#include "levels.def"
+};
+
+constexpr uint64_t columnFeatures = zelCpuSsse3 | zelCpuInOrder;
+
+// The number of the highest level among the features, 0 without any.
+int32_t highestLevel(uint64_t features) {
+    int32_t highest = 0;
+    for (int32_t level = 0; level < int32_t{std::size(levelFeatures)}; ++level)
+        if (features & levelFeatures[level]) highest = level;
+    return highest;
+}
+
+// What the processor itself reports: the enabled features can lower the level, but never raise it beyond this.
+uint64_t presentFeatures() {
+    const uint64_t features = processorFeatures();
+#ifdef ZEL_EMULATED_AVX512  // for tests, by what AVX2 has
+    if (features & zelCpuAvx2) return features | zelCpuAvx512;
+#endif
+    return features;
+}
+
+// Five eighths of the largest cache: on a Zen 4 with 1 MiB of L2 and 32 MiB of L3, the latter shared with other virtual machines,
+// a copy that bypasses the caches overtakes the plain one where both images together have 20 to 22 MiB; at 16 MiB it still has
+// 0.8 of its speed, at 24 MiB 1.25 times, at 32 MiB 1.3 to 1.9 times. Of a cache that many cores share, one thread has no more
+// than that.
+int32_t cachedCallBytes() {
+#ifdef ZELCC_CACHED_CALL_BYTES
+    return ZELCC_CACHED_CALL_BYTES;
+#endif
+    constexpr int64_t usual = 32 << 20, most = 64 << 20;
+    const int64_t cache = largestCache();
+    return static_cast<int32_t>((cache == 0 ? usual : std::min(cache, most)) / 8 * 5);
+}
+
+[[gnu::constructor]] void selectImplementations() {
+    const uint64_t enabled = zelGetEnabledCpuFeatures();
+    zelDispatchIndex = (enabled & columnFeatures) == columnFeatures ? 1 : 0;
+    zelKernelLevel = std::min(highestLevel(enabled), highestLevel(presentFeatures()));
+    zelCachedCallBytes = cachedCallBytes();
+}
+
+}  // namespace
