@@ -50,7 +50,7 @@ struct Result {
     ZEL_INLINE Words packed(Dwords low, Dwords high) const { return limited(packWords(low >> int(shift), high >> int(shift))); }
     // Of columns in turn, where results fit words before they are limited.
     ZEL_INLINE Words joined(Dwords even, Dwords odd) const {
-        return limited(evenThenOdd((Words)(even >> int(shift)), (Words)(odd >> (int(shift) - 16))));
+        return limited(blend<0xaa>((Words)(even >> int(shift)), (Words)(odd >> (int(shift) - 16))));
     }
     ZEL_INLINE Words limited(Words v) const { return atMost(atLeast(v, least), most) + middle; }
 
