@@ -97,7 +97,7 @@ class Converter {
     }
 
     // A channel of itself.
-    ZEL_OWN_CODE void channel(const Rows& rows, int c, const uint16_t* in, uint16_t* out, int count) const {
+    ZEL_NOINLINE void channel(const Rows& rows, int c, const uint16_t* in, uint16_t* out, int count) const {
         const zelv::Sums& sums = plan_.sums;
         const bool whole = sums.low[c][c] == 0;
         if (whole && sums.high[c][c] == 1 << 13 && sums.offset[c] == 0 && !plan_.ordered) {
@@ -124,7 +124,7 @@ class Converter {
     }
 
     template <First kind, int first, int last>
-    ZEL_OWN_CODE void matrixOf(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
+    ZEL_NOINLINE void matrixOf(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
         if (plan_.allAreWhole) {
             const Shift<23> bits{plan_.sums.shift};
             matrixSums<true, true, kind, first, last>(plan_.sums, rows, Result<Shift<23>>(bits, to_.depth), in, out, count);
@@ -138,7 +138,7 @@ class Converter {
         }
     }
 
-    ZEL_OWN_CODE void sites(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
+    ZEL_NOINLINE void sites(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
         constexpr int mostOfWords = 12;
         if (plan_.firstIsWhole) {
             const Shift<21> bits{plan_.sums.shift};
@@ -152,7 +152,7 @@ class Converter {
     }
 
     // RGB or gray.
-    ZEL_OWN_CODE void colours(int y) {
+    ZEL_NOINLINE void colours(int y) {
         const Rows rows = addedIn(y);
         uint16_t* const lines[4] = {out_[0].at(0), out_[1].at(0), out_[2].at(0), nullptr};
         const uint16_t* done[4] = {lines[0], lines[1], lines[2], nullptr};
@@ -222,7 +222,7 @@ class Converter {
     }
 
     // Luma of a row and, on the first row of a site, its chroma.
-    ZEL_OWN_CODE void lumaAndChroma(int y) {
+    ZEL_NOINLINE void lumaAndChroma(int y) {
         const Rows rows = addedIn(y);
         const int n = piece_.pixels;
         uint16_t* const lines[4] = {out_[0].at(0), out_[1].at(0), out_[2].at(0), nullptr};

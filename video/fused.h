@@ -137,7 +137,7 @@ struct Numbers {
 
 // `rows` of luma share their sites. To bytes, luma's term has no low part.
 template <int rows, class From, class To>
-ZEL_OWN_CODE void decode(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
+ZEL_NOINLINE void decode(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
     const Numbers n(plan);
     const zelv::Sums& sums = n.sums;
     const Term evens(sums.high[0][0], 0, sums.low[0][0], 0), odds(0, sums.high[0][0], 0, sums.low[0][0]);
@@ -171,7 +171,7 @@ ZEL_OWN_CODE void decode(const zelv::Plan& plan, const From& from, const To& to,
 
 // Where luma is the result's own scale, the sum of chroma is cut off by itself, and all that is left are sums of bytes.
 template <int rows, class From, class To>
-ZEL_OWN_CODE void decodeUnscaled(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
+ZEL_NOINLINE void decodeUnscaled(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
     const Numbers n(plan);
     const zelv::Sums& sums = n.sums;
     constexpr int shift = To::shift;
@@ -240,7 +240,7 @@ struct ByteTerm {
 
 // Two rows of luma and one of chroma, in the order of memory.
 template <int samples, bool isPaired>
-ZEL_OWN_CODE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], uint8_t* const (&luma)[2], uint8_t* u, uint8_t* v,
+ZEL_NOINLINE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], uint8_t* const (&luma)[2], uint8_t* u, uint8_t* v,
                          int count) {
     const bool reversed = isPaired && plan.out.place[1] > plan.out.place[2];
     const ByteTerm ofLuma(plan, 0, 0), ofU(plan, reversed ? 2 : 1, 2), ofV(plan, reversed ? 1 : 2, 2);

@@ -192,7 +192,7 @@ ZEL_INLINE uint16_t v210Sample(const uint8_t* row, int i) {
 }  // namespace loads
 
 // All channels of interleaved pixels, of the pixels from `first` on.
-ZEL_OWN_CODE inline void loadInterleaved(const zelv::Side& side, const uint8_t* row, int first, int count,
+ZEL_NOINLINE inline void loadInterleaved(const zelv::Side& side, const uint8_t* row, int first, int count,
                                          uint16_t* const (&lines)[4]) {
     using namespace loads;
     // A line to which channels that nobody asked for go.
@@ -223,7 +223,7 @@ ZEL_OWN_CODE inline void loadInterleaved(const zelv::Side& side, const uint8_t* 
 }
 
 // One plane of samples.
-ZEL_OWN_CODE inline void loadPlane(const zelv::Side& side, const uint8_t* row, int first, int count, uint16_t* line) {
+ZEL_NOINLINE inline void loadPlane(const zelv::Side& side, const uint8_t* row, int first, int count, uint16_t* line) {
     using namespace loads;
     uint16_t* const out[4] = {line};
     if (side.isFloat)
@@ -235,7 +235,7 @@ ZEL_OWN_CODE inline void loadPlane(const zelv::Side& side, const uint8_t* row, i
 }
 
 // A plane of pairs.
-ZEL_OWN_CODE inline void loadPairs(const zelv::Side& side, const uint8_t* row, int first, int count, uint16_t* a, uint16_t* b) {
+ZEL_NOINLINE inline void loadPairs(const zelv::Side& side, const uint8_t* row, int first, int count, uint16_t* a, uint16_t* b) {
     using namespace loads;
     uint16_t* const out[4] = {a, b};
     if (side.depth > 8)

@@ -104,7 +104,7 @@ struct Part {
 
 // The last items by copies that end with the block.
 template <class Kind>
-ZEL_OWN_CODE void row(const Rule& given, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], int count) {
+ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], int count) {
     const Rule rule = given;
     int i = 0;
     for (; i + Kind::items <= count; i += Kind::items) Kind::block(rule, in, out, i);

@@ -34,7 +34,7 @@ class Source {
     }
 
     // All three channels of a row by pixels, and alpha where the source has it.
-    ZEL_OWN_CODE PixelRow& pixels(int y) {
+    ZEL_NOINLINE PixelRow& pixels(int y) {
         PixelRow& row = pixelRows_[(y + 3) % 3];
         if (row.y == y) return row;
         row.y = y;
@@ -76,7 +76,7 @@ class Source {
     ZEL_INLINE const ChromaRow& sites(int y) { return siteRow(side_.sitesDown ? y >> 1 : y); }
 
     // The channels that chroma is made of, on the destination's grid, of its row `y`.
-    ZEL_OWN_CODE void onGrid(int y, Line (&own)[3], const uint16_t* (&out)[4]) {
+    ZEL_NOINLINE void onGrid(int y, Line (&own)[3], const uint16_t* (&out)[4]) {
         const zelv::Side& to = plan_.out;
         const bool isRgb = side_.model == zelv::Model::rgb;
         const bool sameDown =
@@ -167,7 +167,7 @@ class Source {
     }
 
     // Chroma as it is in memory, of a row of sites.
-    ZEL_OWN_CODE const ChromaRow& siteRow(int y) {
+    ZEL_NOINLINE const ChromaRow& siteRow(int y) {
         ChromaRow& row = siteRows_[(y + 4) % 4];
         if (row.y == y) return row;
         row.y = y;
@@ -211,7 +211,7 @@ class Source {
         return row;
     }
 
-    ZEL_OWN_CODE void readChroma(int y, bool sitesDown, bool sitesAcross, Line& u, Line& v) {
+    ZEL_NOINLINE void readChroma(int y, bool sitesDown, bool sitesAcross, Line& u, Line& v) {
         const bool across = !sitesAcross && side_.sitesAcross > 0, down = !sitesDown && side_.sitesDown > 0;
         const ChromaRow* row = nullptr;
         if (!down) {

@@ -118,7 +118,7 @@ ZEL_INLINE void run(const Store& store, const uint16_t* const (&in)[4], int coun
 
 }  // namespace stores
 
-ZEL_OWN_CODE inline void storePlane(const zelv::Side& side, const uint16_t* line, uint8_t* row, int first, int count) {
+ZEL_NOINLINE inline void storePlane(const zelv::Side& side, const uint16_t* line, uint8_t* row, int first, int count) {
     using namespace stores;
     const uint16_t* const in[4] = {line};
     if (side.depth > 8)
@@ -127,7 +127,7 @@ ZEL_OWN_CODE inline void storePlane(const zelv::Side& side, const uint16_t* line
         run(Bytes1{}, in, count, row + first);
 }
 
-ZEL_OWN_CODE inline void storePairs(const zelv::Side& side, const uint16_t* a, const uint16_t* b, uint8_t* row, int first,
+ZEL_NOINLINE inline void storePairs(const zelv::Side& side, const uint16_t* a, const uint16_t* b, uint8_t* row, int first,
                                     int count) {
     using namespace stores;
     const uint16_t* const in[4] = {a, b};
@@ -138,7 +138,7 @@ ZEL_OWN_CODE inline void storePairs(const zelv::Side& side, const uint16_t* a, c
 }
 
 // Lines by channels.
-ZEL_OWN_CODE inline void storeInterleaved(const zelv::Side& side, const uint16_t* const (&lines)[4], uint8_t* row, int first,
+ZEL_NOINLINE inline void storeInterleaved(const zelv::Side& side, const uint16_t* const (&lines)[4], uint8_t* row, int first,
                                           int count) {
     using namespace stores;
     const uint16_t* in[4] = {lines[0], lines[0], lines[0], lines[0]};
@@ -167,7 +167,7 @@ ZEL_INLINE void storeV210(const uint16_t* y, const uint16_t* u, const uint16_t* 
     }
 }
 
-ZEL_OWN_CODE inline void storePaired(const zelv::Side& side, const uint16_t* y, const uint16_t* u, const uint16_t* v,
+ZEL_NOINLINE inline void storePaired(const zelv::Side& side, const uint16_t* y, const uint16_t* u, const uint16_t* v,
                                      uint8_t* row, int first, int count) {
     using namespace stores;
     if (side.layout == Layout::v210) {

@@ -28,9 +28,12 @@ levels_&group:
         .endm
 
 #define ZEL_GROUP(group) .set rows_##group, 0; .set rowsS8_##group, 0; hiddenTables group;
-ZEL_GROUP(version)
 #include "frame/groups.def"
 #undef ZEL_GROUP
+        .set    rows_version, 0
+        .set    rowsS8_version, 0
+#define ZEL_CLASS(name, cpu, text) .hidden zel_##name##_version
+#include "levels.def"
         .hidden zelDispatchIndex
         .hidden zelKernelLevel
 
