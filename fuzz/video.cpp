@@ -1,5 +1,5 @@
-// Fuzz target of libzelvideo: one call on planes that end with their last byte, beside its model, or a description of any numbers. The
-// input picks formats, options, size, steps, rows and content.
+// Fuzz target of libzelvideo: one call on planes that end with their last byte, beside its model, or a description of any
+// numbers. The input picks formats, options, size, steps, rows and content.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -46,7 +46,8 @@ void convertAny(Choices& choices) {
     for (int p = 0; p < 4; ++p) before[p].assign(result.memory[p].bytes().begin(), result.memory[p].bytes().end());
     for (int row = 0; row < size.height;) {
         const int rows = std::min(size.height - row, 2 * (1 + below(5)));
-        if (zelvConvertRows(&plan, f.planes.data(), f.steps.data(), t.planes.data(), t.steps.data(), size, row, rows) != zelStsNoErr)
+        if (zelvConvertRows(&plan, f.planes.data(), f.steps.data(), t.planes.data(), t.steps.data(), size, row, rows) !=
+            zelStsNoErr)
             std::abort();
         row += rows;
     }
@@ -68,7 +69,8 @@ void describeAny(Choices& choices) {
     ZelvFormat formats[2];
     for (ZelvFormat& f : formats) {
         f = ::video::anyFormat([&](int n) { return choices.below(n); });
-        int32_t* const fields[] = {&f.layout, &f.sampling, &f.depth, &f.alignment, &f.matrix, &f.range, &f.location, &f.kr, &f.kb};
+        int32_t* const fields[] = {&f.layout, &f.sampling, &f.depth, &f.alignment, &f.matrix,
+                                   &f.range,  &f.location, &f.kr,    &f.kb};
         *choices.oneOf(fields) = choices.from(-3, 40);
         if (choices.flag()) f.components[choices.below(8)] = "YUVRGBAX"[choices.below(8)];
     }

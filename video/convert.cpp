@@ -77,12 +77,17 @@ class Converter {
     ZEL_INLINE bool hasAlpha() const { return to_.alpha != zelv::Alpha::none; }
     ZEL_INLINE bool copiesAlpha() const { return to_.alpha == zelv::Alpha::present && plan_.in.alpha == zelv::Alpha::present; }
 
+    ZEL_INLINE static void fill(uint16_t* line, int sample, int count) {
+        const Words v = splatWord(sample);
+        for (int i = 0; i < count; i += words) storeLine(line + i, v);
+    }
+
     ZEL_INLINE const uint16_t* alpha(int y, const Rows& rows) {
         uint16_t* const line = out_[3].at(0);
         if (copiesAlpha())
             channelSums<false>(plan_.sums, rows.added[3], alphaResult_, 3, 0, source_.alpha(y, own_), line, piece_.pixels);
         else
-            for (int i = 0; i < piece_.pixels; i += words) storeLine(line + i, splatWord((1 << to_.alphaDepth) - 1));
+            fill(line, (1 << to_.alphaDepth) - 1, piece_.pixels);
         return line;
     }
 
@@ -105,17 +110,30 @@ class Converter {
         });
     }
 
+    // RGB has the same luma in all of its channels, and chroma none of luma.
     template <int first, int last>
-    ZEL_NOINLINE void matrix(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
+    ZEL_INLINE void matrix(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
+        if constexpr (last == 0) {
+            matrixOf<First::own, first, last>(rows, in, out, count);
+        } else if constexpr (first == 0) {
+            matrixOf<First::shared, first, last>(rows, in, out, count);
+        } else {
+            plan_.in.model == Model::rgb ? matrixOf<First::own, first, last>(rows, in, out, count)
+                                         : matrixOf<First::none, first, last>(rows, in, out, count);
+        }
+    }
+
+    template <First kind, int first, int last>
+    ZEL_NOINLINE void matrixOf(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
         if (plan_.allAreWhole) {
             const Shift<23> bits{plan_.sums.shift};
-            matrixSums<true, true, first, last>(plan_.sums, rows, Result<Shift<23>>(bits, to_.depth), in, out, count);
+            matrixSums<true, true, kind, first, last>(plan_.sums, rows, Result<Shift<23>>(bits, to_.depth), in, out, count);
         } else if (plan_.firstIsWhole) {
             const Shift<21> bits{plan_.sums.shift};
-            matrixSums<true, false, first, last>(plan_.sums, rows, Result<Shift<21>>(bits, to_.depth), in, out, count);
+            matrixSums<true, false, kind, first, last>(plan_.sums, rows, Result<Shift<21>>(bits, to_.depth), in, out, count);
         } else {
             withResult([&](const auto& result) ZEL_INLINE_LAMBDA {
-                matrixSums<false, false, first, last>(plan_.sums, rows, result, in, out, count);
+                matrixSums<false, false, kind, first, last>(plan_.sums, rows, result, in, out, count);
             });
         }
     }
@@ -171,7 +189,7 @@ class Converter {
             for (int c = 0; c < to_.samples; ++c) storePlane(to_, done[c], address(to_.place[c], y), piece_.x, n);
     }
 
-    struct Three {
+    struct Lines {
         const uint16_t* line[4];
     };
     ZEL_INLINE const uint16_t* const (&all(int y))[4] {
@@ -243,8 +261,7 @@ class Converter {
 
     ZEL_INLINE void chroma(int site, int sites, uint16_t* const (&lines)[4]) {
         if (plan_.in.model == Model::gray) {
-            for (int c = 1; c < 3; ++c)
-                for (int i = 0; i < sites; i += words) storeLine(lines[c] + i, splatWord(1 << (to_.depth - 1)));
+            for (int c = 1; c < 3; ++c) fill(lines[c], 1 << (to_.depth - 1), sites);
             return;
         }
         const uint16_t* in[4];
@@ -262,8 +279,8 @@ class Converter {
     Source source_;
     Result<Shift<0>> alphaResult_;
     Piece piece_{};
-    Three all_{};
-    Line own_, grid_[3], out_[4];
+    Lines all_{};
+    Line own_, grid_[3], out_[4];  // one of the source, chroma on its grid, results
 };
 
 void convert(const zelv::Call& call) { moved::serves(*call.plan) ? convertMoved(call) : Converter(call).run(); }

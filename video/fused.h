@@ -160,7 +160,7 @@ ZEL_NOINLINE void decode(const zelv::Plan& plan, const From& from, const To& to,
                 const Dwords chroma = terms[p].template of<false>(sites[part]) + added[p];
                 unrolled<rows>([&](auto row) ZEL_INLINE_LAMBDA {
                     const Words v =
-                        evenThenOdd((Words)((even[row] + chroma) >> shift), (Words)((odd[row] + chroma) >> (shift - 16)));
+                        blend<0xaa>((Words)((even[row] + chroma) >> shift), (Words)((odd[row] + chroma) >> (shift - 16)));
                     results[row][p][part] = To::isLimited ? v : atMost(atLeast(v, Words{}), most);
                 });
             });

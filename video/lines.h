@@ -10,7 +10,7 @@ constexpr int words = vectorBytes / 2;
 
 // Pixels of a piece, a multiple of all blocks, sites and groups, and what a line has to the left and to the right of it:
 // neighbours for the filters, and room for the rest of a block.
-constexpr int pieceLength = 960;
+constexpr int pieceLength = 768;
 constexpr int lineMargin = 32;
 constexpr int lineRoom = 192;
 

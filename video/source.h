@@ -50,7 +50,11 @@ class Source {
         if (side_.model == zelv::Model::rgb) {
             for (int c = 1; c < 3; ++c) readPlane(c, y, 0, row.channel[c]);
         } else if (side_.model == zelv::Model::luma) {
-            readChroma(y, false, false, row.channel[1], row.channel[2]);
+            const bool isPlain = side_.layout == Layout::planar && side_.sitesAcross + side_.sitesDown == 0;
+            if (isPlain)
+                for (int c = 1; c < 3; ++c) readPlane(c, y, 0, row.channel[c]);
+            else
+                readChroma(y, false, false, row.channel[1], row.channel[2]);
         }
         return row;
     }
@@ -237,8 +241,7 @@ class Source {
                 return;
             }
             // Filters that follow look beyond the piece.
-            const int pixels = piece_.pixels, beyond = reach_;
-            const int from = -2 * beyond;
+            const int pixels = piece_.pixels, from = -2 * reach_;
             if (side_.sitesAcross == 1)
                 plan_.linear ? interpolateTwice(in.at(from / 2), out.at(from), pixels - 2 * from, side_.leftSited)
                              : repeatTwice(in.at(from / 2), out.at(from), pixels - 2 * from);

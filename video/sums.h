@@ -50,7 +50,7 @@ struct Result {
     ZEL_INLINE Words packed(Dwords low, Dwords high) const { return limited(packWords(low >> int(shift), high >> int(shift))); }
     // Of columns in turn, where results fit words before they are limited.
     ZEL_INLINE Words joined(Dwords even, Dwords odd) const {
-        return limited(evenThenOdd((Words)(even >> int(shift)), (Words)(odd >> (int(shift) - 16))));
+        return limited(blend<0xaa>((Words)(even >> int(shift)), (Words)(odd >> (int(shift) - 16))));
     }
     ZEL_INLINE Words limited(Words v) const { return atMost(atLeast(v, least), most) + middle; }
 
@@ -93,8 +93,11 @@ ZEL_INLINE void movedSamples(int depth, const uint16_t* in, uint16_t* out, int c
         storeLine(out + i, (Words)(addSaturated((UWords)flipped(loadLine(in + i)), half) >> shift));
 }
 
+// What the first term is to several results: one of its own for each, the same for all, or 0.
+enum class First { own, shared, none };
+
 // Channels `first` to `last` of all three.
-template <bool firstIsWhole, bool allAreWhole, int first, int last, class Bits>
+template <bool firstIsWhole, bool allAreWhole, First kind, int first, int last, class Bits>
 ZEL_INLINE void matrixSums(const zelv::Sums& sums, const Rows& rows, const Result<Bits>& result, const uint16_t* const (&in)[4],
                            uint16_t* const (&out)[4], int count) {
     // Vectors of their own: what is stored could change the plan, as far as the compiler knows.
@@ -109,9 +112,13 @@ ZEL_INLINE void matrixSums(const zelv::Sums& sums, const Rows& rows, const Resul
         const Words x = loadLine(in[0] + i), y = loadLine(in[1] + i), z = loadLine(in[2] + i), none{};
         const Words xs[2] = {interleaveLow(x, none), interleaveHigh(x, none)},
                     yzs[2] = {interleaveLow(y, z), interleaveHigh(y, z)};
+        const Dwords shared[2] = {one[0].of<firstIsWhole>(xs[0]), one[0].of<firstIsWhole>(xs[1])};
         unrolled<last - first + 1>([&](auto n) ZEL_INLINE_LAMBDA {
             const auto half = [&](int part) ZEL_INLINE_LAMBDA {
-                return added[n][part] + one[n].template of<firstIsWhole>(xs[part]) + two[n].template of<allAreWhole>(yzs[part]);
+                const Dwords others = added[n][part] + two[n].template of<allAreWhole>(yzs[part]);
+                if constexpr (kind == First::none) return others;
+                if constexpr (kind == First::shared) return others + shared[part];
+                return others + one[n].template of<firstIsWhole>(xs[part]);
             };
             storeLine(out[n + first] + i, result.packed(half(0), half(1)));
         });
