@@ -1,4 +1,4 @@
-"""What neither the name nor the declaration of a function tells, each fact once. tests/catalog holds them against the library."""
+"""What neither the name nor the declaration of a function tells, each fact once. docs/architecture.md names the tests of them."""
 
 import collections
 import functools

@@ -1,10 +1,10 @@
-# Libraries, headers, the CMake package zelcc (targets zelcc::zelcc, zelcc::zelcc_static and zelcc::zelcore) and the pkg-config
-# file. The installed tree can be moved as a whole.
+# Libraries, headers, the CMake package zelcc (targets zelcc::zelcc, zelcc::zelvideo, each with _static, and zelcc::zelcore) and the
+# pkg-config files. The installed tree can be moved as a whole.
 include(CMakePackageConfigHelpers)
 
-# libzelcc finds its sibling beside itself, wherever that is.
-set_target_properties(zelcc PROPERTIES INSTALL_RPATH $ORIGIN)
-install(TARGETS zelcc zelcore zelcc_static zelcore_static EXPORT zelccTargets
+# Both find their small sibling beside themselves, wherever that is.
+set_target_properties(zelcc zelvideo PROPERTIES INSTALL_RPATH $ORIGIN)
+install(TARGETS zelcc zelvideo zelcore zelcc_static zelvideo_static zelcore_static EXPORT zelccTargets
     LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE COMPONENT development)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
@@ -23,5 +23,7 @@ set(pc_libdir "\${prefix}")
 set(pc_includedir "\${prefix}")
 cmake_path(APPEND pc_libdir ${CMAKE_INSTALL_LIBDIR})
 cmake_path(APPEND pc_includedir ${CMAKE_INSTALL_INCLUDEDIR})
-configure_file(cmake/zelcc.pc.in zelcc.pc @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zelcc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+foreach(library zelcc zelvideo)
+    configure_file(cmake/${library}.pc.in ${library}.pc @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${library}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

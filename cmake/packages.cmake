@@ -1,5 +1,5 @@
 # Debian packages: `cpack -G DEB` in a build that was configured with -DCMAKE_INSTALL_PREFIX=/usr, which puts the libraries into
-# the folder of their architecture and the package for Python where all of Debian's are. libzelcc8 has both libraries, libzelcc-dev
+# the folder of their architecture and the package for Python where all of Debian's are. libzelcc8 has all libraries, libzelcc-dev
 # what programs are built with; zelcc is the program of that name and python3-zelcc the package for Python, where they are built.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
@@ -17,7 +17,8 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_PACKAGE_CONTACT "zelCC maintainers <maintainers@zelcc.invalid>")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_CURRENT_BINARY_DIR} ${CMAKE_CURRENT_BINARY_DIR}/zelcore)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_CURRENT_BINARY_DIR} ${CMAKE_CURRENT_BINARY_DIR}/video
+    ${CMAKE_CURRENT_BINARY_DIR}/zelcore)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 set(package_files ${CMAKE_CURRENT_BINARY_DIR}/package)
@@ -91,7 +92,10 @@ file(STRINGS src/frame/exports.def exports REGEX "^ZEL_EXPORT")
 list(TRANSFORM exports REPLACE "^ZEL_EXPORT\\(([A-Za-z0-9_]+),.*" " \\1@ZELCC_8 ${PROJECT_VERSION}")
 file(STRINGS zelcore/zelcore.map core_exports REGEX "^ +zel[A-Za-z]+;")
 list(TRANSFORM core_exports REPLACE "^ +([A-Za-z]+);" " \\1@ZELCORE_8 ${PROJECT_VERSION}")
+file(STRINGS video/zelvideo.map video_exports REGEX "^ +zelv[A-Za-z]+;")
+list(TRANSFORM video_exports REPLACE "^ +([A-Za-z]+);" " \\1@ZELVIDEO_8 ${PROJECT_VERSION}")
 list(JOIN exports "\n" exports)
+list(JOIN video_exports "\n" video_exports)
 list(JOIN core_exports "\n" core_exports)
 file(WRITE ${package_files}/symbols "libzelcc.so.8 libzelcc8 #MINVER#
  ZELCC_8@ZELCC_8 ${PROJECT_VERSION}
@@ -99,9 +103,13 @@ ${exports}
 libzelcore.so.8 libzelcc8 #MINVER#
  ZELCORE_8@ZELCORE_8 ${PROJECT_VERSION}
 ${core_exports}
+libzelvideo.so.8 libzelcc8 #MINVER#
+ ZELVIDEO_8@ZELVIDEO_8 ${PROJECT_VERSION}
+${video_exports}
 ")
 file(WRITE ${package_files}/shlibs "libzelcc 8 libzelcc8 (>= ${PROJECT_VERSION})
 libzelcore 8 libzelcc8 (>= ${PROJECT_VERSION})
+libzelvideo 8 libzelcc8 (>= ${PROJECT_VERSION})
 ")
 file(WRITE ${package_files}/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${package_files}/symbols ${package_files}/shlibs ${package_files}/triggers)

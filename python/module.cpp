@@ -6,6 +6,7 @@
 #include <numpy/arrayobject.h>
 
 #include <string>
+#include <vector>
 
 #include "catalog/path.h"
 
@@ -129,9 +130,24 @@ bool addNames(PyObject* module) {
     return isGood && PyModule_AddStringConstant(module, "__version__", ZELCC_VERSION) == 0;
 }
 
+// The end of a sentence about a word that is none of the names.
+PyObject* suggestion(PyObject*, PyObject* arguments) {
+    const char* word;
+    PyObject* all;
+    if (!PyArg_ParseTuple(arguments, "sO!", &word, &PyTuple_Type, &all)) return nullptr;
+    std::vector<std::string_view> names;
+    for (Py_ssize_t i = 0; i < PyTuple_GET_SIZE(all); ++i) {
+        const char* const name = PyUnicode_AsUTF8(PyTuple_GET_ITEM(all, i));
+        if (!name) return nullptr;
+        names.emplace_back(name);
+    }
+    return text(catalog::suggestion(word, names));
+}
+
 PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},
                          {"_path", findPath, METH_VARARGS, nullptr},
                          {"_rearrange", rearrange, METH_VARARGS, nullptr},
+                         {"_suggestion", suggestion, METH_VARARGS, nullptr},
                          {}};
 
 PyModuleDef definition{.m_base = PyModuleDef_HEAD_INIT,

@@ -95,8 +95,12 @@ class Convert(unittest.TestCase):
                     self.assertTrue(all(p.width == 1 for p in form.planes) and form.name[:4] != "gray", form.name)
         with self.assertRaisesRegex(ValueError, "no functions lead from rgb24 to rgb48le"):
             zelcc.convert(self.rgb, "rgb24", "rgb48le")
-        with self.assertRaisesRegex(ValueError, "no format is named 'rgb25'"):
-            zelcc.convert(self.rgb, "rgb25", "nv12")
+        for arguments, message in ((("rgb25", "nv12"), "no format is named 'rgb25'; did you mean rgb24,"),
+                                   (("rgb24", "nv12", "2020"), "no matrix is named '2020'; it is one of 601, 709, 709-full, yuv"),
+                                   (("rgb24", "nv12", "709", "filtre"), "no method is named 'filtre'; did you mean filter")):
+            source, target, *how = arguments
+            with self.assertRaisesRegex(ValueError, message):
+                zelcc.convert(self.rgb, source, target, **dict(zip(("matrix", "method"), how)))
 
     def test_outputs_and_steps(self):
         for height, width in ((24, 32), (9, 13)):

@@ -5,7 +5,7 @@ from __future__ import annotations  # help shows the names of types, not all for
 import functools
 import inspect
 from collections.abc import Callable, Sequence
-from typing import Any, NamedTuple, cast, overload
+from typing import Any, NamedTuple, cast, get_args, overload
 
 import numpy as np
 import numpy.typing as npt
@@ -72,16 +72,23 @@ def formats() -> dict[str, Format]:
     return made
 
 
+def _unknown(kind: str, word: str, names: tuple[str, ...]) -> str:
+    return f"no {kind} is named {word!r}{_native._suggestion(word, names)}"
+
+
 def _format(name: str) -> Format:
-    try:
-        return formats()[name]
-    except KeyError:
-        raise ValueError(f"no format is named {name!r}; zelcc.formats() has all") from None
+    found = formats().get(name)
+    if found is None:
+        raise ValueError(_unknown("format", name, tuple(formats())))
+    return found
 
 
 @functools.cache
 def _path(source: str, target: str, matrix: str, method: str) -> _Path:
     _format(source), _format(target)
+    for kind, word, names in (("matrix", matrix, get_args(Matrix)), ("method", method, get_args(Method))):
+        if word not in names:
+            raise ValueError(_unknown(kind, word, names))
     found = _native._path(source, target, matrix, method)
     if found is None:
         wish = f" by {method}" if method else ""

@@ -28,12 +28,10 @@ class FourTaps {
 // Four rows to the second of them and the row between the second and the third. A plane, or interleaved chroma to two planes.
 template <bool isInterleaved>
 struct FourTapKernel {
-    using Constants = NoConstants;
     static constexpr int sites = isInterleaved ? vectorBytes / 2 : vectorBytes;
 
     FourTaps taps{};
 
-    ZEL_INLINE explicit FourTapKernel(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto in = [&](int r) ZEL_INLINE_LAMBDA { return loadBytes(row.in[r] + block * vectorBytes); };
         const Bytes a = in(0), b = in(1), c = in(2), d = in(3), between = taps(a, b, c, d);
@@ -55,7 +53,7 @@ struct TapRows {
 constexpr Conversion fourTapPlane(uint8_t from, uint8_t to, TapRows taps) {
     Conversion c{.site = {2, 2},
                  .from = {4, {}},
-                 .to = {2, {{to, 1, 0, 2}, {to, 1, 1, 2}}},
+                 .to = layoutOf({{to, 1, 0, 2}, {to, 1, 1, 2}}),
                  .block = withoutConstants<FourTapKernel<false>>};
     for (int i = 0; i < 4; ++i) c.from.streams[i] = {from, 1, taps.rows[i]};
     return c;
@@ -63,7 +61,7 @@ constexpr Conversion fourTapPlane(uint8_t from, uint8_t to, TapRows taps) {
 constexpr Conversion fourTapInterleaved(TapRows taps) {
     Conversion c{.site = {2, 2},
                  .from = {4, {}},
-                 .to = {4, {{1, 1, 0, 2}, {2, 1, 0, 2}, {1, 1, 1, 2}, {2, 1, 1, 2}}},
+                 .to = layoutOf({{1, 1, 0, 2}, {2, 1, 0, 2}, {1, 1, 1, 2}, {2, 1, 1, 2}}),
                  .block = withoutConstants<FourTapKernel<true>>};
     for (int i = 0; i < 4; ++i) c.from.streams[i] = {1, 2, taps.rows[i]};
     return c;
@@ -109,7 +107,8 @@ struct CutOff {
     ZEL_INLINE static Bytes luma(Bytes a, Bytes b, Bytes c) { return meanOf<Mean::truncated>(meanOf<Mean::truncated>(a, c), b); }
 };
 
-// (a + 2 b + c + 4) >> 2, bounded: a whole level more, not a rounding. It is meant, and chroma does without.
+// (a + 2 b + c + 4) >> 2, bounded: a whole level more, not a rounding. Meant: without it luma would fall by one
+// level. Chroma does without.
 struct Raised {
     static constexpr Mean chroma = Mean::truncated;
     ZEL_INLINE static Bytes luma(Bytes a, Bytes b, Bytes c) { return addSaturated(CutOff::luma(a, b, c), splatByte(1)); }
@@ -117,12 +116,9 @@ struct Raised {
 
 // Streams: four rows of luma and two of interleaved chroma to two packed rows.
 template <class Rule>
-struct SmoothPacked {
-    using Constants = NoConstants;
+struct SmoothPacked : FewOperations {
     static constexpr int sites = vectorBytes / 2;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit SmoothPacked(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto in = [&](int i) ZEL_INLINE_LAMBDA { return loadBytes(row.in[i] + block * vectorBytes); };
         const Bytes above = in(0), upper = in(1), lower = in(2), below = in(3), chroma = meanOf<Rule::chroma>(in(4), in(5));
@@ -135,12 +131,9 @@ struct SmoothPacked {
 };
 
 template <class Rule>
-struct SmoothLuma {
-    using Constants = NoConstants;
+struct SmoothLuma : FewOperations {
     static constexpr int sites = vectorBytes;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit SmoothLuma(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto in = [&](int i) ZEL_INLINE_LAMBDA { return loadBytes(row.in[i] + block * vectorBytes); };
         storeVector(row.out[0] + block * vectorBytes, Rule::luma(in(0), in(1), in(2)));
@@ -148,12 +141,9 @@ struct SmoothLuma {
 };
 
 template <class Rule>
-struct SmoothChroma {
-    using Constants = NoConstants;
+struct SmoothChroma : FewOperations {
     static constexpr int sites = vectorBytes / 2;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit SmoothChroma(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto in = [&](int i) ZEL_INLINE_LAMBDA { return loadBytes(row.in[i] + block * vectorBytes); };
         storePairs(row.out[0] + block * sites, row.out[1] + block * sites, meanOf<Rule::chroma>(in(0), in(1)));
@@ -182,18 +172,18 @@ enum class Edge { none, top, bottom, both };
 constexpr Conversion packedPair(Edge edge, Rules rules) {
     const bool atTop = edge == Edge::top || edge == Edge::both, atBottom = edge == Edge::bottom || edge == Edge::both;
     const int8_t above = atTop ? 0 : -1, below = atBottom ? 1 : 2, nextChroma = edge == Edge::both ? 0 : atBottom ? -1 : 1;
-    return ruled({2, 2}, {6, {{0, 2, above, 2}, {0, 2, 0, 2}, {0, 2, 1, 2}, {0, 2, below, 2}, {1, 2}, {1, 2, nextChroma}}},
+    return ruled({2, 2}, layoutOf({{0, 2, above, 2}, {0, 2, 0, 2}, {0, 2, 1, 2}, {0, 2, below, 2}, {1, 2}, {1, 2, nextChroma}}),
                  {2, {{0, 4, 0, 2}, {0, 4, 1, 2}}}, rules);
 }
 
 constexpr Conversion lumaRow(Edge edge, Rules rules) {
     const int8_t above = edge == Edge::top ? 0 : -1, below = edge == Edge::bottom ? 0 : 1;
-    return ruled({1, 1}, {3, {{0, 1, above}, {0, 1}, {0, 1, below}}}, {1, {{0, 1}}}, rules);
+    return ruled({1, 1}, layoutOf({{0, 1, above}, {0, 1}, {0, 1, below}}), layoutOf({{0, 1}}), rules);
 }
 
 constexpr int leadingChroma(int width) { return (width / 2 & ~15) * 2; }
 constexpr Conversion chromaRow(int8_t next) {
-    return ruled({2, 2}, {2, {{1, 2}, {1, 2, next}}}, {2, {{2, 1}, {1, 1}}},
+    return ruled({2, 2}, layoutOf({{1, 2}, {1, 2, next}}), layoutOf({{2, 1}, {1, 1}}),
                  {withoutConstants<SmoothChroma<RoundedTwice>>, withoutConstants<SmoothChroma<CutOff>>, leadingChroma});
 }
 

@@ -8,13 +8,13 @@ namespace zel::ZEL_LEVEL {
 namespace {
 
 // Of two rows, in eighths.
-struct Weights {
+struct LineWeights {
     uint8_t upper, lower;
 };
 
 class WeightedMean {
   public:
-    ZEL_INLINE explicit WeightedMean(Weights w) : weights_((Bytes)splatWord(w.upper | w.lower << 8)) {}
+    ZEL_INLINE explicit WeightedMean(LineWeights w) : weights_((Bytes)splatWord(w.upper | w.lower << 8)) {}
     ZEL_INLINE Bytes operator()(Bytes upper, Bytes lower) const {
         return packBytes(eighths(interleaveLow(upper, lower)), eighths(interleaveHigh(upper, lower)));
     }
@@ -27,12 +27,11 @@ class WeightedMean {
 
 // Two rows of a field to `rows` rows of it. Streams: the two rows of each plane.
 template <int rows>
-struct FieldPlanes {
+struct FieldPlanes : FewOperations {
     struct Constants {
-        Weights weights[rows];
+        LineWeights weights[rows];
     };
     static constexpr int sites = vectorBytes;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Constants weights;
 
@@ -49,10 +48,9 @@ struct FieldPlanes {
 };
 
 // Two packed rows to their luma and one row of chroma.
-struct FieldFromPacked {
+struct FieldFromPacked : FewOperations {
     using Constants = FieldPlanes<1>::Constants;
     static constexpr int sites = vectorBytes / 2;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     WeightedMean mean;
 
@@ -68,10 +66,9 @@ struct FieldFromPacked {
 };
 
 // Two rows of luma and of each chroma plane to two packed rows.
-struct FieldToPacked {
+struct FieldToPacked : FewOperations {
     using Constants = FieldPlanes<2>::Constants;
     static constexpr int sites = vectorBytes / 2;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     WeightedMean first, second;
 
@@ -103,16 +100,16 @@ constexpr Conversion perFourRows(Layout from, Layout to, Kernel kernel) {
 
 // The chroma rows a and b of `rows`, by plane.
 constexpr Layout chromaRows(int8_t a, int8_t b, uint8_t rows) {
-    return {4, {{1, 1, a, rows}, {1, 1, b, rows}, {2, 1, a, rows}, {2, 1, b, rows}}};
+    return layoutOf({{1, 1, a, rows}, {1, 1, b, rows}, {2, 1, a, rows}, {2, 1, b, rows}});
 }
 
 constexpr Conversion planesDown(int8_t field, const FieldPlanes<1>::Constants& weights) {
-    return perFourRows(chromaRows(field, field + 2, 4), {2, {{1, 1, field, 2}, {2, 1, field, 2}}},
+    return perFourRows(chromaRows(field, field + 2, 4), layoutOf({{1, 1, field, 2}, {2, 1, field, 2}}),
                        kernel<FieldPlanes<1>>(weights));
 }
 constexpr Conversion packedDown(int8_t field, const FieldPlanes<1>::Constants& weights) {
     const int8_t second = field + 2;
-    return perFourRows({2, {{0, 4, field, 4}, {0, 4, second, 4}}},
+    return perFourRows(layoutOf({{0, 4, field, 4}, {0, 4, second, 4}}),
                        {4, {{0, 2, field, 4}, {0, 2, second, 4}, {1, 1, field, 2}, {2, 1, field, 2}}},
                        kernel<FieldFromPacked>(weights));
 }
@@ -122,7 +119,7 @@ constexpr Conversion planesUp(int8_t a, int8_t b, int8_t first, int8_t second, c
     return perFourRows(chromaRows(a, b, 2), chromaRows(first, second, 4), kernel<FieldPlanes<2>>(weights));
 }
 constexpr Conversion packedUp(int8_t a, int8_t b, int8_t first, int8_t second, const FieldPlanes<2>::Constants& weights) {
-    return perFourRows({6, {{0, 2, first, 4}, {0, 2, second, 4}, {1, 1, a, 2}, {1, 1, b, 2}, {2, 1, a, 2}, {2, 1, b, 2}}},
+    return perFourRows(layoutOf({{0, 2, first, 4}, {0, 2, second, 4}, {1, 1, a, 2}, {1, 1, b, 2}, {2, 1, a, 2}, {2, 1, b, 2}}),
                        {2, {{0, 4, first, 4}, {0, 4, second, 4}}}, kernel<FieldToPacked>(weights));
 }
 

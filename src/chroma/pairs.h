@@ -53,7 +53,7 @@ struct TwoBlocks {
 
 // `rows` rows of packed pixels; the chroma of the first one counts.
 template <int rows, PackedOrder order>
-struct FromPacked {
+struct PairsFromPacked {
     static constexpr int lumaStreams = rows;
     ZEL_INLINE static Bytes load(const Row& row, int, size_t block) {
         Bytes pairs{};
@@ -66,14 +66,14 @@ struct FromPacked {
     }
 };
 
-struct FromInterleaved {
+struct PairsFromInterleaved {
     static constexpr int lumaStreams = 0;
     ZEL_INLINE static Bytes load(const Row& row, int stream, size_t block) {
         return loadBytes(row.in[stream] + block * vectorBytes);
     }
 };
 
-struct FromPlanes {
+struct PairsFromPlanes {
     static constexpr int lumaStreams = 0;
     ZEL_INLINE static Bytes load(const Row& row, int stream, size_t block) {
         const size_t at = block * vectorBytes / 2;
@@ -112,7 +112,7 @@ struct FromQuarterPlanes {
 
 // The same chroma in `rows` rows of packed pixels.
 template <int rows, PackedOrder order>
-struct ToPacked {
+struct PairsToPacked {
     static constexpr int lumaStreams = rows;
     ZEL_INLINE static void store(const Row& row, int, size_t block, Bytes pairs) {
         unrolled<rows>([&](int r) ZEL_INLINE_LAMBDA {
@@ -121,7 +121,7 @@ struct ToPacked {
     }
 };
 
-struct ToInterleaved {
+struct PairsToInterleaved {
     static constexpr int lumaStreams = 0;
     ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes pairs) {
         storeVector(row.out[stream] + block * vectorBytes, pairs);
@@ -129,7 +129,7 @@ struct ToInterleaved {
 };
 
 template <int rows>
-struct ToPlanes {
+struct PairsToPlanes {
     static constexpr int lumaStreams = 0;
     ZEL_INLINE static void store(const Row& row, int stream, size_t block, Bytes pairs) {
         const size_t at = block * vectorBytes / 2;

@@ -10,7 +10,8 @@
 //     4:1:1 to 4:2:0    a fold: the samples of two rows in turn make one row of twice as many
 //     4:2:0 to 4:1:1    the fold undone
 //
-// The fold puts samples beside each other that belong below each other. That is meant: it loses nothing.
+// The fold puts samples beside each other that belong below each other. Meant: it loses nothing, and the way
+// back undoes it; averaged samples would not come back.
 #include "chroma/pairs.h"
 #include "chroma/row_copy.h"
 #include "frame/passes.h"
@@ -89,30 +90,30 @@ template <Pairing p>
 constexpr auto source() {
     constexpr Storage storage = p.from.storage;
     if constexpr (storage == packed)
-        return Type<FromPacked<p.site().height, p.from.order>>{};
+        return Type<PairsFromPacked<p.site().height, p.from.order>>{};
     else if constexpr (p.halved(p.from) && storage == interleaved)
         return Type<FromQuarterInterleaved<p.rowsRead()>>{};
     else if constexpr (p.halved(p.from))
         return Type<FromQuarterPlanes<p.rowsRead()>>{};
     else if constexpr (storage == interleaved)
-        return Type<FromInterleaved>{};
+        return Type<PairsFromInterleaved>{};
     else
-        return Type<FromPlanes>{};
+        return Type<PairsFromPlanes>{};
 }
 
 template <Pairing p>
 constexpr auto destination() {
     constexpr Storage storage = p.to.storage;
     if constexpr (storage == packed)
-        return Type<ToPacked<p.site().height, p.to.order>>{};
+        return Type<PairsToPacked<p.site().height, p.to.order>>{};
     else if constexpr (p.halved(p.to) && storage == interleaved)
         return Type<ToQuarterInterleaved<p.rows(p.to)>>{};
     else if constexpr (p.halved(p.to))
         return Type<ToQuarterPlanes<p.rows(p.to)>>{};
     else if constexpr (storage == interleaved)
-        return Type<ToInterleaved>{};
+        return Type<PairsToInterleaved>{};
     else
-        return Type<ToPlanes<p.rows(p.to)>>{};
+        return Type<PairsToPlanes<p.rows(p.to)>>{};
 }
 
 template <Pairing p>
@@ -129,7 +130,7 @@ constexpr Conversion chroma{.site = p.site(),
 // One chroma plane to one, unchanged, in every row or with rows dropped or repeated.
 template <Pairing p, int from, int to>
 constexpr Conversion chromaPlane{.site = p.site(),
-                                 .from = {1, {{from, 1, 0, uint8_t(p.rows(p.from))}}},
+                                 .from = layoutOf({{from, 1, 0, uint8_t(p.rows(p.from))}}),
                                  .to = {p.rows(p.to), {{to, 1, 0, uint8_t(p.rows(p.to))}, {to, 1, 1, uint8_t(p.rows(p.to))}}},
                                  .block = p.rows(p.to) == 1 ? copy<1> : copy<2>};
 
@@ -170,7 +171,7 @@ struct ReorderKernel {
 
 template <Pairing p>
 constexpr Conversion reorder{
-    .site = {2, 1}, .from = {1, {{0, 4}}}, .to = {1, {{0, 4}}}, .block = kernel<ReorderKernel>(byteOrder<p>)};
+    .site = {2, 1}, .from = layoutOf({{0, 4}}), .to = layoutOf({{0, 4}}), .block = kernel<ReorderKernel>(byteOrder<p>)};
 
 template <Pairing p>
 constexpr Pass reorderOnly[] = {{reorder<p>}};
@@ -202,8 +203,9 @@ constexpr Passes repack(Minimum minimum) {
 }
 
 // 4:2:0 to planar 4:2:2 with two chroma steps that differ: the second row of a pair lies where the step of the first chroma plane
-// puts it, in the last plane too, for the samples behind the last whole 64 of a row and before its last whole 8. This is meant:
-// it has always been so. Rows may then meet, so blocks are stored in the order of old: 64, 32, 16, 8, 1.
+// puts it, in the last plane too, for the samples behind the last whole 64 of a row and before its last whole 8. Meant: by
+// the steps as they are given, these samples would go to other places. Rows may then meet, so blocks are stored in the order of
+// old: 64, 32, 16, 8, 1.
 template <Pairing p>
 void repeatRowsByFirstStep(const Images& images) {
     constexpr bool isInterleaved = p.from.storage == interleaved;
@@ -240,7 +242,7 @@ struct RepeatedRows : Passes {
     return isOneRow(static_cast<const Passes&>(r), images);
 }
 
-[[maybe_unused]] ZEL_OWN_CODE void convert(const RepeatedRows& r, Images& images, Nothing) {
+[[maybe_unused]] ZEL_NOINLINE void convert(const RepeatedRows& r, Images& images, Nothing) {
     Passes passes = r;
     const bool equal = images.destinationStep[1] == images.destinationStep[2];
     if (!equal) passes.count = 1;
@@ -275,7 +277,7 @@ constexpr Passes zeliYCrCb422ToYCbCr422_8u_C2P3R = repack<yCrCb422, i422>({2, 1}
 constexpr Passes zeliYCbCr422_8u_C2P3R = repack<yCbCr422, i422>({2, 1});
 constexpr Passes zeliYCbCr422_8u_P3C2R = repack<i422, yCbCr422>({2, 1});
 constexpr Passes zeliYCbCr422ToYCrCb422_8u_P3C2R = repack<i422, yCrCb422>({2, any});
-// Alone among its kin this one warns of an odd width, and is meant to.
+// Meant: alone among its kin this one warns of an odd width. Callers would miss the warning.
 constexpr Passes zeliYCbCr422ToCbYCr422_8u_P3C2R = with(repack<i422, cbYCr422>({2, 1}), OddSize::warned);
 constexpr Passes zeliYCbCr411_8u_P2P3R = repack<semi411, i411>({4, any});
 constexpr Passes zeliYCbCr411_8u_P3P2R = repack<i411, semi411>({4, any});

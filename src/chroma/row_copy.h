@@ -38,6 +38,6 @@ inline void copyRows(const void*, const Row& first, const Steps& steps, size_t g
 template <int rows>
 inline constexpr Kernel copy{.blocks = copyRows<rows>, .blocksAtOnce = int{lineBytes}, .keepsUp = true};
 
-inline constexpr Conversion copyLuma{.site = {1, 1}, .from = {1, {{0, 1}}}, .to = {1, {{0, 1}}}, .block = copy<1>};
+inline constexpr Conversion copyLuma{.site = {1, 1}, .from = layoutOf({{0, 1}}), .to = layoutOf({{0, 1}}), .block = copy<1>};
 
 }  // namespace zel::ZEL_LEVEL

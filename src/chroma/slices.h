@@ -9,7 +9,7 @@ namespace zel::ZEL_LEVEL {
 
 // An image, or the part of it that a slice owns, in passes. A whole image of one pair of rows has its own.
 struct Sliced {
-    struct Given {
+    struct Extras {
         int32_t slice;
     };
 
@@ -22,11 +22,11 @@ struct Sliced {
 
 ZEL_INLINE bool isOneRow(const Sliced&, const Images&) { return false; }
 
-ZEL_OWN_CODE inline void convert(const Sliced& s, Images& images, Sliced::Given given) {
+ZEL_NOINLINE inline void convert(const Sliced& s, Images& images, Sliced::Extras extras) {
     constexpr int wholeImage = zelSliceTop | zelSliceMiddle | zelSliceBottom;
     images.size.width &= ~1;
     images.size.height &= ~1;
-    const int slice = given.slice;
+    const int slice = extras.slice;
     if ((slice & wholeImage) == wholeImage) return convert(images.size.height == 2 ? s.wholePair : s.whole, images);
     if (slice != zelSliceTop && slice != zelSliceMiddle && slice != zelSliceBottom) return;
     if (slice != zelSliceTop) {

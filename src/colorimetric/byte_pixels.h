@@ -10,10 +10,8 @@ namespace zel::ZEL_LEVEL {
 // Rule::of turns lifted channels into words, of which the results are the bytes that saturation gives.
 template <class Pixels, class Rule>
 struct WordKernel {
-    using Constants = NoConstants;
     static constexpr int sites = blockPixels;
 
-    ZEL_INLINE explicit WordKernel(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const size_t at = block * blockPixels * Pixels::bytes;
         const Lifted x = Pixels::load(row.in[0] + at);
@@ -59,15 +57,15 @@ using WordKernel4 = WordKernel<LiftedPixels<4>, Rule>;
 // A kernel of the columns up to a multiple and one of the others.
 template <class Block, class Tail>
 constexpr Conversion bytePixels3 = {.site = {1, 1},
-                                    .from = {1, {{0, 3}}},
-                                    .to = {1, {{0, 3}}},
+                                    .from = layoutOf({{0, 3}}),
+                                    .to = layoutOf({{0, 3}}),
                                     .block = withoutConstants<Block>,
                                     .tail = withoutConstants<Tail>,
                                     .blockColumns = wholeBlocks<8>};
 template <class Block, class Tail>
 constexpr Conversion bytePixels4 = {.site = {1, 1},
-                                    .from = {1, {{0, 4}}},
-                                    .to = {1, {{0, 4}}},
+                                    .from = layoutOf({{0, 4}}),
+                                    .to = layoutOf({{0, 4}}),
                                     .block = withoutConstants<Block>,
                                     .tail = withoutConstants<Tail>,
                                     .blockColumns = wholeBlocks<4>,

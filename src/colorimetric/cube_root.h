@@ -54,7 +54,7 @@ struct CubeRootPower {
 };
 
 // By the power function, of the elements with a bit in `which`.
-ZEL_OWN_CODE inline Floats withPowers(Floats powers, Floats v, unsigned which) {
+ZEL_NOINLINE inline Floats withPowers(Floats powers, Floats v, unsigned which) {
     float last = 0, power = 0;
     for (; which != 0; which &= which - 1) {
         const int i = __builtin_ctz(which);

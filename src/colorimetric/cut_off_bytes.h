@@ -38,7 +38,7 @@ struct CutOffBytes {
     ZEL_INLINE static DwordPixel bytes(const FloatPixel& p) { return cutOff(Rule::of(p)); }
 };
 
-// A rule that is dear to compute exactly. Rule::above gives results above 0 that lie above the exact ones by less than twice
+// A rule that is expensive to compute exactly. Rule::above gives results above 0 that lie above the exact ones by less than twice
 // Rule::margin; where an integer isn't that near below them, they are right when they are cut off. The other pixels are left to
 // Rule::exactly.
 template <class Rule>
@@ -54,7 +54,7 @@ struct NearlyThenExactly {
     }
 
   private:
-    ZEL_OWN_CODE static DwordPixel exactly(FloatPixel p, DwordPixel whole, unsigned which) {
+    ZEL_NOINLINE static DwordPixel exactly(FloatPixel p, DwordPixel whole, unsigned which) {
         const DwordPixel exact = cutOff(Rule::exactly(p, which));
         for (; which != 0; which &= which - 1) {
             const int i = __builtin_ctz(which);

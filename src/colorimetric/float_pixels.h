@@ -30,14 +30,14 @@ struct WordSamples {
 
     template <int part>
     ZEL_INLINE static Floats floats(Words v) {
-        return Depth::toFloats<part>(lifted(v));
+        return Depth::toFloats<part>(fromZero(v));
     }
     ZEL_INLINE static Words samples(const Floats (&v)[parts]) {
-        return lifted(packUnsignedWords(Rounding::dwords(v[0]), Rounding::dwords(v[1])));
+        return fromZero(packUnsignedWords(Rounding::dwords(v[0]), Rounding::dwords(v[1])));
     }
 
   private:
-    ZEL_INLINE static Words lifted(Words v) { return isSigned ? v ^ splatWord(0x8000) : v; }
+    ZEL_INLINE static Words fromZero(Words v) { return isSigned ? v ^ splatWord(0x8000) : v; }
 };
 
 struct FloatSamples {
@@ -69,12 +69,10 @@ struct FourSamples {
 // Rule::of is a function of a pixel.
 template <class Samples, template <class> class Pixels, class Rule>
 struct FloatPixelKernel {
-    using Constants = NoConstants;
     using Depth = typename Samples::Depth;
     using Layout = Pixels<Depth>;
     static constexpr int sites = vectorBytes / sizeof(typename Depth::Element);
 
-    ZEL_INLINE explicit FloatPixelKernel(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto x = Layout::load(row.in[0] + block * sites * Layout::bytes);
         Floats a[Samples::parts], b[Samples::parts], c[Samples::parts];
@@ -95,7 +93,7 @@ ZEL_INLINE Floats limitedTo1(Floats v) { return atMost(splatFloat(1), atLeast(Fl
 
 constexpr Conversion packedConversion(int bytes, bool keepsAlpha, Kernel block, Kernel tail = {},
                                       int (*blockColumns)(int width) = nullptr) {
-    const Layout layout{1, {{0, uint8_t(bytes)}}};
+    const Layout layout = layoutOf({{0, uint8_t(bytes)}});
     return {.site = {1, 1},
             .from = layout,
             .to = layout,

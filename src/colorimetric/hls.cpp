@@ -30,9 +30,10 @@ constexpr Conversion checkingSteps(Conversion c, Checks checks = {Check::pointer
     return c;
 }
 template <class From, class To>
-constexpr Conversion bgrToHls = checkingSteps(hueConversion<From, To, OfBgr<ToHls<Bare>>, OfBgr<ToHls<Refined>>>(wholeBlocks<4>));
+constexpr Conversion bgrToHls =
+    checkingSteps(hueConversion<From, To, HueOfBgr<ToHls<Bare>>, HueOfBgr<ToHls<Refined>>>(wholeBlocks<4>));
 template <class From, class To>
-constexpr Conversion hlsToBgr = checkingSteps(hueConversion<From, To, ToBgr<FromHls>>());
+constexpr Conversion hlsToBgr = checkingSteps(hueConversion<From, To, HueToBgr<FromHls>>());
 
 }  // namespace
 

@@ -100,8 +100,8 @@ struct ToHlsOfFloats {
 //     F(h) = (h / 60) D + M2 below 60,    M1 below 180,    ((240 - h) / 60) D + M2 below 240,    M2 from there on
 //     R = F(H + 120, - 360 if above 360),    G = F(H),    B = F(H - 120, + 360 if below 0)
 //
-// The leading columns multiply by what 1 / 60 is in floats, the last ones of some depths have M1 = (1 + S) L and (D h) / 60. That
-// is meant.
+// The leading columns multiply by what 1 / 60 is in floats, the last ones of some depths have M1 = (1 + S) L and (D h) / 60.
+// Meant: by one formula the last digits at the ends of rows would change.
 struct Multiplying {
     ZEL_INLINE static Floats dark(Floats l, Floats s) { return l + l * s; }
     ZEL_INLINE static Floats ramp(Floats h, Floats d, Floats m2) { return (h * splatFloat(0.01666666753590107f)) * d + m2; }
@@ -180,7 +180,8 @@ ZEL_INLINE FloatPixel fromHlsOfWords(const FloatPixel& x) {
         return fromHlsWithinCircle<Form>(x.a * degrees, x.b * unit, x.c * unit);
 }
 
-// Unsigned ones have 15 bits of result, doubled: white is 65534. Gray of the last columns stays what it was. Both are meant.
+// Unsigned ones have 15 bits of result, doubled: white is 65534. Gray of the last columns stays what it was. Meant: at
+// the full scale of words, both would change.
 template <bool keepsGray>
 struct FromHlsOfUnsigned {
     ZEL_INLINE static FloatPixel of(const FloatPixel& x) {
@@ -210,11 +211,11 @@ struct FromHlsOfSigned {
 
 // The same rules with the channels of the colour in the order blue, green, red.
 template <class Rule>
-struct OfBgr {
+struct HueOfBgr {
     ZEL_INLINE static Triple of(const Triple& p) { return Rule::of({p.c, p.b, p.a}); }
 };
 template <class Rule>
-struct ToBgr {
+struct HueToBgr {
     ZEL_INLINE static Triple of(const Triple& p) {
         const Triple t = Rule::of(p);
         return {t.c, t.b, t.a};

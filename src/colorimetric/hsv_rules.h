@@ -15,8 +15,8 @@ namespace zel::ZEL_LEVEL {
 //
 // each rounded to the nearest; gray has H = S = 0.
 //
-// Where channels share the maximum, blue comes first, and then, in the leading columns red, in the others green. That is meant,
-// and shows: yellow has the hue 42 by the one formula and 43 by the other.
+// Where channels share the maximum, blue comes first, and then, in the leading columns red, in the others green. Meant: with
+// one order, hues would change: yellow has the hue 42 by the one formula and 43 by the other.
 enum class AfterBlue { red, green };
 
 template <AfterBlue afterBlue>

@@ -14,7 +14,7 @@ namespace zel::ZEL_LEVEL {
 // Layouts: the streams, and a block of pixels from and to them. The fourth channel is taken along where it is a sample like the
 // others.
 struct Packed3 {
-    static constexpr Layout layout{1, {{0, 3}}};
+    static constexpr Layout layout = layoutOf({{0, 3}});
     ZEL_INLINE static Quad load(const Row& row, size_t block) {
         const Triple t = From3::load(row, block);
         return {t.a, t.b, t.c, Bytes{}};
@@ -24,7 +24,7 @@ struct Packed3 {
     }
 };
 struct Packed4 {
-    static constexpr Layout layout{1, {{0, 4}}};
+    static constexpr Layout layout = layoutOf({{0, 4}});
     ZEL_INLINE static Quad load(const Row& row, size_t block) {
         return Interleaved4::loadFour(row.in[0] + block * blockPixels * 4);
     }
@@ -33,14 +33,14 @@ struct Packed4 {
     }
 };
 struct ColoursOf4 {
-    static constexpr Layout layout{1, {{0, 4}}};
+    static constexpr Layout layout = layoutOf({{0, 4}});
     ZEL_INLINE static Quad load(const Row& row, size_t block) { return Packed4::load(row, block); }
     ZEL_INLINE static void store(const Row& row, size_t block, Quad q) {
         ToColoursOf4::store<Order::natural>(row, 0, block, {q.a, q.b, q.c});
     }
 };
 struct Planes3 {
-    static constexpr Layout layout{3, {{0, 1}, {1, 1}, {2, 1}}};
+    static constexpr Layout layout = layoutOf({{0, 1}, {1, 1}, {2, 1}});
     ZEL_INLINE static Quad load(const Row& row, size_t block) {
         const Triple t = FromPlanes::load(row, block);
         return {t.a, t.b, t.c, Bytes{}};
@@ -50,7 +50,7 @@ struct Planes3 {
     }
 };
 struct Planes4 {
-    static constexpr Layout layout{4, {{0, 1}, {1, 1}, {2, 1}, {3, 1}}};
+    static constexpr Layout layout = layoutOf({{0, 1}, {1, 1}, {2, 1}, {3, 1}});
     ZEL_INLINE static Quad load(const Row& row, size_t block) {
         const Triple t = FromPlanes::load(row, block);
         return {t.a, t.b, t.c, loadBytes(row.in[3] + block * blockPixels)};
@@ -64,10 +64,8 @@ struct Planes4 {
 // Rule::of is a function of a pixel.
 template <class From, class To, class Rule>
 struct HueKernel {
-    using Constants = NoConstants;
     static constexpr int sites = blockPixels;
 
-    ZEL_INLINE explicit HueKernel(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const Quad q = From::load(row, block);
         const Triple t = Rule::of({q.a, q.b, q.c});

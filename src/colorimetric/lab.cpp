@@ -17,14 +17,12 @@ using FromWords = NearlyThenExactly<lab::FromSamples<lab::ofWords>>;
 template <class Rule>
 constexpr AnyStep floatsBy{floatPixels<FloatSamples, ThreeSamples, Rule>};
 
-constexpr Layout packedBytes{1, {{0, 3}}}, packedWords{1, {{0, 6}}};
+constexpr Layout packedBytes = layoutOf({{0, 3}}), packedWords = layoutOf({{0, 6}});
 
 // Bytes B, G, R to words.
 struct ToWordsKernel {
-    using Constants = NoConstants;
     static constexpr int sites = blockPixels;
 
-    ZEL_INLINE explicit ToWordsKernel(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         alignas(64) uint8_t channels[3][blockPixels];
         const Triple t = From3::load(row, block);
@@ -48,10 +46,8 @@ struct ToWordsKernel {
 
 // Words to bytes B, G, R.
 struct FromWordsKernel {
-    using Constants = NoConstants;
     static constexpr int sites = blockPixels;
 
-    ZEL_INLINE explicit FromWordsKernel(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         Words r[2], g[2], b[2];
         for (unsigned half = 0; half < 2; ++half) {

@@ -3,7 +3,8 @@
 //     L = 116 f(Y) - 16 or 903.3 Y, a = 500 (f(X) - f(Y)), b = 200 (f(Y) - f(Z)), X, Y and Z as parts of white
 //     f(v) = v^(1/3), up to 0.008856 the line 7.787 v + 0.13793103
 //
-// The way back cubes all through and knows no line. That is meant, and so it is that bytes are rounded and words cut off.
+// The way back cubes all through and knows no line. Bytes are rounded and words cut off. Meant: with the line,
+// dark colours would change on the way back, and with one rounding, words.
 #pragma once
 
 #include "colorimetric/cube_root.h"
@@ -105,7 +106,7 @@ struct ToWords {
         const auto half = [](Doubles a, Doubles b) { return (a + b) * splatDouble(116) - splatDouble(16); };
         return narrowed(half(widened<0>(root), widened<0>(rest)), half(widened<1>(root), widened<1>(rest)));
     }
-    ZEL_OWN_CODE static Floats withLightness(Floats l, Floats y, unsigned which) {
+    ZEL_NOINLINE static Floats withLightness(Floats l, Floats y, unsigned which) {
         for (int i = 0; i < vectorBytes / 4; ++i)
             if (which >> i & 1) l[i] = static_cast<float>(116.0 * __builtin_pow(y[i], cubeRootExponent) - 16.0);
         return l;

@@ -1,6 +1,6 @@
 // CIE LUV, white D65, of R, G and B or back. Bytes hold L, U and V as 255 L / 100, 255 (U + 134) / 354 and 255 (V + 140) / 262,
 // words the same of 65535, floats as they are. Every depth has an arithmetic of its own, and all but bytes to LUV and floats
-// to RGB have one for the leading columns and one for the others. That is meant.
+// to RGB have one for the leading columns and one for the others. Meant: with one for both, the ends of rows would change.
 //
 //     L = 116 Y^(1/3) - 16 or 903.3 Y, U = 13 L (4 X / D - un), V = 13 L (9 Y / D - vn), D = X + 15 Y + 3 Z
 //
@@ -62,7 +62,8 @@ struct ToBytes {
 };
 
 // The cube root of luminance in words and floats: t of a grid point near it, and a series in (Y - t^3) r, where r = 1 / t^3.
-// The first two and the last row are not what the grid would give in the last digits, and are meant.
+// The first two and the last row are not what the grid would give in the last digits. Meant: with those of the
+// grid, last digits of floats would change.
 constexpr FloatTables rootTables = [] {
     FloatTables tables{};
     for (int i = 0; i < floatTablePlaces; ++i) {

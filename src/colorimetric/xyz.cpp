@@ -1,6 +1,6 @@
 // RGB to and from CIE XYZ, white D65, by a matrix on the samples as they are. Bytes are converted in fixed point, the leading
-// columns with 15 or 13 fractional bits and the others with 16: a colour may come out different by one at two places of a row,
-// and that is meant.
+// columns with 15 or 13 fractional bits and the others with 16: a colour may come out different by one at two places of a row.
+// Meant: with one scale for both, the ends of rows would change.
 #include "colorimetric/byte_pixels.h"
 #include "colorimetric/float_pixels.h"
 #include "simd/pixel_dwords.h"
@@ -30,7 +30,8 @@ struct FromXyz {
     ZEL_INLINE static FloatPixel of(const FloatPixel& p) { return {sumOf(red, p), sumOf(green, p), sumOf(blue, p)}; }
 };
 
-// Of floats, Z alone is limited on the way there and every colour on the way back. That is meant.
+// Of floats, Z alone is limited on the way there and every colour on the way back. Meant: X and Y above 1 would be
+// lost if all were limited.
 struct ToXyzOfFloats {
     ZEL_INLINE static FloatPixel of(const FloatPixel& p) { return {sumOf(x, p), sumOf(y, p), limitedTo1(sumOf(z, p))}; }
 };
@@ -52,7 +53,7 @@ constexpr FixedMatrix toXyz15{{{13515, 11717, 5912}, {6969, 23434, 2365}, {634, 
 // Sums whose results are their high words. The last bit of that is in the coefficients if they are words then, too. A product
 // with the part of a coefficient beyond signed words is whole in the high word.
 template <Form form, int shift>
-ZEL_INLINE Dwords lifted(const ChannelPairs& p) {
+ZEL_INLINE Dwords highSums(const ChannelPairs& p) {
     static_assert(shift == 15 || shift == 16);
     constexpr auto doubledIsWord = [](int32_t k) { return lowPart(2 * k) == 2 * k; };
     constexpr bool doublesCoefficients = shift == 15 && doubledIsWord(form.a) && doubledIsWord(form.b) && doubledIsWord(form.c);
@@ -70,18 +71,16 @@ struct Fixed {
     ZEL_INLINE static Bytes of(ChannelPairs p) {
         constexpr int ofSamples = shift < 15 ? 16 - shift : 0;
         p = {p.ac << ofSamples, p.b << ofSamples};
-        return packHighWords(lifted<matrix.rows[0], shift + ofSamples>(p), lifted<matrix.rows[1], shift + ofSamples>(p),
-                             lifted<matrix.rows[2], shift + ofSamples>(p));
+        return packHighWords(highSums<matrix.rows[0], shift + ofSamples>(p), highSums<matrix.rows[1], shift + ofSamples>(p),
+                             highSums<matrix.rows[2], shift + ofSamples>(p));
     }
 };
 
 // Rule::of makes a part of the results from one of the pixels.
 template <class Pixels, class Rule>
 struct MatrixKernel {
-    using Constants = NoConstants;
     static constexpr int sites = blockPixels;
 
-    ZEL_INLINE explicit MatrixKernel(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const size_t at = block * blockPixels * Pixels::bytes;
         Bytes parts[4];

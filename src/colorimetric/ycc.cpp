@@ -1,6 +1,6 @@
 // RGB to and from Photo YCC: luma, and the differences of blue and red from it, scaled and offset so that a wide gamut fits the
-// samples. Each depth has an arithmetic of its own, and some have one for the leading columns and one for the others. That is
-// meant.
+// samples. Each depth has an arithmetic of its own, and some have one for the leading columns and one for the others. Meant:
+// with one arithmetic, results would change by one.
 #include "colorimetric/byte_pixels.h"
 #include "colorimetric/float_pixels.h"
 #include "zelcc/colorimetric.h"
@@ -43,7 +43,8 @@ struct ToYccOfSigned {
 using ToYccNearest = ToYccOfSigned<2 * 40092, 2 * 35209>;
 using ToYccCutOff = ToYccOfSigned<2 * 40092 + 1, 2 * 35209 + 1>;
 
-// No half is added here, but in unsigned words there is: these two differ, and are meant to.
+// No half is added here, but in unsigned words there is: these two differ. Meant: with a half in both, some
+// results would rise by one.
 struct FromYccOfSigned {
     ZEL_INLINE static FloatPixel of(const FloatPixel& p) {
         const Floats c1 = (p.b - splat(40092)) * splat(c1Back), c2 = (p.c - splat(35209)) * splat(c2Back);

@@ -1,4 +1,4 @@
-// From the argument list of an export to its images and what is given beside them. Exports have their arguments in one order: the
+// From the argument list of an export to its images and extras. Exports have their arguments in one order: the
 // source, the destination, the size and then what the family adds, so the types of a public declaration say what each argument
 // is.
 #pragma once
@@ -25,7 +25,8 @@ constexpr ptrdiff_t rowBytes(int32_t step) {
 // How the images of a conversion are read.
 struct Reading {
     int sourcePlanes = 3, destinationPlanes = 3;  // of an array of planes
-    bool cutsSteps = true;                        // down to whole elements
+    int requiredPlanes = 4;                       // of the destination; those behind may be null, and are taken as they are
+    bool cutsSteps = true;                        // steps, down to whole elements
 };
 
 constexpr int planesOf(const Layout& layout) {
@@ -39,6 +40,7 @@ template <class C>
 constexpr Reading readingOf(const C& c) {
     Reading reading;
     if constexpr (std::is_base_of_v<Conversion, C>) reading = {planesOf(c.from), planesOf(c.to)};
+    if constexpr (requires { C::requiredPlanes; }) reading.requiredPlanes = C::requiredPlanes;
     if constexpr (requires { C::takesStepsAsGiven; }) reading.cutsSteps = !C::takesStepsAsGiven;
     return reading;
 }
@@ -53,7 +55,6 @@ class Arguments {
 
     ZEL_INLINE bool hasNullPointer() const { return nullPointer_; }
     ZEL_INLINE bool hasNullPlane() const { return nullPlane_; }
-    ZEL_INLINE bool hasNullFourthPlane() const { return nullFourthPlane_; }
     ZEL_INLINE bool hasStepBelow1() const { return stepBelow1_; }
     ZEL_INLINE Images& images() { return images_; }
 
@@ -74,8 +75,8 @@ class Arguments {
         }
     }
     // An image that can be written and has no other beside it is source and destination.
-    template <class... Given>
-    ZEL_INLINE void read(ZelSize size, Given...) {
+    template <class... Extras>
+    ZEL_INLINE void read(ZelSize size, Extras...) {
         images_.size = size;
         if (sources_ != 0) return;
         for (int i = 0; i < destinations_; ++i) {
@@ -94,7 +95,7 @@ class Arguments {
             if (!present) return;
 #pragma GCC unroll 4
             for (int i = 0; i < planes; ++i) {
-                (i < 3 ? nullPlane_ : nullFourthPlane_) |= !pointer[i];
+                nullPlane_ |= i < reading.requiredPlanes && !pointer[i];
                 add(pointer[i], stepOf(steps, i));
             }
         } else {
@@ -127,16 +128,16 @@ class Arguments {
 
     Images images_{};
     int sources_ = 0, destinations_ = 0;
-    bool nullPointer_ = false, nullPlane_ = false, nullFourthPlane_ = false, stepBelow1_ = false;
+    bool nullPointer_ = false, nullPlane_ = false, stepBelow1_ = false;
 };
 
 // What stands behind the size.
-template <class Given, class First, class... Rest>
-ZEL_INLINE Given givenOf(First, Rest... rest) {
+template <class Extras, class First, class... Rest>
+ZEL_INLINE Extras extrasOf(First, Rest... rest) {
     if constexpr (std::is_same_v<First, ZelSize>)
-        return Given{rest...};
+        return Extras{rest...};
     else
-        return givenOf<Given>(rest...);
+        return extrasOf<Extras>(rest...);
 }
 
 // A conversion of any kind has a site, a minimum, an attitude to odd sizes and an order of checks, and its own `convert`.
@@ -160,26 +161,6 @@ ZEL_INLINE bool isOneRow(const C& c, const Images& images) {
         return false;
 }
 
-// The conversion that stands for all of a kind where only its checks matter, and the one that the images take.
-template <class C>
-constexpr const C& anyOf(const C& c) {
-    return c;
-}
-constexpr const Conversion& anyOf(const ByAlignment& c) { return c.aligned; }
-
-template <class C>
-ZEL_INLINE const C& choose(const C& c, const Images&) {
-    return c;
-}
-ZEL_INLINE const Conversion& choose(const ByAlignment& c, const Images& images) {
-    uintptr_t bits = 0;
-    for (int i = 0; i < 4; ++i) {
-        bits |= reinterpret_cast<uintptr_t>(images.source[i]) | reinterpret_cast<uintptr_t>(images.destination[i]);
-        bits |= uintptr_t(images.sourceStep[i]) | uintptr_t(images.destinationStep[i]);
-    }
-    return bits % 16 == 0 ? c.aligned : c.other;
-}
-
 // The public layer of a conversion: a function with the signature of its export.
 template <const auto& conversion, class Signature>
 struct Export;
@@ -194,57 +175,55 @@ struct Export<conversion, ZelStatus(A...)> {
         if constexpr (std::is_same_v<C, ZelStatus (*)(A...)>) {
             return conversion(a...);
         } else {
-            using Given = typename C::Given;
+            using Extras = typename C::Extras;
             Arguments<readingOf(conversion)> arguments(a...);
-            const Given given = givenOf<Given>(a...);
-            if (const ZelStatus error = firstError<0>(arguments, given); error != zelStsNoErr) return error;
+            const Extras extras = extrasOf<Extras>(a...);
+            if (const ZelStatus error = firstError<0>(arguments, extras); error != zelStsNoErr) return error;
             Images& images = arguments.images();
             const ZelSize size = images.size;
-            const auto& c = choose(conversion, images);
+            const auto& c = conversion;
             if constexpr (narrower != nullptr) {
                 if (size.width < vectorBytes && !isOneRow(c, images))
                     return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
             }
             // Only what needs memory can fail from here on.
-            if constexpr (std::is_same_v<decltype(convert(c, images, given)), ZelStatus>)
-                return convert(c, images, given);
+            if constexpr (std::is_same_v<decltype(convert(c, images, extras)), ZelStatus>)
+                return convert(c, images, extras);
             else
-                convert(c, images, given);
+                convert(c, images, extras);
             return c.oddSize == OddSize::warned && hasOddSize(c, size) ? zelStsOddSizeWarn : zelStsNoErr;
         }
     }
 
   private:
-    template <int i, Reading reading, class Given>
-    ZEL_INLINE static ZelStatus firstError(Arguments<reading>& arguments, const Given& given) {
-        constexpr Checks checks = anyOf(conversion).checks;
+    template <int i, Reading reading, class Extras>
+    ZEL_INLINE static ZelStatus firstError(Arguments<reading>& arguments, const Extras& extras) {
+        constexpr Checks checks = conversion.checks;
         if constexpr (i < maxChecks && checks.list[i] != Check::none) {
-            const ZelStatus error = errorOf<checks.list[i]>(arguments, given);
-            return error != zelStsNoErr ? error : firstError<i + 1>(arguments, given);
+            const ZelStatus error = errorOf<checks.list[i]>(arguments, extras);
+            return error != zelStsNoErr ? error : firstError<i + 1>(arguments, extras);
         } else {
             return zelStsNoErr;
         }
     }
 
-    template <Check check, Reading reading, class Given>
-    ZEL_INLINE static ZelStatus errorOf(Arguments<reading>& arguments, const Given& given) {
+    template <Check check, Reading reading, class Extras>
+    ZEL_INLINE static ZelStatus errorOf(Arguments<reading>& arguments, const Extras& extras) {
         const ZelSize size = arguments.images().size;
         if constexpr (check == Check::pointers) {
             bool isNull = arguments.hasNullPointer();
-            if constexpr (requires { given.hasNullPointer(); }) isNull |= given.hasNullPointer();
+            if constexpr (requires { extras.hasNullPointer(); }) isNull |= extras.hasNullPointer();
             return isNull ? zelStsNullPtrErr : zelStsNoErr;
         } else if constexpr (check == Check::planes) {
-            return arguments.hasNullPlane() || arguments.hasNullFourthPlane() ? zelStsNullPtrErr : zelStsNoErr;
-        } else if constexpr (check == Check::threePlanes) {
             return arguments.hasNullPlane() ? zelStsNullPtrErr : zelStsNoErr;
         } else if constexpr (check == Check::size) {
-            return isRefused(anyOf(conversion), size) ? zelStsSizeErr : zelStsNoErr;
+            return isRefused(conversion, size) ? zelStsSizeErr : zelStsNoErr;
         } else if constexpr (check == Check::empty) {
             return size.width < 1 || size.height < 1 ? zelStsSizeErr : zelStsNoErr;
         } else if constexpr (check == Check::steps) {
             return arguments.hasStepBelow1() ? zelStsStepErr : zelStsNoErr;
         } else {
-            return given.check();
+            return extras.check();
         }
     }
 };

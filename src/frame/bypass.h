@@ -17,11 +17,24 @@ ZEL_INLINE bool exceedsCaches([[maybe_unused]] size_t bytes) {
         return false;
 }
 
+// Says whether the stores of a call bypass the caches. Those that do have reached memory when it ends.
+class Bypass {
+  public:
+    ZEL_INLINE explicit Bypass(bool bypassing) : bypassing_(bypassing) {}
+    ZEL_INLINE ~Bypass() {
+        if (bypassing_) storeFence();
+    }
+    Bypass(const Bypass&) = delete;
+    Bypass& operator=(const Bypass&) = delete;
+
+    ZEL_INLINE operator bool() const { return bypassing_; }
+
+  private:
+    const bool bypassing_;
+};
+
 // No conversion moves more bytes a site, and no pass of one more a pixel.
 constexpr size_t maxSiteBytes = 4096;
-
-// Whether stores bypass the caches, where a call of several passes knows better than each of them.
-enum class Stores { bySize, cached, bypassing };
 
 // The least number of sites from p on after which a stream reaches the boundary of a line: `bytes` times that number is then
 // -p, modulo the line. An odd factor is taken away by its inverse, a power of two by a shift; -1 where p is no multiple of that.

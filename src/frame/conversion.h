@@ -17,9 +17,10 @@ constexpr int maxSources = 6;
 constexpr int maxDestinations = 6;
 constexpr int maxStreamBlock = 256;  // bytes that a block takes at most in one stream
 
-// What an export takes behind the size reaches the conversion as a type of its own, `Given`: nothing in most; or the element that
-// becomes the fourth of every pixel, as its bits.
+// What an export takes behind the size, its extras, reaches the conversion as a type of its own, `Extras`: nothing in most.
 struct Nothing {};
+
+// The element that becomes the fourth of every pixel, as its bits.
 struct Alpha {
     uint32_t bits = 0;
 
@@ -77,13 +78,38 @@ struct Steps {
 // a few operations more or less, and stores that bypass the caches lose up to a quarter where they are too many.
 constexpr bool fewOperationsKeepUp = traits.bypassesByWholeLines;
 
+// The base of kernels with such rules.
+struct FewOperations {
+    static constexpr bool keepsUp = fewOperationsKeepUp;
+};
+
+struct NoConstants {};
+template <class K>
+struct ConstantsOf {
+    using Type = NoConstants;
+};
+template <class K>
+requires requires { typename K::Constants; }
+struct ConstantsOf<K> {
+    using Type = typename K::Constants;
+};
+
+// A kernel of constants, where it has any.
+template <class K>
+ZEL_INLINE K made(const typename ConstantsOf<K>::Type& k) {
+    if constexpr (requires { typename K::Constants; })
+        return K(k);
+    else
+        return K();
+}
+
 // A rule bound to its layouts: converts `count` blocks from the left edge of each of some groups of rows. It reads a whole block
 // before it writes it, so a row may be converted over itself.
 struct Kernel {
     void (*blocks)(const void* constants, const Row& first, const Steps& steps, size_t groups, size_t count) = nullptr;
     const void* constants = nullptr;
     int sites = 1;           // a block, a power of two
-    bool seesPlace = false;  // the result hangs on where the pixels stand in the region
+    bool seesPlace = false;  // the result depends on where the pixels stand in the region
     int blocksAtOnce = 1;    // that are stored so soon after each other that their parts of a line meet before it goes to memory
     bool keepsUp = false;    // blocks are done as fast as memory takes them
 };
@@ -109,7 +135,7 @@ ZEL_INLINE void askOnce(const Row& first, const Convert& convert) {
 
 // The row is a copy that no store can reach, so its pointers stay in registers.
 template <class K>
-ZEL_INLINE void convertBlocks(const typename K::Constants& k, Row row, const Steps& steps, size_t groups, size_t count) {
+ZEL_INLINE void convertBlocks(const typename ConstantsOf<K>::Type& k, Row row, const Steps& steps, size_t groups, size_t count) {
     // Written out, or the pointers go through memory.
     const auto next = [&]() ZEL_INLINE_LAMBDA {
 #pragma GCC unroll 8
@@ -121,19 +147,19 @@ ZEL_INLINE void convertBlocks(const typename K::Constants& k, Row row, const Ste
     if constexpr (requires { K::blocks(k, row, count); }) {
         for (; groups != 0; --groups, next()) K::blocks(k, row, count);
     } else {
-        const K convertBlock(k);
+        const K convertBlock = made<K>(k);
         for (; groups != 0; --groups, next())
             for (size_t i = 0; i < count; ++i) convertBlock(row, i);
     }
 }
 
-// The kernel K, a type made from its `Constants` that converts one block of a row by its call operator, or some blocks by
-// `blocks`. The constants must outlive the calls.
+// The kernel K, a type made from its `Constants`, if it has any, that converts one block of a row by its call operator, or some
+// blocks by `blocks`. The constants must outlive the calls.
 template <class K>
-constexpr Kernel kernel(const typename K::Constants* constants) {
+constexpr Kernel kernel(const typename ConstantsOf<K>::Type* constants) {
     static_assert(std::has_single_bit(unsigned{K::sites}));
     constexpr auto blocks = [](const void* c, const Row& first, const Steps& steps, size_t groups, size_t count) {
-        const auto& k = *static_cast<const typename K::Constants*>(c);
+        const auto& k = *static_cast<const typename ConstantsOf<K>::Type*>(c);
         constexpr bool isMove = requires { K::blocksAtOnce; };
         askOnce<isMove>(first, [&](const Row& row) ZEL_INLINE_LAMBDA { convertBlocks<K>(k, row, steps, groups, count); });
     };
@@ -143,9 +169,13 @@ constexpr Kernel kernel(const typename K::Constants* constants) {
     return result;
 }
 template <class K>
-constexpr Kernel kernel(const typename K::Constants& constants) {
+constexpr Kernel kernel(const typename ConstantsOf<K>::Type& constants) {
     return kernel<K>(&constants);
 }
+
+inline constexpr NoConstants noConstants{};
+template <class K>
+inline constexpr Kernel withoutConstants = kernel<K>(noConstants);
 
 struct Site {
     uint8_t width, height;  // in pixels, powers of two
@@ -156,6 +186,29 @@ struct Layout {
     int count;
     Stream streams[maxSources];
 };
+
+template <int count>
+constexpr Layout layoutOf(const Stream (&streams)[count]) {
+    Layout layout{count, {}};
+    for (int i = 0; i < count; ++i) layout.streams[i] = streams[i];
+    return layout;
+}
+// One layout's streams behind the other's.
+constexpr Layout joined(Layout layout, const Layout& behind) {
+    for (int i = 0; i < behind.count; ++i) layout.streams[layout.count++] = behind.streams[i];
+    return layout;
+}
+// The same streams in each row of a group.
+constexpr Layout inRows(int rows, const Layout& ofOne) {
+    Layout layout{};
+    for (int row = 0; row < rows; ++row)
+        for (int i = 0; i < ofOne.count; ++i) {
+            Stream& s = layout.streams[layout.count++] = ofOne.streams[i];
+            s.row = int8_t(row);
+            s.rows = uint8_t(rows);
+        }
+    return layout;
+}
 
 // The single pixel at the end of an odd row: it is converted as half of a site that is made up in a buffer.
 struct OddPixel {
@@ -173,13 +226,12 @@ enum class OddSize { accepted, warned, refused };
 // What can be wrong with a call.
 enum class Check : uint8_t {
     none,
-    pointers,     // a null pointer among the arguments: images, arrays of planes or steps, what is given behind the size
-    planes,       // a null entry of an array of planes
-    threePlanes,  // the same, of an array whose fourth entry is taken as it is
-    size,         // below the minimum, or odd where that is refused
-    empty,        // a side below 1
-    steps,        // a step below 1
-    given,        // values behind the size, which know their own status
+    pointers,  // a null pointer among the arguments: images, arrays of planes or steps, extras
+    planes,    // a null entry of an array of planes
+    size,      // below the minimum, or odd where that is refused
+    empty,     // a side below 1
+    steps,     // a step below 1
+    extras,    // extras, which know their own status
 };
 
 // The checks of a conversion, in the order in which they are made.
@@ -191,7 +243,7 @@ inline constexpr Checks pointersFirst{Check::pointers, Check::size, Check::plane
     planesFirst{Check::pointers, Check::planes, Check::size};
 
 struct Conversion {
-    using Given = Alpha;
+    using Extras = Nothing;
 
     Site site;
     Layout from, to;
@@ -202,18 +254,18 @@ struct Conversion {
     OddSize oddSize = OddSize::accepted;
     Checks checks = pointersFirst;
     OddPixel oddPixel{};
-    bool lastSiteAlone = false;  // streams with an offset reach into the next site; the last one has none and takes its own
-    Kernel lastSite{};           // a kernel of single sites for it, in place of the tail's
     bool keepsAlpha = false;
 };
 
-// A pair of conversions of which the images' alignment picks one: all addresses and steps multiples of 16, or not.
-struct ByAlignment {
-    using Given = Alpha;
-
-    const Conversion& aligned;
-    const Conversion& other;
+// A conversion of any kind whose destination takes the caller's alpha.
+template <class C>
+struct WithAlpha : C {
+    using Extras = Alpha;
 };
+template <class C>
+constexpr WithAlpha<C> withAlpha(const C& c) {
+    return {c};
+}
 
 template <int pixels>
 constexpr int wholeBlocks(int width) {
@@ -233,6 +285,17 @@ struct alignas(64) Images {
 // count from behind the last one.
 struct Groups {
     int first = 0, end = 0;
+};
+
+// Whether stores bypass the caches, where a call of several conversions knows better than each of them.
+enum class Stores { bySize, cached, bypassing };
+
+// What a kind of conversion may say of a call to the driver.
+struct Call {
+    Alpha alpha{};
+    Groups groups{};
+    Stores stores = Stores::bySize;
+    const void* constants = nullptr;  // made at the call, in place of the kernels' own
 };
 
 }  // namespace zel::ZEL_LEVEL

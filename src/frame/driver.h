@@ -8,7 +8,7 @@
 namespace zel::ZEL_LEVEL {
 
 // Fewer sites than a block.
-ZEL_OWN_CODE inline void convertPart(const Conversion& c, const Kernel& kernel, const void* constants, const Row& row,
+ZEL_NOINLINE inline void convertPart(const Conversion& c, const Kernel& kernel, const void* constants, const Row& row,
                                      size_t sites) {
     alignas(64) uint8_t source[maxSources][maxStreamBlock];
     alignas(64) uint8_t destination[maxDestinations][maxStreamBlock];
@@ -30,7 +30,7 @@ ZEL_OWN_CODE inline void convertPart(const Conversion& c, const Kernel& kernel, 
     for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], sites * c.to.streams[i].bytes);
 }
 
-ZEL_OWN_CODE inline void convertOddPixel(const Conversion& c, const Row& row, bool alone) {
+ZEL_NOINLINE inline void convertOddPixel(const Conversion& c, const Row& row, bool alone) {
     const Kernel& kernel = alone ? c.oddPixel.ruleAlone : c.oddPixel.rule;
     if (!kernel.blocks) return;
     alignas(64) uint8_t source[maxSources][maxStreamBlock];
@@ -74,7 +74,7 @@ ZEL_INLINE bool canStartAt(const Conversion& c, size_t sites) {
 // Whole blocks, by stores that bypass the caches in those streams that a block extends by whole lines. The run begins with blocks
 // that reach beyond the first boundary of a line, and a block that overlaps the one before it ends it, so the source must not
 // lie in the destination.
-ZEL_OWN_CODE inline void convertByLines(const Conversion& c, const Kernel& kernel, const void* constants, const Row& first,
+ZEL_NOINLINE inline void convertByLines(const Conversion& c, const Kernel& kernel, const void* constants, const Row& first,
                                         const Steps& steps, size_t groups, size_t blocks) {
     size_t allSteps = 0;
     for (int i = 0; i < c.to.count; ++i) allSteps |= steps.out[i];
@@ -137,16 +137,9 @@ struct Run {
     }
 };
 
-// What stands at the end of rows beside the runs: a last site that has no neighbour, or an odd pixel.
-ZEL_OWN_CODE inline void convertEnds(const Conversion& c, MovedRow end, const Steps& steps, size_t groups, bool hasOddPixel,
-                                     bool alone) {
-    if (c.lastSiteAlone)
-        for (int i = 0; i < c.from.count; ++i) end.in[i] -= c.from.streams[i].offset;
-    if (c.lastSite.blocks) c.lastSite.blocks(c.lastSite.constants, end, steps, groups, 1);
-    for (; groups != 0; --groups, end.next(c, steps)) {
-        if (c.lastSiteAlone && !c.lastSite.blocks) convertPart(c, c.tail, c.tail.constants, end, 1);
-        if (hasOddPixel) convertOddPixel(c, end, alone);
-    }
+// The odd pixels behind the runs of some rows.
+ZEL_NOINLINE inline void convertOddPixels(const Conversion& c, MovedRow end, const Steps& steps, size_t groups, bool alone) {
+    for (; groups != 0; --groups, end.next(c, steps)) convertOddPixel(c, end, alone);
 }
 
 ZEL_INLINE bool hasOddPixel(const Conversion& c, ZelSize size) { return c.oddPixel.makeSite && size.width % 2 != 0; }
@@ -158,12 +151,12 @@ ZEL_INLINE bool isContiguous(const Stream& s, ptrdiff_t step, size_t columns) {
 
 // Whether the rule looks at columns, or at rows.
 ZEL_INLINE bool dependsOnPlace(const Conversion& c, ZelSize size, size_t columns, size_t blockSites) {
-    return c.block.seesPlace || (blockSites != 0 && blockSites != columns) || c.lastSiteAlone || hasOddPixel(c, size);
+    return c.block.seesPlace || (blockSites != 0 && blockSites != columns) || hasOddPixel(c, size);
 }
 
 // The sites at the left edge that the block rule owns, of a row's whole ones.
 ZEL_INLINE size_t blockSitesOf(const Conversion& c, int width, size_t columns) {
-    return c.blockColumns ? quotient(unsigned(c.blockColumns(width)), c.site.width) : columns - c.lastSiteAlone;
+    return c.blockColumns ? quotient(unsigned(c.blockColumns(width)), c.site.width) : columns;
 }
 
 // Whether all rows make up one.
@@ -202,27 +195,28 @@ struct Rows {
     size_t groups, columns, blockSites;
 };
 
+constexpr int rowsAtOnce = 16;
+
 // Rows that are more than whole blocks of one rule.
-ZEL_OWN_CODE inline void convertRuns(const Conversion& c, const Images& images, const Rows& rows, const void* constants,
+ZEL_NOINLINE inline void convertRuns(const Conversion& c, const Images& images, const Rows& rows, const void* constants,
                                      bool bypassing) {
     // The last block of a run may cover sites once more, as long as the source is still there, and a block of the tail may cover
     // sites of the block rule, which comes after it.
     const bool inPlace = sharesImages(c, rows.first);
-    const size_t sites = rows.columns - c.lastSiteAlone;
+    const size_t sites = rows.columns;
     const Run block(c.block, constants, 0, rows.blockSites, !inPlace, bypassing),
         tail(c.tail, constants, rows.blockSites, sites - rows.blockSites, !inPlace, false);
 
     // A few rows at a time, so that they are still in the cache for the next run, unless each row has to be done before the next
     // one.
-    constexpr size_t rowsAtOnce = 16;
-    const bool oddPixel = hasOddPixel(c, images.size), hasEnds = c.lastSiteAlone || oddPixel;
-    const size_t band = rowsOverlap(c, images, rows.columns) ? 1 : rowsAtOnce;
+    const bool oddPixel = hasOddPixel(c, images.size);
+    const size_t band = rowsOverlap(c, images, rows.columns) ? 1 : size_t{rowsAtOnce};
     size_t groups = rows.groups;
     for (MovedRow start(c, rows.first, 0);; start.next(c, rows.steps, band)) {
         const size_t now = groups < band ? groups : band;
         if (tail.sites != 0) tail(c, start, rows.steps, now);
         if (block.sites != 0) block(c, start, rows.steps, now);
-        if (hasEnds) convertEnds(c, MovedRow(c, start, sites), rows.steps, now, oddPixel, images.size.width == 1);
+        if (oddPixel) convertOddPixels(c, MovedRow(c, start, sites), rows.steps, now, images.size.width == 1);
         groups -= now;
         if (groups == 0) return;
     }
@@ -245,18 +239,16 @@ ZEL_INLINE size_t bytesOf(const Conversion& c, ZelSize size, Groups part) {
 // Whether a large image gains. One that is its own source is in the caches when it is written, and so are lines of which a part
 // is kept. Where arithmetic takes longer than memory, stores that wait in the caches are the ones that hold nothing up, unless
 // there are more of them than loads.
-ZEL_OWN_CODE inline bool gainsByBypass(const Conversion& c, const Images& images, const Rows& rows) {
+ZEL_NOINLINE inline bool gainsByBypass(const Conversion& c, const Images& images, const Rows& rows) {
     return (c.block.keepsUp || bytesOf(c.to) > bytesOf(c.from)) && !c.keepsAlpha && !sharesImages(c, rows.first) &&
            !rowsOverlap(c, images, rows.columns);
 }
 
-// Constants that are made at the call take the place of the kernels' own.
-ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Alpha alpha = {}, Groups part = {},
-                                 Stores stores = Stores::bySize, const void* constants = nullptr) {
+ZEL_NOINLINE inline void convert(const Conversion& c, const Images& images, const Call& call) {
     // A height below 1 stays below 1, so that it has no groups.
     const int width = images.size.width, allGroups = images.size.height >> __builtin_ctz(c.site.height);
-    const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
-    const int endGroup = part.end > 0 ? part.end : allGroups + part.end;
+    const int firstGroup = call.groups.first < 0 ? allGroups + call.groups.first : call.groups.first;
+    const int endGroup = call.groups.end > 0 ? call.groups.end : allGroups + call.groups.end;
     const bool oddPixel = hasOddPixel(c, images.size);
     Rows rows;
     rows.columns = quotient(unsigned(width), c.site.width);
@@ -264,7 +256,7 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Alph
     rows.groups = size_t(endGroup - firstGroup);
     rows.blockSites = blockSitesOf(c, width, rows.columns);
     bool oneRow = !dependsOnPlace(c, images.size, rows.columns, rows.blockSites);
-    rows.first.alpha = alpha;
+    rows.first.alpha = call.alpha;
     rows.first.place = {0, size_t(firstGroup)};
     for (int i = 0; i < c.from.count; ++i) {
         const Stream& s = c.from.streams[i];
@@ -281,10 +273,10 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Alph
         rows.first.out[i] = moved(images.destination[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows));
     }
 
-    bool bypassing = stores == Stores::bypassing;
-    if (stores == Stores::bySize && exceedsCaches(rows.columns * rows.groups * maxSiteBytes))
-        bypassing = exceedsCaches(rows.columns * rows.groups * (bytesOf(c.from) + bytesOf(c.to)));
-    if (bypassing) bypassing = gainsByBypass(c, images, rows);
+    bool large = call.stores == Stores::bypassing;
+    if (call.stores == Stores::bySize && exceedsCaches(rows.columns * rows.groups * maxSiteBytes))
+        large = exceedsCaches(rows.columns * rows.groups * (bytesOf(c.from) + bytesOf(c.to)));
+    const Bypass bypassing(large && gainsByBypass(c, images, rows));
 
     if (oneRow) {
         rows.columns *= rows.groups;
@@ -293,15 +285,21 @@ ZEL_OWN_CODE inline void convert(const Conversion& c, const Images& images, Alph
     }
 
     const bool blocksOnly = rows.blockSites == rows.columns && (rows.columns & unsigned(c.block.sites - 1)) == 0 && !oddPixel;
-    const void* const used = constants ? constants : c.block.constants;
+    const void* const used = call.constants ? call.constants : c.block.constants;
     const size_t blocks = quotient(rows.columns, c.block.sites);
     if (!blocksOnly)
-        convertRuns(c, images, rows, constants, bypassing);
+        convertRuns(c, images, rows, call.constants, bypassing);
     else if (bypassing)
         convertByLines(c, c.block, used, rows.first, rows.steps, rows.groups, blocks);
     else
         c.block.blocks(used, rows.first, rows.steps, rows.groups, blocks);
-    if (bypassing) storeFence();
+}
+
+ZEL_INLINE void convert(const Conversion& c, const Images& images, Nothing = {}) { convert(c, images, Call{}); }
+
+template <class C>
+ZEL_INLINE void convert(const WithAlpha<C>& c, Images& images, Alpha alpha) {
+    convert(static_cast<const C&>(c), images, Call{.alpha = alpha});
 }
 
 }  // namespace zel::ZEL_LEVEL

@@ -85,11 +85,10 @@ struct ToPlanes {
 
 // A rule from pixels to pixels, of one row.
 template <class From, class Rule, class To>
-struct PixelKernel {
+struct PixelKernel : FewOperations {
     using Constants = typename Rule::Constants;
     static constexpr int sites = blockPixels;
     static constexpr bool seesPlace = looksAtPlace<To>;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Rule rule;
 

@@ -9,17 +9,17 @@ namespace zel::ZEL_LEVEL {
 template <class K>
 inline constexpr Kernel parametric = kernel<K>(nullptr);
 
-template <class Constants, class Given_>
+template <class Constants, class Extras_>
 struct Parametric : Conversion {
-    using Given = Given_;
+    using Extras = Extras_;
 
-    Constants (*constants)(const Given& given);
+    Constants (*constants)(const Extras& extras);
 };
 
-template <class Constants, class Given>
-ZEL_INLINE void convert(const Parametric<Constants, Given>& p, const Images& images, const Given& given) {
-    const Constants constants = p.constants(given);
-    convert(static_cast<const Conversion&>(p), images, {}, {}, Stores::bySize, &constants);
+template <class Constants, class Extras>
+ZEL_INLINE void convert(const Parametric<Constants, Extras>& p, const Images& images, const Extras& extras) {
+    const Constants constants = p.constants(extras);
+    convert(static_cast<const Conversion&>(p), images, Call{.constants = &constants});
 }
 
 }  // namespace zel::ZEL_LEVEL

@@ -7,18 +7,15 @@
 
 namespace zel::ZEL_LEVEL {
 
-struct NoConstants {};
-inline constexpr NoConstants noConstants{};
-template <class K>
-inline constexpr Kernel withoutConstants = kernel<K>(noConstants);
-
+// Streams with an offset reach into the next site. A row's last site has none, and is left to a conversion of its own.
 struct Pass {
     const Conversion& conversion;
     Groups groups{};
+    const Conversion* lastSite = nullptr;
 };
 
 struct Passes {
-    using Given = Nothing;
+    using Extras = Nothing;
 
     Site site;  // the region is cut down to whole ones
     const Pass* passes;
@@ -35,21 +32,57 @@ constexpr Passes passes(Site site, const Pass (&list)[count], Minimum minimum) {
 
 ZEL_INLINE bool isOneRow(const Passes& p, const Images& images) {
     for (int i = 0; i < p.count; ++i)
-        if (!isOneRow(p.passes[i].conversion, images)) return false;
+        if (p.passes[i].lastSite || !isOneRow(p.passes[i].conversion, images)) return false;
     return true;
 }
 
-ZEL_OWN_CODE inline void convert(const Passes& p, Images& images, Nothing = {}) {
+// All sites of a row but the last one, and that one, so that a row is done before one that overlaps it.
+ZEL_NOINLINE inline void convertAroundLastSite(const Pass& pass, const Images& images, const Call& call) {
+    const Conversion& c = pass.conversion;
+    const int sites = images.size.width / c.site.width - 1, all = images.size.height / c.site.height;
+    if (sites < 0) return;
+    Images others = images, last = images;
+    others.size.width = sites * c.site.width;
+    last.size.width = c.site.width;
+    for (int i = 0; i < c.from.count; ++i) {
+        const Stream& s = c.from.streams[i];
+        last.source[s.plane] = moved(images.source[s.plane], size_t(sites) * s.bytes);
+    }
+    for (int i = 0; i < c.to.count; ++i) {
+        const Stream& s = c.to.streams[i];
+        last.destination[s.plane] = moved(images.destination[s.plane], size_t(sites) * s.bytes);
+    }
+    const int first = call.groups.first < 0 ? all + call.groups.first : call.groups.first;
+    const int end = call.groups.end > 0 ? call.groups.end : all + call.groups.end;
+    const int band = rowsOverlap(c, images, size_t(sites) + 1) ? 1 : rowsAtOnce;
+    for (int group = first; group < end; group += band) {
+        Call part = call;
+        part.groups = {group, end - group < band ? end : group + band};
+        convert(c, others, part);
+        part.stores = Stores::cached;
+        convert(*pass.lastSite, last, part);
+    }
+}
+
+ZEL_NOINLINE inline void convert(const Passes& p, Images& images, Call call) {
     images.size.width &= -int{p.site.width};
     images.size.height &= -int{p.site.height};
     // All passes count together.
-    Stores stores = Stores::cached;
+    call.stores = Stores::cached;
     if (exceedsCaches(size_t(images.size.width) * size_t(images.size.height) * maxSiteBytes)) {
         size_t bytes = 0;
         for (int i = 0; i < p.count; ++i) bytes += bytesOf(p.passes[i].conversion, images.size, p.passes[i].groups);
-        if (exceedsCaches(bytes)) stores = Stores::bypassing;
+        if (exceedsCaches(bytes)) call.stores = Stores::bypassing;
     }
-    for (int i = 0; i < p.count; ++i) convert(p.passes[i].conversion, images, {}, p.passes[i].groups, stores);
+    for (int i = 0; i < p.count; ++i) {
+        const Pass& pass = p.passes[i];
+        call.groups = pass.groups;
+        if (pass.lastSite)
+            convertAroundLastSite(pass, images, call);
+        else
+            convert(pass.conversion, images, call);
+    }
 }
+ZEL_INLINE void convert(const Passes& p, Images& images, Nothing = {}) { convert(p, images, Call{}); }
 
 }  // namespace zel::ZEL_LEVEL

@@ -7,8 +7,8 @@
 #include <type_traits>
 
 #include "frame/parameters.h"
-#include "simd/vector.h"
 #include "simd/samples.h"
+#include "simd/vector.h"
 #include "zelcc/intensity.h"
 
 namespace zel::ZEL_LEVEL {
@@ -29,21 +29,21 @@ struct Matrix {
     }
 };
 
-struct Given {
+struct Extras {
     const void* matrix;
 
     bool hasNullPointer() const { return !matrix; }
 };
 
 template <int rows>
-Matrix<rows> matrix(const Given& given) {
+Matrix<rows> matrix(const Extras& extras) {
     Matrix<rows> m;
-    __builtin_memcpy(m.t, given.matrix, sizeof m.t);
+    __builtin_memcpy(m.t, extras.matrix, sizeof m.t);
     return m;
 }
 
 template <int rows>
-using MatrixConversion = Parametric<Matrix<rows>, Given>;
+using MatrixConversion = Parametric<Matrix<rows>, Extras>;
 
 // Signed bytes add the offset last, all others first, and then the last two products before the sum with the first.
 template <class Depth>
@@ -230,11 +230,10 @@ class TwistLanes {
 };
 
 // Alpha is a colour like the others.
-class TransformLanes {
+class TransformLanes : public FewOperations {
   public:
     using Constants = Matrix<4>;
     static constexpr int sites = lanes;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit TransformLanes(const Constants& k) : m_(k) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
@@ -270,9 +269,9 @@ constexpr Conversion channels(Kernel block) {
 struct IntegerTwist : MatrixConversion<3> {};
 
 // Sums are rounded to the nearest, ties to even, whatever mode the caller's thread is in.
-[[maybe_unused]] void convert(const IntegerTwist& twist, const Images& images, Given given) {
+[[maybe_unused]] void convert(const IntegerTwist& twist, const Images& images, Extras extras) {
     const uint32_t old = setRoundNearestState();
-    convert(static_cast<const MatrixConversion<3>&>(twist), images, given);
+    convert(static_cast<const MatrixConversion<3>&>(twist), images, extras);
     restoreRoundState(old);
 }
 
@@ -291,15 +290,15 @@ struct Transform : MatrixConversion<4> {
     static constexpr bool takesStepsAsGiven = true;
 };
 
-// Rows that are 4 bytes a pixel apart are taken as an image without gaps, although a pixel has 16. That is meant: images with
-// such a step on both sides are read and written beyond what their steps say.
-[[maybe_unused]] void convert(const Transform& transform, Images& images, Given given) {
+// Rows that are 4 bytes a pixel apart are taken as an image without gaps, although a pixel has 16. Meant: images with
+// such a step on both sides are read and written beyond what their steps say, and by them would come out different.
+[[maybe_unused]] void convert(const Transform& transform, Images& images, Extras extras) {
     const ptrdiff_t apart = ptrdiff_t{4} * images.size.width;
     if (images.sourceStep[0] == apart && images.destinationStep[0] == apart)
         images.sourceStep[0] = images.destinationStep[0] = 4 * apart;
     images.sourceStep[0] &= -4;
     images.destinationStep[0] &= -4;
-    convert(static_cast<const MatrixConversion<4>&>(transform), images, given);
+    convert(static_cast<const MatrixConversion<4>&>(transform), images, extras);
 }
 
 }  // namespace

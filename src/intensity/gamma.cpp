@@ -101,7 +101,7 @@ class WordGamma {
         return {r - tie, differing(f, narrowed(a.high, b.high))};
     }
     ZEL_INLINE Bounds halfOfHalf(Doubles x) const { return curve_(x * wordUnit, x * Curve::slope); }
-    ZEL_OWN_CODE static UWords bySingles(UWords x) {
+    ZEL_NOINLINE static UWords bySingles(UWords x) {
         for (int i = 0; i < vectorBytes / 2; ++i) x[i] = gammaOfWord<Curve>(x[i]);
         return x;
     }
@@ -136,7 +136,7 @@ class FloatGamma {
 
   private:
     ZEL_INLINE Bounds half(Doubles d) const { return curve_(d * perWidth_, d * Curve::slope); }
-    ZEL_OWN_CODE static Floats withSingles(Floats results, Floats x, unsigned which, GammaRange range) {
+    ZEL_NOINLINE static Floats withSingles(Floats results, Floats x, unsigned which, GammaRange range) {
         for (int i = 0; i < vectorBytes / 4; ++i)
             if (which >> i & 1) results[i] = gammaOfFloat<Curve>(x[i], range);
         return results;
@@ -257,7 +257,7 @@ void replaceAll(uint16_t* words, size_t count) {
     }
 }
 
-[[maybe_unused]] ZEL_INLINE ZelStatus convert(const WordConversion& c, const Images& images, Alpha) {
+[[maybe_unused]] ZEL_INLINE ZelStatus convert(const WordConversion& c, const Images& images, Nothing) {
     const Conversion& direct = c;
     if (3 * uint64_t(images.size.width) * uint64_t(images.size.height) <= directSamples) {
         convert(direct, images);
@@ -280,18 +280,18 @@ constexpr WordConversion words() {
             replaceAll<Curve>};
 }
 
-struct GivenRange {
+struct RangeExtras {
     float bottom, top;
 
     ZelStatus check() const { return 0.0f >= top - bottom ? zelStsRangeErr : zelStsNoErr; }
 };
 
-constexpr GammaRange rangeOf(const GivenRange& given) { return {given.bottom, given.top - given.bottom}; }
+constexpr GammaRange rangeOf(const RangeExtras& extras) { return {extras.bottom, extras.top - extras.bottom}; }
 
 template <class Curve, const Form& form>
-constexpr Parametric<GammaRange, GivenRange> floats() {
+constexpr Parametric<GammaRange, RangeExtras> floats() {
     return {conversion<float, form>(parametric<GammaKernel<FloatGamma<Curve>, form>>,
-                                    {Check::given, Check::pointers, Check::planes, Check::size, Check::steps}),
+                                    {Check::extras, Check::pointers, Check::planes, Check::size, Check::steps}),
             rangeOf};
 }
 

@@ -1,6 +1,6 @@
 // The transfer curve of Recommendation ITU-R BT.709 and its inverse, on values of which 0 is black and 1 is white: a line up to
-// the knee, a power above it. The knee of the inverse is 0.0812, where the forward curve has 0.081 at its own. The two do not
-// meet, and that is meant.
+// the knee, a power above it. The knee of the inverse is 0.0812, where the forward curve has 0.081 at its own. Meant: the two
+// do not meet, and with one knee for both, dark samples would change.
 #pragma once
 
 #include <cstdint>

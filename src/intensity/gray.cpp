@@ -16,26 +16,27 @@ namespace {
 constexpr float fixedWeights[3] = {0.299f, 0.587f, 0.114f};
 
 template <class Number>
-struct Weights {
+struct GrayWeights {
     Number c[3];
 };
 
 // No weights are a request for the fixed ones, where there are any: doubles have none, and take what is there.
 template <class Number>
-struct GivenWeights {
+struct WeightExtras {
     const Number* numbers = nullptr;
 };
 
 template <class Number>
-Weights<Number> weights(const GivenWeights<Number>& given) {
-    Weights<Number> w;
-    const void* const numbers = given.numbers || sizeof(Number) == 8 ? static_cast<const void*>(given.numbers) : fixedWeights;
+GrayWeights<Number> weights(const WeightExtras<Number>& extras) {
+    GrayWeights<Number> w;
+    const void* const numbers = extras.numbers || sizeof(Number) == 8 ? static_cast<const void*>(extras.numbers) : fixedWeights;
     __builtin_memcpy(w.c, numbers, sizeof w.c);
     return w;
 }
 
-// Weights as words of 15 fractional bits. The fixed ones sum up to 32769, one more than 1, and that is meant. A weight that is
-// negative, 2 or more loses its high bits.
+// Weights as words of 15 fractional bits. The fixed ones sum up to 32769, one more than 1. Meant: with 32768 some
+// grays would fall by one. A weight that
+// is negative, 2 or more loses its high bits.
 struct WordWeights {
     uint16_t c[3];
 
@@ -51,9 +52,9 @@ constexpr double inWords(float c) { return double(c) * 32768.0 + 0.5; }
 constexpr WordWeights fixedWordWeights{
     {uint16_t(inWords(fixedWeights[0])), uint16_t(inWords(fixedWeights[1])), uint16_t(inWords(fixedWeights[2]))}};
 
-WordWeights wordWeights(const GivenWeights<float>& given) {
-    if (!given.numbers) return fixedWordWeights;
-    const Weights<float> w = weights(given);
+WordWeights wordWeights(const WeightExtras<float>& extras) {
+    if (!extras.numbers) return fixedWordWeights;
+    const GrayWeights<float> w = weights(extras);
     const auto word = [](float c) { return static_cast<uint16_t>(truncated(inWords(c))); };
     return {{word(w.c[0]), word(w.c[1]), word(w.c[2])}};
 }
@@ -64,11 +65,10 @@ ZEL_INLINE Words roundedLight(UWords s) { return mulRound((Words)s, splatWord(25
 // Bytes, in most columns: products lose their low eight bits one by one, so that the sum has room in a word. Heavier weights than
 // the fixed ones may carry it beyond the signed words, and then it comes out black.
 template <class Pixels>
-class GrayInWords {
+class GrayInWords : public FewOperations {
   public:
     using Constants = WordWeights;
     static constexpr int sites = blockPixels;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         if (k.areLight())
@@ -100,11 +100,10 @@ class GrayInWords {
 
 // Bytes, in the last columns: the sum is exact, rounded to the nearest and cut down to a byte.
 template <class Pixels>
-class GrayInDwords {
+class GrayInDwords : public FewOperations {
   public:
     using Constants = WordWeights;
     static constexpr int sites = blockPixels;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit GrayInDwords(const Constants& k)
         : c01_(splatWords(k.c[0] & 0x7fff, k.c[1] & 0x7fff)),
@@ -144,7 +143,7 @@ struct Sum {
 template <class Layout>
 class GrayInFloats {
   public:
-    using Constants = Weights<float>;
+    using Constants = GrayWeights<float>;
     static constexpr int sites = vectorBytes / 4;
 
     ZEL_INLINE explicit GrayInFloats(const Constants& k) : sum_{splatFloat(k.c[0]), splatFloat(k.c[1]), splatFloat(k.c[2])} {}
@@ -160,7 +159,7 @@ class GrayInFloats {
 template <class Layout>
 class GrayInDoubles {
   public:
-    using Constants = Weights<double>;
+    using Constants = GrayWeights<double>;
     static constexpr int sites = vectorBytes / 8;
 
     ZEL_INLINE explicit GrayInDoubles(const Constants& k) : sum_{splatDouble(k.c[0]), splatDouble(k.c[1]), splatDouble(k.c[2])} {}
@@ -179,7 +178,8 @@ struct CutToWords {
 };
 
 // Of each four results d0 to d3 the words are low(d0) | high(d2), high(d0) | low(d1), low(d2) | high(d1), high(d2) | low(d3):
-// results that a word has no room for leak into their neighbours, and that is meant.
+// results that a word has no room for leak into their neighbours. Meant: bounded, results of
+// weights that add up to more than 1 would change.
 struct MixIntoWords {
     ZEL_INLINE static Words words(Dwords even, Dwords odd) {
         const UDwords leaking = (UDwords)((UQwords)even >> 32 | (UQwords)odd << 32) >> 16;
@@ -196,29 +196,28 @@ struct SaturateToWords {
 
 // Signed words are weighed as unsigned ones, 32768 above.
 template <template <class> class Layout, class Depth, class Store>
-class GrayOfWords {
+class GrayOfWords : public FewOperations {
   public:
-    using Constants = Weights<float>;
+    using Constants = GrayWeights<float>;
     static constexpr int sites = vectorBytes / 2;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE explicit GrayOfWords(const Constants& k) : sum_{splatFloat(k.c[0]), splatFloat(k.c[1]), splatFloat(k.c[2])} {}
 
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto x = Layout<Depth16u>::load(row.in[0] + block * sites * Layout<Depth16u>::bytes);
-        const Words lifted[3] = {lift(x.a), lift(x.b), lift(x.c)};
+        const Words samples[3] = {fromZero(x.a), fromZero(x.b), fromZero(x.c)};
         const auto gray = [&](Floats x0, Floats x1, Floats x2) ZEL_INLINE_LAMBDA {
             const Dwords result = rounded(sum_(x0, x1, x2));
             return Depth::isSigned ? (Dwords)((UDwords)result - (UDwords)splatDword(32768)) : result;
         };
         using D = Depth16u;
-        const Dwords evens = gray(D::evens(lifted[0]), D::evens(lifted[1]), D::evens(lifted[2]));
-        const Dwords odds = gray(D::odds(lifted[0]), D::odds(lifted[1]), D::odds(lifted[2]));
+        const Dwords evens = gray(D::evens(samples[0]), D::evens(samples[1]), D::evens(samples[2]));
+        const Dwords odds = gray(D::odds(samples[0]), D::odds(samples[1]), D::odds(samples[2]));
         storeVector(row.out[0] + block * vectorBytes, Store::words(evens, odds));
     }
 
   private:
-    ZEL_INLINE static Words lift(Words x) { return Depth::isSigned ? x ^ splatWord(0x8000) : x; }
+    ZEL_INLINE static Words fromZero(Words x) { return Depth::isSigned ? x ^ splatWord(0x8000) : x; }
 
     Sum<Floats> sum_;
 };
@@ -226,11 +225,9 @@ class GrayOfWords {
 // Samples of `size` bytes, each `channels` times, or three times and the caller's alpha.
 template <int size, int channels>
 struct Replicate {
-    using Constants = NoConstants;
     static constexpr int sites = vectorBytes / size;
     static constexpr bool keepsUp = true;
 
-    ZEL_INLINE explicit Replicate(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const Repeated<size, channels> repeated(row.in[0] + block * vectorBytes, row.alpha.bits);
         const Destination out = row.out[0] + block * vectorBytes * channels;
@@ -240,11 +237,9 @@ struct Replicate {
 
 // The even bytes of packed pixels. A site is a pair of them.
 struct EvenBytes {
-    using Constants = NoConstants;
     static constexpr int sites = vectorBytes / 2;
     static constexpr bool keepsUp = true;
 
-    ZEL_INLINE explicit EvenBytes(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const uint8_t* const in = row.in[0] + block * 2 * vectorBytes;
         storeVector(row.out[0] + block * vectorBytes, evenBytes(loadBytes(in), loadBytes(in + vectorBytes)));
@@ -253,30 +248,30 @@ struct EvenBytes {
 
 constexpr Conversion conversion(int bytesFrom, int bytesTo, Kernel block, Kernel tail = {}, int (*blockColumns)(int) = nullptr) {
     return {.site = {1, 1},
-            .from = {1, {{0, uint8_t(bytesFrom)}}},
-            .to = {1, {{0, uint8_t(bytesTo)}}},
+            .from = layoutOf({{0, uint8_t(bytesFrom)}}),
+            .to = layoutOf({{0, uint8_t(bytesTo)}}),
             .block = block,
             .tail = tail,
             .blockColumns = blockColumns};
 }
 
 template <class Lifted, class Pixels, int columns>
-constexpr Parametric<WordWeights, GivenWeights<float>> grayOfBytes{
+constexpr Parametric<WordWeights, WeightExtras<float>> grayOfBytes{
     conversion(Pixels::bytes, 1, parametric<GrayInWords<Lifted>>, parametric<GrayInDwords<Pixels>>, wholeBlocks<columns>),
     wordWeights};
 
 template <template <class> class Layout, class Depth, class Store>
-constexpr Parametric<Weights<float>, GivenWeights<float>> grayOfWords{
+constexpr Parametric<GrayWeights<float>, WeightExtras<float>> grayOfWords{
     conversion(Layout<Depth>::bytes, 2, parametric<GrayOfWords<Layout, Depth, Store>>,
                parametric<GrayOfWords<Layout, Depth, CutToWords>>, wholeBlocks<4>),
     weights<float>};
 
 template <template <class> class Layout>
-constexpr Parametric<Weights<float>, GivenWeights<float>> grayOfFloats{
+constexpr Parametric<GrayWeights<float>, WeightExtras<float>> grayOfFloats{
     conversion(Layout<Depth32f>::bytes, 4, parametric<GrayInFloats<Layout<Depth32f>>>), weights<float>};
 
 template <template <class> class Layout>
-constexpr Parametric<Weights<double>, GivenWeights<double>> grayOfDoubles{
+constexpr Parametric<GrayWeights<double>, WeightExtras<double>> grayOfDoubles{
     conversion(Layout<Depth64f>::bytes, 8, parametric<GrayInDoubles<Layout<Depth64f>>>), weights<double>};
 
 template <int size, int channels>
@@ -314,13 +309,13 @@ constexpr auto zeliColorToGray_64f_AC4C1R = grayOfDoubles<InterleavedFour>;
 constexpr auto zeliGrayToRGB_8u_C1C3R = colourOfGray<1, 3>;
 constexpr auto zeliGrayToRGB_16u_C1C3R = colourOfGray<2, 3>;
 constexpr auto zeliGrayToRGB_32f_C1C3R = colourOfGray<4, 3>;
-constexpr auto zeliGrayToRGB_8u_C1C4R = colourOfGray<1, 4>;
-constexpr auto zeliGrayToRGB_16u_C1C4R = colourOfGray<2, 4>;
-constexpr auto zeliGrayToRGB_32f_C1C4R = colourOfGray<4, 4>;
+constexpr auto zeliGrayToRGB_8u_C1C4R = withAlpha(colourOfGray<1, 4>);
+constexpr auto zeliGrayToRGB_16u_C1C4R = withAlpha(colourOfGray<2, 4>);
+constexpr auto zeliGrayToRGB_32f_C1C4R = withAlpha(colourOfGray<4, 4>);
 
 constexpr Conversion zeliYCbCr422ToGray_8u_C2C1R{.site = {2, 1},
-                                                 .from = {1, {{0, 4}}},
-                                                 .to = {1, {{0, 2}}},
+                                                 .from = layoutOf({{0, 4}}),
+                                                 .to = layoutOf({{0, 2}}),
                                                  .block = evenBytesKernel,
                                                  .oddPixel = {makePair, evenBytesKernel, evenBytesKernel}};
 

@@ -41,7 +41,7 @@ float maximumOf(const Images& images) {
 
 // Sixteen sums of floats take a row from its first multiple of 16 bytes on, in turn, and are then added in their order. What
 // stands before and behind whole rounds is added by single samples, as doubles. So the last bits of the sum depend on the address
-// of the row, and that is meant: the order is part of the result.
+// of the row. Meant: the order is part of the result, and another one would change its last bits.
 double sumOfRow(const uint8_t* row, size_t width) {
     const auto address = reinterpret_cast<uintptr_t>(row);
     const size_t toBoundary = address % 4 != 0 ? 0 : (16 - address % 16) % 16 / 4;
@@ -110,17 +110,16 @@ void scale(const Images& images, float factor) {
     const auto width = size_t(images.size.width);
     const uint8_t* from = images.source[0];
     uint8_t* to = images.destination[0];
-    const bool bypassing = from != to && exceedsCaches(width * size_t(images.size.height) * 5);
+    const Bypass bypassing(from != to && exceedsCaches(width * size_t(images.size.height) * 5));
     for (int rows = images.size.height; rows != 0; --rows) {
         scaleRow(from, {to, bypassing}, width);
         from = moved(from, size_t(images.sourceStep[0]));
         to = moved(to, size_t(images.destinationStep[0]));
     }
-    if (bypassing) storeFence();
 }
 
 struct ToneMap {
-    using Given = Nothing;
+    using Extras = Nothing;
 
     // What becomes white, and the bytes of the samples by it.
     double (*white)(const Images& images);

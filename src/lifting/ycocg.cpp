@@ -30,12 +30,9 @@ ZEL_INLINE void storePlanes(const Row& row, size_t vector, const auto& x) {
 
 // Bytes to planes of words. No sum of bytes leaves a word.
 template <class Pixels, class Transform>
-struct BytesToWords {
-    using Constants = NoConstants;
+struct BytesToWords : FewOperations {
     static constexpr int sites = blockPixels;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit BytesToWords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const Triple t = FromPacked<Pixels>::load(row, block);
         const Halves b(t.a), g(t.b), r(t.c);
@@ -46,12 +43,9 @@ struct BytesToWords {
 
 // Planes of words to bytes: what wraps in a word is then limited to a byte.
 template <class To, class Transform>
-struct WordsToBytes {
-    using Constants = NoConstants;
+struct WordsToBytes : FewOperations {
     static constexpr int sites = blockPixels;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit WordsToBytes(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto plane = [&](int i) { return loadInPackOrder(row.in[i] + block * 2 * vectorBytes); };
         const PackOrder y = plane(0), co = plane(1), cg = plane(2);
@@ -63,12 +57,9 @@ struct WordsToBytes {
 };
 
 // Bytes to bytes, red first, with the differences around 128. What no byte holds is limited.
-struct BiasedForward {
-    using Constants = NoConstants;
+struct BiasedForward : FewOperations {
     static constexpr int sites = blockPixels;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit BiasedForward(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const Triple t = FromPacked<Interleaved3>::load(row, block);
         const auto low = half(lowBytes(t.a), lowBytes(t.b), lowBytes(t.c)),
@@ -84,12 +75,9 @@ struct BiasedForward {
     }
 };
 
-struct BiasedInverse {
-    using Constants = NoConstants;
+struct BiasedInverse : FewOperations {
     static constexpr int sites = blockPixels;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit BiasedInverse(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const Triple t = FromPlanes::load(row, block);
         const auto low = half(lowBytes(t.a), lowBytes(t.b), lowBytes(t.c)),
@@ -106,12 +94,9 @@ struct BiasedInverse {
 
 // Words to planes of words. The reversible transform wraps like its inverse.
 template <class Pixels>
-struct ReversibleWords {
-    using Constants = NoConstants;
+struct ReversibleWords : FewOperations {
     static constexpr int sites = blockWords;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit ReversibleWords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto x = Pixels::load(row.in[0] + block * sites * Pixels::bytes);
         storePlanes(row, block, Reversible::forward(Colour<Words>{x.a, x.b, x.c}));
@@ -123,43 +108,37 @@ struct ReversibleWords {
 //     Y = (s - ((R ^ B) & 1) + G + 1) >> 1,    Co = -((B - R) >> 1),    Cg = -((s - G) >> 1)
 //
 // are the same numbers. A difference of 32768, one beyond the words, is bounded in the leading columns and wraps in the last
-// ones. That is meant.
+// ones. Meant: with one of both throughout, such pixels would change.
 enum class Narrowing { saturated, wrapped };
 
 template <class Pixels, Narrowing narrowing>
-struct PlainWords {
-    using Constants = NoConstants;
+struct PlainWords : FewOperations {
     static constexpr int sites = blockWords;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit PlainWords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto x = Pixels::load(row.in[0] + block * sites * Pixels::bytes);
-        const UWords b = lifted(x.a), g = lifted(x.b), r = lifted(x.c);
+        const UWords b = fromZero(x.a), g = fromZero(x.b), r = fromZero(x.c);
         const UWords outer = mean(r, b), y = mean(outer - ((r ^ b) & 1), g);
         storePlanes(row, block,
-                    LumaAndDifferences<Words>{(Words)lifted((Words)y), halfDifference(r, b), halfDifference(g, outer)});
+                    LumaAndDifferences<Words>{(Words)fromZero((Words)y), halfDifference(r, b), halfDifference(g, outer)});
     }
 
   private:
     // By 32768, from signed to unsigned or back.
-    ZEL_INLINE static UWords lifted(Words v) { return (UWords)(v ^ splatWord(0x8000)); }
+    ZEL_INLINE static UWords fromZero(Words v) { return (UWords)(v ^ splatWord(0x8000)); }
 
     // -((b - a) >> 1)
     ZEL_INLINE static Words halfDifference(UWords a, UWords b) {
-        const auto negated = (Words)lifted((Words)mean(b, ~a));
+        const auto negated = (Words)fromZero((Words)mean(b, ~a));
         return narrowing == Narrowing::saturated ? subtractSignedSaturated(Words{}, negated) : difference(Words{}, negated);
     }
 };
 
 // Words to planes of dwords: nothing wraps.
 template <class Pixels, class Transform>
-struct WordsToDwords {
-    using Constants = NoConstants;
+struct WordsToDwords : FewOperations {
     static constexpr int sites = blockWords;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit WordsToDwords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto x = Pixels::load(row.in[0] + block * sites * Pixels::bytes);
         const auto spread = [](Words v) { return (Words)spreadHalves((Bytes)v); };
@@ -182,12 +161,9 @@ struct ToFourWords {
 };
 
 template <class To, class Transform>
-struct WordsToWords {
-    using Constants = NoConstants;
+struct WordsToWords : FewOperations {
     static constexpr int sites = blockWords;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit WordsToWords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto plane = [&](int i) { return (Words)loadBytes(row.in[i] + block * vectorBytes); };
         To::store(row, block, Transform::inverse(LumaAndDifferences<Words>{plane(0), plane(1), plane(2)}));
@@ -196,12 +172,9 @@ struct WordsToWords {
 
 // Planes of dwords to words: the sums wrap in dwords, and their low words are stored.
 template <class To, class Transform>
-struct DwordsToWords {
-    using Constants = NoConstants;
+struct DwordsToWords : FewOperations {
     static constexpr int sites = blockWords;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
-    ZEL_INLINE explicit DwordsToWords(Constants) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const auto half = [&](int i) ZEL_INLINE_LAMBDA {
             const auto plane = [&](int p) { return (Dwords)loadBytes(row.in[p] + (2 * block + unsigned(i)) * vectorBytes); };
@@ -212,8 +185,8 @@ struct DwordsToWords {
     }
 };
 
-constexpr Layout packed(int bytes) { return {1, {{0, uint8_t(bytes)}}}; }
-constexpr Layout planes(uint8_t bytes) { return {3, {{0, bytes}, {1, bytes}, {2, bytes}}}; }
+constexpr Layout packed(int bytes) { return layoutOf({{0, uint8_t(bytes)}}); }
+constexpr Layout planes(uint8_t bytes) { return layoutOf({{0, bytes}, {1, bytes}, {2, bytes}}); }
 
 constexpr Conversion conversion(Layout from, Layout to, Kernel rule) {
     return {.site = {1, 1}, .from = from, .to = to, .block = rule, .checks = planesFirst};
@@ -272,18 +245,18 @@ constexpr auto zeliSBGRToYCoCg_Rev_16s32s_C4P3R = ofAnySize(wordsToDwords<Words4
 constexpr auto zeliRGBToYCoCg_8u_C3P3R = conversion(packed(3), planes(1), withoutConstants<BiasedForward>);
 
 constexpr auto zeliYCoCgToBGR_16s8u_P3C3R = wordsToBytes<ToPacked3, 3, Plain>;
-constexpr auto zeliYCoCgToBGR_16s8u_P3C4R = wordsToBytes<ToPacked4, 4, Plain>;
+constexpr auto zeliYCoCgToBGR_16s8u_P3C4R = withAlpha(wordsToBytes<ToPacked4, 4, Plain>);
 constexpr auto zeliYCoCgToBGR_Rev_16s8u_P3C3R = wordsToBytes<ToPacked3, 3, Reversible>;
-constexpr auto zeliYCoCgToBGR_Rev_16s8u_P3C4R = wordsToBytes<ToPacked4, 4, Reversible>;
+constexpr auto zeliYCoCgToBGR_Rev_16s8u_P3C4R = withAlpha(wordsToBytes<ToPacked4, 4, Reversible>);
 constexpr auto zeliYCoCgToRGB_8u_P3C3R = ofAnySize(conversion(planes(1), packed(3), withoutConstants<BiasedInverse>));
 constexpr auto zeliYCoCgToSBGR_16s_P3C3R = ofAnySize(wordsToWords<ToThreeWords, 3, Plain>);
-constexpr auto zeliYCoCgToSBGR_16s_P3C4R = wordsToWords<ToFourWords, 4, Plain>;
+constexpr auto zeliYCoCgToSBGR_16s_P3C4R = withAlpha(wordsToWords<ToFourWords, 4, Plain>);
 constexpr auto zeliYCoCgToSBGR_32s16s_P3C3R = dwordsToWords<ToThreeWords, 3, Plain>;
-constexpr auto zeliYCoCgToSBGR_32s16s_P3C4R = dwordsToWords<ToFourWords, 4, Plain>;
+constexpr auto zeliYCoCgToSBGR_32s16s_P3C4R = withAlpha(dwordsToWords<ToFourWords, 4, Plain>);
 constexpr auto zeliYCoCgToSBGR_Rev_16s_P3C3R = ofAnySize(wordsToWords<ToThreeWords, 3, Reversible>);
-constexpr auto zeliYCoCgToSBGR_Rev_16s_P3C4R = ofAnySize(wordsToWords<ToFourWords, 4, Reversible>);
+constexpr auto zeliYCoCgToSBGR_Rev_16s_P3C4R = withAlpha(ofAnySize(wordsToWords<ToFourWords, 4, Reversible>));
 constexpr auto zeliYCoCgToSBGR_Rev_32s16s_P3C3R = ofAnySize(dwordsToWords<ToThreeWords, 3, Reversible>);
-constexpr auto zeliYCoCgToSBGR_Rev_32s16s_P3C4R = ofAnySize(dwordsToWords<ToFourWords, 4, Reversible>);
+constexpr auto zeliYCoCgToSBGR_Rev_32s16s_P3C4R = withAlpha(ofAnySize(dwordsToWords<ToFourWords, 4, Reversible>));
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL

@@ -1,7 +1,9 @@
 // YCbCr with subsampled chroma to RGB. Chroma is replicated over the pixels of its site; one export interpolates it along the
 // row.
-#include "lumachroma/decode_pairs.h"
-#include "lumachroma/decoding.h"
+#include "frame/passes.h"
+#include "lumachroma/by_alignment.h"
+#include "lumachroma/kernels/decode_pairs.h"
+#include "lumachroma/rules/decoding.h"
 #include "zelcc/lumachroma.h"
 
 namespace zel::ZEL_LEVEL {
@@ -49,7 +51,7 @@ template <const DecodeMatrix& matrix, Green green>
 constexpr BiasedConstants word(ChannelOrder channels) {
     return biasedConstants(matrix, channels, green, 8);
 }
-// No rounding term at all: results truncate, and are meant to.
+// Meant: there is no rounding term at all. With one, results that are cut off would be up to one higher.
 constexpr BiasedConstants plain(ChannelOrder channels) { return biasedConstants(plainMatrix, channels, Green::subtracts, 0); }
 
 template <const DecodeMatrix& matrix, int rounding>
@@ -80,8 +82,6 @@ constexpr DecodeConstants<Rule> constantsOf{constants(channels), order};
 template <int rows, class From, class Rule, class To, typename Rule::Constants (*constants)(ChannelOrder), ChannelOrder channels,
           ChromaOrder order = pFirst>
 constexpr Kernel decode = kernel<DecodePairs<rows, From, Rule, To>>(constantsOf<Rule, constants, channels, order>);
-
-constexpr Layout filteredPlanes420{6, {{0, 2, 0, 2}, {0, 2, 1, 2}, {2, 1}, {1, 1}, {2, 1, 0, 1, 1}, {1, 1, 0, 1, 1}}};
 
 constexpr Checks sizeFirst{Check::size, Check::pointers, Check::planes};
 
@@ -169,17 +169,21 @@ constexpr Conversion planar422ToRgbPlain =
 constexpr Conversion planar422ToRgb =
     decodePlanar422<WordAdding, wordBAdding, rgb, exact<bt601::exactB, 0>>(planes422Crossed, wholeBlocks<8>);
 
-constexpr int filteredColumns(int width) { return ((width / 2 - 1) & ~7) * 2; }
-constexpr Conversion filtered420(Kernel block, Kernel tail) {
-    return {.site = {2, 2},
-            .from = filteredPlanes420,
-            .to = rgb32Two,
-            .block = block,
-            .tail = tail,
-            .blockColumns = filteredColumns,
-            .oddSize = OddSize::warned,
-            .lastSiteAlone = true};
-}
+// Chroma comes a second time, one site on.
+constexpr Layout nextChroma = layoutOf({{2, 1, 0, 1, 1}, {1, 1, 0, 1, 1}});
+
+// The last site of a row has no next one and takes its own.
+constexpr Conversion filtered420{.site = {2, 2},
+                                 .from = joined(planes420Crossed, nextChroma),
+                                 .to = rgb32Two,
+                                 .block = kernel<FilteredKernel<Plain, ToPacked4>>(constantsOf<Plain, plain, bgr>),
+                                 .tail = kernel<FilteredKernel<ExactDecode, ToPacked4>>(constantsOf<ExactDecode, exact4096, bgr>),
+                                 .blockColumns = wholeBlocks<16>};
+constexpr Conversion filtered420LastSite{
+    .site = {2, 2}, .from = joined(planes420Crossed, chromaCrossed), .to = rgb32Two, .block = filtered420.tail};
+constexpr Pass filteredPass[] = {{filtered420, {}, &filtered420LastSite}};
+constexpr Passes filtered{
+    .site = {2, 2}, .passes = filteredPass, .count = 1, .oddSize = OddSize::warned, .checks = pointersFirst};
 
 }  // namespace
 
@@ -187,59 +191,60 @@ namespace rows {
 
 // The two exports whose arithmetic depends on alignment: images that lie on multiples of 16 throughout have a rule without
 // rounding.
-constexpr ByAlignment zeliYCbCr420ToBGR_8u_P3C3R{planar420ToBgrPlain, planar420ToBgr};
-constexpr ByAlignment zeliYCbCr422ToRGB_8u_P3C3R{planar422ToRgbPlain, planar422ToRgb};
+constexpr ByAlignment zeliYCbCr420ToBGR_8u_P3C3R = byAlignment(planar420ToBgrPlain, planar420ToBgr);
+constexpr ByAlignment zeliYCbCr422ToRGB_8u_P3C3R = byAlignment(planar422ToRgbPlain, planar422ToRgb);
 
-constexpr Conversion zeliYCbCr420ToBGR_8u_P3C4R =
-    decode420(planes420, rgb32Two, decode<2, FromChromaPlanes<2>, Folded, ToPacked4, folded420CbCr, bgr>);
+constexpr auto zeliYCbCr420ToBGR_8u_P3C4R =
+    withAlpha(decode420(planes420, rgb32Two, decode<2, FromChromaPlanes<2>, Folded, ToPacked4, folded420CbCr, bgr>));
 constexpr Conversion zeliYCbCr420ToRGB_8u_P3C3R =
     decodePlanar420<WordAdding, ToPacked3, wordBAdding, rgb>(planes420Crossed, rgb24Two);
-constexpr Conversion zeliYCrCb420ToRGB_8u_P3C4R =
-    decodePlanar420<WordSubtracting, ToPacked4, wordBSubtracting, rgb>(planes420, rgb32Two);
+constexpr auto zeliYCrCb420ToRGB_8u_P3C4R =
+    withAlpha(decodePlanar420<WordSubtracting, ToPacked4, wordBSubtracting, rgb>(planes420, rgb32Two));
 
 constexpr Conversion zeliYCbCr420ToBGR_709CSC_8u_P3C3R =
     decodePlanar420<WordAdding, ToPacked3, word<bt709::word, Green::adds>, bgr, bt709::exact>(planes420, rgb24Two);
-constexpr Conversion zeliYCbCr420ToBGR_709HDTV_8u_P3C4R =
-    decode420(planes420, rgb32Two, decode<2, FromChromaPlanes<2>, FoldedFull, ToPacked4, foldedFull, bgr>);
+constexpr auto zeliYCbCr420ToBGR_709HDTV_8u_P3C4R =
+    withAlpha(decode420(planes420, rgb32Two, decode<2, FromChromaPlanes<2>, FoldedFull, ToPacked4, foldedFull, bgr>));
 
 constexpr Conversion zeliYCbCr420ToBGR_8u_P2C3R = decodeSemiPlanar<ToPacked3, bgr, folded420CbCr, pFirst>(rgb24Two);
-constexpr Conversion zeliYCbCr420ToBGR_8u_P2C4R = decodeSemiPlanar<ToPacked4, bgr, folded420CbCr, pFirst>(rgb32Two);
+constexpr auto zeliYCbCr420ToBGR_8u_P2C4R = withAlpha(decodeSemiPlanar<ToPacked4, bgr, folded420CbCr, pFirst>(rgb32Two));
 constexpr Conversion zeliYCbCr420ToRGB_8u_P2C3R = decodeSemiPlanar<ToPacked3, rgb, folded420CbCr, qFirst>(rgb24Two);
-constexpr Conversion zeliYCbCr420ToRGB_8u_P2C4R = decodeSemiPlanar<ToPacked4, rgb, folded420CbCr, qFirst>(rgb32Two);
+constexpr auto zeliYCbCr420ToRGB_8u_P2C4R = withAlpha(decodeSemiPlanar<ToPacked4, rgb, folded420CbCr, qFirst>(rgb32Two));
 constexpr Conversion zeliYCrCb420ToBGR_8u_P2C3R = decodeSemiPlanar<ToPacked3, bgr, folded420CrCb, qFirst>(rgb24Two);
-constexpr Conversion zeliYCrCb420ToBGR_8u_P2C4R = decodeSemiPlanar<ToPacked4, bgr, folded420CrCb, qFirst>(rgb32Two, sizeFirst);
+constexpr auto zeliYCrCb420ToBGR_8u_P2C4R =
+    withAlpha(decodeSemiPlanar<ToPacked4, bgr, folded420CrCb, qFirst>(rgb32Two, sizeFirst));
 constexpr Conversion zeliYCrCb420ToRGB_8u_P2C3R = decodeSemiPlanar<ToPacked3, rgb, folded420CrCb, pFirst>(rgb24Two);
-constexpr Conversion zeliYCrCb420ToRGB_8u_P2C4R = decodeSemiPlanar<ToPacked4, rgb, folded420CrCb, pFirst>(rgb32Two, sizeFirst);
+constexpr auto zeliYCrCb420ToRGB_8u_P2C4R =
+    withAlpha(decodeSemiPlanar<ToPacked4, rgb, folded420CrCb, pFirst>(rgb32Two, sizeFirst));
 
-constexpr Conversion zeliYCrCb420ToBGR_Filter_8u_P3C4R =
-    filtered420(kernel<FilteredKernel<Plain, ToPacked4>>(constantsOf<Plain, plain, bgr>),
-                kernel<FilteredKernel<ExactDecode, ToPacked4>>(constantsOf<ExactDecode, exact4096, bgr>));
+constexpr auto zeliYCrCb420ToBGR_Filter_8u_P3C4R = withAlpha(filtered);
 
 constexpr Conversion zeliYCbCr422ToRGB_8u_C2C3R = decodePacked<ToPacked3, WordAdding, wordAAdding, rgb, qFirst>(rgb24Pair);
 constexpr Conversion zeliYCbCr422ToRGB_8u_C2P3R = decodePacked<ToPlanes, WordAdding, wordAAdding, rgb, qFirst>(rgbPlanesPair);
 constexpr Conversion zeliYCrCb422ToRGB_8u_C2P3R = decodePacked<ToPlanes, WordAdding, wordAAdding, rgb, pFirst>(rgbPlanesPair);
 constexpr Conversion zeliYCbCr422ToBGR_8u_C2C3R = decodePacked<ToPacked3, WordAdding, wordBAdding, bgr, pFirst>(rgb24Pair);
-constexpr Conversion zeliYCbCr422ToBGR_8u_C2C4R =
-    decodePacked<ToPacked4, WordSubtracting, wordBSubtracting, bgr, pFirst>(rgb32Pair);
+constexpr auto zeliYCbCr422ToBGR_8u_C2C4R =
+    withAlpha(decodePacked<ToPacked4, WordSubtracting, wordBSubtracting, bgr, pFirst>(rgb32Pair));
 
-constexpr Conversion zeliYCbCr422ToRGB_8u_C2C4R = decodePackedFolded<ToPacked4, rgb, qFirst>(rgb32Pair);
+constexpr auto zeliYCbCr422ToRGB_8u_C2C4R = withAlpha(decodePackedFolded<ToPacked4, rgb, qFirst>(rgb32Pair));
 constexpr Conversion zeliYCrCb422ToRGB_8u_C2C3R = decodePackedFolded<ToPacked3, rgb, pFirst>(rgb24Pair);
-constexpr Conversion zeliYCrCb422ToRGB_8u_C2C4R = decodePackedFolded<ToPacked4, rgb, pFirst>(rgb32Pair);
+constexpr auto zeliYCrCb422ToRGB_8u_C2C4R = withAlpha(decodePackedFolded<ToPacked4, rgb, pFirst>(rgb32Pair));
 constexpr Conversion zeliYCrCb422ToBGR_8u_C2C3R = decodePackedFolded<ToPacked3, bgr, qFirst>(rgb24Pair);
-constexpr Conversion zeliYCrCb422ToBGR_8u_C2C4R = decodePackedFolded<ToPacked4, bgr, qFirst>(rgb32Pair);
+constexpr auto zeliYCrCb422ToBGR_8u_C2C4R = withAlpha(decodePackedFolded<ToPacked4, bgr, qFirst>(rgb32Pair));
 
 constexpr Conversion zeliYCbCr422ToBGR_8u_P3C3R =
     decodePlanar422<WordAdding, wordBAdding, bgr, exact<bt601::exactA, 0>>(planes422, wholeBlocks<16>);
 
 constexpr Conversion zeliCbYCr422ToRGB_8u_C2C3R = decodeChromaFirst<ToPacked3, bt601::wordB, bt601::exactB, rgb>(rgb24Pair);
-constexpr Conversion zeliCbYCr422ToBGR_8u_C2C4R = decodeChromaFirst<ToPacked4, bt601::wordB, bt601::exactB, bgr>(rgb32Pair);
+constexpr auto zeliCbYCr422ToBGR_8u_C2C4R = withAlpha(decodeChromaFirst<ToPacked4, bt601::wordB, bt601::exactB, bgr>(rgb32Pair));
 constexpr Conversion zeliCbYCr422ToBGR_709HDTV_8u_C2C3R =
     decodeChromaFirst<ToPacked3, bt709Full::word, bt709Full::exact, bgr>(rgb24Pair);
-constexpr Conversion zeliCbYCr422ToBGR_709HDTV_8u_C2C4R =
-    decodeChromaFirst<ToPacked4, bt709Full::word, bt709Full::exact, bgr>(rgb32Pair);
+constexpr auto zeliCbYCr422ToBGR_709HDTV_8u_C2C4R =
+    withAlpha(decodeChromaFirst<ToPacked4, bt709Full::word, bt709Full::exact, bgr>(rgb32Pair));
 
 constexpr Conversion zeliYCbCr411ToBGR_8u_P3C3R = decode411(rgb24Quad, kernel<DecodeQuads<ExactDecode, ToPacked3>>(exact411));
-constexpr Conversion zeliYCbCr411ToBGR_8u_P3C4R = decode411(rgb32Quad, kernel<DecodeQuads<ExactDecode, ToPacked4>>(exact411));
+constexpr auto zeliYCbCr411ToBGR_8u_P3C4R =
+    withAlpha(decode411(rgb32Quad, kernel<DecodeQuads<ExactDecode, ToPacked4>>(exact411)));
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL

@@ -2,7 +2,7 @@
 // the channels over its pixels: a box average, with the matrix last. A site is 2 x 1 (4:2:2), 2 x 2 (4:2:0) or 4 x 1 pixels
 // (4:1:1).
 #include "intensity/gamma_curve.h"
-#include "lumachroma/encode_sites.h"
+#include "lumachroma/encode_tables.h"
 #include "zelcc/lumachroma.h"
 
 namespace zel::ZEL_LEVEL {
@@ -20,7 +20,7 @@ class SummedChroma {
     ZEL_INLINE explicit SummedChroma(const Constants& k) : first_(k.first), second_(k.second) {}
 
     ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
-        const WordPairs ab(a, b), cb(c, b);
+        const ChannelPairs ab(a, b), cb(c, b);
         return {first_.template at<shift>(ab, cb), second_.template at<shift>(ab, cb)};
     }
 
@@ -57,9 +57,9 @@ constexpr EncodeConstants<RoundedLuma, Chroma> rounded(int lumaBias, int chromaB
 
 constexpr auto word420Bgr709 = word<WordLuma, Word420, bgr>(bt709::encodeWord, halfUp, bias420Word);
 
-// The biases hold 2 of the 32 that would round: the results truncate, and are meant to.
+// Meant: the biases hold 2 of the 32 that would round. With 32, nearly half of the results would rise by one.
 constexpr auto rounded420Rgb = rounded<Rounded420, rgb>(16 * 64 + 2, 128 * 64 + 2);
-// Here nothing is added before the shift, and that is meant too.
+// Meant: here not even the 2 are added, and with them some results would rise by one.
 constexpr auto rounded411Bgr = rounded<Rounded411, bgr>(16 * 64, 128 * 64);
 
 constexpr auto exact420Bgr709 = exact<ExactPixels, Exact420<Outer::a>, bgr>(bt709::encode, lumaBias, bias420);
@@ -75,7 +75,7 @@ constexpr EncodeConstants<ExactPixels, Chroma> packedTail{exactSum(bt601::encode
                                                           packed<Chroma>.chroma};
 
 // Cb Y Cr Y from RGB: blocks by exact sums at scale 32768. Chroma has a half, less one last bit in Cr, where the tail has an
-// eighth, and both are meant. The weights of Cr add up to 1 rather than 0.
+// eighth, and the weights of Cr add up to 1 rather than 0. Meant: with one bias for both, chroma would change.
 constexpr EncodeConstants<ByteLuma, SummedChroma<15>> chromaFirstRgb{
     byteLuma(bt601::encodeWord.y, rgb, 0x84000),
     {exactSum(bt601::encodeRounded.cb, rgb, 0x404000), exactSum(bt601::encodeRounded.cr, rgb, 0x403fff)}};
@@ -88,7 +88,7 @@ constexpr auto chromaFirstLastRgb = exact<ExactPixels, Exact422<Outer::c>, rgb>(
 constexpr auto chromaFirstLastBgr = exact<ExactPixels, Exact422<Outer::a>, bgr>(bt601::encode, lumaBias, bias422Rounded);
 
 // Full range: luma without an offset; chroma of the blocks has a half, in the tail of 4:2:0 an eighth. In that of 4:2:2 it has a
-// half, of Cr less two last bits. All of it is meant.
+// half, of Cr less two last bits. Meant: with one bias for all, chroma would change by one at the ends of rows.
 constexpr auto full420Bgr = word<FullLuma, FullWord420, bgr>(bt709Full::encodeWord, 64, 8224);
 constexpr auto full422Bgr = word<FullLuma, FullWord422, bgr>(bt709Full::encodeWord, 64, 8224);
 constexpr auto fullExact420Bgr = exact<FullExactLuma, FullExact420, bgr>(bt709Full::encode, 0x8000, bias420);

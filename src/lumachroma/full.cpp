@@ -1,8 +1,10 @@
 // RGB to and from YCbCr at full resolution: every pixel has its own chroma. Block and tail of a row follow different rules where
-// the table says so: a colour may then convert differently at two places of one row, and that is meant.
+// the table says so: a colour may then convert differently at two places of one row. Meant: with one rule for both, the
+// ends of rows would change.
 #include "frame/layouts.h"
-#include "lumachroma/decode_pixels.h"
-#include "lumachroma/encoding.h"
+#include "lumachroma/kernels/decode_pixels.h"
+#include "lumachroma/layouts.h"
+#include "lumachroma/rules/encoding.h"
 #include "simd/samples.h"
 #include "zelcc/lumachroma.h"
 
@@ -29,7 +31,8 @@ using EncodeWord = Encode<TruncatedLuma<8>, TruncatedChroma<7>>;
 using EncodeExact = Encode<ExactPixels, ExactPixels>;
 
 // RGB alone: Cb is a difference from channel c, Cr one from channel a. Only 2 of the 32 that would round are added before the
-// shift, so this rule is one below the exact one for nearly half of all colours. That is meant.
+// shift, so this rule is one below the exact one for nearly half of all colours. Meant: rounded,
+// those would change.
 struct EncodeRounded {
     struct Constants {
         RoundedLumaConstants luma;
@@ -155,8 +158,8 @@ constexpr ExactDecodeConstants exactRgbARounded = exactConstants(bt601::exactA, 
 constexpr ExactDecodeConstants exactRgbB = exactConstants(bt601::exactB, ChannelOrder::rgb, 0);
 constexpr ExactDecodeConstants exactRgbBRounded = exactConstants(bt601::exactB, ChannelOrder::rgb, 32768);
 
-constexpr Layout packed3{1, {{0, 3}}}, packed4{1, {{0, 4}}}, planes{3, {{0, 1}, {1, 1}, {2, 1}}};
-constexpr Layout planesCrossed{3, {{0, 1}, {2, 1}, {1, 1}}};  // the chroma that drives red before the one that drives blue
+constexpr Layout planesCrossed =
+    layoutOf({{0, 1}, {2, 1}, {1, 1}});  // the chroma that drives red before the one that drives blue
 
 constexpr Conversion conversion(Layout from, Layout to, Kernel block, Kernel tail = {}, int (*blockColumns)(int) = nullptr) {
     return {.site = {1, 1}, .from = from, .to = to, .block = block, .tail = tail, .blockColumns = blockColumns};
@@ -186,30 +189,31 @@ constexpr Conversion zeliRGBToYCbCr_8u_C3R =
                wholeBlocks<16>);
 constexpr Conversion zeliRGBToYCbCr_8u_AC4R = keepingAlpha(kernel<EncodeExactAlpha>(rgbExact));
 constexpr Conversion zeliRGBToYCbCr_8u_AC4P3R =
-    conversion(packed4, planes, encodeWord<From4, ToPlanes>, encodeExact<From4, ToPlanes>, wholeBlocks<8>);
+    conversion(packed4, planes3, encodeWord<From4, ToPlanes>, encodeExact<From4, ToPlanes>, wholeBlocks<8>);
 constexpr Conversion zeliRGBToYCbCr_8u_C3P3R =
-    conversion(packed3, planes, encodeWord<From3, ToPlanes>, encodeExact<From3, ToPlanes>, wholeBlocks<8>);
+    conversion(packed3, planes3, encodeWord<From3, ToPlanes>, encodeExact<From3, ToPlanes>, wholeBlocks<8>);
 constexpr Conversion zeliRGBToYCbCr_8u_P3R =
-    conversion(planes, planes, encodeWord<FromPlanes, ToPlanes>, encodeExact<FromPlanes, ToPlanes>, wholeBlocks<8>);
+    conversion(planes3, planes3, encodeWord<FromPlanes, ToPlanes>, encodeExact<FromPlanes, ToPlanes>, wholeBlocks<8>);
 
 constexpr Conversion zeliYCbCrToRGB_8u_C3R =
     conversion(packed3, packed3, kernel<PixelKernel<From3, DecodeCrossed<BiasedDecode<Green::adds, 4>>, ToPacked3>>(wordRgbA),
                kernel<PixelKernel<From3, DecodeCrossed<ExactDecode>, ToPacked3>>(exactRgbA), wholeBlocks<4>);
 constexpr Conversion zeliYCbCrToRGB_8u_AC4R = keepingAlpha(kernel<DecodeExactAlpha>(exactRgbA));
 constexpr Conversion zeliYCbCrToRGB_8u_P3R =
-    conversion(planesCrossed, planes, decodeWord<ToPlanes, Green::adds, wordRgbATruncated>,
+    conversion(planesCrossed, planes3, decodeWord<ToPlanes, Green::adds, wordRgbATruncated>,
                decodeExact<ToPlanes, exactRgbARounded>, wholeBlocks<4>);
 constexpr Conversion zeliYCbCrToRGB_8u_P3C3R = conversion(planesCrossed, packed3, decodeWord<ToPacked3, Green::adds, wordRgbB>,
                                                           decodeExact<ToPacked3, exactRgbB>, wholeBlocks<8>);
-constexpr Conversion zeliYCbCrToRGB_8u_P3C4R =
-    conversion(planesCrossed, packed4, decodeWord<ToPacked4, Green::subtracts, wordRgbBSubtracted>,
-               decodeExact<ToPacked4, exactRgbBRounded>, wholeBlocks<8>);
-constexpr Conversion zeliYCbCrToBGR_8u_P3C3R = conversion(planes, packed3, decodeWord<ToPacked3, Green::adds, wordBgrB>);
-constexpr Conversion zeliYCbCrToBGR_8u_P3C4R =
-    conversion(planes, packed4, decodeWord<ToPacked4, Green::subtracts, wordBgrBSubtracted>);
-constexpr Conversion zeliYCbCrToBGR_709CSC_8u_P3C3R = conversion(planes, packed3, decodeWord<ToPacked3, Green::adds, wordBgr709>);
-constexpr Conversion zeliYCbCrToBGR_709CSC_8u_P3C4R =
-    conversion(planes, packed4, decodeWord<ToPacked4, Green::subtracts, wordBgr709Subtracted>);
+constexpr auto zeliYCbCrToRGB_8u_P3C4R =
+    withAlpha(conversion(planesCrossed, packed4, decodeWord<ToPacked4, Green::subtracts, wordRgbBSubtracted>,
+                         decodeExact<ToPacked4, exactRgbBRounded>, wholeBlocks<8>));
+constexpr Conversion zeliYCbCrToBGR_8u_P3C3R = conversion(planes3, packed3, decodeWord<ToPacked3, Green::adds, wordBgrB>);
+constexpr auto zeliYCbCrToBGR_8u_P3C4R =
+    withAlpha(conversion(planes3, packed4, decodeWord<ToPacked4, Green::subtracts, wordBgrBSubtracted>));
+constexpr Conversion zeliYCbCrToBGR_709CSC_8u_P3C3R =
+    conversion(planes3, packed3, decodeWord<ToPacked3, Green::adds, wordBgr709>);
+constexpr auto zeliYCbCrToBGR_709CSC_8u_P3C4R =
+    withAlpha(conversion(planes3, packed4, decodeWord<ToPacked4, Green::subtracts, wordBgr709Subtracted>));
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL

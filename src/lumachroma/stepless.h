@@ -4,6 +4,7 @@
 #pragma once
 
 #include "frame/arguments.h"
+#include "lumachroma/by_alignment.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -11,7 +12,7 @@ constexpr int never = INT32_MAX;
 
 template <class C>
 struct Stepless {
-    using Given = typename C::Given;
+    using Extras = typename C::Extras;
 
     const C& stepped;
     int longRowFrom = never;  // pixels of an image of even width
@@ -23,9 +24,12 @@ struct Stepless {
 
 template <class C>
 constexpr Stepless<C> stepless(const C& c, int longRowFrom = never) {
-    const Conversion& any = anyOf(c);
-    return {c, longRowFrom, any.site, any.minimum, any.oddSize, any.checks};
+    return {c, longRowFrom, c.site, c.minimum, c.oddSize, c.checks};
 }
+
+// Has the layouts of the conversion.
+ZEL_INLINE const Conversion& withLayouts(const Conversion& c) { return c; }
+ZEL_INLINE const Conversion& withLayouts(const ByAlignment& c) { return c.aligned; }
 
 ZEL_INLINE uint64_t pixelsOf(ZelSize size) { return uint64_t(unsigned(size.width)) * unsigned(size.height); }
 
@@ -46,8 +50,8 @@ ZEL_INLINE ptrdiff_t packedRowBytes(const Conversion& c, const Stream& s, int wi
 }
 
 template <class C>
-ZEL_INLINE void convert(const Stepless<C>& s, Images& images, typename C::Given given) {
-    const Conversion& any = anyOf(s.stepped);
+ZEL_INLINE void convert(const Stepless<C>& s, Images& images, typename C::Extras extras) {
+    const Conversion& any = withLayouts(s.stepped);
     const auto forEachPlane = [&](const auto& f) {
         for (int i = 0; i < any.from.count; ++i) f(any.from.streams[i], images.source, images.sourceStep);
         for (int i = 0; i < any.to.count; ++i) f(any.to.streams[i], images.destination, images.destinationStep);
@@ -56,21 +60,20 @@ ZEL_INLINE void convert(const Stepless<C>& s, Images& images, typename C::Given 
         forEachPlane([&](const Stream& stream, auto&, auto& steps) {
             steps[stream.plane] = packedRowBytes(any, stream, images.size.width);
         });
-        return convert(choose(s.stepped, images), images, given);
+        return convert(s.stepped, images, extras);
     }
     // A row has no step, so the pointers alone decide about alignment. Its length is an int.
     constexpr unsigned atOnce = 1u << 30;
-    const Conversion& c = choose(s.stepped, images);
     uint64_t rest = pixelsOf(images.size);
     for (; rest > atOnce; rest -= atOnce) {
         images.size = {int(atOnce), 1};
-        convert(c, images, given);
+        convert(s.stepped, images, extras);
         forEachPlane([&](const Stream& stream, auto& planes, auto&) {
-            planes[stream.plane] = moved(planes[stream.plane], atOnce / c.site.width * stream.bytes);
+            planes[stream.plane] = moved(planes[stream.plane], atOnce / any.site.width * stream.bytes);
         });
     }
     images.size = {int(rest), 1};
-    convert(c, images, given);
+    convert(s.stepped, images, extras);
 }
 
 }  // namespace zel::ZEL_LEVEL

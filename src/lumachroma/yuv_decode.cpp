@@ -1,6 +1,8 @@
 // Analog YUV to RGB, from full resolution, 4:2:2 and 4:2:0. Block and tail of a row follow different rules where the table says
-// so, and the coefficients of like rules differ by one from export to export: that is meant.
-#include "lumachroma/analog_decoding.h"
+// so, and the coefficients of like rules differ by one from export to export. Meant: with shared coefficients or one rule, some
+// colours would change by one.
+#include "lumachroma/kernels/decode_pairs.h"
+#include "lumachroma/rules/analog_decoding.h"
 #include "lumachroma/stepless.h"
 #include "zelcc/yuv.h"
 
@@ -36,8 +38,6 @@ template <class To, class Rule, const auto& constants>
 constexpr Kernel decode422 = kernel<DecodePairs<1, FromChromaPlanes<1>, Rule, To>>(forPairs<Rule, constants>);
 template <class To, class Rule, const auto& constants>
 constexpr Kernel decodePacked422 = kernel<DecodePairs<1, FromPackedPairs, Rule, To>>(forPairs<Rule, constants>);
-
-constexpr Layout packed3{1, {{0, 3}}}, packed4{1, {{0, 4}}}, planes3{3, {{0, 1}, {1, 1}, {2, 1}}};
 
 constexpr Conversion from444(Layout from, Layout to, Kernel block, Kernel tail = {}, int (*blockColumns)(int) = nullptr) {
     return {.site = {1, 1}, .from = from, .to = to, .block = block, .tail = tail, .blockColumns = blockColumns};
@@ -80,8 +80,8 @@ constexpr Conversion zeliYUVToRGB_8u_P3R = from444(planes3, planes3, decode444<F
 constexpr Conversion zeliYUVToRGB_8u_P3C3R =
     from444(planes3, packed3, decode444<FromPlanes, ToPacked3, Words13, wordsDown>,
             decode444<FromPlanes, ToPacked3, Exact, exactDownGreenRounded>, wholeBlocks<16>);
-constexpr Conversion zeliYUVToRGB_8u_C3C4R = from444(packed3, packed4, decode444<From3, ToPacked4, Words12, words4096>,
-                                                     decode444<From3, ToPacked4, Exact, exact>, wholeBlocks<8>);
+constexpr auto zeliYUVToRGB_8u_C3C4R = withAlpha(from444(packed3, packed4, decode444<From3, ToPacked4, Words12, words4096>,
+                                                         decode444<From3, ToPacked4, Exact, exact>, wholeBlocks<8>));
 
 constexpr Conversion zeliYUV420ToRGB_8u_P3R = from420(rgbPlanesTwo, decode420<ToPlanes, Exact, exact>);
 constexpr Conversion zeliYUV420ToRGB_8u_P3C3R =

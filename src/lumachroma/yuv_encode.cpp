@@ -1,7 +1,8 @@
 // RGB to analog YUV, at full resolution, 4:2:2 and 4:2:0. Block and tail of a row follow different rules where the table says so:
-// a colour may then convert differently at two places of one row, and that is meant.
+// a colour may then convert differently at two places of one row. Meant: with one rule for both, the ends of rows would change.
 #include "frame/passes.h"
-#include "lumachroma/analog_encoding.h"
+#include "lumachroma/kernels/encode_pairs.h"
+#include "lumachroma/rules/analog_encoding.h"
 #include "lumachroma/stepless.h"
 #include "zelcc/yuv.h"
 
@@ -35,10 +36,8 @@ struct SourceOfOne {
 
 template <class From, bool toPlanes>
 struct LonePixel {
-    using Constants = NoConstants;
     static constexpr int sites = 1;
 
-    ZEL_INLINE explicit LonePixel(const Constants&) {}
     ZEL_INLINE void operator()(const Row& row, size_t) const {
         const int r = From::channel(row, 0), g = From::channel(row, 1), b = From::channel(row, 2);
         const int luma = 9798 * r + 19235 * g + 3736 * b;
@@ -62,7 +61,8 @@ constexpr ExactDirectMatrix::Constants exactDirect{{{19595, 38469, 7471}, 32768}
                                                    exactSum({20152, -16875, -3276}, Outer::a, (128 << 15) + 16384)};
 constexpr ByteSum<8>::Constants luma65536{19595, 38470, 7471};
 constexpr ExactDifferences::Constants exactRounded{luma65536, 32768, 32768};
-// Luma is cut off, and differences are rounded from just above a half. Both are meant.
+// Luma is cut off, and differences are rounded from just above a half. Meant: with halves for both,
+// luma would rise by one for about half of all colours.
 constexpr ExactDifferences::Constants exactTruncated{luma65536, 0, 32767};
 constexpr DoubledConstants doubled{{9798, 19235, 3736}, 16121, 28737};
 
@@ -89,8 +89,7 @@ constexpr Kernel doubledPairs = kernel<EncodePairs<1, From, DoubledPairs, To>>(d
 template <int rows>
 constexpr Kernel roundedSites = kernel<EncodePairs<rows, From3, RoundedDifferences<rows>, ToChromaPlanes>>(rounded<rows>);
 
-constexpr Layout packed3{1, {{0, 3}}}, packed4{1, {{0, 4}}}, planes3{3, {{0, 1}, {1, 1}, {2, 1}}},
-    planes4{4, {{0, 1}, {1, 1}, {2, 1}, {3, 1}}};
+constexpr Layout planes4 = layoutOf({{0, 1}, {1, 1}, {2, 1}, {3, 1}});
 
 constexpr Conversion encode444(Layout from, Layout to, Kernel block, Kernel tail, int (*blockColumns)(int)) {
     return {.site = {1, 1}, .from = from, .to = to, .block = block, .tail = tail, .blockColumns = blockColumns};
@@ -100,11 +99,12 @@ constexpr Conversion keepingAlpha(Kernel rule) {
     return {.site = {1, 1}, .from = packed4, .to = packed4, .block = rule, .keepsAlpha = true};
 }
 
-// The fourth plane is the caller's word.
-constexpr Conversion toAlphaPlane(Kernel block, Kernel tail) {
-    Conversion c = encode444(packed4, planes4, block, tail, wholeBlocks<8>);
-    c.checks = {Check::pointers, Check::size, Check::threePlanes};
-    return c;
+// The plane of alpha is the caller's word: it may be null.
+struct ToAlphaPlane : Conversion {
+    static constexpr int requiredPlanes = 3;
+};
+constexpr ToAlphaPlane toAlphaPlane(Kernel block, Kernel tail) {
+    return {encode444(packed4, planes4, block, tail, wholeBlocks<8>)};
 }
 
 constexpr Conversion encode420(Layout from, Kernel block, Kernel tail = {}) {
@@ -145,7 +145,7 @@ constexpr Conversion zeliRGBToYUV_8u_P3R =
               kernel<PixelKernel<FromPlanes, ExactDirectMatrix, ToPlanes>>(exactDirect), wholeBlocks<4>);
 constexpr Conversion zeliRGBToYUV_8u_C3P3R =
     encode444(packed3, planes3, directWords<From3, ToPlanes>, exactPixels<From3, ToPlanes, exactTruncated>, wholeBlocks<8>);
-constexpr Conversion zeliRGBToYUV_8u_AC4P4R =
+constexpr ToAlphaPlane zeliRGBToYUV_8u_AC4P4R =
     toAlphaPlane(kernel<AlphaPlaneKernel<EncodeHalves<DoubledDifferences>>>(doubled),
                  kernel<AlphaPlaneKernel<EncodeHalves<ExactDifferences>>>(exactRounded));
 
@@ -156,7 +156,7 @@ constexpr auto zeliRGBToYUV420_8u_C3P3 = stepless(zeliRGBToYUV420_8u_C3P3R);
 constexpr auto zeliRGBToYUV420_8u_P3 = stepless(zeliRGBToYUV420_8u_P3R);
 
 // Alignment picks the arithmetic of the blocks.
-constexpr ByAlignment zeliRGBToYUV422_8u_C3P3R{rgb24To422Rounded, rgb24To422};
+constexpr ByAlignment zeliRGBToYUV422_8u_C3P3R = byAlignment(rgb24To422Rounded, rgb24To422);
 constexpr Conversion zeliRGBToYUV422_8u_P3R = encode422<FromPlanes, ToChromaPlanes>(rgbPlanesPair, planes422);
 constexpr Conversion zeliRGBToYUV422_8u_C3C2R = encode422<From3, ToPackedPairs>(rgb24Pair, packed422);
 constexpr auto zeliRGBToYUV422_8u_C3P3 = stepless(zeliRGBToYUV422_8u_C3P3R, 256);

@@ -7,8 +7,8 @@ namespace {
 
 constexpr Kernel alone = fromPackedPairs<ChannelOrder::rgb, ToPacked3, ExactDecode, exactPacked>;
 
-// The rows of pairs of a YUV image whose number of pairs is 2 more than a multiple of 4 are written two pixels too far. That is
-// meant.
+// The rows of pairs of a YUV image whose number of pairs is 2 more than a multiple of 4 are written two pixels too far. Meant:
+// callers have room for them, and would find these pixels unwritten.
 constexpr int yuvColumns(ZelSize size) { return size.width / 2 % 4 == 2 ? size.width / 2 * 2 + 2 : size.width; }
 
 template <ChannelOrder channels, class F>
@@ -22,7 +22,8 @@ struct To {
                                                 .tail = fromTriples<channels, Words, ExactDecode, exactA<0>>,
                                                 .blockColumns = wholeBlocks<8>};
     static constexpr Conversion from444 = planar444<channels, Words>;
-    // A single pixel is odd and has no pair before it: it is left as it is, and that is meant.
+    // A single pixel is odd and has no pair before it: it is left as it is. Meant: a rule for it
+    // would write where nothing was written.
     static constexpr Conversion from422 = planar422<channels, Words>;
     // Pairs of the tail have biases of their own, but the odd pixel has not.
     static constexpr PackedPairs fromPacked422{

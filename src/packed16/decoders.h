@@ -1,16 +1,16 @@
 // Luma and chroma to packed words: the rules, and the kernels by where pixels come from and what becomes of their channels.
 #pragma once
 
-#include "lumachroma/analog_decoding.h"
-#include "lumachroma/decode_pairs.h"
-#include "lumachroma/decode_pixels.h"
+#include "lumachroma/kernels/decode_pairs.h"
+#include "lumachroma/kernels/decode_pixels.h"
+#include "lumachroma/rules/analog_decoding.h"
 #include "packed16/packing.h"
 #include "packed16/regions.h"
 
 namespace zel::ZEL_LEVEL {
 
-// Studio range. Blocks follow the rule for words, of set B; what is left over follows an exact one, of set A. That they are not
-// two roundings of one matrix is meant.
+// Studio range. Blocks follow the rule for words, of set B; what is left over follows an exact one, of set A. Meant: they
+// are no two roundings of one matrix, and with one for both the ends of rows would change.
 using WordRule = BiasedDecode<Green::subtracts, 4>;
 constexpr BiasedConstants truncatedWord(ChannelOrder channels) {
     return biasedConstants(bt601::wordB, channels, Green::subtracts, 0);
@@ -38,12 +38,12 @@ inline constexpr typename Rule::Constants constantsOf = constants(channels);
 template <class Rule, typename Rule::Constants (*constants)(ChannelOrder), ChannelOrder channels, ChromaOrder order>
 inline constexpr DecodeConstants<Rule> constantsOfPairs{constants(channels), order};
 
-inline constexpr Layout wordPixels{1, {{0, 2}}}, wordPairs{1, {{0, 4}}}, wordQuads{1, {{0, 8}}};
-inline constexpr Layout wordPairsTwo{2, {{0, 4, 0, 2}, {0, 4, 1, 2}}}, wordPairsFirst{1, {{0, 4, 0, 2}}};
-inline constexpr Layout packedTriples{1, {{0, 3}}}, planes444{3, {{0, 1}, {1, 1}, {2, 1}}},
-    planes444Crossed{3, {{0, 1}, {2, 1}, {1, 1}}};
-inline constexpr Layout planes420First{3, {{0, 2, 0, 2}, {1, 1}, {2, 1}}},
-    planes420FirstCrossed{3, {{0, 2, 0, 2}, {2, 1}, {1, 1}}};
+inline constexpr Layout wordPixels = layoutOf({{0, 2}}), wordPairs = layoutOf({{0, 4}}), wordQuads = layoutOf({{0, 8}});
+inline constexpr Layout wordPairsTwo = layoutOf({{0, 4, 0, 2}, {0, 4, 1, 2}}), wordPairsFirst = layoutOf({{0, 4, 0, 2}});
+inline constexpr Layout packedTriples = layoutOf({{0, 3}}), planes444 = layoutOf({{0, 1}, {1, 1}, {2, 1}}),
+                        planes444Crossed = layoutOf({{0, 1}, {2, 1}, {1, 1}});
+inline constexpr Layout planes420First = layoutOf({{0, 2, 0, 2}, {1, 1}, {2, 1}}),
+                        planes420FirstCrossed = layoutOf({{0, 2, 0, 2}, {2, 1}, {1, 1}});
 
 // The chroma that drives the lowest field comes first: Cb where that is blue, in words named BGR.
 constexpr const Layout& chromaFirst(ChannelOrder channels, const Layout& cbFirst, const Layout& crFirst) {

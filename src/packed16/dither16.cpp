@@ -6,14 +6,15 @@
 namespace zel::ZEL_LEVEL {
 namespace {
 
-// The odd pixel of a packed row takes its one chroma byte for both, whatever stands before it. That is not what words without a
-// dither do, and is meant.
+// The odd pixel of a packed row takes its one chroma byte for both, whatever stands before it. Meant: words without a
+// dither do otherwise, and by their rule the last pixels of rows would change.
 inline void repeatChroma(uint8_t* site, const uint8_t* pixel, int, bool) {
     site[0] = site[2] = pixel[0];
     site[1] = site[3] = pixel[1];
 }
 
-// The last row of an odd height is written two pixels too far where the width is odd too. That is meant.
+// The last row of an odd height is written two pixels too far where the width is odd too. Meant: callers
+// would find these pixels unwritten.
 constexpr int columnsOfLastRow(ZelSize size) { return size.width % 2 != 0 ? size.width + 2 : size.width; }
 
 constexpr RowPairs overshooting(RowPairs p) {

@@ -1,14 +1,15 @@
 // Packed 16-bit words to luma and subsampled chroma: the rules for bytes, on the words' fields.
 #include "frame/driver.h"
-#include "lumachroma/analog_encoding.h"
-#include "lumachroma/encode_sites.h"
+#include "lumachroma/encode_tables.h"
+#include "lumachroma/rules/analog_encoding.h"
 #include "packed16/words.h"
 #include "zelcc/packed_sources.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {
 
-constexpr Layout wordsTwo{2, {{0, 4, 0, 2}, {0, 4, 1, 2}}}, wordsPair{1, {{0, 4}}}, wordsQuad{1, {{0, 8}}};
+constexpr Layout wordsTwo = layoutOf({{0, 4, 0, 2}, {0, 4, 1, 2}}), wordsPair = layoutOf({{0, 4}}),
+                 wordsQuad = layoutOf({{0, 8}});
 
 // YCbCr. The last column and row of an odd size are left out without a warning.
 constexpr Conversion silently(Conversion c) {
@@ -33,7 +34,7 @@ struct Quads : Conversion {
     const Conversion& lumaOfRest;
 };
 
-ZEL_INLINE void convert(const Quads& quads, Images& images, Alpha) {
+ZEL_INLINE void convert(const Quads& quads, Images& images, Nothing) {
     convert(static_cast<const Conversion&>(quads), images);
     const int whole = images.size.width & ~3;
     images.source[0] += 2 * ptrdiff_t{whole};
@@ -56,8 +57,10 @@ struct LumaKernel {
 };
 
 template <class From>
-constexpr Conversion lumaOnly{
-    .site = {1, 1}, .from = {1, {{0, 2}}}, .to = {1, {{0, 1}}}, .block = kernel<LumaKernel<From, ExactPixels>>(exact420Bgr.luma)};
+constexpr Conversion lumaOnly{.site = {1, 1},
+                              .from = layoutOf({{0, 2}}),
+                              .to = layoutOf({{0, 1}}),
+                              .block = kernel<LumaKernel<From, ExactPixels>>(exact420Bgr.luma)};
 
 constexpr Conversion checkingPlanesFirst(Conversion c) {
     c.checks = planesFirst;
@@ -106,7 +109,7 @@ class FlooredDifferences {
     Words lumaBias_, u_, v_;
 };
 
-constexpr int uOfBgr = 16122, uOfRgb = 16121;  // which differ, and are meant to
+constexpr int uOfBgr = 16122, uOfRgb = 16121;  // Meant: with one of them for both, U would change
 template <int rows, int u>
 constexpr typename FlooredDifferences<rows>::Constants flooredConstants{{9798, 19235, 3736, 64}, u, 28737};
 

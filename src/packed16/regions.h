@@ -11,7 +11,7 @@ constexpr int itsColumns(ZelSize size) { return size.width; }
 
 // Planar 4:2:0 to words: pairs of rows, and the last row of an odd height by itself. A row may be written beyond the region.
 struct RowPairs {
-    using Given = Nothing;
+    using Extras = Nothing;
 
     Conversion pairs, lastRow;
     ColumnsWritten ofPairs = itsColumns, ofLastRow = itsColumns;
@@ -24,7 +24,7 @@ struct RowPairs {
 };
 
 // What is written beyond the region, and some columns before it, so that blocks need not be cut.
-ZEL_OWN_CODE inline void convertBeyond(const Conversion& c, const Images& images, ColumnsWritten columnsWritten, Groups rows) {
+ZEL_NOINLINE inline void convertBeyond(const Conversion& c, const Images& images, ColumnsWritten columnsWritten, Groups rows) {
     const int written = columnsWritten(images.size), block = c.block.sites * c.site.width;
     if (written <= images.size.width) return;
     const int first = written > block ? (written - block) & ~3 : 0;  // at which the pattern of a dither begins anew
@@ -34,10 +34,10 @@ ZEL_OWN_CODE inline void convertBeyond(const Conversion& c, const Images& images
     columns.source[2] += first / 2;
     columns.destination[0] += ptrdiff_t{first} * 2;
     columns.size.width = written - first;
-    convert(c, columns, {}, rows);
+    convert(c, columns, Call{.groups = rows});
 }
 
-ZEL_OWN_CODE inline void convert(const RowPairs& p, const Images& images, Nothing) {
+ZEL_NOINLINE inline void convert(const RowPairs& p, const Images& images, Nothing) {
     const auto [width, height] = images.size;
     if (width < p.converted.width || height < p.converted.height) return;
     // Beyond the region first: where rows are so close that this is in another row, that row's own pixels stay.
@@ -46,13 +46,13 @@ ZEL_OWN_CODE inline void convert(const RowPairs& p, const Images& images, Nothin
     convertBeyond(p.pairs, images, p.ofPairs, {});
     if (hasLastRow) convertBeyond(p.lastRow, images, p.ofLastRow, last);
     convert(p.pairs, images);
-    if (hasLastRow) convert(p.lastRow, images, {}, last);
+    if (hasLastRow) convert(p.lastRow, images, Call{.groups = last});
 }
 
 // Packed 4:2:2. A row of a single pixel is not packed at all: three bytes are stored, R, G and B in this order for all names, and
-// rows are only half a step apart. That is meant.
+// rows are only half a step apart. Meant: packed as others, columns of one pixel would come out different.
 struct PackedPairs {
-    using Given = Nothing;
+    using Extras = Nothing;
 
     Conversion rows, alone;
 
@@ -64,7 +64,7 @@ struct PackedPairs {
 
 ZEL_INLINE bool isOneRow(const PackedPairs& p, const Images& images) { return isOneRow(p.rows, images); }
 
-ZEL_OWN_CODE inline void convert(const PackedPairs& p, Images& images, Nothing) {
+ZEL_NOINLINE inline void convert(const PackedPairs& p, Images& images, Nothing) {
     if (images.size.width > 1) return convert(p.rows, images);
     images.destinationStep[0] /= 2;
     convert(p.alone, images);
@@ -75,7 +75,7 @@ struct Quads : Conversion {
     Conversion restOfRow;
 };
 
-ZEL_INLINE void convert(const Quads& q, Images& images, Alpha) {
+ZEL_INLINE void convert(const Quads& q, Images& images, Nothing) {
     convert(static_cast<const Conversion&>(q), images);
     const int whole = images.size.width & ~3, rest = images.size.width - whole;
     images.source[0] += whole;

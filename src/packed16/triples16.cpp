@@ -7,23 +7,19 @@
 namespace zel::ZEL_LEVEL {
 namespace {
 
-constexpr Layout wordPixels{1, {{0, 2}}}, bytePixels{1, {{0, 3}}};
+constexpr Layout wordPixels = layoutOf({{0, 2}}), bytePixels = layoutOf({{0, 3}});
 
 struct ExpandWords {
-    using Constants = NoConstants;
     static constexpr int sites = blockPixels;
 
-    ZEL_INLINE explicit ExpandWords(const Constants&) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         expand565(row.out[0] + block * blockPixels * 3, row.in[0] + block * blockPixels * 2);
     }
 };
 
 struct PackWords {
-    using Constants = NoConstants;
     static constexpr int sites = blockPixels;
 
-    ZEL_INLINE explicit PackWords(const Constants&) {}
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         ToWords<Format565>::store<Order::natural>(row, 0, block, From3::load(row, block));
     }

@@ -112,7 +112,7 @@ class Tile {
     }
 
     // The columns that the tile looks at, those outside the image reflected.
-    ZEL_OWN_CODE void loadSamples(int64_t y) {
+    ZEL_NOINLINE void loadSamples(int64_t y) {
         const uint8_t* row = source_.row(reflected(y, source_.size.height));
         const int from = left_ - 5, to = right_ + 5, inFrom = greater(from, 0), inTo = smaller(to, source_.size.width);
         const auto sample = [&](int x) { return row + x * ptrdiff_t{sizeof(Element)}; };
@@ -142,7 +142,7 @@ class Tile {
         return c - (raised < high ? raised : high);
     }
 
-    ZEL_OWN_CODE void interpolateGreen(int64_t y) {
+    ZEL_NOINLINE void interpolateGreen(int64_t y) {
         const int parity = source_.grid.colourColumn(y);
         Half<WideElement>&own = samples_[y].of[parity], &green = samples_[y].of[1 - parity];
         Half<WideElement>&up = samples_[y - 1].of[parity], &down = samples_[y + 1].of[parity], &up2 = samples_[y - 2].of[parity],
@@ -156,7 +156,7 @@ class Tile {
         }
     }
 
-    ZEL_OWN_CODE void interpolateColours(int64_t y) {
+    ZEL_NOINLINE void interpolateColours(int64_t y) {
         const bool isRed = source_.grid.isRedRow(y);
         if (source_.grid.colourColumn(y) == 0)
             isRed ? coloursOf<0, true>(y) : coloursOf<0, false>(y);
@@ -248,7 +248,7 @@ class Tile {
         return homogeneity(n[ofRow], n[ofColumn]);
     }
 
-    ZEL_OWN_CODE void judge(int64_t y) {
+    ZEL_NOINLINE void judge(int64_t y) {
         Line<Element, tileColumns>& cells = cells_[y];
         for (int i = 0; i < halfColumns_; i += block) {
             Distance before[candidates], between[candidates], behind[candidates];
@@ -270,7 +270,7 @@ class Tile {
         return static_cast<Bits>(negative | (tied & ~sum));
     }
 
-    ZEL_OWN_CODE void choose(int64_t y, uint8_t* out, Ties tie) {
+    ZEL_NOINLINE void choose(int64_t y, uint8_t* out, Ties tie) {
         constexpr int blockPixels = vectorBytes, storedPixels = vectorBytes / int(sizeof(Element));
         constexpr size_t pixelBytes = 3 * sizeof(Element);
         const bool hasStarts = y >= starts_.top && y < starts_.bottom;

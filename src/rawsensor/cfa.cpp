@@ -91,7 +91,7 @@ ZEL_INLINE size_t firstAligned(const uint8_t* out) {
 
 // The whole blocks of pixels `first` to end - 1 of the rows.
 template <class Depth, Green green, bool isRedRow, int count>
-ZEL_OWN_CODE void convertBlocks(const SourceRows<count>& rows, const PixelRows<count>& out, size_t first, size_t end,
+ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<count>& out, size_t first, size_t end,
                                 bool firstHasColour) {
     using RowSites = Sites<typename Depth::Channel, typename Depth::V>;
     constexpr size_t block = vectorBytes / sizeof(typename Depth::Element);
@@ -109,7 +109,7 @@ ZEL_OWN_CODE void convertBlocks(const SourceRows<count>& rows, const PixelRows<c
 // Some pixels of the rows; `firstHasColour` tells the kind of the first one. Blocks are stored to multiples of the vector, but
 // for the first and the last one, which overlap those beside them.
 template <class Depth, Green green, bool isRedRow, int count>
-ZEL_OWN_CODE void convertRun(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixels, bool firstHasColour) {
+ZEL_NOINLINE void convertRun(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixels, bool firstHasColour) {
     constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size, margin = 2 * size;
     constexpr size_t bufferBytes = 2 * vectorBytes;
     alignas(64) uint8_t source[count + 4][bufferBytes], pixelBuffer[count][3 * vectorBytes];
@@ -176,7 +176,7 @@ ZEL_INLINE void convertEdgePixel(const uint8_t* const* rows, int x, int width, b
 
 // Columns left .. right - 1 of the rows from y on.
 template <class Depth, Green green, int count>
-ZEL_OWN_CODE void convertRows(const Source<typename Depth::Element>& source, int y, int left, int right,
+ZEL_NOINLINE void convertRows(const Source<typename Depth::Element>& source, int y, int left, int right,
                               const PixelRows<count>& out) {
     using Element = typename Depth::Element;
     constexpr ptrdiff_t size = sizeof(Element);
@@ -214,7 +214,7 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
     uint8_t* out = moved(reinterpret_cast<uint8_t*>(pDst), (size_t(part.left) - size_t(roi.x)) * 3 * sizeof(Element));
     out = moved(out, (size_t(part.top) - size_t(roi.y)) * step);
     const size_t pixels = size_t(part.right - part.left) * size_t(part.bottom - part.top);
-    const bool bypassing = canBypass && exceedsCaches(pixels * 4 * sizeof(Element));
+    const Bypass bypassing(canBypass && exceedsCaches(pixels * 4 * sizeof(Element)));
     for (int y = part.top; y < part.bottom;) {
         uint8_t* const second = moved(out, step);
         const int last = size.height - edge - 1;
@@ -230,7 +230,6 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
         ++y;
         out = moved(out, step);
     }
-    if (bypassing) storeFence();
     return zelStsNoErr;
 }
 

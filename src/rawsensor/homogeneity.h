@@ -64,7 +64,7 @@ struct Homogeneity16 : Samples16 {
         };
         return {(sum(66, 129, 25) + splatDword(220 * 32768)) >> 8, sum(-38, -74, 112) >> 8, sum(112, -94, -18) >> 8};
     }
-    // Wraps, and is a signed number then. That is meant.
+    // Meant: wraps, and is a signed number then. Bounded, the choice of a direction could change.
     ZEL_INLINE static Squares sumOfSquares(Wide u, Wide v) {
         return (Squares)((UDwords)u * (UDwords)u + (UDwords)v * (UDwords)v);
     }

@@ -12,19 +12,19 @@ namespace zel::ZEL_LEVEL {
 enum class Diffusion { floydSteinberg, floydSteinbergByColumns, threeRows };
 
 // Whoever looks two rows up.
-struct Weights {
+struct DiffusionWeights {
     float before1, before2;        // columns to the left
     float above0, above1, above2;  // columns away, one row up
     float twoAbove0, twoAbove1;    // two rows up, where the farthest have 1
     float unit;
 };
-inline constexpr Weights jarvisJudiceNinke{7, 5, 7, 5, 3, 5, 3, 0.020833334f}, stucki{8, 4, 8, 4, 2, 4, 2, 0.023809524f};
+inline constexpr DiffusionWeights jarvisJudiceNinke{7, 5, 7, 5, 3, 5, 3, 0.020833334f}, stucki{8, 4, 8, 4, 2, 4, 2, 0.023809524f};
 
 struct DiffusionConstants {
     Levels levels;
     float top, floor;
     float threshold;  // of all pixels, where there is no noise
-    Weights weights;
+    DiffusionWeights weights;
 };
 
 // A sample with what it has taken up becomes the level at or below it, or the one above it by a threshold. Beyond black and white
@@ -68,7 +68,7 @@ class FloatDiffusion {
             return ((near.above(1) * (3 * sixteenth) + near.above(0) * (5 * sixteenth)) + near.above(-1) * sixteenth) +
                    near.before(1) * (7 * sixteenth);
         } else {
-            const Weights& w = weights_;
+            const DiffusionWeights& w = weights_;
             const Floats lane0 = (near.twoAbove(-2) + near.above(-2) * w.above2) + near.before(2) * w.before2,
                          lane1 = (near.twoAbove(-1) * w.twoAbove1 + near.above(-1) * w.above1) + near.before(1) * w.before1,
                          lane2 = near.twoAbove(0) * w.twoAbove0 + near.above(0) * w.above0,
@@ -78,7 +78,7 @@ class FloatDiffusion {
     }
 
     Floats step_, inverse_, top_, floor_, threshold_;
-    Weights weights_;
+    DiffusionWeights weights_;
 };
 
 // How levels become samples: trunc(level scale + bias) >> shift, less an offset. What a sample has no room for is cut off.
@@ -147,7 +147,7 @@ struct DiffusedSamples {
     ZEL_INLINE void store(const RowPlace& place, const float* levels, int pixels) const {
         storeLevels(place.to + place.x * toPixelBytes, levels, scale, pixels);
     }
-    ZEL_OWN_CODE void thresholds(float* to, const RowPlace& place, int pixels) const {
+    ZEL_NOINLINE void thresholds(float* to, const RowPlace& place, int pixels) const {
         const int fours = endOfFours - place.x < 0 ? 0 : endOfFours - place.x < pixels ? endOfFours - place.x : pixels;
         noise->read(noiseTables.places.ofFour, place.x, place.y, to, fours);
         noise->read(noiseTables.places.ofColumn, place.x + fours, place.y, to + fours, pixels - fours);
@@ -155,7 +155,7 @@ struct DiffusedSamples {
 };
 
 template <class Rule>
-ZEL_OWN_CODE ZelStatus diffuse(const TallImage& image, const DiffusionConstants& constants, const DiffusedSamples& samples) {
+ZEL_NOINLINE ZelStatus diffuse(const TallImage& image, const DiffusionConstants& constants, const DiffusedSamples& samples) {
     const int32_t cells = Wavefront<Rule>::cellsOf(image);
     const CallMemory<float> passed(cells);
     if (!passed.get()) return zelStsMemAllocErr;

@@ -16,7 +16,7 @@ class Noise {
 
     // The middle and the width of the range are rounded to floats first.
     ZEL_INLINE void fill(float low, float high) {
-        constexpr double unit = 2.3283064365387e-10;  // not quite 2^-32, and that is meant
+        constexpr double unit = 2.3283064365387e-10;  // Meant: not quite 2^-32, by which dithers would change
         const Doubles scale = splatDouble(double(high - low) * unit), mean = splatDouble(double(low + high) * 0.5);
         for (int i = 0; i < noiseNumbers; i += vectorNumbers) {
             const auto r = (Dwords)loadBytes(noiseTables.sequence + i);
@@ -68,7 +68,7 @@ class NoiseOfRows {
     }
 
     // Of the columns from 0 on, in the rows from y on; up to a whole vector.
-    ZEL_OWN_CODE void read(int y, int columns, float (&to)[rows][noiseNumbers]) const {
+    ZEL_NOINLINE void read(int y, int columns, float (&to)[rows][noiseNumbers]) const {
         for (int x = 0; x < columns && x < noiseNumbers; x += vectorNumbers) {
             const auto places = (Dwords)loadWordsAsDwords(reinterpret_cast<const uint8_t*>(noiseTables.places.ofColumn + x));
             alignas(64) int32_t at[vectorNumbers];

@@ -20,7 +20,8 @@ constexpr void fillSequence(int32_t (&sequence)[noiseNumbers]) {
 }
 
 constexpr NoiseTables makeTables() {
-    // The same numbers, from 0 to 1023, scramble the places. The unit is not quite 2^-32, and that is meant.
+    // The same numbers, from 0 to 1023, scramble the places. Meant: the unit is not quite 2^-32, by which
+    // the tables would change.
     constexpr double unit = 2.3283064365387e-10, mean = noiseNumbers / 2;
     NoiseTables tables{};
     fillSequence(tables.sequence);

@@ -8,7 +8,8 @@
 namespace zel::ZEL_LEVEL {
 
 // Bits of a row, from an offset in its first byte on. What lies before them is kept. What lies behind them in their last byte is
-// kept too, but cleared in a row that begins behind the first bit of a byte and ends in the same byte. That is meant.
+// kept too, but cleared in a row that begins behind the first bit of a byte and ends in the same byte. Meant:
+// with these bits kept, such rows would end otherwise.
 class BitRow {
   public:
     ZEL_INLINE BitRow(uint8_t* to, int offset, int width)
@@ -40,7 +41,7 @@ ZEL_INLINE uint64_t bitsAbove(const uint8_t* from, int pixels, uint8_t threshold
     return bits;
 }
 
-ZEL_OWN_CODE inline void thresholdRow(const uint8_t* from, uint8_t* to, int offset, int width, uint8_t threshold) {
+ZEL_NOINLINE inline void thresholdRow(const uint8_t* from, uint8_t* to, int offset, int width, uint8_t threshold) {
     const BitRow row(to, offset, width);
     int x = (8 - offset) % 8;
     if (x > width) x = width;
@@ -113,7 +114,7 @@ struct DiffusedBits {
     }
 };
 
-ZEL_OWN_CODE inline ZelStatus diffuseToBits(const TallImage& image, int offset, uint8_t threshold) {
+ZEL_NOINLINE inline ZelStatus diffuseToBits(const TallImage& image, int offset, uint8_t threshold) {
     const int32_t cells = Wavefront<BitDiffusion>::cellsOf(image);
     const CallMemory<int32_t> passed(cells);
     if (!passed.get()) return zelStsMemAllocErr;
@@ -122,7 +123,7 @@ ZEL_OWN_CODE inline ZelStatus diffuseToBits(const TallImage& image, int offset, 
     return zelStsNoErr;
 }
 
-ZEL_OWN_CODE inline ZelStatus reduceToBits(const uint8_t* from, int32_t fromStep, uint8_t* to, int32_t toStep, int32_t bitOffset,
+ZEL_NOINLINE inline ZelStatus reduceToBits(const uint8_t* from, int32_t fromStep, uint8_t* to, int32_t toStep, int32_t bitOffset,
                                            ZelSize size, uint32_t dither, uint8_t threshold) {
     if (!from || !to) return zelStsNullPtrErr;
     if (size.width < 1 || size.height < 1 || bitOffset < 0) return zelStsSizeErr;

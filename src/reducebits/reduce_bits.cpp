@@ -85,7 +85,7 @@ constexpr PixelLayout c1{1, 1, Alpha::none}, c3{3, 3, Alpha::none}, ac4{4, 3, Al
 // elsewhere.
 template <int maxLevels>
 struct ReduceBits {
-    using Given = Request<maxLevels>;
+    using Extras = Request<maxLevels>;
     static constexpr bool takesStepsAsGiven = true;
 
     const Depths& depths;
@@ -94,12 +94,12 @@ struct ReduceBits {
     Site site{1, 1};
     Minimum minimum{1, 1};
     OddSize oddSize = OddSize::accepted;
-    Checks checks{Check::pointers, Check::size, Check::given};
+    Checks checks{Check::pointers, Check::size, Check::extras};
 };
 
 ZEL_INLINE float percent(uint32_t x) { return float(int(x)) / 100; }
 
-[[maybe_unused]] ZEL_OWN_CODE ZelStatus reduceOrdered(const Depths& d, const PixelLayout& layout, bool bareAtEnd,
+[[maybe_unused]] ZEL_NOINLINE ZelStatus reduceOrdered(const Depths& d, const PixelLayout& layout, bool bareAtEnd,
                                                       const ReducedRows& rows, const Levels& levels, uint32_t percentOfNoise) {
     const bool keepsAlpha = layout.alpha == Alpha::kept;
     const ReduceRow<float> reduce = keepsAlpha ? d.orderedBesideAlpha : d.ordered;
@@ -127,7 +127,7 @@ ZEL_INLINE ZelStatus diffuse(Diffusion kind, const TallImage& image, const Diffu
     }
 }
 
-[[maybe_unused]] ZEL_OWN_CODE ZelStatus diffuseErrors(const Depths& d, const PixelLayout& layout, const ReducedRows& rows,
+[[maybe_unused]] ZEL_NOINLINE ZelStatus diffuseErrors(const Depths& d, const PixelLayout& layout, const ReducedRows& rows,
                                                       const Levels& levels, uint32_t percentOfNoise, uint32_t dither) {
     const size_t distance = ptrdiff_t(rows.toStep) < 0 ? -rows.toStep : rows.toStep;
     const TallImage image{.from = rows.from,
@@ -164,7 +164,7 @@ ZEL_INLINE ZelStatus diffuse(Diffusion kind, const TallImage& image, const Diffu
     return diffuse<true>(kind, image, constants, samples);
 }
 
-[[maybe_unused]] ZEL_OWN_CODE ZelStatus reduceBits(const Depths& d, const PixelLayout& layout, bool bareAtEnd,
+[[maybe_unused]] ZEL_NOINLINE ZelStatus reduceBits(const Depths& d, const PixelLayout& layout, bool bareAtEnd,
                                                    const Images& images, uint32_t noise, uint32_t dither, int32_t levels) {
     ReducedRows rows{.from = images.source[0],
                      .fromStep = size_t(images.sourceStep[0]),
@@ -179,7 +179,8 @@ ZEL_INLINE ZelStatus diffuse(Diffusion kind, const TallImage& image, const Diffu
                                            : keepsAlpha                                             ? d.wordsToBytesBesideAlpha
                                                                                                     : d.wordsToBytes;
     const bool keepsUp = d.keepsUp || inIntegers;
-    rows.bypassing = keepsUp && exceedsCaches(samples * size_t(d.fromBytes + d.toBytes)) && rows.from != rows.to;
+    const Bypass bypassing(keepsUp && exceedsCaches(samples * size_t(d.fromBytes + d.toBytes)) && rows.from != rows.to);
+    rows.bypassing = bypassing;
     if (dither != zelDitherNone) {
         rows.fromStep &= -size_t(d.fromBytes);
         rows.toStep &= -size_t(d.toBytes);

@@ -25,7 +25,7 @@ struct From8u {
     ZEL_INLINE static float loadOne(const uint8_t* p) { return *p; }
 };
 
-// Signed words are lifted so that black is 0.
+// Signed words are taken from their least one on, so that black is 0.
 template <bool signedWords>
 struct From16 {
     static constexpr bool isSigned = signedWords;

@@ -44,7 +44,7 @@ struct SampleShape {
 // samples are gone that it would read again, or stores bypass the caches, for a line that just went past them should be left
 // alone. `place`: of the end's thresholds.
 template <class Threshold>
-ZEL_OWN_CODE void reduceRest(ReduceRow<Threshold> reduce, const Levels& levels, const ReducedRow<Threshold>& row,
+ZEL_NOINLINE void reduceRest(ReduceRow<Threshold> reduce, const Levels& levels, const ReducedRow<Threshold>& row,
                              SampleShape shape, size_t place) {
     const auto fromBytes = size_t(shape.fromBytes), toBytes = size_t(shape.toBytes), block = vectorBytes / toBytes;
     const size_t rest = row.samples % block, whole = row.samples - rest;
@@ -128,8 +128,9 @@ class Reduction {
 };
 
 // Floats beyond white in the last samples of a row, behind a multiple of 4: the low 16 bits of the level are taken as a signed
-// word before they are bounded to a byte, so the brightest come out black. That is meant.
-ZEL_OWN_CODE inline void reduceFloatsToBytes(const Levels& levels, const ReducedRow<float>& row) {
+// word before they are bounded to a byte, so the brightest come out black. Meant: bounded first, they would be
+// white.
+ZEL_NOINLINE inline void reduceFloatsToBytes(const Levels& levels, const ReducedRow<float>& row) {
     uint8_t last[3];
     const size_t whole = row.samples & ~size_t{3};
     for (size_t i = whole; i < row.samples; ++i) {
@@ -208,7 +209,7 @@ class ByteResults {
         return traits.looksUpQuickly && rows.samples() * size_t(rows.size.height) >= 8192;
     }
 
-    ZEL_OWN_CODE ByteResults(const Levels& levels, const float* ascending, int count, ReduceRow<float> reduce) {
+    ZEL_NOINLINE ByteResults(const Levels& levels, const float* ascending, int count, ReduceRow<float> reduce) {
         const auto fill = [&](float threshold, uint8_t(&results)[256]) {
             alignas(64) float thresholds[thresholdsAtOnce];
             for (int i = 0; i < thresholdsAtOnce; i += vectorFloats) storeVector(thresholds + i, splatFloat(threshold));
@@ -259,7 +260,6 @@ class ByteResults {
             row.from = moved(row.from, rows.fromStep);
             row.to = {moved<uint8_t>(row.to, rows.toStep), rows.bypassing};
         }
-        if (rows.bypassing) storeFence();
     }
 
   private:
@@ -276,11 +276,10 @@ ZEL_INLINE void reduceRows(const ReducedRows& rows, const Levels& levels, Reduce
         row.from = moved(row.from, rows.fromStep);
         row.to = {moved<uint8_t>(row.to, rows.toStep), rows.bypassing};
     }
-    if (rows.bypassing) storeFence();
 }
 
 // To the nearest level.
-ZEL_OWN_CODE inline void reduceToNearest(const ReducedRows& rows, const Levels& levels, float threshold, const RowRule& rule) {
+ZEL_NOINLINE inline void reduceToNearest(const ReducedRows& rows, const Levels& levels, float threshold, const RowRule& rule) {
     alignas(64) float thresholds[thresholdsAtOnce];
     for (int i = 0; i < thresholdsAtOnce; i += vectorFloats) storeVector(thresholds + i, splatFloat(threshold));
     const auto ofRow = [&](int) { return thresholds; };
@@ -310,7 +309,7 @@ ZEL_INLINE void fillPattern(Pattern<Threshold>& pattern, const ReducedRows& rows
     }
 }
 
-ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const RowRule& rule) {
+ZEL_NOINLINE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const RowRule& rule) {
     alignas(64) Pattern<float> pattern;
     fillPattern(pattern, rows, [&](int x, int y) { return bayer[y][x] * levels.step; });
     const auto ofRow = [&](int y) { return pattern[y % 4]; };
@@ -343,7 +342,7 @@ constexpr Addends addendsOf(float (*threshold)(int x, int y)) {
 inline constexpr Addends nearestAddends = addendsOf([](int, int) { return 128.5f; }),
                          orderedAddends = addendsOf([](int x, int y) { return bayer[y][x] * 257; });
 
-ZEL_OWN_CODE inline void reduceWordsToBytes(const ReducedRows& rows, const Levels& levels, ReduceRow<uint16_t> reduce,
+ZEL_NOINLINE inline void reduceWordsToBytes(const ReducedRows& rows, const Levels& levels, ReduceRow<uint16_t> reduce,
                                             const Addends& addends) {
     alignas(64) Pattern<uint16_t> pattern;
     fillPattern(pattern, rows, [&](int x, int y) { return addends.at[y][x]; });
@@ -363,9 +362,9 @@ ZEL_INLINE void repeatPixels(const float* from, float* to, int pixels, int chann
     }
 }
 
-// With noise. `bareAtEnd`: the columns behind a multiple of 4 have the thresholds of the matrix alone, on no scale. That is a
-// slip of old, and it is meant to stay.
-ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const Noise& noise, bool bareAtEnd,
+// With noise. `bareAtEnd`: the columns behind a multiple of 4 have the thresholds of the matrix alone, on no scale. Meant: a slip
+// of old, without which the ends of rows would change.
+ZEL_NOINLINE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const Noise& noise, bool bareAtEnd,
                                        int bytesFrom, int bytesTo, ReduceRow<float> reduce) {
     constexpr int pixelsAtOnce = 256;
     alignas(64) float noiseOfRows[NoiseOfRows::rows][noiseNumbers], thresholds[pixelsAtOnce * 4];
@@ -392,7 +391,6 @@ ZEL_OWN_CODE inline void reduceOrdered(const ReducedRows& rows, const Levels& le
         from = moved(from, rows.fromStep);
         to = moved(to, rows.toStep);
     }
-    if (rows.bypassing) storeFence();
 }
 
 }  // namespace zel::ZEL_LEVEL

@@ -9,7 +9,8 @@
 //
 // A lane that has come to the end of its row goes on with the row that lies as far below as there are lanes. What the last lane
 // leaves over is kept in memory until the first one comes to the row below. Channels follow each other as if they were one tall
-// image, and so the last rows of a channel pass on to the first ones of the next. That is meant.
+// image, and so the last rows of a channel pass on to the first ones of the next. Meant: begun anew, the upper
+// rows of all channels but the first would change.
 //
 // Between rows there is a margin for the neighbours of their first and last pixels; it leaves nothing over.
 #pragma once
@@ -144,7 +145,7 @@ class Wavefront {
         }
     }
     template <class Pixels, class Margin>
-    ZEL_OWN_CODE void walkAcross(RowPlace& place, const Pixels& pixels, const Margin& margin) const {
+    ZEL_NOINLINE void walkAcross(RowPlace& place, const Pixels& pixels, const Margin& margin) const {
         for (int at = 0; at < runPixels;) {
             const bool isPixel = place.x >= 0 && place.x < image_.size.width && place.row < rows_;
             const int end = place.x < 0 ? 0 : isPixel ? image_.size.width : period_;
@@ -217,7 +218,7 @@ class Wavefront {
         ZEL_INLINE Vector before(int j) const { return j == 1 ? before1 : before2; }
     };
 
-    ZEL_OWN_CODE void takeSteps(const Rule& rule, int first) {
+    ZEL_NOINLINE void takeSteps(const Rule& rule, int first) {
         Cell passed[Rule::rowsAbove][stepsAtOnce];
         toSteps(runs_, first, steps_);
         if constexpr (Rule::isNoisy) toSteps(thresholdRuns_, first, thresholds_);

@@ -3,15 +3,22 @@
 
 #include "simd/vector.h"
 
-#ifdef ZEL_OWN_BYTE_TABLE
-#include ZEL_OWN_BYTE_TABLE
-#else
-
 namespace zel::ZEL_LEVEL {
 
 struct ByteTable {
     alignas(16) uint8_t of[256];
 };
+
+// ByteLookup<table>       replace(samples) puts results in place of bytes, best of several vectors at a time
+// MadeByteTable(table)    of a table that is made at the call; [places] are the results of a vector of bytes
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_BYTE_TABLE
+#include ZEL_OWN_BYTE_TABLE
+#else
+
+namespace zel::ZEL_LEVEL {
 
 // A byte shuffle finds a byte in a row of 16, and gives 0 for a negative place. So the places are counted down by a row at a
 // time, and each row adds to what the rows before it gave the difference between itself and its predecessor. Places are signed:

@@ -3,6 +3,13 @@
 
 #include "simd/vector.h"
 
+namespace zel::ZEL_LEVEL {
+
+// As many consecutive words as a vector has bytes, to three vectors of consecutive bytes.
+ZEL_INLINE void expand565(Destination to, const uint8_t* from);
+
+}  // namespace zel::ZEL_LEVEL
+
 #ifdef ZEL_OWN_FIELDS
 #include ZEL_OWN_FIELDS
 #else

@@ -3,22 +3,30 @@
 
 #include "simd/floats.h"
 
+namespace zel::ZEL_LEVEL {
+
+constexpr int floatTablePlaces = 128;
+
+struct FloatPair {
+    Floats first, second;
+};
+
+// Both functions of each place, 0 to 127. A FloatTables has them by at(function, place), to be filled by a constexpr function.
+struct FloatTables;
+ZEL_INLINE FloatPair lookUp(const FloatTables& tables, Dwords places);
+
+}  // namespace zel::ZEL_LEVEL
+
 #ifdef ZEL_OWN_FLOAT_TABLE
 #include ZEL_OWN_FLOAT_TABLE
 #else
 
 namespace zel::ZEL_LEVEL {
 
-constexpr int floatTablePlaces = 128;
-
 // The two side by side, for loads of both.
 struct FloatTables {
     alignas(64) float of[floatTablePlaces][2];
     constexpr float& at(int function, int place) { return of[place][function]; }
-};
-
-struct FloatPair {
-    Floats first, second;
 };
 
 // Places are 0 to 127.

@@ -14,7 +14,7 @@
 #endif
 
 #define ZEL_INLINE [[gnu::always_inline]] inline
-#define ZEL_OWN_CODE [[gnu::noinline]]
+#define ZEL_NOINLINE [[gnu::noinline]]
 #define ZEL_INLINE_LAMBDA __attribute__((always_inline))
 
 namespace zel::ZEL_LEVEL {

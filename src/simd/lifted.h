@@ -3,10 +3,6 @@
 
 #include "simd/pixels.h"
 
-#ifdef ZEL_OWN_LIFTED
-#include ZEL_OWN_LIFTED
-#else
-
 namespace zel::ZEL_LEVEL {
 
 // The pixels of half a block, in an order of the layout's own, which the results leave when they become bytes.
@@ -17,6 +13,27 @@ enum class Half { first, second };
 struct Lifted {
     LiftedHalf first, second;
 };
+
+// Every form has
+//
+//     LiftedThree                    three bytes a pixel
+//         load(p)                    both halves of a block, 256 times the samples
+//         inOrder(first, second)     words below 256 of both halves as bytes in the order of the pixels
+//     LiftedFour                     four, lifted without taking the channels apart first
+//         load(p), inOrder(first, second)
+//         pairsPay(rows)             whether sums of pairs over some rows come faster from here than from channels taken apart;
+//                                    then there are also
+//         half<which, bits>(p)       one half, 2^bits times the samples; signed products want 6
+//         pairMeans(first, second)   of each two adjacent pixels the rounded mean, in an order of sites that they leave by
+//         storeSites(p, q, first, second), sitesInOrder(pairs)   as the bytes of two planes, or in order
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_LIFTED
+#include ZEL_OWN_LIFTED
+#else
+
+namespace zel::ZEL_LEVEL {
 
 // Three interleaved bytes a pixel. The first half has the first eight pixels of every lane.
 struct LiftedThree {

@@ -4,17 +4,24 @@
 
 #include "simd/lifted.h"
 
-#ifdef ZEL_OWN_LIFTED_PIXELS
-#include ZEL_OWN_LIFTED_PIXELS
-#else
-
 namespace zel::ZEL_LEVEL {
 
 struct WordPixel {
     Words a, b, c;
 };
 
-// Interleaved pixels of three bytes, or of four of which the fourth is written with what it held, at the widest level not at all.
+// LiftedPixels<channels> loads both halves of a block and stores words of both as bytes, saturated; the fourth of four bytes
+// keeps its value, and may be written with it.
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_LIFTED_PIXELS
+#include ZEL_OWN_LIFTED_PIXELS
+#else
+
+namespace zel::ZEL_LEVEL {
+
+// Interleaved pixels of three bytes, or of four of which the fourth is written with what it held.
 template <int channels>
 struct LiftedPixels {
     static constexpr int bytes = channels;

@@ -7,10 +7,6 @@
 
 #include "simd/doubles.h"
 
-#ifdef ZEL_OWN_OCTAVES
-#include ZEL_OWN_OCTAVES
-#else
-
 namespace zel::ZEL_LEVEL {
 
 constexpr int segments = 16, octaves = 16, exponentBias = 1023;
@@ -26,6 +22,16 @@ struct OctaveFunction {
 struct InOctave {
     Doubles z, scale;  // scale is f(2^e) f(c)
 };
+
+// Octaves<f>()(u) gives the parts of doubles in the octaves of f; those of other numbers are any.
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_OCTAVES
+#include ZEL_OWN_OCTAVES
+#else
+
+namespace zel::ZEL_LEVEL {
 
 // The last bits of the exponent and the leading bits of the mantissa, which are a byte, make a place in one table.
 struct OctaveTable {
@@ -51,12 +57,10 @@ class Octaves {
   public:
     ZEL_INLINE InOctave operator()(Doubles u) const {
         // The byte that is the low one of the upper word.
-        const auto row = [&](int element) ZEL_INLINE_LAMBDA {
-            return reinterpret_cast<const uint8_t*>(octaveTable<f>.factors[static_cast<uint8_t>(((UWords)u)[4 * element + 3])]);
-        };
-        const Bytes even = loadLanesAt([&](int l) ZEL_INLINE_LAMBDA { return row(2 * l); });
-        const Bytes odd = loadLanesAt([&](int l) ZEL_INLINE_LAMBDA { return row(2 * l + 1); });
-        return {u * (Doubles)joinQwords<0, 0>(even, odd) - 1, (Doubles)joinQwords<1, 1>(even, odd)};
+        const auto row = [&](int i)
+                             ZEL_INLINE_LAMBDA { return octaveTable<f>.factors[static_cast<uint8_t>(((UWords)u)[4 * i + 3])]; };
+        const PairsOfDoubles rows = loadPairsAt(row);
+        return {u * rows.first - 1, rows.second};
     }
 };
 

@@ -3,13 +3,24 @@
 
 #include "simd/vector.h"
 
+namespace zel::ZEL_LEVEL {
+
+// Fewer bytes than a vector has, at least one, between places that do not overlap.
+ZEL_INLINE void copyShort(uint8_t* to, const uint8_t* from, size_t bytes);
+
+// What does not fill a block goes through a buffer, a multiple of the vector. The rest of the block is zero there: it takes part
+// in the arithmetic. Of bytes there is at least one.
+ZEL_INLINE void copyToBuffer(uint8_t* buffer, const uint8_t* from, size_t bytes, size_t blockBytes);
+ZEL_INLINE void copyFromBuffer(uint8_t* to, const uint8_t* buffer, size_t bytes);
+
+}  // namespace zel::ZEL_LEVEL
+
 #ifdef ZEL_OWN_PART
 #include ZEL_OWN_PART
 #else
 
 namespace zel::ZEL_LEVEL {
 
-// A few bytes, at AVX-512 less than a vector, between places that do not overlap.
 ZEL_INLINE void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
     // The last piece overlaps the one before it.
     const auto copyPieces = [&](auto piece) {
@@ -28,13 +39,6 @@ ZEL_INLINE void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
     }
 }
 
-ZEL_INLINE void copyBytes(uint8_t* to, const uint8_t* from, size_t bytes) {
-    for (; bytes >= size_t{vectorBytes}; bytes -= vectorBytes, from += vectorBytes, to += vectorBytes)
-        storeVector(to, loadBytes(from));
-    if (bytes != 0) copyShort(to, from, bytes);
-}
-
-// What does not fill a block goes through a buffer. The rest of the block is zero there: it takes part in the arithmetic.
 ZEL_INLINE void copyToBuffer(uint8_t* buffer, const uint8_t* from, size_t bytes, size_t blockBytes) {
     for (size_t i = 0; i < blockBytes; i += laneBytes) *reinterpret_cast<Lane*>(buffer + i) = Lane{};
     copyShort(buffer, from, bytes);
@@ -45,3 +49,13 @@ ZEL_INLINE void copyFromBuffer(uint8_t* to, const uint8_t* buffer, size_t bytes)
 }  // namespace zel::ZEL_LEVEL
 
 #endif
+
+namespace zel::ZEL_LEVEL {
+
+ZEL_INLINE void copyBytes(uint8_t* to, const uint8_t* from, size_t bytes) {
+    for (; bytes >= size_t{vectorBytes}; bytes -= vectorBytes, from += vectorBytes, to += vectorBytes)
+        storeVector(to, loadBytes(from));
+    if (bytes != 0) copyShort(to, from, bytes);
+}
+
+}  // namespace zel::ZEL_LEVEL

@@ -3,14 +3,7 @@
 
 #include "simd/pixels.h"
 
-#ifdef ZEL_OWN_PIXEL_DWORDS
-#include ZEL_OWN_PIXEL_DWORDS
-#else
-
 namespace zel::ZEL_LEVEL {
-
-// The high words of the dwords of a and b in turn.
-ZEL_INLINE Words highWords(Dwords a, Dwords b) { return evenThenOdd((Words)(UDwords(a) >> 16), (Words)b); }
 
 // The channels of a pixel in two pairs of words, as the multiply-add takes them.
 struct ChannelPairs {
@@ -24,6 +17,19 @@ ZEL_INLINE Bytes packHighWords(Dwords a, Dwords b, Dwords c) { return packBytes(
 constexpr uint8_t placeOfResult(int pixel, int channel) {
     return uint8_t(channel == 2 ? 8 + 2 * pixel + 1 : 2 * pixel + channel);
 }
+
+// PixelDwords3 and PixelDwords4, of three and four bytes a pixel, have
+//
+//     load<part>(p)    one of the four parts of a block
+//     store(p, parts)  of packHighWords of each part; the fourth byte keeps its value, and may be written with it
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_PIXEL_DWORDS
+#include ZEL_OWN_PIXEL_DWORDS
+#else
+
+namespace zel::ZEL_LEVEL {
 
 // Three interleaved bytes a pixel.
 class PixelDwords3 {
@@ -71,7 +77,7 @@ class PixelDwords3 {
     }
 };
 
-// Four interleaved bytes a pixel, of which the fourth is written with what it held, at the widest level not at all.
+// Four interleaved bytes a pixel, of which the fourth is written with what it held.
 struct PixelDwords4 {
     static constexpr int bytes = 4;
 

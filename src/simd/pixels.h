@@ -4,10 +4,6 @@
 
 #include "simd/vector.h"
 
-#ifdef ZEL_OWN_PIXELS
-#include ZEL_OWN_PIXELS
-#else
-
 namespace zel::ZEL_LEVEL {
 
 constexpr int blockPixels = vectorBytes;
@@ -30,9 +26,47 @@ enum class Parity { even, odd };
 
 constexpr int placeInLane(Order order, int pixel) { return order == Order::natural ? pixel : pixel / 2 + pixel % 2 * 8; }
 
+// A word of each pixel of a block: of the pixels in the low halves of a channel's lanes and of those in the high halves, or, as a
+// form likes it better, of the first half of the pixels and of the second.
+struct PixelWords {
+    Words low, high;
+};
+
 namespace triples {
 
-constexpr uint8_t none = 0x80;
+constexpr uint8_t none = 0x80;  // a place from which a shuffle takes 0
+
+}  // namespace triples
+
+namespace quads {
+
+// Of pixels in split order, those in natural order.
+alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
+
+}  // namespace quads
+
+// Every form of the layouts has
+//
+//     Interleaved3                       three bytes a pixel
+//         load(p), store<order>(p, t)    a block; the order is that of t, in memory the pixels are in order
+//     Interleaved4                       four bytes a pixel
+//         load(p), loadFour(p)           without the fourth, and with it
+//         store<order>(p, t, alpha)      alpha is in natural order
+//         wantsDealt                     whether pixels are stored faster by
+//         storeDealt<order>(p, t, alpha) if they were dealt out to the lanes in turn by fours
+//         storeColours<order>(p, t)      the fourth byte keeps its value, and may be written with it
+//     joinBytes<order>(low, high)        words of the bytes of two channels, the low ones first, in wordOrder(order)
+//     storePixelWords<order>(p, words)   a block in order, of words that were joined from channels of that order
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_PIXELS
+#include ZEL_OWN_PIXELS
+#else
+
+namespace zel::ZEL_LEVEL {
+
+namespace triples {
 
 struct LanePatterns {
     alignas(16) uint8_t place[3][3][16];  // [vector of the 48 bytes][channel]
@@ -62,37 +96,9 @@ constexpr LanePatterns scatterPatterns(Order order) {
     return p;
 }
 
-// At the widest level: 3 and 64 have no common factor, so a channel's 64 bytes stand at 64 different places of the three vectors,
-// and two blends and one permute bring them together, or apart.
-struct WidePatterns {
-    alignas(64) uint8_t gather[3][64];
-    alignas(64) uint8_t scatter[3][64];
-};
-
-constexpr WidePatterns widePatterns(Order order) {
-    WidePatterns p{};
-    for (int c = 0; c < 3; ++c)
-        for (int i = 0; i < 64; ++i) {
-            p.gather[c][i] = static_cast<uint8_t>((3 * i + c) % 64);
-            const int vector = (c - i % 3 + 3) % 3;  // the one whose byte i belongs to channel c
-            const int pixel = (64 * vector + i) / 3;
-            p.scatter[c][i] = static_cast<uint8_t>(pixel / 16 * 16 + placeInLane(order, pixel % 16));
-        }
-    return p;
-}
-
-// The places i with i % 3 == remainder.
-constexpr uint64_t everyThird(int remainder) {
-    uint64_t mask = 0;
-    for (int i = remainder; i < 64; i += 3) mask |= uint64_t{1} << i;
-    return mask;
-}
-
 inline constexpr LanePatterns gather = gatherPatterns();
 template <Order order>
 inline constexpr LanePatterns scatter = scatterPatterns(order);
-template <Order order>
-inline constexpr WidePatterns wide = widePatterns(order);
 
 }  // namespace triples
 
@@ -125,7 +131,6 @@ struct Interleaved3 {
 namespace quads {
 
 alignas(16) inline constexpr uint8_t transpose[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
-alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
 
 }  // namespace quads
 
@@ -161,7 +166,7 @@ struct Interleaved4 {
         storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + vectorBytes * i, v); });
     }
 
-    // The fourth byte of every pixel is written with what it held, at the widest level not at all.
+    // The fourth byte of every pixel is written with what it held.
     template <Order order>
     ZEL_INLINE static void storeColours(uint8_t* p, Triple t) {
         storeQuarters<order>(t, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
@@ -183,12 +188,6 @@ struct Interleaved4 {
         put(2, (Bytes)interleaveLow(abHigh, cdHigh));
         put(3, (Bytes)interleaveHigh(abHigh, cdHigh));
     }
-};
-
-// A word of each pixel of a block: of the pixels in the low halves of a channel's lanes and of those in the high halves, or at
-// the widest level of the first half of the pixels and of the second.
-struct PixelWords {
-    Words low, high;
 };
 
 constexpr Order wordOrder(Order order) { return order; }

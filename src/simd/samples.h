@@ -5,10 +5,6 @@
 #include "simd/floats.h"
 #include "simd/pixels.h"
 
-#ifdef ZEL_OWN_SAMPLES
-#include ZEL_OWN_SAMPLES
-#else
-
 namespace zel::ZEL_LEVEL {
 
 template <class V>
@@ -16,11 +12,32 @@ struct Channels {
     V a, b, c;
 };
 
+// Every form has, for samples of a depth or of `size` bytes,
+//
+//     InterleavedThree<Depth>                   three samples a pixel
+//         load(p), store(p, channels)
+//     InterleavedFour<Depth>                    four
+//         load(p)                               without the fourth
+//     storeFour<size>(p, channels, fourth)
+//     storeThree<size>(p, channels)             the fourth keeps its value, and may be written with it
+//     storeThreeOfFour<size>(p, v)              the same of a vector of pixels
+//     Repeated<size, channels>(samples, alpha)  samples of one channel, each `channels` times; of four, the last is alpha
+//         vector<v>()                           one of as many vectors as there are channels
+//     samples::loadBytesAsFloats<Depth>(p, x)   three bytes a pixel: part i of a channel has the pixels 4i to 4i + 3 of all lanes
+
+}  // namespace zel::ZEL_LEVEL
+
+#ifdef ZEL_OWN_SAMPLES
+#include ZEL_OWN_SAMPLES
+#else
+
+namespace zel::ZEL_LEVEL {
+
 namespace samples {
 
 // Shuffles of three interleaved samples of `size` bytes within lanes; and blends: 3 has no common factor with the number of
 // samples in a lane or a vector, so a channel's samples stand at different places of the three vectors, and two blends and one
-// shuffle bring them together, or apart. That goes across a whole vector at the widest level and within lanes below.
+// shuffle bring them together, or apart. That goes within lanes.
 constexpr int blendReach = laneBytes;
 
 template <int size>
@@ -265,8 +282,8 @@ ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
 
 namespace samples {
 
-// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. At the widest level they follow
-// each other in memory, below it lane l of vector i is for the bytes from 64 l + 16 i on.
+// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. Lane l of vector i is for the
+// bytes from 64 l + 16 i on.
 template <int size, class Put>
 ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& put) {
     static_assert(size == 1 || size == 2 || size == 4);
@@ -304,7 +321,7 @@ ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
                                   [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 64, v); });
 }
 
-// The fourth sample of each is written with what it held, at the widest level not at all.
+// The fourth sample of each is written with what it held.
 template <int size, class V>
 ZEL_INLINE void storeThree(uint8_t* p, Channels<V> x) {
     samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {

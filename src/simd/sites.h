@@ -3,6 +3,9 @@
 
 #include "simd/samples.h"
 
+// Sites<Depth, V>(first).store(p, here, between) stores a block of pixels of three samples, of which every other one is from
+// `here`, the first one or not.
+
 #ifdef ZEL_OWN_SITES
 #include ZEL_OWN_SITES
 #else

@@ -4,6 +4,15 @@
 
 #include "simd/vector.h"
 
+namespace zel::ZEL_LEVEL {
+
+template <int size, int channels>
+ZEL_INLINE Dwords loadStrided(const uint8_t* p);
+template <int size, int channels>
+ZEL_INLINE void storeStrided(uint8_t* p, Dwords v);
+
+}  // namespace zel::ZEL_LEVEL
+
 #ifdef ZEL_OWN_STRIDED
 #include ZEL_OWN_STRIDED
 #else

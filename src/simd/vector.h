@@ -21,9 +21,6 @@ ZEL_INLINE V distance(V a, V b) {
     return subtractSaturated(a, b) | subtractSaturated(b, a);
 }
 
-// The words at even places of a and those at odd places of b, where they are.
-ZEL_INLINE Words evenThenOdd(Words a, Words b) { return blend<0xaa>(a, b); }
-
 // Words of a byte vector: the bytes at even places and at odd places, as numbers.
 ZEL_INLINE Words evenBytes(Bytes a) { return (Words)a & splatWord(0x00ff); }
 ZEL_INLINE Words oddBytes(Bytes a) { return (Words)((UWords)a >> 8); }

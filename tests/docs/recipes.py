@@ -30,8 +30,8 @@ def printed_by(source, root, libraries):
         path.write_text(source)
         compiler = [*shlex.split(os.environ.get("CC") or "cc"), *shlex.split(os.environ.get("CFLAGS", ""))]
         command = [*compiler, "-std=c99", "-O1", "-Wall", "-Wextra", "-Werror", f"-I{root}/include", str(path)]
-        command += ["-o", f"{directory}/recipes", f"-L{libraries}", f"-L{libraries}/zelcore", "-lzelcc", "-lzelcore",
-                    f"-Wl,-rpath,{libraries}:{libraries}/zelcore"]
+        command += ["-o", f"{directory}/recipes", f"-L{libraries}", f"-L{libraries}/video", f"-L{libraries}/zelcore", "-lzelcc", "-lzelvideo", "-lzelcore",
+                    f"-Wl,-rpath,{libraries}:{libraries}/video:{libraries}/zelcore"]
         subprocess.run(command, check=True)
         run = subprocess.run([f"{directory}/recipes"], stdout=subprocess.PIPE, text=True, check=True)
         return run.stdout.split(SEPARATOR)[:-1]

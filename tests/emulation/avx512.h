@@ -7,7 +7,7 @@
 #include "each.h"
 #include "of512.h"
 
-#define __AVX512VBMI__ 1  // what src/simd/level.h goes by
+#define __AVX512VBMI__ 1  // what src/simd/x86/level.h goes by
 
 namespace zel::ZEL_LEVEL {
 

@@ -35,6 +35,17 @@ TEST(SimdMemory, Loads) {
     });
 }
 
+TEST(SimdMemory, PairsOfDoubles) {
+    constexpr int n = vectorBytes / 8;
+    alignas(16) double table[n][2];
+    for (int i = 0; i < n; ++i) table[i][0] = i, table[i][1] = i + 0.5;
+    const PairsOfDoubles pairs = loadPairsAt([&](int i) { return table[n - 1 - i]; });
+    for (int i = 0; i < n; ++i) {
+        EXPECT_EQ(pairs.first[i], n - 1 - i);
+        EXPECT_EQ(pairs.second[i], n - 1 - i + 0.5);
+    }
+}
+
 TEST(SimdMemory, Stores) {
     stores<1, Bytes>(WORD(storeVector), vectorBytes, asItIs);
     stores<1, Words>(WORD(storeVector), vectorBytes, asItIs);

@@ -58,7 +58,7 @@ def instructions(path):
 
 def level_of(path):
     """The level that an object file of the library was compiled for, from the directory that CMake puts it in."""
-    match = re.search(r"zelcc_(\w+)\.dir/", path)
+    match = re.search(r"zel(?:cc|video)_(\w+)\.dir/", path)
     return match[1] if match else None
 
 

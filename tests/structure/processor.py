@@ -1,5 +1,5 @@
-"""processor.py DIRECTORIES: C++ that speaks of a processor stands in the vector layer, simd, and in the files below, which are
-about the processor themselves."""
+"""processor.py DIRECTORIES: C++ that speaks of a processor stands in its folder of the vector layer, which has a level.h, and in the
+files below, which are about the processor themselves."""
 
 import pathlib
 import re
@@ -7,10 +7,11 @@ import sys
 
 from verdict import conclude
 
-WORDS = re.compile(r"\b(_mm\d*_\w+|__m(64|128|256|512)[dih]?|_mm_malloc|__mmask\d+|ZEL_MM|ZEL_LANES|\w*intrin\.h|"
-                   r"__builtin_ia32_\w+|__builtin_cpu_\w+|__(SSE|SSSE|AVX|ARM|aarch64)\w*__|arm_neon\.h|v[a-z]\w*q_[usf](8|16|32|64)|\w+x\d+_t|"
-                   r"cpuid\w*|x?getbv|getauxval|asm|__asm__)\b")
+WORDS = re.compile(r"\b(_mm\d*_\w+|__m(64|128|256|512)[dih]?|_mm_malloc|__mmask\d+|ZEL_MM|(Float|Double)?Register|\w*intrin\.h|"
+                   r"__builtin_ia32_\w+|__builtin_cpu_\w+|__(SSE|SSSE|AVX|ARM|aarch64|x86_64|i386)\w*__|arm_neon\.h|"
+                   r"v[a-z]\w*q_[usf](8|16|32|64)|\w+x\d+_t|cpuid\w*|x?getbv|getauxval|asm|__asm__)\b")
 ABOUT_THE_PROCESSOR = {
+    "simd/level.h": "picks the folder",
     "x86/processor.h": "reports what the processor and the system have",
     "aarch64/processor.h": "reports what the system has of the processor",
     "reciprocal.h": "has the one number of the models that is the processor's",
@@ -21,14 +22,17 @@ def words_in(path):
     return [match[0] for match in WORDS.finditer(re.sub(r"//.*", "", path.read_text()))]
 
 
-found = {}
+found, folders = {}, set()
 for directory in map(pathlib.Path, sys.argv[1:]):
+    folders |= {path.parent.relative_to(directory).as_posix() + "/" for path in directory.glob("simd/*/level.h")}
     for path in sorted(directory.rglob("*.*")):
         if path.suffix in (".h", ".cpp", ".def"):
             found[path.relative_to(directory).as_posix()] = words_in(path)
 faults = [f"{name} speaks of the processor: {', '.join(sorted(set(words)))}" for name, words in found.items()
-          if words and not name.startswith("simd/") and name not in ABOUT_THE_PROCESSOR]
+          if words and not name.startswith(tuple(folders)) and name not in ABOUT_THE_PROCESSOR]
 faults += [f"{name} is no longer about the processor" for name in ABOUT_THE_PROCESSOR if not found.get(name)]
-if not any(words for name, words in found.items() if name.startswith("simd/")):
-    faults.append("no word was found where all of them should stand")
+faults += [f"no word was found in {folder}, where all of them should stand" for folder in sorted(folders)
+           if not any(words for name, words in found.items() if name.startswith(folder))]
+if not folders:
+    faults.append("the vector layer has no processor")
 conclude(faults, f"{len(found)} files")

@@ -30,9 +30,8 @@ TEST(PublishedChecksums, HoldOnThisProcessor) {
     const Checksums list = readChecksums(publishedText());
     for (const Function& f : catalog::functions()) {
         const std::string_view wanted = wantedSum(list.find(f.name)->second.back());
-        if (!wanted.empty()) {
-            EXPECT_EQ(hexadecimal(checksum(f)), wanted) << f.name;
-        }
+        if (wanted.empty()) continue;
+        EXPECT_EQ(hexadecimal(checksum(f)), wanted) << f.name;
     }
 }
 

@@ -27,7 +27,7 @@ uint64_t processorFeatures() {
 }
 
 // The largest cache of data in bytes, 0 where the system reports none. Programs may not ask the processor itself.
-int64_t largestCache() {
+[[maybe_unused]] int64_t largestCache() {
     int64_t largest = 0;
     for (char index = '0'; index < '8'; ++index) {
         char path[] = "/sys/devices/system/cpu/cpu0/cache/index0/size";

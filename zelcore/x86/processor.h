@@ -74,7 +74,7 @@ uint64_t processorFeatures() {
 }
 
 // The largest cache of data in bytes, 0 where the processor reports none.
-int64_t largestCache() {
+[[maybe_unused]] int64_t largestCache() {
     constexpr uint32_t intelCaches = 4, amdCaches = 0x8000001d;  // one maker answers nothing to the other's
     return std::max(largestCache(intelCaches), largestCache(amdCaches));
 }

@@ -1,14 +1,9 @@
+// Tables of bytes in registers, 64 bytes at a time.
 #pragma once
 
-#include "simd/vector.h"
+#include "simd/byte_table.h"
 
 namespace zel::ZEL_LEVEL {
-
-struct ByteTable {
-    alignas(16) uint8_t of[256];
-};
-
-constexpr bool looksUpQuickly = true;
 
 // Four tables of 64 bytes in sixteen registers: each finds what is in it and leaves the rest.
 class MadeByteTable {

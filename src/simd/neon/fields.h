@@ -1,6 +1,7 @@
+// Fields of 16-bit words by shifts that narrow.
 #pragma once
 
-#include "simd/vector.h"
+#include "simd/fields.h"
 
 namespace zel::ZEL_LEVEL {
 

@@ -1,16 +1,9 @@
+// Bytes lifted to words by shifts that widen.
 #pragma once
 
-#include "simd/pixels.h"
+#include "simd/lifted.h"
 
 namespace zel::ZEL_LEVEL {
-
-struct LiftedHalf {
-    UWords a, b, c;
-};
-enum class Half { first, second };
-struct Lifted {
-    LiftedHalf first, second;
-};
 
 namespace arm {
 ZEL_INLINE UWords liftedLow(Bytes v) { return (UWords)vzip1q_u8(vdupq_n_u8(0), u8(v)); }

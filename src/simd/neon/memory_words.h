@@ -43,6 +43,11 @@ ZEL_INLINE UDwords loadBytesAsDwords(const uint8_t* p) {
 }
 ZEL_INLINE UDwords loadWordsAsDwords(const uint8_t* p) { return (UDwords)vmovl_u16((uint16x4_t)vld1_u8(p)); }
 
+template <class At>
+ZEL_INLINE PairsOfDoubles loadPairsAt(const At& at) {
+    const float64x2_t even = vld1q_f64(at(0)), odd = vld1q_f64(at(1));
+    return {(Doubles)vzip1q_f64(even, odd), (Doubles)vzip2q_f64(even, odd)};
+}
 ZEL_INLINE PackOrder loadInPackOrder(const uint8_t* p) { return {loadBytes(p), loadBytes(p + 16)}; }
 template <bool deals>
 ZEL_INLINE Parted loadParted(const uint8_t* p) {

@@ -1,20 +1,9 @@
+// Pixels as dwords by tables of two registers.
 #pragma once
 
-#include "simd/pixels.h"
+#include "simd/pixel_dwords.h"
 
 namespace zel::ZEL_LEVEL {
-
-ZEL_INLINE Words highWords(Dwords a, Dwords b) { return (Words)vtrn2q_u16(arm::u16(a), arm::u16(b)); }
-
-struct ChannelPairs {
-    Words ac;  // in turn
-    Words b;   // in turn with words of any value below 256
-};
-
-ZEL_INLINE Bytes packHighWords(Dwords a, Dwords b, Dwords c) { return packBytes(highWords(a, b), (Words)c); }
-constexpr uint8_t placeOfResult(int pixel, int channel) {
-    return uint8_t(channel == 2 ? 8 + 2 * pixel + 1 : 2 * pixel + channel);
-}
 
 class PixelDwords3 {
     static constexpr int start(int part) { return part < 3 ? part * 12 : 32; }

@@ -1,24 +1,9 @@
+// Interleaved bytes by loads and stores of structures.
 #pragma once
 
-#include "simd/vector.h"
+#include "simd/pixels.h"
 
 namespace zel::ZEL_LEVEL {
-
-constexpr int blockPixels = vectorBytes;
-
-struct Triple {
-    Bytes a, b, c;
-};
-struct Quad {
-    Bytes a, b, c, d;
-};
-enum class Order { natural, split };
-enum class Parity { even, odd };
-constexpr int placeInLane(Order order, int pixel) { return order == Order::natural ? pixel : pixel / 2 + pixel % 2 * 8; }
-
-namespace triples {
-constexpr uint8_t none = 0x80;
-}
 
 namespace arm {
 
@@ -43,10 +28,6 @@ struct Interleaved3 {
         vst3q_u8(p, (uint8x16x3_t{{sorted<order>(t.a), sorted<order>(t.b), sorted<order>(t.c)}}));
     }
 };
-
-namespace quads {
-alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
-}
 
 struct Interleaved4 {
     static constexpr int bytes = 4;
@@ -75,9 +56,6 @@ struct Interleaved4 {
     }
 };
 
-struct PixelWords {
-    Words low, high;
-};
 constexpr Order wordOrder(Order order) { return order; }
 
 template <Order order>

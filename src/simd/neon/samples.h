@@ -1,14 +1,9 @@
+// Interleaved samples by loads and stores of structures.
 #pragma once
 
-#include "simd/floats.h"
-#include "simd/pixels.h"
+#include "simd/samples.h"
 
 namespace zel::ZEL_LEVEL {
-
-template <class V>
-struct Channels {
-    V a, b, c;
-};
 
 namespace arm {
 

@@ -81,6 +81,7 @@ ZEL_INLINE Dwords interleaveHigh(Dwords a, Dwords b) { return (Dwords)vzip2q_u32
 ZEL_INLINE Bytes interleaveLow64(Bytes a, Bytes b) { return (Bytes)vzip1q_u64(arm::u64(a), arm::u64(b)); }
 ZEL_INLINE Bytes interleaveHigh64(Bytes a, Bytes b) { return (Bytes)vzip2q_u64(arm::u64(a), arm::u64(b)); }
 
+ZEL_INLINE Words highWords(Dwords a, Dwords b) { return (Words)vtrn2q_u16(arm::u16(a), arm::u16(b)); }
 ZEL_INLINE Dwords evenDwords(Dwords a, Dwords b) { return (Dwords)vuzp1q_u32(arm::u32(a), arm::u32(b)); }
 ZEL_INLINE Dwords oddDwords(Dwords a, Dwords b) { return (Dwords)vuzp2q_u32(arm::u32(a), arm::u32(b)); }
 template <int ofA, int ofB>

@@ -1,4 +1,4 @@
-// Words that cross lanes in memory, made of loads and stores of lanes and of shuffles: for levels that have nothing better.
+// Words made of others, by lanes and shuffles: for levels that have nothing better.
 #pragma once
 
 #include "simd/words/crossing.h"
@@ -31,7 +31,6 @@ ZEL_INLINE void storeLowWords(uint8_t* p, Dwords v) {
     storeLowHalves(p, (Bytes)packWords(words, words));
 }
 
-// The elements of a vector whose bits are set, as bytes or words of 0xff.
 ZEL_INLINE Bytes choose(Bits bits, Bytes a, Bytes b) {
     // Byte i of the bits goes to the elements 8i .. 8i + 7, which test a bit each.
     struct Places {

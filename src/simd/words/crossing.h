@@ -53,6 +53,12 @@ ZEL_INLINE void storeLowWords(uint8_t* p, Dwords v);
 // Qword i from the 8 bytes at at(i).
 template <class At>
 ZEL_INLINE Bytes loadQwordsAt(const At& at);
+// Double i of both from the two doubles at at(i), a multiple of 16.
+struct PairsOfDoubles {
+    Doubles first, second;
+};
+template <class At>
+ZEL_INLINE PairsOfDoubles loadPairsAt(const At& at);
 
 // The dwords of a table at some places, which may be negative.
 ZEL_INLINE Dwords lookUp(const void* table, Dwords places);

@@ -29,7 +29,7 @@ ZEL_INLINE Floats wholePart(Floats v);
 ZEL_INLINE Floats atMost(Floats v, Floats limit);
 ZEL_INLINE Floats atLeast(Floats v, Floats limit);
 
-// 1 / v to about 12 bits. How the rest is filled differs between makes of processors, but on one it is the same at every level.
+// 1 / v to about 12 bits. How the rest is filled differs between vendors, but on one it is the same at every level.
 // A processor that has no such approximation takes 1 / v.
 ZEL_INLINE Floats approximateReciprocal(Floats v);
 

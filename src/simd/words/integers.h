@@ -17,7 +17,7 @@ ZEL_INLINE Dwords splatDwords(int32_t even, int32_t odd);
 // floor(a b / 65536).
 ZEL_INLINE Words mulHigh(Words a, Words b);
 ZEL_INLINE UWords mulHigh(UWords a, UWords b);
-// floor((a b + 16384) / 32768); of two -32768 it is the lowest word or the highest one.
+// floor((a b + 16384) / 32768); of two -32768, which no word can hold, -32768 or 32767.
 ZEL_INLINE Words mulRound(Words a, Words b);
 // The sum of both products of a pair; where all four are -32768 it wraps, to the lowest dword.
 ZEL_INLINE Dwords mulAddPairs(Words a, Words b);
@@ -58,6 +58,9 @@ ZEL_INLINE UWords mean(UWords a, UWords b);
 // Words of a lane where they are: word i of b where bit i of `places` is set, that of a elsewhere.
 template <int places>
 ZEL_INLINE Words blend(Words a, Words b);
+
+// The high words of the dwords of a and b in turn.
+ZEL_INLINE Words highWords(Dwords a, Dwords b);
 
 // a where the bytes of `which` are 0xff, b where they are 0; of other bytes any number.
 ZEL_INLINE Bytes choose(Bytes which, Bytes a, Bytes b);

@@ -1,3 +1,4 @@
+// Two lanes.
 #pragma once
 
 #define ZEL_WORDS "simd/x86/avx2/words.h"

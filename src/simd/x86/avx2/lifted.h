@@ -1,18 +1,9 @@
-// Bytes as words, 256 times the samples, for products whose high halves are taken.
+// Bytes lifted to words where words are moved by loads that begin some bytes off.
 #pragma once
 
-#include "simd/pixels.h"
+#include "simd/lifted.h"
 
 namespace zel::ZEL_LEVEL {
-
-// The pixels of half a block, in an order of the layout's own, which the results leave when they become bytes.
-struct LiftedHalf {
-    UWords a, b, c;
-};
-enum class Half { first, second };
-struct Lifted {
-    LiftedHalf first, second;
-};
 
 // Three interleaved bytes a pixel. The first half has the first eight pixels of every lane.
 struct LiftedThree {
@@ -44,7 +35,7 @@ struct LiftedFour {
         // A vector that begins some bytes off has its words where they are wanted. None reaches beyond the half.
         const auto words = [&](int place) ZEL_INLINE_LAMBDA {
             const uint8_t* const from = p + int(which) * 2 * vectorBytes + place;
-            return (UWords)evenThenOdd((Words)loadBytes(from), (Words)loadBytes(from + vectorBytes - 2));
+            return (UWords)blend<0xaa>((Words)loadBytes(from), (Words)loadBytes(from + vectorBytes - 2));
         };
         const UWords ab = words(0), bc = words(1);
         if constexpr (bits == 8) return {ab << 8, ab & 0xff00, bc & 0xff00};

@@ -1,4 +1,4 @@
-// Two lanes.
+// The words that AVX2 has in a form of its own.
 #pragma once
 
 #include "simd/words/by_lanes.h"
@@ -47,6 +47,7 @@ template <int places>
 ZEL_INLINE Words blend(Words a, Words b) {
     return (Words)_mm256_blend_epi16((Register)a, (Register)b, places);
 }
+ZEL_INLINE Words highWords(Dwords a, Dwords b) { return blend<0xaa>((Words)(UDwords(a) >> 16), (Words)b); }
 ZEL_INLINE Bits signBits(Bytes v) { return static_cast<Bits>(_mm256_movemask_epi8((Register)v)); }
 ZEL_INLINE unsigned signBits(Dwords v) { return unsigned(_mm256_movemask_ps((__m256)v)); }
 ZEL_INLINE unsigned differing(Floats a, Floats b) { return 0xff & ~signBits((Dwords)((Dwords)a == (Dwords)b)); }
@@ -72,6 +73,12 @@ ZEL_INLINE Bytes loadQwordsAt(const At& at) {
     const auto two = [&](int i)
                          ZEL_INLINE_LAMBDA { return _mm_loadh_pi(_mm_loadl_pi(_mm_setzero_ps(), qword(i)), qword(i + 1)); };
     return (Bytes)_mm256_set_m128(two(2), two(0));
+}
+template <class At>
+ZEL_INLINE PairsOfDoubles loadPairsAt(const At& at) {
+    const __m256d even = _mm256_set_m128d(_mm_load_pd(at(2)), _mm_load_pd(at(0)));
+    const __m256d odd = _mm256_set_m128d(_mm_load_pd(at(3)), _mm_load_pd(at(1)));
+    return {(Doubles)_mm256_unpacklo_pd(even, odd), (Doubles)_mm256_unpackhi_pd(even, odd)};
 }
 ZEL_INLINE Dwords lookUp(const void* table, Dwords places) {
     return (Dwords)_mm256_i32gather_epi32(static_cast<const int*>(table), (Register)places, 4);

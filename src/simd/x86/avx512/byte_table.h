@@ -1,13 +1,9 @@
-// Bytes by a table of all 256 results that is known when the library is compiled.
+// Tables of bytes in four registers, by permutes over two of them.
 #pragma once
 
-#include "simd/vector.h"
+#include "simd/byte_table.h"
 
 namespace zel::ZEL_LEVEL {
-
-struct ByteTable {
-    alignas(16) uint8_t of[256];
-};
 
 // Best with several vectors at a time.
 template <const ByteTable& table>

@@ -1,7 +1,7 @@
-// The fields of 16-bit words, 5, 6 and 5 bits from the lowest upward, as the high bits of three bytes a word.
+// Fields of 16-bit words by shifts of each byte by itself.
 #pragma once
 
-#include "simd/vector.h"
+#include "simd/fields.h"
 
 namespace zel::ZEL_LEVEL {
 

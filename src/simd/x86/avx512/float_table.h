@@ -1,20 +1,14 @@
-// Two functions of 128 places, as tables of floats.
+// Tables of floats in registers, by permutes over two of them.
 #pragma once
 
-#include "simd/floats.h"
+#include "simd/float_table.h"
 
 namespace zel::ZEL_LEVEL {
-
-constexpr int floatTablePlaces = 128;
 
 // Each function by itself, for permutes.
 struct FloatTables {
     alignas(64) float of[2][floatTablePlaces];
     constexpr float& at(int function, int place) { return of[function][place]; }
-};
-
-struct FloatPair {
-    Floats first, second;
 };
 
 // Places are 0 to 127.

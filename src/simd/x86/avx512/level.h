@@ -1,3 +1,4 @@
+// Four lanes, with permutes of bytes over whole vectors and masks. Most layouts and tables have forms of their own.
 #pragma once
 
 #define ZEL_WORDS "simd/x86/avx512/words.h"

@@ -1,18 +1,9 @@
-// Bytes as words, 256 times the samples, for products whose high halves are taken.
+// Bytes lifted to words by permutes that leave their low bytes 0.
 #pragma once
 
-#include "simd/pixels.h"
+#include "simd/lifted.h"
 
 namespace zel::ZEL_LEVEL {
-
-// The pixels of half a block, in an order of the layout's own, which the results leave when they become bytes.
-struct LiftedHalf {
-    UWords a, b, c;
-};
-enum class Half { first, second };
-struct Lifted {
-    LiftedHalf first, second;
-};
 
 // Three interleaved bytes a pixel. The first half has the first eight pixels of every lane.
 struct LiftedThree {

@@ -1,16 +1,11 @@
-// Whole pixels in words: channels lifted to 256 times the samples, a block in two halves, and results of words that become bytes
-// by saturation.
+// Lifted pixels, half a block in order from two vectors.
 #pragma once
 
-#include "simd/lifted.h"
+#include "simd/lifted_pixels.h"
 
 namespace zel::ZEL_LEVEL {
 
-struct WordPixel {
-    Words a, b, c;
-};
-
-// Interleaved pixels of three bytes, or of four of which the fourth is written with what it held, at the widest level not at all.
+// Interleaved pixels of three bytes, or of four of which the fourth is not written.
 template <int channels>
 struct LiftedPixels {
     static constexpr int bytes = channels;

@@ -1,27 +1,9 @@
-// Positive doubles in sixteen octaves of sixteen segments each, for functions that turn products into products, such as powers:
-//
-//     u = 2^e c (1 + z),    f(u) = f(2^e) f(c) f(1 + z),    c the middle of a segment of 1 .. 2,    |z| <= 1/33
-//
-// What is left to the caller is f(1 + z).
+// The tables of the octaves in registers.
 #pragma once
 
-#include "simd/doubles.h"
+#include "simd/octaves.h"
 
 namespace zel::ZEL_LEVEL {
-
-constexpr int segments = 16, octaves = 16, exponentBias = 1023;
-constexpr double middleOfSegment(int segment) { return 1 + (2 * segment + 1) / 32.0; }
-constexpr double powerOfTwo(int exponent) { return exponent < 0 ? 1.0 / (1 << -exponent) : 1 << exponent; }
-
-// f of the middles and of the powers of two from the lowest exponent on.
-struct OctaveFunction {
-    int lowestExponent;
-    alignas(64) double ofSegments[segments], ofOctaves[octaves];
-};
-
-struct InOctave {
-    Doubles z, scale;  // scale is f(2^e) f(c)
-};
 
 // Factors are found by permutes, by the leading bits of the mantissa and by the last bits of the exponent.
 struct OctaveTable {

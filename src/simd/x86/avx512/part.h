@@ -1,7 +1,7 @@
-// Less than a vector: what is left of a row, to and from a buffer.
+// Less than a vector by masks.
 #pragma once
 
-#include "simd/vector.h"
+#include "simd/part.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -9,12 +9,6 @@ namespace zel::ZEL_LEVEL {
 ZEL_INLINE void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
     const __mmask64 mask = (uint64_t{1} << bytes) - 1;
     _mm512_mask_storeu_epi8(to, mask, _mm512_maskz_loadu_epi8(mask, from));
-}
-
-ZEL_INLINE void copyBytes(uint8_t* to, const uint8_t* from, size_t bytes) {
-    for (; bytes >= size_t{vectorBytes}; bytes -= vectorBytes, from += vectorBytes, to += vectorBytes)
-        storeVector(to, loadBytes(from));
-    if (bytes != 0) copyShort(to, from, bytes);
 }
 
 // What does not fill a block goes through a buffer. The rest of the block is zero there: it takes part in the arithmetic.

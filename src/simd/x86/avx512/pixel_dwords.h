@@ -1,35 +1,9 @@
-// Pixels of three or four bytes as dwords, for sums over the channels of a pixel: a block of them in four parts.
+// Pixels as dwords by permutes over whole vectors.
 #pragma once
 
-#include "simd/pixels.h"
+#include "simd/pixel_dwords.h"
 
 namespace zel::ZEL_LEVEL {
-
-// The high words of the dwords of a and b in turn.
-ZEL_INLINE Words highWords(Dwords a, Dwords b) {
-    struct Places {
-        alignas(64) uint16_t of[32];
-    };
-    static constexpr Places odd = [] {
-        Places p{};
-        for (int i = 0; i < 32; ++i) p.of[i] = uint16_t(i % 2 * 32 + i / 2 * 2 + 1);
-        return p;
-    }();
-    return (Words)_mm512_permutex2var_epi16((Register)a, _mm512_load_si512(odd.of), (Register)b);
-}
-
-// The channels of a pixel in two pairs of words, as the multiply-add takes them.
-struct ChannelPairs {
-    Words ac;  // in turn
-    Words b;   // in turn with words of any value below 256
-};
-
-// The three results of a pixel: bytes that are made of the words in the high halves of dwords by saturation. In a lane they stand
-// as the places below say.
-ZEL_INLINE Bytes packHighWords(Dwords a, Dwords b, Dwords c) { return packBytes(highWords(a, b), (Words)c); }
-constexpr uint8_t placeOfResult(int pixel, int channel) {
-    return uint8_t(channel == 2 ? 8 + 2 * pixel + 1 : 2 * pixel + channel);
-}
 
 // Three interleaved bytes a pixel.
 class PixelDwords3 {
@@ -77,7 +51,7 @@ class PixelDwords3 {
     }
 };
 
-// Four interleaved bytes a pixel, of which the fourth is written with what it held, at the widest level not at all.
+// Four interleaved bytes a pixel, of which the fourth is not written.
 struct PixelDwords4 {
     static constexpr int bytes = 4;
 

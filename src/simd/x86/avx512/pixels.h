@@ -1,64 +1,13 @@
-// Pixel layouts in memory: how a block of pixels becomes one vector of bytes per channel, and back. A block has as many pixels as
-// a vector has bytes, lane l holding the pixels 16l to 16l+15.
+// Interleaved bytes by blends and permutes over whole vectors.
 #pragma once
 
-#include "simd/vector.h"
+#include "simd/pixels.h"
 
 namespace zel::ZEL_LEVEL {
 
-constexpr int blockPixels = vectorBytes;
-
-// Channels are named by their place in the pixel, so one text serves RGB and BGR.
-struct Triple {
-    Bytes a, b, c;
-};
-
-struct Quad {
-    Bytes a, b, c, d;
-};
-
-// The order of the 16 pixels in a lane of a channel: natural, or split as a pack of even and odd pixels leaves them: 0 2 4 .. 1 3
-// 5 ..
-enum class Order { natural, split };
-
-// The even or the odd pixels of a row.
-enum class Parity { even, odd };
-
-constexpr int placeInLane(Order order, int pixel) { return order == Order::natural ? pixel : pixel / 2 + pixel % 2 * 8; }
-
 namespace triples {
 
-constexpr uint8_t none = 0x80;
-
-struct LanePatterns {
-    alignas(16) uint8_t place[3][3][16];  // [vector of the 48 bytes][channel]
-};
-
-// Where the bytes of each channel are in each of the three vectors that hold 16 pixels of a lane.
-constexpr LanePatterns gatherPatterns() {
-    LanePatterns p{};
-    for (int v = 0; v < 3; ++v)
-        for (int c = 0; c < 3; ++c)
-            for (int i = 0; i < 16; ++i) {
-                const int at = 3 * i + c;
-                p.place[v][c][i] = at / 16 == v ? static_cast<uint8_t>(at % 16) : none;
-            }
-    return p;
-}
-
-// Where the bytes of each of the three vectors are in each channel.
-constexpr LanePatterns scatterPatterns(Order order) {
-    LanePatterns p{};
-    for (int v = 0; v < 3; ++v)
-        for (int c = 0; c < 3; ++c)
-            for (int i = 0; i < 16; ++i) {
-                const int at = 16 * v + i;
-                p.place[v][c][i] = at % 3 == c ? static_cast<uint8_t>(placeInLane(order, at / 3)) : none;
-            }
-    return p;
-}
-
-// At the widest level: 3 and 64 have no common factor, so a channel's 64 bytes stand at 64 different places of the three vectors,
+// 3 and 64 have no common factor, so a channel's 64 bytes stand at 64 different places of the three vectors,
 // and two blends and one permute bring them together, or apart.
 struct WidePatterns {
     alignas(64) uint8_t gather[3][64];
@@ -84,9 +33,6 @@ constexpr uint64_t everyThird(int remainder) {
     return mask;
 }
 
-inline constexpr LanePatterns gather = gatherPatterns();
-template <Order order>
-inline constexpr LanePatterns scatter = scatterPatterns(order);
 template <Order order>
 inline constexpr WidePatterns wide = widePatterns(order);
 
@@ -126,9 +72,6 @@ struct Interleaved3 {
 };
 
 namespace quads {
-
-alignas(16) inline constexpr uint8_t transpose[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
-alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
 
 // The places of 32 pixels' channels: a and b from two vectors in turn, and c at even places.
 struct ScatterPatterns {
@@ -208,7 +151,7 @@ struct Interleaved4 {
         storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + vectorBytes * i, v); });
     }
 
-    // The fourth byte of every pixel is written with what it held, at the widest level not at all.
+    // The fourth byte of every pixel is not written.
     template <Order order>
     ZEL_INLINE static void storeColours(uint8_t* p, Triple t) {
         storeQuarters<order>(t, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
@@ -229,12 +172,6 @@ struct Interleaved4 {
             put(2 * half + 1, (Bytes)interleaveHigh(ab, cd));
         });
     }
-};
-
-// A word of each pixel of a block: of the pixels in the low halves of a channel's lanes and of those in the high halves, or at
-// the widest level of the first half of the pixels and of the second.
-struct PixelWords {
-    Words low, high;
 };
 
 constexpr Order wordOrder(Order) { return Order::natural; }

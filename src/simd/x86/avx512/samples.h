@@ -1,22 +1,15 @@
-// Interleaved pixels of samples of any size: how a block becomes one vector per channel, and back. A block has as many pixels as
-// a vector has samples, in natural order.
+// Interleaved samples by blends and permutes over whole vectors.
 #pragma once
 
-#include "simd/floats.h"
-#include "simd/pixels.h"
+#include "simd/samples.h"
 
 namespace zel::ZEL_LEVEL {
-
-template <class V>
-struct Channels {
-    V a, b, c;
-};
 
 namespace samples {
 
 // Shuffles of three interleaved samples of `size` bytes within lanes; and blends: 3 has no common factor with the number of
 // samples in a lane or a vector, so a channel's samples stand at different places of the three vectors, and two blends and one
-// shuffle bring them together, or apart. That goes across a whole vector at the widest level and within lanes below.
+// shuffle bring them together, or apart. That goes across the vector.
 constexpr int blendReach = 64;
 
 template <int size>
@@ -258,8 +251,8 @@ ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
 
 namespace samples {
 
-// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. At the widest level they follow
-// each other in memory, below it lane l of vector i is for the bytes from 64 l + 16 i on.
+// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them, which follow each other in
+// memory.
 template <int size, class Put>
 ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& put) {
     static_assert(size == 1 || size == 2 || size == 4);
@@ -297,7 +290,7 @@ ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
                                   [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + 64 * i, v); });
 }
 
-// The fourth sample of each is written with what it held, at the widest level not at all.
+// The fourth sample of each is not written.
 template <int size, class V>
 ZEL_INLINE void storeThree(uint8_t* p, Channels<V> x) {
     samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{},

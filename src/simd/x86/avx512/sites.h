@@ -1,7 +1,7 @@
-// Every other pixel of a block, whose channels are made in one way there and in another between.
+// Every other pixel by permutes over whole vectors.
 #pragma once
 
-#include "simd/samples.h"
+#include "simd/sites.h"
 
 namespace zel::ZEL_LEVEL {
 

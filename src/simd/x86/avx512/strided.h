@@ -1,8 +1,7 @@
-// One channel of interleaved samples: a vector's worth of them to the low ends of dwords, and back. No other byte is written, and
-// none behind the last sample is read.
+// One channel by permutes and masks.
 #pragma once
 
-#include "simd/vector.h"
+#include "simd/strided.h"
 
 namespace zel::ZEL_LEVEL {
 

@@ -1,4 +1,4 @@
-// Four lanes, with permutes of bytes over whole vectors and masks.
+// The words that AVX-512 has in a form of its own.
 #pragma once
 
 #include "simd/x86/words.h"
@@ -60,6 +60,17 @@ template <int places>
 ZEL_INLINE Words blend(Words a, Words b) {
     return (Words)_mm512_mask_mov_epi16((Register)a, places * 0x01010101u, (Register)b);
 }
+ZEL_INLINE Words highWords(Dwords a, Dwords b) {
+    struct Places {
+        alignas(64) uint16_t of[32];
+    };
+    static constexpr Places odd = [] {
+        Places p{};
+        for (int i = 0; i < 32; ++i) p.of[i] = uint16_t(i % 2 * 32 + i / 2 * 2 + 1);
+        return p;
+    }();
+    return (Words)_mm512_permutex2var_epi16((Register)a, x86::pattern(odd.of), (Register)b);
+}
 ZEL_INLINE Bits signBits(Bytes v) { return _mm512_movepi8_mask((Register)v); }
 ZEL_INLINE unsigned signBits(Dwords v) { return _mm512_movepi32_mask((Register)v); }
 ZEL_INLINE Bits zeros(Bytes v) { return _mm512_testn_epi8_mask((Register)v, (Register)v); }
@@ -97,12 +108,22 @@ ZEL_INLINE UDwords loadBytesAsDwords(const uint8_t* p) { return (UDwords)_mm512_
 ZEL_INLINE UDwords loadWordsAsDwords(const uint8_t* p) { return (UDwords)_mm512_cvtepu16_epi32(x86::loadHalf(p)); }
 template <class At>
 ZEL_INLINE Bytes loadQwordsAt(const At& at) {
-    const auto qword = [&](int i) ZEL_INLINE_LAMBDA {
-        long long value;
-        __builtin_memcpy(&value, at(i), sizeof value);
-        return value;
-    };
-    return (Bytes)_mm512_set_epi64(qword(7), qword(6), qword(5), qword(4), qword(3), qword(2), qword(1), qword(0));
+    UQwords v{};
+    unrolled<8>([&](int i) ZEL_INLINE_LAMBDA {
+        uint64_t qword;
+        __builtin_memcpy(&qword, at(i), 8);
+        v[i] = qword;
+    });
+    return (Bytes)v;
+}
+template <class At>
+ZEL_INLINE PairsOfDoubles loadPairsAt(const At& at) {
+    PairsOfDoubles v{};
+    unrolled<8>([&](int i) ZEL_INLINE_LAMBDA {
+        v.first[i] = at(i)[0];
+        v.second[i] = at(i)[1];
+    });
+    return v;
 }
 ZEL_INLINE PackOrder loadInPackOrder(const uint8_t* p) {
     const Register low = (Register)loadBytes(p), high = (Register)loadBytes(p + 64);

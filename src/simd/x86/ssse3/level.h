@@ -1,3 +1,4 @@
+// One lane, without what SSE4.1 brought.
 #pragma once
 
 #define ZEL_WORDS "simd/x86/ssse3/words.h"

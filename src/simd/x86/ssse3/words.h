@@ -1,4 +1,4 @@
-// One lane, without what SSE4.1 brought.
+// The words that SSSE3 has in a form of its own.
 #pragma once
 
 #include "simd/words/by_lanes.h"
@@ -42,6 +42,7 @@ ZEL_INLINE Words blend(Words a, Words b) {
     constexpr Words ofB{word(0), word(1), word(2), word(3), word(4), word(5), word(6), word(7)};
     return (a & ~ofB) | (b & ofB);
 }
+ZEL_INLINE Words highWords(Dwords a, Dwords b) { return (Words)(UDwords(a) >> 16) | ((Words)b & splatWords(0, -1)); }
 ZEL_INLINE Bits signBits(Bytes v) { return static_cast<Bits>(_mm_movemask_epi8((Register)v)); }
 ZEL_INLINE unsigned signBits(Dwords v) { return unsigned(_mm_movemask_ps((__m128)v)); }
 ZEL_INLINE unsigned differing(Floats a, Floats b) { return 0xf & ~signBits((Dwords)((Dwords)a == (Dwords)b)); }
@@ -67,6 +68,11 @@ template <class At>
 ZEL_INLINE Bytes loadQwordsAt(const At& at) {
     const auto qword = [&](int i) ZEL_INLINE_LAMBDA { return reinterpret_cast<const __m64*>(at(i)); };
     return (Bytes)_mm_loadh_pi(_mm_loadl_pi(_mm_setzero_ps(), qword(0)), qword(1));
+}
+template <class At>
+ZEL_INLINE PairsOfDoubles loadPairsAt(const At& at) {
+    const __m128d even = _mm_load_pd(at(0)), odd = _mm_load_pd(at(1));
+    return {(Doubles)_mm_unpacklo_pd(even, odd), (Doubles)_mm_unpackhi_pd(even, odd)};
 }
 ZEL_INLINE Dwords lookUp(const void* table, Dwords places) {
     alignas(vectorBytes) int32_t found[vectorBytes / 4];

@@ -18,11 +18,11 @@ namespace zel::ZEL_LEVEL {
 
 // The weights of the channels in each sample, in the fixed point of the rules that use them. They are not roundings of one
 // another.
-struct Weights {
+struct SampleWeights {
     int r, g, b;
 };
 struct EncodeMatrix {
-    Weights y, cb, cr;
+    SampleWeights y, cb, cr;
 };
 
 namespace bt601 {
@@ -141,7 +141,7 @@ struct TruncatedChromaConstants {
     int16_t a, b, c;
 };
 
-constexpr TruncatedChromaConstants truncatedChroma(const Weights& w) { return {int16_t(w.r), int16_t(w.g), int16_t(w.b)}; }
+constexpr TruncatedChromaConstants truncatedChroma(const SampleWeights& w) { return {int16_t(w.r), int16_t(w.g), int16_t(w.b)}; }
 
 template <int dropped>
 class TruncatedChroma {
@@ -206,17 +206,17 @@ struct ExactConstants {
     int32_t bias, oddBias;  // for the even and the odd of a pair of pixels; a site has the first alone
 };
 
-constexpr ExactConstants exactSum(const Weights& w, Outer red, int32_t bias, int32_t oddBias) {
+constexpr ExactConstants exactSum(const SampleWeights& w, Outer red, int32_t bias, int32_t oddBias) {
     const int half = w.g / 2, a = red == Outer::a ? w.r : w.b, c = red == Outer::a ? w.b : w.r;
     return {int16_t(a), int16_t(w.g - half), int16_t(c), int16_t(half), bias, oddBias};
 }
-constexpr ExactConstants exactSum(const Weights& w, Outer red, int32_t bias) { return exactSum(w, red, bias, bias); }
+constexpr ExactConstants exactSum(const SampleWeights& w, Outer red, int32_t bias) { return exactSum(w, red, bias, bias); }
 
 // Two channels as pairs of words, ready for the multiply-add.
-struct WordPairs {
+struct ChannelPairs {
     Words low, high;
 
-    ZEL_INLINE WordPairs(Words even, Words odd) : low(interleaveLow(even, odd)), high(interleaveHigh(even, odd)) {}
+    ZEL_INLINE ChannelPairs(Words even, Words odd) : low(interleaveLow(even, odd)), high(interleaveHigh(even, odd)) {}
 };
 
 class ExactSum {
@@ -225,7 +225,7 @@ class ExactSum {
         : ab_(splatWords(k.a, k.b)), cb_(splatWords(k.c, k.b2)), bias_(splatDwords(k.bias, k.oddBias)) {}
 
     template <int shift>
-    ZEL_INLINE Words at(const WordPairs& ab, const WordPairs& cb) const {
+    ZEL_INLINE Words at(const ChannelPairs& ab, const ChannelPairs& cb) const {
         const auto sums = [&](Words x, Words y) { return (mulAddPairs(x, ab_) + mulAddPairs(y, cb_) + bias_) >> shift; };
         return packWords(sums(ab.low, cb.low), sums(ab.high, cb.high));
     }
@@ -248,7 +248,9 @@ class ExactPixelsAt {
     }
 
   private:
-    ZEL_INLINE Words half(Words a, Words b, Words c) const { return sum_.template at<shift>(WordPairs(a, b), WordPairs(c, b)); }
+    ZEL_INLINE Words half(Words a, Words b, Words c) const {
+        return sum_.template at<shift>(ChannelPairs(a, b), ChannelPairs(c, b));
+    }
 
     ExactSum sum_;
 };
@@ -264,7 +266,7 @@ struct ByteLumaConstants {
     uint16_t offset;
 };
 
-constexpr ByteLumaConstants byteLuma(const Weights& w, Outer red, int bias) {
+constexpr ByteLumaConstants byteLuma(const SampleWeights& w, Outer red, int bias) {
     const int a = red == Outer::a ? w.r : w.b, b = w.g, c = red == Outer::a ? w.b : w.r;
     return {{uint8_t(a / 128), uint8_t(b / 128), uint8_t(c / 128)},
             {uint8_t(a % 128), uint8_t(b % 128), uint8_t(c % 128)},

@@ -1,16 +1,10 @@
 // From sites of two pixels a row, on one row or on two, and from sites of four pixels to RGB.
 #pragma once
 
-#include "lumachroma/sites.h"
+#include "lumachroma/layouts.h"
+#include "lumachroma/rules/chroma_order.h"
 
 namespace zel::ZEL_LEVEL {
-
-// Where p stands in interleaved chroma.
-enum class ChromaOrder { pFirst, qFirst };
-
-// The bytes at even or odd places, times a weight that the two rules take differently, picked by a multiply-add.
-ZEL_INLINE Bytes weights(int even, int odd) { return (Bytes)splatWord(even | odd << 8); }
-ZEL_INLINE Bytes weightsOf(bool evenPlaces, int weight) { return weights(evenPlaces ? weight : 0, evenPlaces ? 0 : weight); }
 
 // Sources: luma of one row or two, and the chroma terms of the sites under them.
 template <int rows>
@@ -58,11 +52,10 @@ struct DecodeConstants {
 };
 
 template <int rows, class From, class Rule, class To>
-struct DecodePairs {
+struct DecodePairs : FewOperations {
     using Constants = DecodeConstants<Rule>;
     static constexpr int sites = blockPixels / 2;
     static constexpr bool seesPlace = looksAtPlace<To>;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Rule rule;
 
@@ -91,10 +84,9 @@ struct DecodePairs {
 
 // Sites of four pixels of one row.
 template <class Rule, class To>
-struct DecodeQuads {
+struct DecodeQuads : FewOperations {
     using Constants = typename Rule::Constants;
     static constexpr int sites = blockPixels / 4;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Rule rule;
 

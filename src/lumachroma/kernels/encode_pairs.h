@@ -1,36 +1,10 @@
 // From RGB to sites of two pixels a row, on one row or on two: luma of each pixel, chroma from sums over the pixels of a site.
 #pragma once
 
-#include "lumachroma/sites.h"
+#include "lumachroma/layouts.h"
+#include "lumachroma/rules/chroma_pairs.h"
 
 namespace zel::ZEL_LEVEL {
-
-// The two chroma samples of a site, in the order of the destination's planes or bytes.
-struct ChromaPair {
-    Words first, second;
-
-    // Bounded to bytes, the first samples of a lane in its low half, the second ones in the high half.
-    ZEL_INLINE Bytes bounded() const { return packBytes(first, second); }
-};
-
-// Codes limited to 1 to 254: a digital video interface keeps 0 and 255 for its timing references.
-ZEL_INLINE Bytes limited(Bytes codes) { return atMost(atLeast(codes, splatByte(1)), splatByte(254)); }
-
-struct LimitedPair : ChromaPair {
-    ZEL_INLINE Bytes bounded() const { return limited(ChromaPair::bounded()); }
-};
-ZEL_INLINE LimitedPair limited(ChromaPair pair) { return {pair}; }
-
-// A rule for luma or for chroma whose codes are limited.
-template <class Rule>
-struct Limited : Rule {
-    using Rule::Rule;
-
-    template <class... Channels>
-    ZEL_INLINE auto operator()(Channels... channels) const {
-        return limited(Rule::operator()(channels...));
-    }
-};
 
 // Chroma to two planes, and to bytes in turn.
 template <class Pair>
@@ -73,18 +47,6 @@ struct ToPacked422 {
 using ToPackedPairs = ToPacked422<Packed::lumaFirst>;
 using ToChromaFirst = ToPacked422<Packed::chromaFirst>;
 
-// The weighted sums of horizontal pairs of pixels.
-template <int weight>
-ZEL_INLINE Words pairSums(Bytes x) {
-    return mulAddBytes(x, splatByte(weight));
-}
-
-template <class Luma, class Chroma>
-struct EncodeConstants {
-    typename Luma::Constants luma;
-    typename Chroma::Constants chroma;
-};
-
 // A rule for luma of single pixels, and one for chroma of the weighted sums of the channels over a site.
 template <class Luma, class Chroma>
 struct SiteMatrix {
@@ -109,10 +71,9 @@ struct SiteMatrix {
 
 // The rule gives luma of each row's pixels and gathers what chroma is made of.
 template <int rows, class From, class Rule, class To>
-struct EncodePairs {
+struct EncodePairs : FewOperations {
     using Constants = typename Rule::Constants;
     static constexpr int sites = blockPixels / 2;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     Rule rule;
 

@@ -6,8 +6,7 @@
 // Luma is whole, so every rule says what chroma adds to it, once for each site, and bounds the sum to a byte.
 #pragma once
 
-#include "lumachroma/decode_pairs.h"
-#include "lumachroma/decoding.h"
+#include "lumachroma/rules/decoding.h"
 
 namespace zel::ZEL_LEVEL {
 

@@ -1,95 +1,13 @@
-// RGB to YCbCr with subsampled chroma: rules of chroma sites, kernels and conversions by geometry. A site is 2 x 1 (4:2:2), 2 x 2
-// (4:2:0) or 4 x 1 pixels (4:1:1).
+// RGB to YCbCr with subsampled chroma: rules by geometry and channel order with their constants, and conversions by geometry. A
+// site is 2 x 1 (4:2:2), 2 x 2 (4:2:0) or 4 x 1 pixels (4:1:1).
 #pragma once
 
-#include "lumachroma/encode_lifted.h"
-#include "lumachroma/encode_pairs.h"
-#include "lumachroma/encoding.h"
+#include "lumachroma/kernels/encode_lifted.h"
+#include "lumachroma/kernels/encode_pairs.h"
+#include "lumachroma/kernels/encode_quads.h"
+#include "lumachroma/rules/site_encoding.h"
 
 namespace zel::ZEL_LEVEL {
-
-// From the outer channels' differences; `firstFrom` names the channel whose difference comes first. `sumWeight` is that of the
-// sums.
-template <class Product, int shift, Outer firstFrom, int sumWeight = 32>
-class DifferenceChroma {
-  public:
-    struct Constants {
-        DifferenceConstants fromA, fromC;
-    };
-    static constexpr int weight = sumWeight;
-
-    ZEL_INLINE explicit DifferenceChroma(const Constants& k) : fromA_(k.fromA), fromC_(k.fromC) {}
-
-    ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
-        const Words fromA = (Words)fromA_(a, c, b) >> shift, fromC = (Words)fromC_(c, a, b) >> shift;
-        return firstFrom == Outer::a ? ChromaPair{fromA, fromC} : ChromaPair{fromC, fromA};
-    }
-
-  private:
-    Difference<Product> fromA_, fromC_;
-};
-
-// Exact sums in 32 bits. Gray has no colour: the weights of a sample add up to 0, so it is made of the differences between its
-// own channel and the other two, whose weights fit 16 bits:
-//   (other (own - other channel) + green (own - green) + bias) >> shift
-struct ExactChromaWeights {
-    int16_t other, green;
-    int32_t bias;
-};
-
-template <int shift, Outer firstFrom>
-class ExactChroma {
-  public:
-    struct Constants {
-        ExactChromaWeights fromA, fromC;
-    };
-    static constexpr int weight = 1;
-
-    ZEL_INLINE explicit ExactChroma(const Constants& k)
-        : fromA_(splatWords(k.fromA.green, k.fromA.other)),
-          fromC_(splatWords(k.fromC.green, -k.fromC.other)),
-          biasA_(splatDword(k.fromA.bias)),
-          biasC_(splatDword(k.fromC.bias)) {}
-
-    ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
-        const Words fromA = sums(WordPairs(a - b, a - c), fromA_, biasA_), fromC = sums(WordPairs(c - b, a - c), fromC_, biasC_);
-        return firstFrom == Outer::a ? ChromaPair{fromA, fromC} : ChromaPair{fromC, fromA};
-    }
-
-  private:
-    ZEL_INLINE static Words sums(const WordPairs& differences, Words k, Dwords bias) {
-        return packWords((mulAddPairs(differences.low, k) + bias) >> shift, (mulAddPairs(differences.high, k) + bias) >> shift);
-    }
-
-    Words fromA_, fromC_;
-    Dwords biasA_, biasC_;
-};
-
-// Sites of four pixels of one row.
-template <class From, class Luma, class Chroma>
-struct QuadKernel {
-    using Constants = EncodeConstants<Luma, Chroma>;
-    static constexpr int sites = blockPixels / 4;
-    static constexpr bool keepsUp = fewOperationsKeepUp;
-
-    Luma luma;
-    Chroma chroma;
-
-    ZEL_INLINE explicit QuadKernel(const Constants& k) : luma(k.luma), chroma(k.chroma) {}
-
-    ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        const Triple t = From::load(row, block);
-        storeVector(row.out[0] + block * blockPixels, luma(t));
-        storeQuarters(row.out[1] + block * sites, row.out[2] + block * sites, chroma(sums(t.a), sums(t.b), sums(t.c)).bounded());
-    }
-
-  private:
-    // Each lane has its four sums twice.
-    ZEL_INLINE static Words sums(Bytes x) {
-        const Dwords quads = mulAddPairs(pairSums<Chroma::weight>(x), splatWord(1));
-        return packWords(quads, quads);
-    }
-};
 
 // Rules by geometry and channel order. The shift of a truncated chroma rule goes with the pixels of a site and the scale of its
 // weights.
@@ -127,7 +45,7 @@ constexpr EncodeConstants<Luma, Chroma> exact(const EncodeMatrix& m, int32_t lum
 }
 
 // 16.5 and 128.125 at the scale of the shift that follows. The biases of chroma hold an eighth, not a half: site averages are
-// rounded down more often than up, and are meant to be.
+// rounded down more often than up. Meant: with a half, some chroma would rise by one.
 inline constexpr int halfUp = 2112, bias420Word = 16400, bias422Word = 8200;
 inline constexpr int32_t lumaBias = 0x108000, bias420 = 0x2008000, bias422 = 0x1004000;
 
@@ -143,7 +61,8 @@ inline constexpr auto exact422RgbCbCr = exact<ExactPixels, Exact422<Outer::c>, r
 inline constexpr auto exact422RgbCrCb = exact<ExactPixels, Exact422<Outer::a>, rgb>(bt601::encode, lumaBias, bias422);
 inline constexpr auto exact422Bgr = exact<ExactPixels, Exact422<Outer::a>, bgr>(bt601::encode, lumaBias, bias422);
 
-// The columns of the block rules. The odd terms are meant: in a row of 48 pixels the last 16 of 4:2:2 all follow the tail rule.
+// The columns of the block rules: in a row of 48 pixels the last 16 of 4:2:2 all follow the tail rule. Meant: without the odd
+// terms some columns would change their rule.
 constexpr int columns422(int width) { return (width & ~31) + ((width & 15) >= 8 ? 8 : 0); }
 constexpr int columns420(int width) { return (width & ~15) + ((width & 7) >= 4 ? 4 : 0); }
 // The kernels of block and tail, of the rules that their constants are for.

@@ -11,7 +11,8 @@
 // the constants and of where a layout takes p and q from.
 #pragma once
 
-#include "lumachroma/decode_pairs.h"
+#include "lumachroma/rules/chroma_order.h"
+#include "simd/pixels.h"
 
 namespace zel::ZEL_LEVEL {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "frame/layouts.h"
-#include "lumachroma/decoding.h"
+#include "lumachroma/rules/decoding.h"
 
 namespace zel::ZEL_LEVEL {
 

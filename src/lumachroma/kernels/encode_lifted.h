@@ -2,7 +2,7 @@
 // a site come from the same words as they do.
 #pragma once
 
-#include "lumachroma/encode_pairs.h"
+#include "lumachroma/kernels/encode_pairs.h"
 #include "simd/lifted.h"
 
 namespace zel::ZEL_LEVEL {

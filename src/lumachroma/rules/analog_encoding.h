@@ -6,8 +6,8 @@
 // every rule; V leaves it above and below, and is bounded.
 #pragma once
 
-#include "lumachroma/encode_pairs.h"
-#include "lumachroma/encoding.h"
+#include "lumachroma/rules/chroma_pairs.h"
+#include "lumachroma/rules/encoding.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -158,7 +158,7 @@ class ExactSiteDifferences {
         : minusLuma_(k.minusLuma), uFactor_(splatWord(uFactor)), vFactorLess1_(splatWord(vFactorLess1)) {}
 
     ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
-        const Words minusLuma = minusLuma_.template at<16>(WordPairs(a, b), WordPairs(c, b));
+        const Words minusLuma = minusLuma_.template at<16>(ChannelPairs(a, b), ChannelPairs(c, b));
         return {(mulHigh(c + minusLuma, uFactor_) >> shift) + 128, (timesVFactor(a + minusLuma, vFactorLess1_) >> shift) + 128};
     }
 
@@ -227,7 +227,8 @@ class DoubledPairs {
 // and their sum w2 or w4 over a site of one row or of two:
 //   Y = w >> 6
 //   U = (round((64 SB - w2) 8061 / 32768) >> 6) + 128, or (round((32 SB - (w4 >> 1)) 8061 / 32768) >> 6) + 128, and V alike
-// Rounding three times and then cutting off makes some grays one darker than they are, and V of some 127. That is meant.
+// Rounding three times and then cutting off makes some grays one darker than they are, and V of some 127. Meant: one
+// rounding of the sum would change those grays.
 template <int rows>
 class RoundedDifferences {
   public:

@@ -1,0 +1,38 @@
+// Exports whose arithmetic depends on where the images lie.
+#pragma once
+
+#include "frame/driver.h"
+
+namespace zel::ZEL_LEVEL {
+
+// A pair of conversions of the same layouts, of which the images' alignment picks one: all addresses and steps multiples of 16,
+// or not.
+struct ByAlignment {
+    using Extras = Nothing;
+
+    const Conversion& aligned;
+    const Conversion& other;
+    Site site;
+    Minimum minimum;
+    OddSize oddSize;
+    Checks checks;
+};
+
+constexpr ByAlignment byAlignment(const Conversion& aligned, const Conversion& other) {
+    return {aligned, other, aligned.site, aligned.minimum, aligned.oddSize, aligned.checks};
+}
+
+ZEL_INLINE bool isOneRow(const ByAlignment& c, const Images& images) {
+    return isOneRow(c.aligned, images) && isOneRow(c.other, images);
+}
+
+ZEL_INLINE void convert(const ByAlignment& c, const Images& images, Nothing) {
+    uintptr_t bits = 0;
+    for (int i = 0; i < 4; ++i) {
+        bits |= reinterpret_cast<uintptr_t>(images.source[i]) | reinterpret_cast<uintptr_t>(images.destination[i]);
+        bits |= uintptr_t(images.sourceStep[i]) | uintptr_t(images.destinationStep[i]);
+    }
+    convert(bits % 16 == 0 ? c.aligned : c.other, images);
+}
+
+}  // namespace zel::ZEL_LEVEL
