@@ -7,9 +7,9 @@
 
 namespace harness {
 
-// From the environment variable ZELCC_TEST_FEATURES: a level or column (frame/levels.h) or a mask as a number; by default the best level
-// of this processor. "all" stands for that one in the library of the program, and has comparisons with the model run through
-// all levels, see levels().
+// From the environment variable ZELCC_TEST_FEATURES: a level or column (frame/levels.h) or a mask as a number; by default the
+// best level of this processor. "all" stands for that one in the library of the program, and has comparisons with the model run
+// through all levels, see levels().
 uint64_t features();
 
 // The variable's value, or what stands for it.
