@@ -38,7 +38,7 @@ bool holds(const Format& f, const Format& other) {
     return result;
 }
 
-// Costs, so that moving samples is dearer than a function that does the same, and losing some is dearest. Of functions that are
+// Costs, so that moving samples costs more than a function that does the same, and losing some most. Of functions that are
 // alike, one that writes alpha is taken, and one that has its planes in the order of the formats.
 enum Cost {
     otherOrder = 1,

@@ -37,7 +37,7 @@ struct Step {
     const Function& function() const { return catalog::functions()[conversion->function]; }
     const Format& sourceFormat() const { return catalog::formats()[source]; }
     const Format& targetFormat() const { return catalog::formats()[target]; }
-    bool wantsWholeImage(const Wishes& wishes) const;  // it hangs on rows above, or on all of them
+    bool wantsWholeImage(const Wishes& wishes) const;  // it depends on rows above, or on all of them
     Site site(const Wishes& wishes) const;             // what images and strips of them are cut to
     // Chroma that lies on the first row or column of its site becomes that of the rows or columns between.
     bool interpolatesRows() const;

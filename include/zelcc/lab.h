@@ -74,7 +74,7 @@ ZEL_API ZelStatus zeliBGRToLUV_8u_C3R(const uint8_t* pSrc, int32_t srcStep, uint
  * 16-bit samples. L and U are cut off and V is rounded. The root comes of a table of 128 rows and a series of the sixth degree,
  * and 1 / D is the approximate reciprocal of the processor with one step of Newton's. Black has no D: in the leading columns,
  * 4 * floor(width / 4), it has the U and V of gray, (0, 24807, 35019) at 16u, in the remaining ones all samples are lowest. A few
- * results differ by 1 between makes of processors.
+ * results differ by 1 between processors of different vendors.
  */
 ZEL_API ZelStatus zeliRGBToLUV_16u_C3R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, ZelSize roiSize);
 ZEL_API ZelStatus zeliRGBToLUV_16u_AC4R(const uint16_t* pSrc, int32_t srcStep, uint16_t* pDst, int32_t dstStep, ZelSize roiSize);
@@ -83,7 +83,7 @@ ZEL_API ZelStatus zeliRGBToLUV_16s_AC4R(const int16_t* pSrc, int32_t srcStep, in
 
 /**
  * Floats. The root comes of the same table, at most its last row, and a series of the eighth degree, 1 / D as at 16 bits. Black
- * has U and V 0. Results are not limited. The last digits of U and V differ between makes of processors.
+ * has U and V 0. Results are not limited. The last digits of U and V differ between processors of different vendors.
  */
 ZEL_API ZelStatus zeliRGBToLUV_32f_C3R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep, ZelSize roiSize);
 ZEL_API ZelStatus zeliRGBToLUV_32f_AC4R(const float* pSrc, int32_t srcStep, float* pDst, int32_t dstStep, ZelSize roiSize);

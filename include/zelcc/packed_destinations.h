@@ -11,9 +11,9 @@
  *     BGR565         rrrrr gggggg bbbbb          RGB565         bbbbb gggggg rrrrr
  *
  * Without a dither a field is the high bits of its channel's byte; nothing is rounded. With it the channel's byte v is rounded to
- * one of the two levels around it: up if it is further above the lower one than a threshold, which hangs on the pixel's place in
- * a pattern of 4 x 4 pixels. The pattern begins at the corner of the region, in the order of the rows of the call, and is, from
- * low thresholds to high ones:
+ * one of the two levels around it: up if it is further above the lower one than a threshold, which depends on the pixel's place
+ * in a pattern of 4 x 4 pixels. The pattern begins at the corner of the region, in the order of the rows of the call, and is,
+ * from low thresholds to high ones:
  *
  *      0  8  2 10
  *     12  4 14  6

@@ -25,6 +25,52 @@ struct Channels {
 //         vector<v>()                           one of as many vectors as there are channels
 //     samples::loadBytesAsFloats<Depth>(p, x)   three bytes a pixel: part i of a channel has the pixels 4i to 4i + 3 of all lanes
 
+namespace samples {
+
+// Shuffles of three interleaved samples of `size` bytes within lanes; and blends: 3 has no common factor with the number of
+// samples in a lane or a vector, so a channel's samples stand at different places of the three vectors, and two blends and one
+// shuffle bring them together, or apart. That goes within `reach` bytes.
+template <int size, int reach>
+struct Triples {
+    alignas(16) uint8_t gather[3][3][16];   // [vector][channel]
+    alignas(16) uint8_t scatter[3][3][16];  // [vector][channel]
+    alignas(64) uint8_t together[3][reach];
+    alignas(64) uint8_t apart[3][reach];
+    uint64_t place[3][3];  // [vector][channel]: the bytes of a vector, or of all its lanes, that are the channel's
+};
+
+template <int size, int reach>
+inline constexpr Triples<size, reach> triplesWithin = [] {
+    Triples<size, reach> t{};
+    for (int v = 0; v < 3; ++v)
+        for (int c = 0; c < 3; ++c)
+            for (int i = 0; i < 16; ++i) {
+                const int from = (i / size * 3 + c) * size + i % size;
+                t.gather[v][c][i] = from / 16 == v ? uint8_t(from % 16) : triples::none;
+                const int to = 16 * v + i, sample = to / size;
+                t.scatter[v][c][i] = sample % 3 == c ? uint8_t(sample / 3 * size + to % size) : triples::none;
+            }
+    for (int c = 0; c < 3; ++c)
+        for (int i = 0; i < reach; ++i) {
+            const int from = (i / size * 3 + c) * size + i % size;
+            t.together[c][i] = uint8_t(from % reach);
+            t.apart[c][from % reach] = uint8_t(i);
+            t.place[from / reach][c] |= uint64_t{1} << from % reach;
+        }
+    return t;
+}();
+
+// The bytes of the first three of every four samples.
+template <int size>
+constexpr uint64_t coloursOfFour() {
+    uint64_t places = 0;
+    for (int i = 0; i < 64; ++i)
+        if (i / size % 4 != 3) places |= uint64_t{1} << i;
+    return places;
+}
+
+}  // namespace samples
+
 }  // namespace zel::ZEL_LEVEL
 
 #ifdef ZEL_OWN_SAMPLES
@@ -35,55 +81,11 @@ namespace zel::ZEL_LEVEL {
 
 namespace samples {
 
-// Shuffles of three interleaved samples of `size` bytes within lanes; and blends: 3 has no common factor with the number of
-// samples in a lane or a vector, so a channel's samples stand at different places of the three vectors, and two blends and one
-// shuffle bring them together, or apart. That goes within lanes.
-constexpr int blendReach = laneBytes;
-
 template <int size>
 constexpr bool canBlend = traits.selectsAtOnce && (size == 2 || size == 4);
 
 template <int size>
-struct Triples {
-    alignas(16) uint8_t gather[3][3][16];   // [vector][channel]
-    alignas(16) uint8_t scatter[3][3][16];  // [vector][channel]
-    alignas(64) uint8_t together[3][blendReach];
-    alignas(64) uint8_t apart[3][blendReach];
-    uint64_t place[3][3];  // [vector][channel]: the bytes of a vector, or of all its lanes, that are the channel's
-};
-
-template <int size>
-constexpr Triples<size> makeTriples() {
-    Triples<size> t{};
-    for (int v = 0; v < 3; ++v)
-        for (int c = 0; c < 3; ++c)
-            for (int i = 0; i < 16; ++i) {
-                const int from = (i / size * 3 + c) * size + i % size;
-                t.gather[v][c][i] = from / 16 == v ? uint8_t(from % 16) : triples::none;
-                const int to = 16 * v + i, sample = to / size;
-                t.scatter[v][c][i] = sample % 3 == c ? uint8_t(sample / 3 * size + to % size) : triples::none;
-            }
-    for (int c = 0; c < 3; ++c)
-        for (int i = 0; i < blendReach; ++i) {
-            const int from = (i / size * 3 + c) * size + i % size;
-            t.together[c][i] = uint8_t(from % blendReach);
-            t.apart[c][from % blendReach] = uint8_t(i);
-            t.place[from / blendReach][c] |= uint64_t{1} << from % blendReach;
-        }
-    return t;
-}
-
-template <int size>
-inline constexpr Triples<size> table = makeTriples<size>();
-
-// The bytes of the first three of every four samples.
-template <int size>
-constexpr uint64_t coloursOfFour() {
-    uint64_t places = 0;
-    for (int i = 0; i < 64; ++i)
-        if (i / size % 4 != 3) places |= uint64_t{1} << i;
-    return places;
-}
+inline constexpr auto table = triplesWithin<size, laneBytes>;
 
 template <int size>
 ZEL_INLINE Bytes colours() {
@@ -109,7 +111,7 @@ ZEL_INLINE Bytes blend(Bytes x, Bytes y, Bytes z) {
     return (Bytes)ZEL_LEVEL::blend<words(zPlaces)>(ZEL_LEVEL::blend<words(yPlaces)>((Words)x, (Words)y), (Words)z);
 }
 
-ZEL_INLINE Bytes reorder(Bytes v, const uint8_t (&pattern)[blendReach]) { return shuffle(v, everyLane(pattern)); }
+ZEL_INLINE Bytes reorder(Bytes v, const uint8_t (&pattern)[laneBytes]) { return shuffle(v, everyLane(pattern)); }
 
 // The bytes of channels, each taken to the lowest or the highest byte of a dword. Part p of a block has the pixels 4p to 4p + 3
 // of every lane.

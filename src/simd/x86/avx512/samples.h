@@ -7,78 +7,16 @@ namespace zel::ZEL_LEVEL {
 
 namespace samples {
 
-// Shuffles of three interleaved samples of `size` bytes within lanes; and blends: 3 has no common factor with the number of
-// samples in a lane or a vector, so a channel's samples stand at different places of the three vectors, and two blends and one
-// shuffle bring them together, or apart. That goes across the vector.
-constexpr int blendReach = 64;
-
 template <int size>
-constexpr bool canBlend = true;
-
-template <int size>
-struct Triples {
-    alignas(16) uint8_t gather[3][3][16];   // [vector][channel]
-    alignas(16) uint8_t scatter[3][3][16];  // [vector][channel]
-    alignas(64) uint8_t together[3][blendReach];
-    alignas(64) uint8_t apart[3][blendReach];
-    uint64_t place[3][3];  // [vector][channel]: the bytes of a vector, or of all its lanes, that are the channel's
-};
-
-template <int size>
-constexpr Triples<size> makeTriples() {
-    Triples<size> t{};
-    for (int v = 0; v < 3; ++v)
-        for (int c = 0; c < 3; ++c)
-            for (int i = 0; i < 16; ++i) {
-                const int from = (i / size * 3 + c) * size + i % size;
-                t.gather[v][c][i] = from / 16 == v ? uint8_t(from % 16) : triples::none;
-                const int to = 16 * v + i, sample = to / size;
-                t.scatter[v][c][i] = sample % 3 == c ? uint8_t(sample / 3 * size + to % size) : triples::none;
-            }
-    for (int c = 0; c < 3; ++c)
-        for (int i = 0; i < blendReach; ++i) {
-            const int from = (i / size * 3 + c) * size + i % size;
-            t.together[c][i] = uint8_t(from % blendReach);
-            t.apart[c][from % blendReach] = uint8_t(i);
-            t.place[from / blendReach][c] |= uint64_t{1} << from % blendReach;
-        }
-    return t;
-}
-
-template <int size>
-inline constexpr Triples<size> table = makeTriples<size>();
-
-// The bytes of the first three of every four samples.
-template <int size>
-constexpr uint64_t coloursOfFour() {
-    uint64_t places = 0;
-    for (int i = 0; i < 64; ++i)
-        if (i / size % 4 != 3) places |= uint64_t{1} << i;
-    return places;
-}
-
-template <int size>
-ZEL_INLINE Bytes colours() {
-    struct Mask {
-        alignas(16) uint8_t bytes[16];
-    };
-    static constexpr Mask mask = [] {
-        Mask m{};
-        for (int i = 0; i < 16; ++i) m.bytes[i] = coloursOfFour<size>() >> i & 1 ? 0xff : 0;
-        return m;
-    }();
-    return everyLane(mask.bytes);
-}
+inline constexpr auto table = triplesWithin<size, vectorBytes>;
 
 // The bytes of the vectors x, y and z that belong to the channels or vectors with the given places.
-template <uint64_t yPlaces, uint64_t zPlaces>
-Bytes blend(Bytes x, Bytes y, Bytes z);
 template <uint64_t yPlaces, uint64_t zPlaces>
 ZEL_INLINE Bytes blend(Bytes x, Bytes y, Bytes z) {
     return (Bytes)_mm512_mask_mov_epi8(_mm512_mask_mov_epi8((Register)x, yPlaces, (Register)y), zPlaces, (Register)z);
 }
 
-ZEL_INLINE Bytes reorder(Bytes v, const uint8_t (&pattern)[blendReach]) { return triples::permute((Register)v, pattern); }
+ZEL_INLINE Bytes reorder(Bytes v, const uint8_t (&pattern)[vectorBytes]) { return triples::permute((Register)v, pattern); }
 
 // The bytes of channels, each taken to the lowest or the highest byte of a dword. Part p of a block has the pixels 4p to 4p + 3
 // of every lane.
@@ -133,29 +71,20 @@ struct InterleavedThree {
     ZEL_INLINE static Channels<V> load(const uint8_t* p) {
         constexpr auto& t = samples::table<size>;
         const Bytes v[3] = {loadBytes(p), loadBytes(p + 64), loadBytes(p + 128)};
-        if constexpr (samples::canBlend<size>) {
-            const auto channel = [&](auto c) ZEL_INLINE_LAMBDA {
-                return (V)samples::reorder(samples::blend<t.place[1][c], t.place[2][c]>(v[0], v[1], v[2]), t.together[c]);
-            };
-            return {channel(Constant<0>{}), channel(Constant<1>{}), channel(Constant<2>{})};
-        }
+        const auto channel = [&](auto c) ZEL_INLINE_LAMBDA {
+            return (V)samples::reorder(samples::blend<t.place[1][c], t.place[2][c]>(v[0], v[1], v[2]), t.together[c]);
+        };
+        return {channel(Constant<0>{}), channel(Constant<1>{}), channel(Constant<2>{})};
     }
 
     ZEL_INLINE static void store(Destination p, Channels<V> x) {
         constexpr auto& t = samples::table<size>;
         const Bytes channels[3] = {(Bytes)x.a, (Bytes)x.b, (Bytes)x.c};
-        const auto put = [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + 64 * i, v); };
-        if constexpr (samples::canBlend<size>) {
-            const auto spread = [&](int c) ZEL_INLINE_LAMBDA { return samples::reorder(channels[c], t.apart[c]); };
-            const Bytes v[3] = {spread(0), spread(1), spread(2)};
-            unrolled<3>([&](auto i)
-                            ZEL_INLINE_LAMBDA { put(i, samples::blend<t.place[i][1], t.place[i][2]>(v[0], v[1], v[2])); });
-        } else {
-            unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA {
-                const auto part = [&](int c) { return shuffle(channels[c], everyLane(t.scatter[i][c])); };
-                put(i, part(0) | part(1) | part(2));
-            });
-        }
+        const auto spread = [&](int c) ZEL_INLINE_LAMBDA { return samples::reorder(channels[c], t.apart[c]); };
+        const Bytes v[3] = {spread(0), spread(1), spread(2)};
+        unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA {
+            storeVector(p + 64 * i, samples::blend<t.place[i][1], t.place[i][2]>(v[0], v[1], v[2]));
+        });
     }
 };
 
