@@ -13,7 +13,7 @@ class Frame {
   public:
     // Rows with `gap` bytes between them, the last byte of each plane before an inaccessible page or the first one behind one.
     Frame(const ZelvFormat& format, ZelSize size, int gap, bool atStart, bool upward, harness::Random& random)
-        : picture_{format, size, {}, {}}, gap_(gap) {
+        : picture_{format, size, {}, {}} {
         for (int p = 0; p < planeCount(format); ++p) {
             const size_t step = static_cast<size_t>(rowBytes(format, p, size.width) + gap);
             const auto rows = static_cast<size_t>(rowCount(format, p, size.height)),
@@ -40,7 +40,6 @@ class Frame {
 
   private:
     Picture picture_;
-    int gap_;
     harness::GuardedMemory memory_[4];
     std::span<uint8_t> bytes_[4];
 };
