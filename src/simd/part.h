@@ -5,7 +5,7 @@
 
 namespace zel::ZEL_LEVEL {
 
-// Fewer bytes than a vector has, at least one, between places that do not overlap.
+// Fewer bytes than a vector has, at least one. What places that overlap hold then is not defined.
 ZEL_INLINE void copyShort(uint8_t* to, const uint8_t* from, size_t bytes);
 
 // What does not fill a block goes through a buffer, a multiple of the vector. The rest of the block is zero there: it takes part
@@ -22,11 +22,16 @@ ZEL_INLINE void copyFromBuffer(uint8_t* to, const uint8_t* buffer, size_t bytes)
 namespace zel::ZEL_LEVEL {
 
 ZEL_INLINE void copyShort(uint8_t* to, const uint8_t* from, size_t bytes) {
-    // The last piece overlaps the one before it.
+    // The last piece overlaps the one before it. Each goes through a register: images of one buffer may overlap by mistake, which
+    // a copy from memory to memory must not meet.
     const auto copyPieces = [&](auto piece) {
         constexpr size_t size = sizeof piece;
-        for (size_t i = 0; i + size < bytes; i += size) __builtin_memcpy(to + i, from + i, size);
-        __builtin_memcpy(to + bytes - size, from + bytes - size, size);
+        const auto copyAt = [&](size_t at) {
+            __builtin_memcpy(&piece, from + at, size);
+            __builtin_memcpy(to + at, &piece, size);
+        };
+        for (size_t i = 0; i + size < bytes; i += size) copyAt(i);
+        copyAt(bytes - size);
     };
     if (bytes >= 16) {
         copyPieces(Lane{});
