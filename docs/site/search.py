@@ -1,11 +1,13 @@
 """The index of the search: every section and every function of the built pages, with the names that others have for its formats."""
 
+import functools
 import html.parser
 import json
 import pathlib
 import re
+from typing import NamedTuple
 
-from catalog import formats, functions, headers
+from catalog import formats, functions as known, headers
 from catalog.formats import Format
 
 # What other programs call the same bytes, where layouts don't say it: GStreamer, and the ends of OpenCV's COLOR_ codes.
@@ -20,7 +22,8 @@ MODELS = {"rgb": "", "ycbcr": "yuv ycbcr", "gray": "gray", "mosaic": "bayer raw 
 
 # What a page's sections are to a reader who searches, and how much they count before others that have the same words.
 RECIPE, GUIDE, FUNCTION, REFERENCE, MORE = range(5)
-PAGES = {"recipes": RECIPE, "architecture": MORE, "versions": MORE, "modelled-cycles": MORE, "peers": MORE}
+PAGES = {"recipes": RECIPE, "architecture": MORE, "versions": MORE, "modelled-cycles": MORE, "peers": MORE, "benchmarks": MORE,
+         "matrix": MORE}
 BY_TITLE_ALONE = {"benchmarks", "matrix"}  # pages of hundreds of names
 NOT_FOUND = {"genindex", "search"}
 VOID = {"area", "base", "br", "col", "embed", "hr", "img", "input", "link", "meta", "source", "track", "wbr", "use"}
@@ -35,7 +38,8 @@ def words(text: str) -> list[str]:
 
 class Section:
     def __init__(self, anchor: str):
-        self.anchor, self.title, self.text, self.code = anchor, "", [], []
+        self.anchor, self.title = anchor, ""
+        self.prose, self.code = [], []
 
 
 class Page(html.parser.HTMLParser):
@@ -79,9 +83,8 @@ class Page(html.parser.HTMLParser):
         if "title" in roles:
             self.inside[-1].title += data
         else:
-            self.inside[-1].text.append(data)
-            if any(tag == "pre" for tag, _ in self.open):
-                self.inside[-1].code.append(data)
+            is_code = any(tag == "pre" for tag, _ in self.open)
+            (self.inside[-1].code if is_code else self.inside[-1].prose).append(data)
 
 
 def names_of(found: Format) -> str:
@@ -93,39 +96,52 @@ def names_of(found: Format) -> str:
     return " ".join(dict.fromkeys(words(" ".join(said))))
 
 
+class Entry(NamedTuple):
+    kind: int
+    title: str
+    address: str
+    part_of: str  # a page, or of a function from what to what it leads
+    prose: str
+    words: str
+    sources: list[int]  # formats that functions here lead from, and those that they lead to
+    targets: list[int]
+
+
+@functools.cache
+def ends() -> dict[str, tuple[set[int], set[int]]]:
+    """Of each function the numbers of its formats."""
+    numbers = {found.name: number for number, found in enumerate(known.all_formats())}
+    found = {f.name: known.conversions_of(f) for f in headers.functions()}
+    return {name: ({numbers[c.source.name] for c in served}, {numbers[c.target.name] for c in served}) for name, served in found.items()}
+
+
+def of_section(section: Section, page: str, title: str) -> Entry:
+    is_whole = section.title == title
+    kind = REFERENCE if page.startswith("reference/") else PAGES.get(page, GUIDE)
+    if kind == RECIPE and is_whole:
+        kind = GUIDE
+    prose, code = ("", "") if page in BY_TITLE_ALONE else (" ".join("".join(said).split()) for said in (section.prose, section.code))
+    called = ends().keys() & set(re.findall(r"\w+", code)) if kind == RECIPE else ()
+    sources, targets = (sorted(set().union(*(ends()[name][side] for name in called))) for side in (0, 1))
+    return Entry(kind, section.title, f"{page}.html" + ("" if is_whole else f"#{section.anchor}"), "" if is_whole else title, prose[:160],
+                 " ".join(dict.fromkeys(words(f"{prose} {code}"))), sources, targets)
+
+
+def of_function(function: headers.Function) -> Entry:
+    c = known.conversions_of(function)[0]
+    special = [word for word in (c.verb, c.matrix, c.method) if word not in ("", "601")]
+    return Entry(FUNCTION, function.name, f"reference/{function.header.removesuffix('.h')}.html#c.{function.name}",
+                 f"{c.source.title} to {c.target.title}", "", " ".join(special), *map(sorted, ends()[function.name]))
+
+
 def index(site: pathlib.Path) -> dict:
-    """Of each entry: what it is, its title, its address, its words or first sentence, and the numbers of its formats, from and to."""
-    numbers = {found.name: number for number, found in enumerate(functions.all_formats())}
-    served = {f.name: functions.conversions_of(f) for f in headers.functions()}
-
-    def ends(name: str) -> tuple[set[int], set[int]]:
-        return {numbers[c.source.name] for c in served[name]}, {numbers[c.target.name] for c in served[name]}
-
+    pages = {path.relative_to(site).with_suffix("").as_posix(): path for path in sorted(site.rglob("*.html"))}
     entries = []
-    for path in sorted(site.rglob("*.html")):
-        page = path.relative_to(site).with_suffix("").as_posix()
-        if page in NOT_FOUND:
-            continue
-        kind = REFERENCE if page.startswith("reference/") else PAGES.get(page, MORE if page in BY_TITLE_ALONE else GUIDE)
-        sections = Page(path).sections
-        for section in sections:
-            text = "" if page in BY_TITLE_ALONE else " ".join("".join(section.text).split())
-            said = words(text)
-            sources, targets = set(), set()
-            is_recipe = kind == RECIPE and section is not sections[0]
-            for name in served.keys() & set("".join(section.code).replace("(", " ").split() if is_recipe else []):
-                sources, targets = sources | ends(name)[0], targets | ends(name)[1]
-            of = "" if section is sections[0] else sections[0].title
-            address = f"{page}.html" + (f"#{section.anchor}" if of else "")
-            entries.append([GUIDE if kind == RECIPE and not is_recipe else kind, section.title, address, of, text[:160],
-                            " ".join(dict.fromkeys(said)), sorted(sources), sorted(targets)])
-    for function in headers.functions():
-        sources, targets = ends(function.name)
-        c = served[function.name][0]
-        entries.append([FUNCTION, function.name, f"reference/{function.header.removesuffix('.h')}.html#c.{function.name}",
-                        f"{c.source.title} to {c.target.title}", "", " ".join(word for word in (c.verb, c.matrix, c.method) if word not in ("", "601")),
-                        sorted(sources), sorted(targets)])
-    return {"formats": [names_of(found) for found in functions.all_formats()], "entries": entries}
+    for page, path in pages.items():
+        if page not in NOT_FOUND:
+            sections = Page(path).sections
+            entries += [of_section(section, page, sections[0].title) for section in sections]
+    return {"formats": [names_of(found) for found in known.all_formats()], "entries": entries + [of_function(f) for f in headers.functions()]}
 
 
 def write(site: pathlib.Path) -> None:

@@ -8,7 +8,7 @@ const SearchLeftOut = new Set("a an and as by cv color colour convert conversion
 const SearchSameAs = {
     cvtcolor: "opencv", cv2: "opencv", swscale: "ffmpeg", webcam: "camera", grayscale: "gray", greyscale: "gray", grey: "gray",
     i420: "yuv420p", jpg: "jpeg", demosaic: "bayer", debayer: "bayer", crop: "part", flip: "bottom", upside: "bottom", hd: "709",
-    lcd: "display", install: "install", numpy: "python",
+    lcd: "display", installation: "install", numpy: "python",
 };
 
 /* The words of a query: COLOR_YUV2BGR_NV12 and NV12ToRGB24 are taken apart, the names of functions here are not. */
@@ -87,7 +87,7 @@ function searchItem(entry) {
         return part;
     };
     add("a", entry.title, "search-title").href = entry.address;
-    add("span", [SearchKinds[entry.kind], entry.of].filter(Boolean).join(", "), "search-kind");
+    add("span", [SearchKinds[entry.kind], entry.kind ? entry.of : ""].filter(Boolean).join(", "), "search-kind");
     if (entry.text) add("p", entry.text.length < 160 ? entry.text : entry.text.replace(/ \S*$/, " ..."), "search-text");
     return item;
 }
