@@ -141,7 +141,8 @@ def index(site: pathlib.Path) -> dict:
         if page not in NOT_FOUND:
             sections = Page(path).sections
             entries += [of_section(section, page, sections[0].title) for section in sections]
-    return {"formats": [names_of(found) for found in known.all_formats()], "entries": entries + [of_function(f) for f in headers.functions()]}
+    entries += [of_function(function) for function in headers.functions()]
+    return {"formats": [names_of(found) for found in known.all_formats()], "entries": entries}
 
 
 def write(site: pathlib.Path) -> None:

@@ -41,7 +41,7 @@ def printed_by(source, root, libraries, suffix, compiler, options):
         return subprocess.run([f"{directory}/recipes"], stdout=subprocess.PIPE, text=True, check=True).stdout
 
 
-def outputs_of(page, root, libraries):
+def outputs_of(page, language, root, libraries):
     flags = shlex.split(os.environ.get("CFLAGS", ""))
     if language == "cpp":
         compiler = [*shlex.split(os.environ.get("CXX") or "c++"), *flags, "-std=c++20"]
@@ -55,7 +55,7 @@ def outputs_of(page, root, libraries):
     return printed_by(program_of(page), root, libraries, ".c", compiler, []).split(SEPARATOR)[:-1]
 
 
-def updated(page, outputs):
+def updated(page, language, outputs):
     """The page with what the recipes print."""
     rest = iter(outputs)
     block = output = ""
@@ -79,9 +79,9 @@ for name in pages:
     if name in options:
         continue
     page = pathlib.Path(name).read_text()
-    outputs = outputs_of(page, root, libraries)
+    outputs = outputs_of(page, language, root, libraries)
     if "--update" in options:
-        pathlib.Path(name).write_text(updated(page, outputs))
+        pathlib.Path(name).write_text(updated(page, language, outputs))
     for number, (output, (_, wanted)) in enumerate(zip(outputs, recipes_of(page, language), strict=True), 1):
         checked += 1
         if output != wanted:
