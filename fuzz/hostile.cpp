@@ -125,7 +125,8 @@ void acceptRows(const model::Export& tested, const model::Call& call, Arena& are
     const ZelSize size = tested.destinationSize(call.size);
     const model::Layout& layout = tested.destination;
     for (int i = 0; i < layout.planeCount; ++i) {
-        const std::ptrdiff_t pitch = layout.pitch(call.destination.steps[i]);
+        std::ptrdiff_t pitch = layout.pitch(call.destination.steps[i]);
+        if (tested.peculiarity == model::Peculiarity::halvesStepOfColumn && call.size.width == 1) pitch /= 2;
         for (int row = -tested.slice.destinationRowsAbove[i]; row < layout.planes[i].rows(size.height); ++row) {
             const uint8_t* first = call.destination.planes[i] + row * pitch;
             std::copy_n(first, layout.planes[i].rowBytes(size.width), before.begin() + (first - arena.bytes().data()));

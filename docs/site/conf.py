@@ -22,11 +22,11 @@ smartquotes = False
 html_theme = "furo"
 html_title = f"zelCC {release}"
 html_static_path = ["static"]
+templates_path = ["templates"]
 html_css_files = ["site.css"]
 html_copy_source = False
 html_show_sphinx = False
 html_show_copyright = False
-# One file a page and an index that is a script: nothing is fetched, so that the search works from a disk.
 html_use_index = True
 pygments_style = "friendly"
 pygments_dark_style = "monokai"

@@ -42,6 +42,7 @@ def matrix_page() -> str:
     if unknown := {end for ends in cells for end in ends} - set(ORDER):
         raise ValueError(f"formats that are in no group: {unknown}")
     lines = ["# Source by destination", "", "From the row to the column: so many functions, and a link to them.", "",
+             ":::{container} wide-hint", "", f"The table goes on to the right, to {ORDER[-1]}: it scrolls sideways.", "", ":::", "",
              "::::{container} matrix", "",
              "| from \\ to | " + " | ".join(ORDER) + " |", "| --- " + "| :---: " * len(ORDER) + "|"]
     for source in ORDER:

@@ -57,6 +57,7 @@ enum class Peculiarity {
     unevenRows,            // equal source rows become different destination rows
     differsByAddress,      // where a row starts in memory decides the order in which it is added up
     trustsFourthPlane,     // its pointer must not be null
+    halvesStepOfColumn,    // a single column of pixels has rows half a step apart
 };
 
 // A region that is a part of a larger image, of which rows above the region are read and written too.

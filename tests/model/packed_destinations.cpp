@@ -14,7 +14,7 @@ constexpr int blocksOf4(int width) { return width & ~3; }
 constexpr int blocksOf8(int width) { return width & ~7; }
 
 constexpr auto planesLast = Checks::planesAfterSize, planesFirst = Checks::planesBeforeSize;
-constexpr auto none = Peculiarity::none, uneven = Peculiarity::unevenRows;
+constexpr auto none = Peculiarity::none, uneven = Peculiarity::unevenRows, halves = Peculiarity::halvesStepOfColumn;
 
 constexpr Slice noSlice{};
 constexpr std::span<const Parameters> noParameters{};
@@ -39,18 +39,18 @@ constexpr Export exports[] = {
     {NAMED(zeliYCbCrToRGB555_8u16u_P3C3R), ycc444, words, everyPixel, all, toWords<cut<rgb555>, wordBCut>, planesLast},
     {NAMED(zeliYCbCrToBGR565_8u16u_P3C3R), ycc444, words, everyPixel, all, toWords<cut<bgr565>, wordBCut>, planesLast},
     {NAMED(zeliYCbCrToRGB565_8u16u_P3C3R), ycc444, words, everyPixel, all, toWords<cut<rgb565>, wordBCut>, planesLast},
-    {NAMED(zeliYCbCr422ToBGR444_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<bgr444>>, planesLast, none,
-     noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
-    {NAMED(zeliYCbCr422ToRGB444_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<rgb444>>, planesLast, none,
-     noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
-    {NAMED(zeliYCbCr422ToBGR555_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<bgr555>>, planesLast, none,
-     noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
-    {NAMED(zeliYCbCr422ToRGB555_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<rgb555>>, planesLast, none,
-     noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
-    {NAMED(zeliYCbCr422ToBGR565_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<bgr565>>, planesLast, none,
-     noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
-    {NAMED(zeliYCbCr422ToRGB565_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<rgb565>>, planesLast, none,
-     noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
+    {NAMED(zeliYCbCr422ToBGR444_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<bgr444>>, planesLast,
+     halves, noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
+    {NAMED(zeliYCbCr422ToRGB444_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<rgb444>>, planesLast,
+     halves, noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
+    {NAMED(zeliYCbCr422ToBGR555_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<bgr555>>, planesLast,
+     halves, noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
+    {NAMED(zeliYCbCr422ToRGB555_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<rgb555>>, planesLast,
+     halves, noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
+    {NAMED(zeliYCbCr422ToBGR565_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<bgr565>>, planesLast,
+     halves, noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
+    {NAMED(zeliYCbCr422ToRGB565_8u16u_C2C3R), yuyv, words, everyPixel, blocksOf8, packed422ToWords<cut<rgb565>>, planesLast,
+     halves, noSlice, noParameters, false, false, false, nullptr, roomOfPacked422},
     {NAMED(zeliYCbCr422ToBGR444_8u16u_P3C3R), yCbCr422AndRest, words, everyPixel, all, columnsToWords<cut<bgr444>, wordBCut>,
      planesLast},
     {NAMED(zeliYCbCr422ToRGB444_8u16u_P3C3R), yCbCr422AndRest, words, everyPixel, all, columnsToWords<cut<rgb444>, wordBCut>,
