@@ -267,6 +267,10 @@ GstCaps* transformed(GstPadDirection direction, GstCaps* caps) {
 }
 
 GstCaps* fixated(GstPadDirection direction, GstCaps* caps, GstCaps* choices) {
+    if (gst_caps_is_subset(caps, choices)) {  // they pass
+        gst_caps_unref(choices);
+        return gst_caps_ref(caps);
+    }
     GstVideoInfo known;
     const bool bayer = isBayer(caps);
     if (bayer) gst_video_info_set_format(&known, GST_VIDEO_FORMAT_RGB, 1, 1);
@@ -278,11 +282,9 @@ GstCaps* fixated(GstPadDirection direction, GstCaps* caps, GstCaps* choices) {
     gst_caps_unref(choices);
     GstStructure* const structure = gst_caps_get_structure(result, 0);
     gst_structure_set(structure, "format", G_TYPE_STRING, gst_video_format_to_string(choice.format), nullptr);
-    if (choice.loss > 0 || !bayer) {
-        const GstVideoFormatInfo* const format = gst_video_format_get_info(choice.format);
-        if (!bayer) setColorimetry(structure, known, format);
-        setChromaSite(structure, known, format);
-    }
+    const GstVideoFormatInfo* const format = gst_video_format_get_info(choice.format);
+    if (!bayer) setColorimetry(structure, known, format);
+    setChromaSite(structure, known, format);
     return gst_caps_fixate(result);
 }
 
