@@ -104,27 +104,27 @@ struct Part {
 
 // The last items by copies that end with the block.
 template <class Kind>
-ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], int count) {
+ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], ptrdiff_t count) {
     const Rule rule = given;
-    int i = 0;
+    ptrdiff_t i = 0;
     for (; i + Kind::items <= count; i += Kind::items) Kind::block(rule, in, out, i);
     if (i == count) return;
     alignas(64) uint8_t from[2][Kind::items * Kind::itemBytes], to[2][Kind::items * Kind::resultBytes];
     const size_t read = size_t(count - i) * Kind::itemBytes, written = size_t(count - i) * Kind::resultBytes;
     for (int k = 0; k < 2; ++k) {
         __builtin_memset(from[k], 0, sizeof from[k]);
-        if (in[k]) __builtin_memcpy(from[k], in[k] + ptrdiff_t{i} * Kind::itemBytes, read);
+        if (in[k]) __builtin_memcpy(from[k], in[k] + i * Kind::itemBytes, read);
     }
     const uint8_t* const sources[2] = {from[0], from[1]};
     uint8_t* const results[2] = {to[0], to[1]};
     Kind::block(rule, sources, results, 0);
     for (int k = 0; k < 2; ++k)
-        if (out[k]) __builtin_memcpy(out[k] + ptrdiff_t{i} * Kind::resultBytes, to[k], written);
+        if (out[k]) __builtin_memcpy(out[k] + i * Kind::resultBytes, to[k], written);
 }
 
 template <template <bool, bool> class Kind>
 ZEL_INLINE void rowBy(const zelv::Plan& plan, const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2],
-                      int count) {
+                      ptrdiff_t count) {
     const bool fromWords = plan.in.depth > 8, toWords = plan.out.depth > 8;
     const auto call = fromWords ? toWords ? row<Kind<true, true>> : row<Kind<true, false>>
                       : toWords ? row<Kind<false, true>>
@@ -157,10 +157,10 @@ ZEL_INLINE void convertMoved(const zelv::Call& call) {
     const moved::Rule rule(plan);
     const auto from = [&](int plane, int y) { return call.from[plane] + ptrdiff_t{call.fromStep[plane]} * y; };
     const auto to = [&](int plane, int y) { return call.to[plane] + ptrdiff_t{call.toStep[plane]} * y; };
-    const auto plane = [&](const uint8_t* source, uint8_t* result, int count) {
+    const auto plane = [&](const uint8_t* source, uint8_t* result, ptrdiff_t count) {
         moved::rowBy<moved::Plane>(plan, rule, {source, nullptr}, {result, nullptr}, count);
     };
-    const int sites = (call.width + (1 << in.sitesAcross) - 1) >> in.sitesAcross;
+    const ptrdiff_t sites = ((call.width - 1) >> in.sitesAcross) + 1;
     const bool fromPairs = in.layout == Layout::semiPlanar, toPairs = out.layout == Layout::semiPlanar;
     const int firstFrom = fromPairs && in.place[1] > in.place[2] ? 2 : 1,
               firstTo = toPairs && out.place[1] > out.place[2] ? 2 : 1;
