@@ -44,9 +44,10 @@ class Converter {
 
     ZEL_INLINE void run() {
         const int rowsTogether = plan_.in.sitesDown | to_.sitesDown ? 2 : 1;
-        for (int y = call_.firstRow; y < call_.endRow; y += rowsTogether) {
-            const int end = y + rowsTogether < call_.endRow ? y + rowsTogether : call_.endRow;
-            for (int x = convertFused(call_, y, end); x < call_.width; x += pieceLength) {
+        for (int64_t nextRow = call_.firstRow; nextRow < call_.endRow; nextRow += rowsTogether) {
+            const int y = int(nextRow), end = call_.endRow - y > rowsTogether ? y + rowsTogether : call_.endRow;
+            for (int64_t next = convertFused(call_, y, end); next < call_.width; next += pieceLength) {
+                const int x = int(next);
                 piece_ = {x, call_.width - x < pieceLength ? call_.width - x : pieceLength};
                 source_.start(piece_);
                 for (int row = y; row < end; ++row) {

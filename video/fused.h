@@ -1,5 +1,6 @@
-// Pairs of formats that are asked for most, from memory to memory without lines: chroma repeated or averaged over two columns and
-// rows, nothing dithered. They give the same sums. Whole blocks only; what is left of the rows goes the common way.
+// Pairs of formats that are asked for most, from memory to memory without lines: chroma of each pixel, repeated, or averaged over
+// two columns and rows, nothing dithered. They give the same sums. Whole blocks only; what is left of the rows goes the common
+// way.
 #pragma once
 
 #include "call.h"
@@ -200,6 +201,36 @@ ZEL_NOINLINE void decodeUnscaled(const zelv::Plan& plan, const From& from, const
     }
 }
 
+// Where each pixel has chroma of its own: three planes of bytes to bytes.
+template <class To>
+ZEL_NOINLINE void decodePixels(const zelv::Plan& plan, const uint8_t* const (&in)[3], const To& to, uint8_t* out, int count) {
+    const Numbers n(plan);
+    const Term terms[3] = {n.chroma(0), n.chroma(1), n.chroma(2)};
+    const Words luma = splatWords(n.sums.high[0][0], 0);
+    const Dwords added = splatDword(n.added[0]);  // R, G and B have the same
+    for (int i = 0; i < count; i += vectorBytes) {
+        const auto read = [&](int c) { return To::deals ? dealt(loadBytes(in[c] + i)) : loadBytes(in[c] + i); };
+        const Bytes middle = splatByte(0x80), x = read(0) ^ middle, u = read(1) ^ middle, v = read(2) ^ middle;
+        Words results[3][2];
+        unrolled<2>([&](auto part) ZEL_INLINE_LAMBDA {
+            const auto filled = [&](Bytes b) ZEL_INLINE_LAMBDA {
+                return (Words)(part == 0 ? interleaveLow(Bytes{}, b) : interleaveHigh(Bytes{}, b));
+            };
+            const Words xs = filled(x), us = filled(u), vs = filled(v);
+            const Words sites[2] = {interleaveLow(us, vs), interleaveHigh(us, vs)};
+            const Dwords first[2] = {mulAddPairs(interleaveLow(xs, Words{}), luma) + added,
+                                     mulAddPairs(interleaveHigh(xs, Words{}), luma) + added};
+            unrolled<3>([&](auto p) ZEL_INLINE_LAMBDA {
+                const auto sum = [&](int half) ZEL_INLINE_LAMBDA {
+                    return (first[half] + terms[p].template of<false>(sites[half])) >> To::shift;
+                };
+                results[p][part] = packWords(sum(0), sum(1));
+            });
+        });
+        to.write(out + ptrdiff_t{i} * To::itemBytes, results);
+    }
+}
+
 // Dwords of a block of interleaved bytes, four of three or four samples, lanes of 16 pixels in turn.
 template <int samples>
 ZEL_INLINE void readPixels(const uint8_t* p, UDwords (&v)[4]) {
@@ -309,12 +340,29 @@ ZEL_INLINE void decodeFrom(const zelv::Call& call, int y, int rows, int count) {
     }
 }
 
+ZEL_INLINE void decodePlanes(const zelv::Call& call, int y, int count) {
+    const zelv::Plan& plan = *call.plan;
+    const auto row = [&](int c) {
+        const int plane = plan.in.place[c];
+        return call.from[plane] + ptrdiff_t{call.fromStep[plane]} * y;
+    };
+    const uint8_t* const in[3] = {row(0), row(1), row(2)};
+    uint8_t* const to = call.to[0] + ptrdiff_t{call.toStep[0]} * y;
+    plan.out.samples == 3 ? decodePixels(plan, in, ByteSink<3>{}, to, count) : decodePixels(plan, in, ByteSink<4>{}, to, count);
+}
+
+ZEL_INLINE bool hasChromaOfPixels(const zelv::Side& in) { return in.sitesAcross + in.sitesDown == 0; }
+
 ZEL_INLINE bool decodes(const zelv::Plan& plan) {
     const zelv::Side &in = plan.in, &out = plan.out;
-    if (plan.combination != zelv::Combination::matrix || out.model != zelv::Model::rgb || out.isFloat || plan.linear ||
-        plan.ordered)
+    if (plan.combination != zelv::Combination::matrix || in.model != zelv::Model::luma || out.model != zelv::Model::rgb ||
+        out.isFloat || plan.ordered)
         return false;
-    if (in.sitesAcross != 1 || in.layout > Layout::semiPlanar) return false;
+    if (hasChromaOfPixels(in)) {
+        if (in.layout != Layout::planar || in.depth > 8) return false;
+    } else if (in.sitesAcross != 1 || in.layout > Layout::semiPlanar || plan.linear) {
+        return false;
+    }
     const bool copiesAlpha = in.alpha == zelv::Alpha::present && out.alpha == zelv::Alpha::present;
     if (out.alpha != zelv::Alpha::none && (copiesAlpha || out.place[zelv::alphaChannel] != 3)) return false;
     return (out.layout == Layout::interleaved && out.depth == 8) || (out.layout == Layout::dwords && in.depth > 8);
@@ -336,6 +384,10 @@ ZEL_INLINE int convertFused(const zelv::Call& call, int y, int end) {
     const int count = call.width / fused::blockPixels * fused::blockPixels, rows = end - y;
     if (count == 0) return 0;
     if (fused::decodes(plan)) {
+        if (fused::hasChromaOfPixels(in)) {
+            fused::decodePlanes(call, y, count);
+            return count;
+        }
         const bool isWide = in.depth > 8, isPaired = in.layout == Layout::semiPlanar;
         const auto decode = isWide     ? isPaired ? fused::decodeFrom<true, true> : fused::decodeFrom<true, false>
                                 : isPaired ? fused::decodeFrom<false, true>

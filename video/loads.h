@@ -160,7 +160,7 @@ template <class Load>
 ZEL_INLINE void run(const Load& load, const uint8_t* p, int count, uint16_t* const (&out)[4]) {
     constexpr int blockBytes = Load::items * Load::itemBytes;
     int i = 0;
-    for (; i + Load::items <= count; i += Load::items) load.block(p + ptrdiff_t{i} * Load::itemBytes, out, i);
+    for (; i <= count - Load::items; i += Load::items) load.block(p + ptrdiff_t{i} * Load::itemBytes, out, i);
     if (i == count) return;
     alignas(64) uint8_t rest[blockBytes];
     __builtin_memset(rest, 0, sizeof rest);
@@ -184,7 +184,7 @@ ZEL_INLINE uint32_t dwordAt(const uint8_t* p) {
 }
 
 // Sample `i` of the row: U Y V Y and on, three in a dword.
-ZEL_INLINE uint16_t v210Sample(const uint8_t* row, int i) {
+ZEL_INLINE uint16_t v210Sample(const uint8_t* row, ptrdiff_t i) {
     const uint32_t sample = dwordAt(row + i / 3 * 4) >> i % 3 * 10 & 1023;
     return uint16_t((sample << 6) ^ 0x8000);
 }
@@ -247,7 +247,7 @@ ZEL_NOINLINE inline void loadPairs(const zelv::Side& side, const uint8_t* row, i
 // Luma of paired 4:2:2.
 ZEL_INLINE void loadPairedLuma(const zelv::Side& side, const uint8_t* row, int first, int count, uint16_t* line) {
     if (side.layout == Layout::v210) {
-        for (int i = 0; i < count; ++i) line[i] = loads::v210Sample(row, 2 * (first + i) + 1);
+        for (int i = 0; i < count; ++i) line[i] = loads::v210Sample(row, 2 * ptrdiff_t{first + i} + 1);
         return;
     }
     Line other;
@@ -259,8 +259,8 @@ ZEL_INLINE void loadPairedLuma(const zelv::Side& side, const uint8_t* row, int f
 ZEL_INLINE void loadPairedChroma(const zelv::Side& side, const uint8_t* row, int first, int count, uint16_t* u, uint16_t* v) {
     if (side.layout == Layout::v210) {
         for (int i = 0; i < count; ++i) {
-            u[i] = loads::v210Sample(row, 4 * (first + i));
-            v[i] = loads::v210Sample(row, 4 * (first + i) + 2);
+            u[i] = loads::v210Sample(row, 4 * ptrdiff_t{first + i});
+            v[i] = loads::v210Sample(row, 4 * ptrdiff_t{first + i} + 2);
         }
         return;
     }

@@ -1,18 +1,20 @@
-// Samples that are only moved: between planes and pairs, bytes and words, and bits of a word. From memory to memory; halves go
-// up, as in the sums of a term that shifts.
+// Channels that are each of itself, on the same sites: between planes and pairs, bytes and words, bits of a word, and ranges.
+// From memory to memory.
 #pragma once
 
 #include "call.h"
 #include "video/loads.h"
 #include "video/stores.h"
+#include "video/sums.h"
 
 namespace zel::ZEL_LEVEL::video {
 
 namespace moved {
 
-// Samples on their way, moved to the top of a word.
-struct Rule {
-    ZEL_INLINE explicit Rule(const zelv::Plan& plan)
+// Samples that are only moved. Halves go up, as in the sums of a term that shifts.
+struct Shifted {
+    static constexpr bool keepsBytes = true;
+    ZEL_INLINE Shifted(const zelv::Plan& plan, int)
         : up(16 - plan.in.depth - plan.in.shift),
           mask((UWords)splatWord(0xffff << (16 - plan.in.depth))),
           half((UWords)splatWord(1 << (16 - plan.out.depth) >> 1)),
@@ -30,6 +32,34 @@ struct Rule {
     int down, back;
 };
 
+// Samples of another range. The low part's product, cut off, is the high half of that by twice the low part, which is below 2^14:
+// a word that is added by the same multiplication as the high part's.
+struct Scaled {
+    static constexpr bool keepsBytes = false;
+    ZEL_INLINE Scaled(const zelv::Plan& plan, int channel)
+        : up(16 - plan.in.depth - plan.in.shift),
+          mask(splatWord(0xffff << (16 - plan.in.depth))),
+          high(splatWords(plan.sums.high[channel][channel], 1)),
+          low(splatWord(2 * plan.sums.low[channel][channel])),
+          added(splatDword(plan.sums.offset[channel] + (1 << (plan.sums.shift - 1)))),
+          result(Shift<0>{plan.sums.shift}, plan.out.depth),
+          back(plan.out.shift) {}
+
+    template <bool isWide>
+    ZEL_INLINE Words operator()(Words v) const {
+        const Words x = flipped(isWide ? v << up & mask : v), rest = mulHigh(x, low);
+        return result.packed(added + mulAddPairs(interleaveLow(x, rest), high),
+                             added + mulAddPairs(interleaveHigh(x, rest), high))
+               << back;
+    }
+
+    int up;
+    Words mask, high, low;
+    Dwords added;
+    Result<Shift<0>> result;
+    int back;
+};
+
 // A vector of words, or half of one of bytes, in order.
 template <bool isWide>
 ZEL_INLINE Words read(const uint8_t* p) {
@@ -40,18 +70,23 @@ ZEL_INLINE Words read(const uint8_t* p) {
 template <bool fromWords, bool toWords>
 struct Plane {
     static constexpr int items = 2 * words, itemBytes = fromWords ? 2 : 1, resultBytes = toWords ? 2 : 1;
+    template <class Rule>
     ZEL_INLINE static void block(const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], ptrdiff_t i) {
         const uint8_t* const p = in[0] + i * itemBytes;
         if constexpr (toWords) {
-            storeVector(Destination(out[0] + 2 * i), rule.operator()<fromWords>(read<fromWords>(p)));
+            storeVector(Destination(out[0] + 2 * i), rule.template operator()<fromWords>(read<fromWords>(p)));
             storeVector(Destination(out[0] + 2 * i + vectorBytes),
-                        rule.operator()<fromWords>(read<fromWords>(p + words * itemBytes)));
+                        rule.template operator()<fromWords>(read<fromWords>(p + words * itemBytes)));
         } else if constexpr (fromWords) {
             const PackOrder v = loadInPackOrder(p);
-            storeVector(Destination(out[0] + i),
-                        packBytes(rule.operator()<true>((Words)v.first), rule.operator()<true>((Words)v.second)));
-        } else {
+            storeVector(Destination(out[0] + i), packBytes(rule.template operator()<true>((Words)v.first),
+                                                           rule.template operator()<true>((Words)v.second)));
+        } else if constexpr (Rule::keepsBytes) {
             storeVector(Destination(out[0] + i), loadBytes(p));
+        } else {
+            const Bytes v = loadBytes(p);
+            storeVector(Destination(out[0] + i), packBytes(rule.template operator()<false>((Words)interleaveLow(Bytes{}, v)),
+                                                           rule.template operator()<false>((Words)interleaveHigh(Bytes{}, v))));
         }
     }
 };
@@ -60,9 +95,10 @@ struct Plane {
 template <bool fromWords, bool toWords>
 struct Join {
     static constexpr int items = words, itemBytes = fromWords ? 2 : 1, resultBytes = toWords ? 4 : 2;
+    template <class Rule>
     ZEL_INLINE static void block(const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], ptrdiff_t i) {
-        const Words a = rule.operator()<fromWords>(read<fromWords>(in[0] + i * itemBytes)),
-                    b = rule.operator()<fromWords>(read<fromWords>(in[1] + i * itemBytes));
+        const Words a = rule.template operator()<fromWords>(read<fromWords>(in[0] + i * itemBytes)),
+                    b = rule.template operator()<fromWords>(read<fromWords>(in[1] + i * itemBytes));
         if constexpr (toWords)
             stores::storeInterleavedWords(out[0] + 4 * i, a, b);
         else
@@ -74,6 +110,7 @@ struct Join {
 template <bool fromWords, bool toWords>
 struct Part {
     static constexpr int items = 2 * words, itemBytes = fromWords ? 4 : 2, resultBytes = toWords ? 2 : 1;
+    template <class Rule>
     ZEL_INLINE static void block(const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], ptrdiff_t i) {
         Words a[2], b[2];
         for (int part = 0; part < 2; ++part) {
@@ -87,8 +124,8 @@ struct Part {
                 a[part] = v << 8;
                 b[part] = v & splatWord(0xff00);
             }
-            a[part] = rule.operator()<fromWords>(a[part]);
-            b[part] = rule.operator()<fromWords>(b[part]);
+            a[part] = rule.template operator()<fromWords>(a[part]);
+            b[part] = rule.template operator()<fromWords>(b[part]);
         }
         if constexpr (toWords) {
             for (int part = 0; part < 2; ++part) {
@@ -103,36 +140,36 @@ struct Part {
 };
 
 // The last items by copies that end with the block.
-template <class Kind>
-ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], int count) {
+template <class Kind, class Rule>
+ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], ptrdiff_t count) {
     const Rule rule = given;
-    int i = 0;
+    ptrdiff_t i = 0;
     for (; i + Kind::items <= count; i += Kind::items) Kind::block(rule, in, out, i);
     if (i == count) return;
     alignas(64) uint8_t from[2][Kind::items * Kind::itemBytes], to[2][Kind::items * Kind::resultBytes];
     const size_t read = size_t(count - i) * Kind::itemBytes, written = size_t(count - i) * Kind::resultBytes;
     for (int k = 0; k < 2; ++k) {
         __builtin_memset(from[k], 0, sizeof from[k]);
-        if (in[k]) __builtin_memcpy(from[k], in[k] + ptrdiff_t{i} * Kind::itemBytes, read);
+        if (in[k]) __builtin_memcpy(from[k], in[k] + i * Kind::itemBytes, read);
     }
     const uint8_t* const sources[2] = {from[0], from[1]};
     uint8_t* const results[2] = {to[0], to[1]};
     Kind::block(rule, sources, results, 0);
     for (int k = 0; k < 2; ++k)
-        if (out[k]) __builtin_memcpy(out[k] + ptrdiff_t{i} * Kind::resultBytes, to[k], written);
+        if (out[k]) __builtin_memcpy(out[k] + i * Kind::resultBytes, to[k], written);
 }
 
-template <template <bool, bool> class Kind>
+template <template <bool, bool> class Kind, class Rule>
 ZEL_INLINE void rowBy(const zelv::Plan& plan, const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2],
-                      int count) {
+                      ptrdiff_t count) {
     const bool fromWords = plan.in.depth > 8, toWords = plan.out.depth > 8;
-    const auto call = fromWords ? toWords ? row<Kind<true, true>> : row<Kind<true, false>>
-                      : toWords ? row<Kind<false, true>>
-                                : row<Kind<false, false>>;
+    const auto call = fromWords ? toWords ? row<Kind<true, true>, Rule> : row<Kind<true, false>, Rule>
+                      : toWords ? row<Kind<false, true>, Rule>
+                                : row<Kind<false, false>, Rule>;
     call(rule, in, out, count);
 }
 
-// Chroma has the same sites, and no channel's sum is more than a shift.
+// Chroma has the same sites, and both of its channels the same sum.
 ZEL_INLINE bool serves(const zelv::Plan& plan) {
     const zelv::Side &in = plan.in, &out = plan.out;
     if (plan.combination != zelv::Combination::channels || plan.ordered || in.model != zelv::Model::luma || out.model != in.model)
@@ -141,45 +178,57 @@ ZEL_INLINE bool serves(const zelv::Plan& plan) {
     const bool sameSites = in.sitesAcross == out.sitesAcross && in.sitesDown == out.sitesDown &&
                            (in.sitesAcross == 0 || in.leftSited == out.leftSited) &&
                            (in.sitesDown == 0 || in.topSited == out.topSited);
-    bool isMoved = sameSites;
-    for (int c = 0; c < 3; ++c)
-        isMoved = isMoved && plan.sums.high[c][c] == 1 << 13 && plan.sums.low[c][c] == 0 && plan.sums.offset[c] == 0;
+    const zelv::Sums& sums = plan.sums;
+    const bool sameSums =
+        sums.high[1][1] == sums.high[2][2] && sums.low[1][1] == sums.low[2][2] && sums.offset[1] == sums.offset[2];
     // Pairs in the other order go the common way.
     const bool bothPaired = in.layout == Layout::semiPlanar && out.layout == Layout::semiPlanar;
-    return isMoved && (!bothPaired || in.place[1] == out.place[1]);
+    return sameSites && sameSums && (!bothPaired || in.place[1] == out.place[1]);
+}
+
+// Whether no channel's sum is more than a shift.
+ZEL_INLINE bool onlyShifts(const zelv::Plan& plan) {
+    for (int c = 0; c < 3; ++c)
+        if (plan.sums.high[c][c] != 1 << 13 || plan.sums.low[c][c] != 0 || plan.sums.offset[c] != 0) return false;
+    return true;
+}
+
+template <class Rule>
+ZEL_NOINLINE void convert(const zelv::Call& call) {
+    const zelv::Plan& plan = *call.plan;
+    const zelv::Side &in = plan.in, &out = plan.out;
+    const Rule ofLuma(plan, 0), ofChroma(plan, 1);
+    const auto from = [&](int plane, int y) { return call.from[plane] + ptrdiff_t{call.fromStep[plane]} * y; };
+    const auto to = [&](int plane, int y) { return call.to[plane] + ptrdiff_t{call.toStep[plane]} * y; };
+    const auto plane = [&](const Rule& rule, const uint8_t* source, uint8_t* result, ptrdiff_t count) {
+        rowBy<Plane>(plan, rule, {source, nullptr}, {result, nullptr}, count);
+    };
+    const ptrdiff_t sites = ((call.width - 1) >> in.sitesAcross) + 1;
+    const bool fromPairs = in.layout == Layout::semiPlanar, toPairs = out.layout == Layout::semiPlanar;
+    const int firstFrom = fromPairs && in.place[1] > in.place[2] ? 2 : 1,
+              firstTo = toPairs && out.place[1] > out.place[2] ? 2 : 1;
+    for (int y = call.firstRow; y < call.endRow; ++y) {
+        plane(ofLuma, from(in.place[0], y), to(out.place[0], y), call.width);
+        if (in.sitesDown && y % 2 != 0) continue;
+        const int site = y >> in.sitesDown;
+        if (fromPairs && toPairs) {
+            plane(ofChroma, from(1, site), to(1, site), 2 * sites);
+        } else if (fromPairs) {
+            rowBy<Part>(plan, ofChroma, {from(1, site), nullptr},
+                        {to(out.place[firstFrom], site), to(out.place[3 - firstFrom], site)}, sites);
+        } else if (toPairs) {
+            rowBy<Join>(plan, ofChroma, {from(in.place[firstTo], site), from(in.place[3 - firstTo], site)},
+                        {to(1, site), nullptr}, sites);
+        } else {
+            for (int c = 1; c < 3; ++c) plane(ofChroma, from(in.place[c], site), to(out.place[c], site), sites);
+        }
+    }
 }
 
 }  // namespace moved
 
 ZEL_INLINE void convertMoved(const zelv::Call& call) {
-    const zelv::Plan& plan = *call.plan;
-    const zelv::Side &in = plan.in, &out = plan.out;
-    const moved::Rule rule(plan);
-    const auto from = [&](int plane, int y) { return call.from[plane] + ptrdiff_t{call.fromStep[plane]} * y; };
-    const auto to = [&](int plane, int y) { return call.to[plane] + ptrdiff_t{call.toStep[plane]} * y; };
-    const auto plane = [&](const uint8_t* source, uint8_t* result, int count) {
-        moved::rowBy<moved::Plane>(plan, rule, {source, nullptr}, {result, nullptr}, count);
-    };
-    const int sites = (call.width + (1 << in.sitesAcross) - 1) >> in.sitesAcross;
-    const bool fromPairs = in.layout == Layout::semiPlanar, toPairs = out.layout == Layout::semiPlanar;
-    const int firstFrom = fromPairs && in.place[1] > in.place[2] ? 2 : 1,
-              firstTo = toPairs && out.place[1] > out.place[2] ? 2 : 1;
-    for (int y = call.firstRow; y < call.endRow; ++y) {
-        plane(from(in.place[0], y), to(out.place[0], y), call.width);
-        if (in.sitesDown && y % 2 != 0) continue;
-        const int site = y >> in.sitesDown;
-        if (fromPairs && toPairs) {
-            plane(from(1, site), to(1, site), 2 * sites);
-        } else if (fromPairs) {
-            moved::rowBy<moved::Part>(plan, rule, {from(1, site), nullptr},
-                                      {to(out.place[firstFrom], site), to(out.place[3 - firstFrom], site)}, sites);
-        } else if (toPairs) {
-            moved::rowBy<moved::Join>(plan, rule, {from(in.place[firstTo], site), from(in.place[3 - firstTo], site)},
-                                      {to(1, site), nullptr}, sites);
-        } else {
-            for (int c = 1; c < 3; ++c) plane(from(in.place[c], site), to(out.place[c], site), sites);
-        }
-    }
+    moved::onlyShifts(*call.plan) ? moved::convert<moved::Shifted>(call) : moved::convert<moved::Scaled>(call);
 }
 
 }  // namespace zel::ZEL_LEVEL::video

@@ -35,7 +35,7 @@ class Source {
 
     // All three channels of a row by pixels, and alpha where the source has it.
     ZEL_NOINLINE PixelRow& pixels(int y) {
-        PixelRow& row = pixelRows_[(y + 3) % 3];
+        PixelRow& row = pixelRows_[y % 3];
         if (row.y == y) return row;
         row.y = y;
         const Span s = span(0);
@@ -140,9 +140,9 @@ class Source {
         bool left, right;  // at the edge of the image
     };
     ZEL_INLINE Span span(int across) const {
-        const int all = (call_.width + (1 << across) - 1) >> across, start = piece_.x >> across;
+        const int all = ((call_.width - 1) >> across) + 1, start = piece_.x >> across;
         const int end = start + ((piece_.pixels + (1 << across) - 1) >> across);
-        const int first = start - reach_ < 0 ? 0 : start - reach_, last = end + reach_ > all ? all : end + reach_;
+        const int first = start - reach_ < 0 ? 0 : start - reach_, last = all - end < reach_ ? all : end + reach_;
         return {first, last - first, first - start, first == 0, last == all};
     }
     ZEL_INLINE void extendSpan(Line& line, const Span& s) const { extend(line.at(0), s.at, s.at + s.count, s.left, s.right); }
@@ -168,7 +168,7 @@ class Source {
 
     // Chroma as it is in memory, of a row of sites.
     ZEL_NOINLINE const ChromaRow& siteRow(int y) {
-        ChromaRow& row = siteRows_[(y + 4) % 4];
+        ChromaRow& row = siteRows_[y % 4];
         if (row.y == y) return row;
         row.y = y;
         const Span s = span(side_.sitesAcross);
@@ -204,7 +204,7 @@ class Source {
         const bool across = !sitesAcross && side_.sitesAcross > 0, down = !sitesDown && side_.sitesDown > 0;
         if (!across && !down) return siteRow(y);
         if (!across && !plan_.linear) return siteRow(y >> 1);
-        ChromaRow& row = fullRows_[(y + 3) % 3];
+        ChromaRow& row = fullRows_[y % 3];
         if (row.y == y) return row;
         row.y = y;
         readChroma(y, sitesDown, sitesAcross, row.u, row.v);

@@ -155,13 +155,13 @@ ZEL_NOINLINE inline void storeInterleaved(const zelv::Side& side, const uint16_t
 
 // Groups of six pixels. The last one of a row has zeros behind the last site.
 ZEL_INLINE void storeV210(const uint16_t* y, const uint16_t* u, const uint16_t* v, uint8_t* row, int first, int count) {
-    const auto sample = [&](int i) -> uint32_t {  // of the row
-        const int pixel = i / 2 - first;
+    const auto sample = [&](ptrdiff_t i) -> uint32_t {  // of the row
+        const ptrdiff_t pixel = i / 2 - first;
         if (pixel >= count + (count & 1)) return 0;
         return i % 2 != 0 ? y[pixel] : i % 4 == 0 ? u[pixel / 2] : v[pixel / 2];
     };
-    const int samples = (first + count + 5) / 6 * 12;
-    for (int i = first * 2; i < samples; i += 3) {
+    const ptrdiff_t samples = (ptrdiff_t{first} + count + 5) / 6 * 12;
+    for (ptrdiff_t i = ptrdiff_t{first} * 2; i < samples; i += 3) {
         const uint32_t dword = sample(i) | sample(i + 1) << 10 | sample(i + 2) << 20;
         __builtin_memcpy(row + i / 3 * 4, &dword, 4);
     }
