@@ -5,6 +5,9 @@ include(CheckCXXCompilerFlag)
 check_cxx_compiler_flag(-fcf-protection=full ZELCC_HAS_CONTROL_FLOW_PROTECTION)
 
 set(hardened_code -fstack-protector-strong)
+if(processor STREQUAL wasm)
+    set(hardened_code)  # the C library has no check of the stack, on which no return address lies
+endif()
 set(hardened_link -Wl,-z,relro -Wl,-z,now)
 if(ZELCC_HAS_CONTROL_FLOW_PROTECTION)
     list(APPEND hardened_code -fcf-protection=full)

@@ -1,6 +1,8 @@
 #include "tools/frame.h"
 
+#ifndef __wasm__  // which has pages of one size
 #include <sys/mman.h>
+#endif
 
 #include <algorithm>
 #include <cstring>
@@ -38,7 +40,9 @@ Buffer::Buffer(size_t size) : size_(size) {
     void* memory = nullptr;
     const bool isLarge = size >= largePage;
     if (size && posix_memalign(&memory, isLarge ? largePage : boundary, size) != 0) throw std::bad_alloc();
+#ifndef __wasm__
     if (isLarge) madvise(memory, size / largePage * largePage, MADV_HUGEPAGE);  // a hint
+#endif
     bytes_.reset(static_cast<uint8_t*>(memory));
 }
 

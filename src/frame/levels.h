@@ -1,7 +1,9 @@
 // The levels and columns of the library as data, for programs that define zelGetEnabledCpuFeatures and so choose among them.
 #pragma once
 
+#if !defined(__wasm__)  // which has one level, and nothing to load
 #include <dlfcn.h>
+#endif
 
 #include <cstdint>
 #include <cstring>
@@ -62,10 +64,12 @@ inline const Level* findLevel(const char* name) {
     return nullptr;
 }
 
+#if !defined(__wasm__)
 // What libzelcore itself reports.
 inline uint64_t processorFeatures() {
     const auto ask = reinterpret_cast<uint64_t (*)()>(dlsym(RTLD_NEXT, "zelGetEnabledCpuFeatures"));
     return ask ? ask() : 0;
 }
+#endif
 
 }  // namespace zel

@@ -37,6 +37,8 @@ struct Traits {
 #include "simd/x86/level.h"
 #elif defined(__aarch64__)
 #include "simd/neon/level.h"
+#elif defined(__wasm_simd128__)
+#include "simd/wasm/level.h"
 #else
 #error "there are no words for this processor"
 #endif

@@ -15,7 +15,7 @@ inline int32_t dwordOf(double whole) { return whole >= -0x1p31 && whole < 0x1p31
 
 // The rounded high product of the two lowest words, which no word can hold. Nobody asks for it.
 inline int16_t roundedProductOfLowest() {
-#if defined(__aarch64__)
+#if defined(__aarch64__) || defined(__wasm__)
     return std::numeric_limits<int16_t>::max();
 #else
     return std::numeric_limits<int16_t>::min();

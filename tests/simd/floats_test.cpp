@@ -12,7 +12,11 @@
 namespace zel::ZEL_LEVEL {
 namespace {
 
+#ifdef FE_UPWARD
 constexpr int modes[] = {FE_TONEAREST, FE_DOWNWARD, FE_UPWARD, FE_TOWARDZERO};
+#else
+constexpr int modes[] = {FE_TONEAREST};
+#endif
 
 template <class F>
 void inAllModes(F f) {

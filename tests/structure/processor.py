@@ -9,6 +9,7 @@ from verdict import conclude
 
 WORDS = re.compile(r"\b(_mm\d*_\w+|__m(64|128|256|512)[dih]?|_mm_malloc|__mmask\d+|ZEL_MM|(Float|Double)?Register|\w*intrin\.h|"
                    r"__builtin_ia32_\w+|__builtin_cpu_\w+|__(SSE|SSSE|AVX|ARM|aarch64|x86_64|i386)\w*__|arm_neon\.h|"
+                   r"wasm_[a-z]*\d+\w*|"
                    r"v[a-z]\w*q_[usf](8|16|32|64)|\w+x\d+_t|cpuid\w*|x?getbv|getauxval|asm|__asm__)\b")
 ABOUT_THE_PROCESSOR = {
     "simd/level.h": "picks the folder",

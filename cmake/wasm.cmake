@@ -1,0 +1,11 @@
+# Builds for WebAssembly with Debian's clang-19, lld-19, wasi-libc, libc++-19-dev-wasm32 and libclang-rt-19-dev-wasm32; what is
+# built runs in Node.
+set(CMAKE_SYSTEM_NAME Generic)
+set(CMAKE_SYSTEM_PROCESSOR wasm32)
+foreach(language C CXX ASM)
+    set(CMAKE_${language}_COMPILER_TARGET wasm32-wasi)
+endforeach()
+set(CMAKE_C_COMPILER clang-19)
+set(CMAKE_CXX_COMPILER clang++-19)
+set(CMAKE_EXECUTABLE_SUFFIX .wasm)
+set(CMAKE_CROSSCOMPILING_EMULATOR node --no-warnings ${CMAKE_CURRENT_LIST_DIR}/../tests/wasm/run.mjs)
