@@ -10,7 +10,7 @@ from typing import Any, NamedTuple, cast, get_args, overload
 import numpy as np
 import numpy.typing as npt
 
-from . import _native
+from . import _arrays, _native
 from ._names import Matrix, Method, Packed, Planar
 
 Plane = npt.NDArray[Any]
@@ -59,6 +59,9 @@ class _Path(NamedTuple):
     width: int  # of the sites that all steps convert as a whole
     height: int
     function: Callable[..., Any] | None  # that does all of it on arrays as they come
+    image_types: type | tuple[type, ...]  # which it takes
+    out_types: type | tuple[type, ...]
+    axes: int  # of the first plane of one image
 
 
 @functools.cache
@@ -94,7 +97,12 @@ def _path(source: str, target: str, matrix: str, method: str) -> _Path:
         wish = f" by {method}" if method else ""
         raise ValueError(f"no functions lead from {source} to {target}{wish} with the matrix {matrix!r}")
     taken = tuple(Step(*step) for step in found[0])
-    return _Path(taken, found[1], found[2], _only_function(taken))
+    return _Path(taken, found[1], found[2], _only_function(taken), _types(source), _types(target),
+                 _arrays.axes(_format(source)))
+
+
+def _types(format: str) -> type | tuple[type, ...]:
+    return (tuple, list) if len(_format(format).planes) > 1 else np.ndarray
 
 
 def _only_function(taken: tuple[Step, ...]) -> Callable[..., Any] | None:
@@ -156,10 +164,7 @@ def planes(data: npt.NDArray[Any] | bytes | bytearray | memoryview, format: Pack
 
 def _checked(name: str, image: object, form: Format, size: tuple[int, int] | None) -> tuple[tuple[Plane, ...], tuple[int, int]]:
     """The planes of an argument, and width and height."""
-    given = (np.asarray(image),) if len(form.planes) == 1 else image
-    if not isinstance(given, (tuple, list)) or len(given) != len(form.planes):
-        raise ValueError(f"{name} must be a list or tuple of {len(form.planes)} planes for {form.name}")
-    found = tuple(np.asarray(plane) for plane in given)
+    found = _arrays.as_planes(name, image, form, name == "out")
     first = found[0]
     if first.ndim < 2:
         raise ValueError(f"{name} must have rows and columns, but its shape is {first.shape}")
@@ -168,7 +173,7 @@ def _checked(name: str, image: object, form: Format, size: tuple[int, int] | Non
     for i, (plane, shape) in enumerate(zip(found, form.shapes(width, height))):
         where = name if len(found) == 1 else f"{name}[{i}]"
         if plane.dtype != form.dtype:
-            raise ValueError(f"{where} must be of {form.dtype}, not {plane.dtype}, for {form.name}")
+            raise ValueError(_arrays.type_fault(where, plane.dtype, form))
         if plane.shape != shape:
             raise ValueError(f"{where} must have the shape {shape}, not {plane.shape}, for {form.name} of {width} x {height}")
     return found, (width, height)
@@ -213,6 +218,26 @@ def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], extra
     _finish_alpha(step, source, target)
 
 
+def _convert_all(count: int, given: tuple[Plane, ...], source: Packed | Planar, target: Packed | Planar,
+                 out: Any, **how: Any) -> Image:
+    """Images one by one, into planes of all."""
+    before, after = _format(source), _format(target)
+    first = before.planes[0]
+    width, height = given[0].shape[2] * first.width, given[0].shape[1] * first.height
+    if out is None:
+        made = tuple(np.zeros((count, *shape), after.dtype) for shape in after.shapes(width, height))
+    else:
+        made = _arrays.as_planes("out", out, after, True)
+        if _arrays.count(made, after) != count:
+            raise ValueError(f"out must be of {count} images as image is")
+    for i in range(count):
+        planes, results = tuple(p[i] for p in given), tuple(p[i] for p in made)
+        convert(planes if len(planes) > 1 else planes[0], source, target, out=results if len(results) > 1 else results[0], **how)
+    if out is not None and not isinstance(out, (tuple, list)):
+        return cast(Image, out)
+    return made if len(made) > 1 else made[0]
+
+
 @overload
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed, *, matrix: Matrix = "601",
             method: Method = "", out: Plane | None = None, **extras: Any) -> Plane: ...
@@ -227,6 +252,10 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
             method: Method = "", out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
     """Converts an image, or a list of its planes, from a format to another, by the way over functions that loses least.
 
+    Many images convert in one call where arrays have one axis more, before the others. Planes of one size may be stacked, as
+    (3, height, width), and those of 4:2:0 follow each other in one array of height * 3 // 2 rows. Arrays of other libraries are read
+    where they lie, by their buffers, __array_interface__ or DLPack.
+
     matrix is that of luma and chroma. method asks for one step of a kind: chroma by filter, or of interlaced frames; gamma, or
     linear for its inverse; words by dither; a mosaic by ahd; gray by weights, which are given as coeffs; floats to bytes by
     tone-maximum or tone-mean. Otherwise all steps are by the plain way. Further arguments go to the last function that takes
@@ -234,12 +263,18 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
     zelcc.steps tells which functions are called.
     """
     path = _path(source, target, matrix, method)
-    if path.function:
-        first = image[0] if isinstance(image, (tuple, list)) else image
-        if isinstance(first, np.ndarray) and first.ndim > 1 and not (first.shape[0] % path.height or first.shape[1] % path.width):
+    if path.function and isinstance(image, path.image_types) and (out is None or isinstance(out, path.out_types)):
+        planes: Any = image
+        first = planes if isinstance(planes, np.ndarray) else planes[0] if planes else None
+        if isinstance(first, np.ndarray) and first.ndim == path.axes and not (
+                first.shape[0] % path.height or first.shape[1] % path.width):
             return cast(Image, path.function(image, out, **extras))
     before, after = _format(source), _format(target)
-    arrays, (width, height) = _checked("image", image, before, None)
+    given = _arrays.as_planes("image", image, before)
+    number_of_images = _arrays.count(given, before)
+    if number_of_images is not None:
+        return _convert_all(number_of_images, given, source, target, out, matrix=matrix, method=method, **extras)
+    arrays, (width, height) = _checked("image", given if len(given) > 1 else given[0], before, None)
     result = None if out is None else _checked("out", out, after, (width, height))[0]
     whole = -(-width // path.width) * path.width, -(-height // path.height) * path.height
     is_whole = whole == (width, height)
@@ -266,4 +301,6 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
             for plane, made in zip(result, final):
                 plane[...] = made
         final = result
+    if out is not None and not isinstance(out, (tuple, list)):
+        return cast(Image, out)
     return final[0] if len(final) == 1 else final
