@@ -5,6 +5,7 @@
 #define PY_ARRAY_UNIQUE_SYMBOL zelpy_array_api
 #include <numpy/arrayobject.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -130,6 +131,15 @@ bool addNames(PyObject* module) {
     return isGood && PyModule_AddStringConstant(module, "__version__", ZELCC_VERSION) == 0;
 }
 
+// At which rows an image may be cut and come out the same, whatever else the function is told; 0 if it may nowhere.
+PyObject* rowsOfPart(PyObject*, PyObject* argument) {
+    const char* const name = PyUnicode_AsUTF8(argument);
+    if (!name) return nullptr;
+    const catalog::Function* const f = catalog::findFunction(name);
+    const auto rows = f ? std::ranges::minmax(f->rowsOfParts) : std::ranges::minmax_result<int8_t>{0, 0};
+    return PyLong_FromLong(rows.min ? rows.max : 0);
+}
+
 // The end of a sentence about a word that is none of the names.
 PyObject* suggestion(PyObject*, PyObject* arguments) {
     const char* word;
@@ -144,11 +154,9 @@ PyObject* suggestion(PyObject*, PyObject* arguments) {
     return text(catalog::suggestion(word, names));
 }
 
-PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},
-                         {"_path", findPath, METH_VARARGS, nullptr},
-                         {"_rearrange", rearrange, METH_VARARGS, nullptr},
-                         {"_suggestion", suggestion, METH_VARARGS, nullptr},
-                         {}};
+PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},     {"_path", findPath, METH_VARARGS, nullptr},
+                         {"_rearrange", rearrange, METH_VARARGS, nullptr},   {"_rows_of_part", rowsOfPart, METH_O, nullptr},
+                         {"_suggestion", suggestion, METH_VARARGS, nullptr}, {}};
 
 PyModuleDef definition{.m_base = PyModuleDef_HEAD_INIT,
                        .m_name = "zelcc._native",

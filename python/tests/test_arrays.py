@@ -1,8 +1,10 @@
 """Arrays of other libraries, many images in one call, and planes that are stacked."""
 
 import array
+import collections
 import sys
 import unittest
+from typing import get_args
 
 import numpy as np
 
@@ -72,6 +74,46 @@ class Arrays(unittest.TestCase):
             zelcc.convert(np.stack([self.rgb] * 2), "rgb24", "gray", out=np.zeros((3, 12, 16), np.uint8))
         with self.assertRaisesRegex(ValueError, "planes are of 2, 3 images"):
             zelcc.convert((np.zeros((2, 4, 4), np.uint8), np.zeros((3, 2, 2, 2), np.uint8)), "nv12", "rgb24")
+
+    def test_threads(self):
+        """A sample of the pairs, by each method that leads from one to the other."""
+        names = [name for name in zelcc.formats() if name != "monob"]  # whose width is in bytes
+        of_method = {"weights": {"coeffs": [0.25, 0.5, 0.25]}, "twist": {}}
+        cut = collections.Counter()
+        pairs = [(source, target) for source in names for target in names if source != target]
+        for method in get_args(zelcc._names.Method):
+            for source, target in pairs[::11 if not method else 3]:
+                try:
+                    path = zelcc._convert._path(source, target, "601", method)
+                except ValueError:
+                    continue
+                height = 24 if path.rows > 1 else 11
+                many = images_of(source, 1, 13, height, self.random)
+                image = tuple(plane[0] for plane in many) if len(many) > 1 else many[0][0]
+                with self.subTest(source=source, target=target, method=method):
+                    how = {"method": method, **of_method.get(method, {})}
+                    try:
+                        expected = zelcc.convert(image, source, target, **how)
+                    except TypeError:
+                        continue  # it wants coefficients of a shape of its own
+                    self.assert_equal(zelcc.convert(image, source, target, threads=3, **how), expected)
+                    cut[method] += path.rows > 0
+        self.assertGreater(cut[""], 150)
+        self.assertGreater(min(cut["filter"], cut["gamma"], cut["weights"], cut["reduce"]), 0)
+
+    def test_threads_of_others(self):
+        out = np.zeros((12, 16), np.uint8)
+        self.assertIs(zelcc.convert(self.rgb, "rgb24", "gray", threads=4, out=out), out)
+        self.assert_equal(out, zelcc.convert(self.rgb, "rgb24", "gray"))
+        many = np.stack([self.rgb, self.rgb[::-1], self.rgb[:, ::-1]])
+        self.assert_equal(zelcc.convert(many, "rgb24", "nv12", threads=2), zelcc.convert(many, "rgb24", "nv12"))
+        both = self.random.integers(0, 256, (14, 16, 3), np.uint8)  # of which rows are read and written at two places
+        with self.assertRaises(ValueError):
+            zelcc.convert(both[:12], "rgb24", "bgr24", out=both[2:], threads=2)
+        with self.assertRaisesRegex(ValueError, "threads must be 1 or more"):
+            zelcc.convert(self.rgb, "rgb24", "gray", threads=0)
+        with self.assertRaisesRegex(TypeError, "unexpected keyword"):
+            zelcc.convert(self.rgb, "rgb24", "gray", threads=2, colour=1)
 
     def test_stacked_planes(self):
         expected = zelcc.convert(self.rgb, "rgb24", "gbrp")

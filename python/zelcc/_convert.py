@@ -4,7 +4,9 @@ from __future__ import annotations  # help shows the names of types, not all for
 
 import functools
 import inspect
+import math
 from collections.abc import Callable, Sequence
+from concurrent.futures import ThreadPoolExecutor
 from typing import Any, NamedTuple, cast, get_args, overload
 
 import numpy as np
@@ -62,6 +64,7 @@ class _Path(NamedTuple):
     image_types: type | tuple[type, ...]  # which it takes
     out_types: type | tuple[type, ...]
     axes: int  # of the first plane of one image
+    rows: int  # at whose multiples an image may be cut and comes out the same, 0 if it may nowhere
 
 
 @functools.cache
@@ -98,7 +101,13 @@ def _path(source: str, target: str, matrix: str, method: str) -> _Path:
         raise ValueError(f"no functions lead from {source} to {target}{wish} with the matrix {matrix!r}")
     taken = tuple(Step(*step) for step in found[0])
     return _Path(taken, found[1], found[2], _only_function(taken), _types(source), _types(target),
-                 _arrays.axes(_format(source)))
+                 _arrays.axes(_format(source)), _rows_of_part(taken, found[2]))
+
+
+def _rows_of_part(taken: tuple[Step, ...], site: int) -> int:
+    if any(_format(step.source).grid >= 0 for step in taken):
+        return 0  # pixels of a mosaic are made of rows around them
+    return math.lcm(site, *(_native._rows_of_part(step.function) if step.function else 1 for step in taken))
 
 
 def _types(format: str) -> type | tuple[type, ...]:
@@ -218,8 +227,36 @@ def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], extra
     _finish_alpha(step, source, target)
 
 
+_Parts = list[tuple[tuple[Plane, ...], tuple[Plane, ...]]]
+
+
+def _convert_parts(parts: _Parts, source: Packed | Planar, target: Packed | Planar, threads: int, how: dict[str, Any]) -> None:
+    def run(part: tuple[tuple[Plane, ...], tuple[Plane, ...]]) -> None:
+        given, made = (planes if len(planes) > 1 else planes[0] for planes in part)
+        convert(cast(Any, given), source, target, out=cast(Any, made), **how)
+
+    if threads == 1 or len(parts) < 2:
+        for part in parts:
+            run(part)
+        return
+    with ThreadPoolExecutor(min(threads, len(parts))) as pool:
+        list(pool.map(run, parts))  # which raises what one of them does
+
+
+def _strips(path: _Path, arrays: tuple[Plane, ...], before: Format, made: tuple[Plane, ...], after: Format, height: int,
+            threads: int) -> _Parts:
+    """As many of whole parts as there are threads, or one where the results would show the cuts."""
+    shares = any(np.may_share_memory(a, b) for a in arrays for b in made)
+    rows = height if shares or not path.rows else -(-height // (threads * path.rows)) * path.rows
+
+    def cut(planes: tuple[Plane, ...], form: Format, row: int) -> tuple[Plane, ...]:
+        return tuple(plane[row // p.height:-(-min(row + rows, height) // p.height)] for plane, p in zip(planes, form.planes))
+
+    return [(cut(arrays, before, row), cut(made, after, row)) for row in range(0, height, max(rows, 1))]
+
+
 def _convert_all(count: int, given: tuple[Plane, ...], source: Packed | Planar, target: Packed | Planar,
-                 out: Any, **how: Any) -> Image:
+                 out: Any, threads: int, **how: Any) -> Image:
     """Images one by one, into planes of all."""
     before, after = _format(source), _format(target)
     first = before.planes[0]
@@ -230,9 +267,8 @@ def _convert_all(count: int, given: tuple[Plane, ...], source: Packed | Planar, 
         made = _arrays.as_planes("out", out, after, True)
         if _arrays.count(made, after) != count:
             raise ValueError(f"out must be of {count} images as image is")
-    for i in range(count):
-        planes, results = tuple(p[i] for p in given), tuple(p[i] for p in made)
-        convert(planes if len(planes) > 1 else planes[0], source, target, out=results if len(results) > 1 else results[0], **how)
+    parts = [(tuple(p[i] for p in given), tuple(p[i] for p in made)) for i in range(count)]
+    _convert_parts(parts, source, target, threads, how)
     if out is not None and not isinstance(out, (tuple, list)):
         return cast(Image, out)
     return made if len(made) > 1 else made[0]
@@ -240,16 +276,16 @@ def _convert_all(count: int, given: tuple[Plane, ...], source: Packed | Planar, 
 
 @overload
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed, *, matrix: Matrix = "601",
-            method: Method = "", out: Plane | None = None, **extras: Any) -> Plane: ...
+            method: Method = "", threads: int = 1, out: Plane | None = None, **extras: Any) -> Plane: ...
 
 
 @overload
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Planar, *, matrix: Matrix = "601",
-            method: Method = "", out: Sequence[Plane] | None = None, **extras: Any) -> tuple[Plane, ...]: ...
+            method: Method = "", threads: int = 1, out: Sequence[Plane] | None = None, **extras: Any) -> tuple[Plane, ...]: ...
 
 
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601",
-            method: Method = "", out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
+            method: Method = "", threads: int = 1, out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
     """Converts an image, or a list of its planes, from a format to another, by the way over functions that loses least.
 
     Many images convert in one call where arrays have one axis more, before the others. Planes of one size may be stacked, as
@@ -261,21 +297,34 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
     tone-maximum or tone-mean. Otherwise all steps are by the plain way. Further arguments go to the last function that takes
     them, by their C names. A size that is none of whole chroma sites is converted with its last column and row repeated.
     zelcc.steps tells which functions are called.
+
+    threads convert strips of rows of an image, or some of many images each, with the same results for any number of them. Where
+    rows depend on those above, as by error diffusion and in mosaics, an image stays whole.
     """
     path = _path(source, target, matrix, method)
-    if path.function and isinstance(image, path.image_types) and (out is None or isinstance(out, path.out_types)):
+    if threads == 1 and path.function and isinstance(image, path.image_types) and (out is None or isinstance(out, path.out_types)):
         planes: Any = image
         first = planes if isinstance(planes, np.ndarray) else planes[0] if planes else None
         if isinstance(first, np.ndarray) and first.ndim == path.axes and not (
                 first.shape[0] % path.height or first.shape[1] % path.width):
             return cast(Image, path.function(image, out, **extras))
+    if threads < 1:
+        raise ValueError(f"threads must be 1 or more, not {threads}")
     before, after = _format(source), _format(target)
     given = _arrays.as_planes("image", image, before)
     number_of_images = _arrays.count(given, before)
     if number_of_images is not None:
-        return _convert_all(number_of_images, given, source, target, out, matrix=matrix, method=method, **extras)
+        return _convert_all(number_of_images, given, source, target, out, threads, matrix=matrix, method=method, **extras)
     arrays, (width, height) = _checked("image", given if len(given) > 1 else given[0], before, None)
     result = None if out is None else _checked("out", out, after, (width, height))[0]
+    if threads > 1:
+        target_planes = tuple(np.zeros(s, after.dtype) for s in after.shapes(width, height)) if result is None else result
+        parts = _strips(path, arrays, before, target_planes, after, height, threads)
+        if len(parts) > 1:
+            _convert_parts(parts, source, target, threads, {"matrix": matrix, "method": method, **extras})
+            if out is not None and not isinstance(out, (tuple, list)):
+                return cast(Image, out)
+            return target_planes if len(target_planes) > 1 else target_planes[0]
     whole = -(-width // path.width) * path.width, -(-height // path.height) * path.height
     is_whole = whole == (width, height)
     if not is_whole:
