@@ -32,6 +32,8 @@ class Format(NamedTuple):
     planes: tuple[Plane, ...]  # in the order of a file
     grid: str = ""  # of a mosaic
     fields: tuple[int, ...] = ()  # bits of each channel in a word
+    depth: int = 0  # bits of a sample, where it has fewer than its type
+    high: bool = False  # they are its upper ones
 
     @property
     def site(self) -> tuple[int, int]:
@@ -44,7 +46,7 @@ class Format(NamedTuple):
     @property
     def bits(self) -> int:
         """Of the narrowest channel; of floats those that are certain."""
-        return min(self.fields, default=BITS[self.element])
+        return self.depth or min(self.fields, default=BITS[self.element])
 
     @property
     def is_packed(self) -> bool:
@@ -65,7 +67,7 @@ class Format(NamedTuple):
         return next((i for i, plane in enumerate(self.planes) if "A" in plane.channels), -1)
 
 
-BITS = {"1u": 1, "8u": 8, "8s": 8, "16u": 16, "16s": 16, "32s": 32, "32f": 24, "64f": 53}
+BITS = {"1u": 1, "8u": 8, "8s": 8, "16u": 16, "16s": 16, "32s": 32, "32u": 32, "32f": 24, "64f": 53}
 MODELS = {"R": "rgb", "Cb": "ycbcr", "Co": "ycocg"}  # by a channel that no other has
 
 # Planes of the same content in another order: what functions make of one format is as good as the other.

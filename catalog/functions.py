@@ -5,7 +5,7 @@ import math
 import re
 from typing import NamedTuple
 
-from catalog import facts, formats, headers
+from catalog import facts, formats, headers, video
 from catalog.formats import Format
 from catalog.headers import Function
 
@@ -123,5 +123,5 @@ def conversions() -> tuple[Conversion, ...]:
 
 @functools.cache
 def all_formats() -> tuple[Format, ...]:
-    found = {f.name: f for c in conversions() for f in (c.source, c.target)} | formats.file_formats()
+    found = video.formats() | {f.name: f for c in conversions() for f in (c.source, c.target)} | formats.file_formats()
     return tuple(found[name] for name in sorted(found))

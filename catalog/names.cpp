@@ -81,7 +81,9 @@ std::optional<int> formatNumber(std::string_view name) { return numberIn(formats
 std::optional<int> functionNumber(std::string_view name) { return numberIn(functions(), name); }
 
 const Format* findFormat(std::string_view name) {
-    for (const std::string& tried : {std::string(name), std::string(name) + "le"})
+    // What is full range by its name lies in memory as others do.
+    const std::string plain = name.starts_with("yuvj") ? "yuv" + std::string(name.substr(4)) : std::string(name);
+    for (const std::string& tried : {plain, plain + "le"})
         if (const auto number = formatNumber(tried)) return &formats()[*number];
     return nullptr;
 }
@@ -92,7 +94,6 @@ const Function* findFunction(std::string_view name) {
     return nullptr;
 }
 
-std::vector<std::string_view> matrices() { return distinct({&Conversion::matrix}); }
 std::vector<std::string_view> methods() { return distinct({&Conversion::method, &Conversion::verb}); }
 
 std::string suggestion(std::string_view word, std::span<const std::string_view> names) {

@@ -1,4 +1,4 @@
-// Formats, functions, matrices and methods by what users call them, and what one may mean by a name that there isn't.
+// Formats, functions and methods by what users call them, and what one may mean by a name that there isn't.
 #pragma once
 
 #include <optional>
@@ -19,7 +19,6 @@ const Format* findFormat(std::string_view name);
 const Function* findFunction(std::string_view name);
 
 // Of Conversion, each once, in order.
-std::vector<std::string_view> matrices();
 std::vector<std::string_view> methods();  // and verbs
 
 // The end of a sentence about a name that is none of these: all of a few, or those that the word is a part of or nearly is, or

@@ -48,7 +48,8 @@ enum Cost {
     otherSites = 60,
     otherModel = 100,
     otherDepth = 100,
-    lumaAsItIs = 190
+    lumaAsItIs = 190,
+    byVideo = 200
 };
 
 int costOf(const Format& source, const Format& target) {
@@ -77,13 +78,18 @@ struct Arrival {
     int cost = INT32_MAX;
     int from = -1;  // node
     const Conversion* by = nullptr;
+    bool isByVideo = false;
 };
 
 }  // namespace
 
 bool canRearrange(const Format& source, const Format& target) {
-    return source.element == target.element && !source.isPacked && !target.isPacked && source.model != Model::gray &&
-           source.grid == target.grid && holds(source, target) && holds(target, source);
+    const auto fillsSamples = [](const Format& f) {
+        return !f.description.depth || f.description.depth == 8 * bytesOf(f.element);
+    };
+    return fillsSamples(source) && fillsSamples(target) && source.element == target.element && !source.isPacked &&
+           !target.isPacked && source.model != Model::gray && source.grid == target.grid && holds(source, target) &&
+           holds(target, source);
 }
 
 bool mixesFields(const Conversion& conversion) {
@@ -126,6 +132,12 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
     };
     const int goal = end + wishes.all * count;
     const auto mayGo = [&](int next) { return next == end || next == start || mayLieBetween(formats()[next], source, target); };
+    // What an image says of its colours is known of the ends alone: in between there is RGB.
+    const auto mayBeByVideo = [&](int from, int to) {
+        const auto isEnd = [&](int format, int is) { return format == is || formats()[format].model == Model::rgb; };
+        return formats()[to].canonical == to && formats()[from].description.depth && formats()[to].description.depth &&
+               (from == start || to == end) && isEnd(from, start) && isEnd(to, end);
+    };
     reach(start, {.cost = 0});
     while (!open.empty()) {
         const auto [cost, node] = open.top();
@@ -143,7 +155,14 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
                       {cost + costOf(formats()[format], formats()[c.target]) + costOf(function, c), node, &c});
         }
         for (const int next : moves[format])
-            if (mayGo(next)) reach(next + before * count, {cost + moving, node, nullptr});
+            if (mayGo(next)) reach(next + before * count, {cost + moving, node});
+        for (int next = 0; wishes.metByVideo && next < count; ++next) {
+            if (next == format || !mayGo(next) || !mayBeByVideo(format, next)) continue;
+            const std::optional<int> met = wishes.metByVideo(formats()[format], formats()[next]);
+            if (met && (*met & before) == 0)
+                reach(next + (before | *met) * count,
+                      {cost + byVideo + costOf(formats()[format], formats()[next]), node, nullptr, true});
+        }
     }
     if (arrivals[goal].cost == INT32_MAX) return {};
 
@@ -153,11 +172,11 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
         Step step{.conversion = c,
                   .source = &formats()[arrivals[node].from % count],
                   .target = &formats()[node % count],
-                  .sourceOrder = c ? c->sourceOrder : std::array<int8_t, 4>{0, 1, 2, 3},
-                  .targetOrder = c ? c->targetOrder : std::array<int8_t, 4>{0, 1, 2, 3}};
+                  .isByVideo = arrivals[node].isByVideo};
+        if (c) step.sourceOrder = c->sourceOrder, step.targetOrder = c->targetOrder;
         steps.insert(steps.begin(), step);
     }
-    if (steps.empty() && &source != &target) steps.push_back({nullptr, &source, &target, {0, 1, 2, 3}, {0, 1, 2, 3}});
+    if (steps.empty() && &source != &target) steps.push_back({.source = &source, .target = &target});
     if (!steps.empty() && steps.front().conversion) steps.front().sourceOrder = chained(steps.front().sourceOrder, source.order);
     if (!steps.empty() && steps.back().conversion) steps.back().targetOrder = chained(steps.back().targetOrder, target.order);
     if (!steps.empty()) steps.front().source = &source, steps.back().target = &target;
@@ -166,6 +185,7 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
 
 Site wholeSites(std::span<const Step> steps) {
     Site site;
+    if (steps.size() == 1 && steps[0].isByVideo) return site;
     const auto add = [&](Site other) { site = {std::lcm(site.width, other.width), std::lcm(site.height, other.height)}; };
     for (const Step& s : steps) {
         if (s.conversion)

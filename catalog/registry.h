@@ -7,6 +7,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -14,17 +15,24 @@
 
 namespace catalog {
 
-enum class Element : uint8_t { u1, u8, s8, u16, s16, s32, f32, f64 };
+enum class Element : uint8_t { u1, u8, s8, u16, s16, s32, f32, f64, u32 };
 
 constexpr int bytesOf(Element e) {
-    constexpr int bytes[] = {1, 1, 1, 2, 2, 4, 4, 8};
+    constexpr int bytes[] = {1, 1, 1, 2, 2, 4, 4, 8, 4};
     return bytes[static_cast<int>(e)];
 }
 
 // The sample of what no light passes through, in as many of the lowest bytes as it has.
 constexpr uint64_t opaque(Element e) {
-    constexpr uint64_t samples[] = {
-        1, UINT8_MAX, INT8_MAX, UINT16_MAX, INT16_MAX, INT32_MAX, std::bit_cast<uint32_t>(1.0f), std::bit_cast<uint64_t>(1.0)};
+    constexpr uint64_t samples[] = {1,
+                                    UINT8_MAX,
+                                    INT8_MAX,
+                                    UINT16_MAX,
+                                    INT16_MAX,
+                                    INT32_MAX,
+                                    std::bit_cast<uint32_t>(1.0f),
+                                    std::bit_cast<uint64_t>(1.0),
+                                    UINT32_MAX};
     return samples[static_cast<int>(e)];
 }
 
@@ -60,6 +68,13 @@ struct Plane {
 // What the channels of a format mean. Others are spaces that functions convert from and to RGB alone.
 enum class Model : uint8_t { rgb, ycbcr, gray, ycocg, mosaic, other };
 
+// How libzelvideo describes a format, by the names in zelvideo.h; of depth 0 if it doesn't.
+struct Description {
+    int32_t layout;
+    const char* components;
+    int32_t sampling, depth, alignment;
+};
+
 struct Format {
     std::string_view name;  // as users of FFmpeg know it, where it has one
     std::string_view title;
@@ -75,6 +90,7 @@ struct Format {
     int canonical;                // the number of the format that has the same planes in the order of the functions: often itself
     std::array<int8_t, 4> order;  // for each plane of that format the plane of this one
     std::string_view ffmpegName;  // where FFmpeg has it
+    Description description;
 
     constexpr std::span<const Plane> usedPlanes() const { return {planes.data(), static_cast<size_t>(planeCount)}; }
 };
@@ -174,6 +190,14 @@ struct Conversion {
     std::string_view method;                         // filter, interlaced, dither ..., where there is a plain way too
 };
 
+// Of luma and chroma.
+struct Matrix {
+    std::string_view name;
+    std::optional<int32_t> number;    // as libzelvideo has it; those that only functions have are none of a standard
+    std::optional<bool> isFullRange;  // of the functions, where there are some
+};
+
+std::span<const Matrix> matrices();
 std::span<const Format> formats();      // by name
 std::span<const Function> functions();  // by name
 std::span<const Conversion> conversions();

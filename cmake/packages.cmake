@@ -1,6 +1,7 @@
 # Debian packages: `cpack -G DEB` in a build that was configured with -DCMAKE_INSTALL_PREFIX=/usr, which puts the libraries into
 # the folder of their architecture and the package for Python where all of Debian's are. libzelcc8 has all libraries, libzelcc-dev
-# what programs are built with; zelcc is the program of that name and python3-zelcc the package for Python, where they are built.
+# what programs are built with; zelcc is the program of that name, python3-zelcc the
+# package for Python and gstreamer1.0-zelcc the element for GStreamer, where they are built.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -67,6 +68,10 @@ add_package(runtime libzelcc8 libs "library" ${libc_package})
 add_package(development libzelcc-dev libdevel "development files" "libzelcc8 (= ${PROJECT_VERSION})")
 if(ZELCC_TOOLS)
     add_package(tools zelcc graphics "converter for files and streams" "libzelcc8 (= ${PROJECT_VERSION})")
+endif()
+
+if(ZELCC_GSTREAMER)
+    add_package(gstreamer gstreamer1.0-zelcc libs "element for GStreamer" "libzelcc8 (= ${PROJECT_VERSION})")
 endif()
 
 # An extension module is of one minor version of Python and of one binary interface of NumPy, which Debian's NumPy has in a file.

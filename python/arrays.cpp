@@ -11,7 +11,7 @@
 namespace zelpy {
 namespace {
 
-constexpr int types[] = {NPY_UINT8, NPY_UINT8, NPY_INT8, NPY_UINT16, NPY_INT16, NPY_INT32, NPY_FLOAT32, NPY_FLOAT64};
+constexpr int types[] = {NPY_UINT8, NPY_UINT8, NPY_INT8, NPY_UINT16, NPY_INT16, NPY_INT32, NPY_FLOAT32, NPY_FLOAT64, NPY_UINT32};
 const char* const typeNames[] = {"uint8", "int8", "uint16", "int16", "int32", "float32", "float64"};
 
 const char* nameOf(int type) {
@@ -53,7 +53,7 @@ Extent extentOf(const PlaneForm& form, ZelSize size, const void* data, int64_t s
 PlaneForm formOf(const catalog::Plane& plane, catalog::Element element, bool isFirst) {
     PlaneForm form{.elementBytes = catalog::bytesOf(element), .type = types[static_cast<int>(element)]};
     const int samples = plane.samples(element);
-    if (isFirst && element != catalog::Element::u1) {
+    if (isFirst && samples % plane.width == 0 && element != catalog::Element::u1) {
         // The first plane has all pixels, though packed 4:2:2 has them in pairs.
         form.channels = samples / plane.width;
     } else {
@@ -96,7 +96,7 @@ bool Image::takePlane(PyObject* object, int i, const char* name, bool isWritten,
     if (i == 0 && size_.width < 0 && hasAxes) {
         if (dims[0] > INT32_MAX || dims[1] > INT32_MAX)
             return complain(PyUnicode_FromString("must have no more than 2147483647 rows and columns"));
-        size_ = {static_cast<int32_t>(dims[1]), static_cast<int32_t>(dims[0])};
+        size_ = {static_cast<int32_t>(dims[1] * form.siteWidth), static_cast<int32_t>(dims[0])};
     }
     if (!hasAxes || dims[0] != form.rows(size_) || dims[1] != form.columns(size_)) {
         PyObject* const wanted = size_.width < 0 ? form.channels ? PyUnicode_FromFormat("(height, width, %d)", form.channels)

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "catalog/path.h"
+#include "catalog/colours.h"
 
 namespace zelpy {
 namespace {
@@ -60,19 +60,54 @@ PyObject* orderObject(const std::array<int8_t, 4>& order, int count) {
 
 PyObject* stepObject(const catalog::Step& step) {
     const catalog::Function* const function = step.conversion ? &catalog::functions()[step.conversion->function] : nullptr;
-    return Py_BuildValue("(NNNNNO)", function ? text(function->name) : Py_NewRef(Py_None), text(step.source->name),
-                         text(step.target->name), orderObject(step.sourceOrder, step.source->planeCount),
+    PyObject* const name = function ? text(function->name) : step.isByVideo ? text("zelvConvert") : Py_NewRef(Py_None);
+    return Py_BuildValue("(NNNNNO)", name, text(step.source->name), text(step.target->name),
+                         orderObject(step.sourceOrder, step.source->planeCount),
                          orderObject(step.targetOrder, step.target->planeCount),
                          !function || function->alpha == catalog::Alpha::written ? Py_True : Py_False);
 }
 
+// What is said of the sides' colours, and the method; nothing is said of a range by an empty text.
+struct Wanted {
+    const char *matrix[2], *range[2], *location[2], *method;
+
+    catalog::Colour colour(int side) const {
+        constexpr std::string_view locations[] = {"left", "center", "topleft"};  // in the order of zelvideo.h
+        const auto known = std::ranges::find(locations, location[side]);
+        catalog::Colour c{.matrix = matrix[side], .location = static_cast<int32_t>(known - std::begin(locations))};
+        if (*range[side]) c.isFullRange = std::string_view("full") == range[side];
+        return c;
+    }
+    catalog::Colours colours() const { return {colour(0), colour(1)}; }
+    // Chroma by filters at its sites, and fewer bits by a pattern.
+    ZelvOptions videoOptions() const {
+        const bool filters = std::string_view("filter") == method, dithers = std::string_view("dither") == method;
+        return {filters ? zelvLinear : zelvRepeat, filters ? zelvSited : zelvMean, dithers ? zelvOrdered : zelvRound};
+    }
+};
+
+catalog::Wishes wishesOf(const Wanted& wanted) {
+    catalog::Wishes wishes = catalog::byMethod("", wanted.method);
+    const ZelvOptions options = wanted.videoOptions();
+    const bool isInterlaced = std::string_view("interlaced") == wanted.method;
+    wishes.metByVideo = [=](const catalog::Format& from, const catalog::Format& to) -> std::optional<int> {
+        if (isInterlaced && from.site.height != to.site.height) return {};
+        const bool filters = options.up == zelvLinear && from.site != to.site;
+        return filters || (options.dither == zelvOrdered && to.bits < from.bits);
+    };
+    return wishes;
+}
+
 // (steps, width and height of whole sites), or None where no way leads.
 PyObject* findPath(PyObject*, PyObject* arguments) {
-    const char *source, *target, *matrix, *method;
-    if (!PyArg_ParseTuple(arguments, "ssss", &source, &target, &matrix, &method)) return nullptr;
+    const char *source, *target;
+    Wanted w{};
+    if (!PyArg_ParseTuple(arguments, "ss(ss)(ss)(ss)s", &source, &target, &w.matrix[0], &w.matrix[1], &w.range[0], &w.range[1],
+                          &w.location[0], &w.location[1], &w.method))
+        return nullptr;
     const auto from = catalog::formatNumber(source), to = catalog::formatNumber(target);
     if (!from || !to) return PyErr_Format(PyExc_ValueError, "no format is named '%s'", from ? target : source);
-    const auto found = catalog::path(catalog::formats()[*from], catalog::formats()[*to], catalog::byMethod(matrix, method));
+    const auto found = catalog::path(catalog::formats()[*from], catalog::formats()[*to], w.colours(), wishesOf(w));
     if (!found) Py_RETURN_NONE;
     PyObject* const steps = PyTuple_New(static_cast<Py_ssize_t>(found->size()));
     for (size_t i = 0; steps && i < found->size(); ++i) {
@@ -93,7 +128,58 @@ ImageForm wholeForm(const catalog::Format& format) {
     return form;
 }
 
-// Moves samples between formats that hold the same ones. The images are made by the package itself.
+// Both images of a step, which are made by the package itself.
+struct Pair {
+    const catalog::Format *source, *target;
+    Image images[2];
+
+    bool take(PyObject* from, PyObject* to) {
+        Complaint complaint{};
+        const ImageForm forms[] = {wholeForm(*source), wholeForm(*target)};
+        const auto takeOne = [&](int i, const ZelSize* size) {
+            return images[i].take(i ? to : from, forms[i], i ? "out" : "source", i == 1, size, complaint);
+        };
+        // The width of several pixels an element is known of the other side.
+        const int first = forms[0].planes[0].siteWidth > 1;
+        bool isTaken = takeOne(first, nullptr);
+        const ZelSize size = isTaken ? images[first].size() : ZelSize{};
+        isTaken = isTaken && takeOne(1 - first, &size);
+        if (!isTaken && !PyErr_Occurred()) PyErr_Format(PyExc_ValueError, "%s: %U", complaint.argument, complaint.text);
+        return isTaken;
+    }
+};
+
+// Between formats and colours that libzelvideo describes.
+PyObject* convertVideo(PyObject*, PyObject* arguments) {
+    const char *source, *target;
+    PyObject *from, *to;
+    Wanted w{};
+    if (!PyArg_ParseTuple(arguments, "sOsO(ss)(ss)(ss)s", &source, &from, &target, &to, &w.matrix[0], &w.matrix[1], &w.range[0],
+                          &w.range[1], &w.location[0], &w.location[1], &w.method))
+        return nullptr;
+    const auto a = catalog::formatNumber(source), b = catalog::formatNumber(target);
+    ZelvPlan plan;
+    if (!a || !b ||
+        catalog::makePlan(&plan, catalog::formats()[*a], catalog::formats()[*b], w.colours(), w.videoOptions()) != zelStsNoErr)
+        return PyErr_Format(PyExc_ValueError, "zelvMakePlan refuses %s to %s", source, target);
+    Pair pair{&catalog::formats()[*a], &catalog::formats()[*b], {}};
+    if (!pair.take(from, to)) return nullptr;
+    const catalog::Side in = pair.images[0].side(), out = pair.images[1].side();
+    std::array<const uint8_t*, 4> read{};
+    std::array<uint8_t*, 4> written{};
+    for (size_t i = 0; i < read.size(); ++i) {
+        read[i] = static_cast<const uint8_t*>(in.planes[i]);
+        written[i] = static_cast<uint8_t*>(out.planes[i]);
+    }
+    PyThreadState* const thread = PyEval_SaveThread();
+    const ZelStatus status =
+        zelvConvert(&plan, read.data(), in.steps.data(), written.data(), out.steps.data(), pair.images[0].size());
+    PyEval_RestoreThread(thread);
+    if (status != zelStsNoErr) return PyErr_Format(PyExc_ValueError, "zelvConvert refuses the images: status %d", status);
+    Py_RETURN_NONE;
+}
+
+// Moves samples between formats that hold the same ones.
 PyObject* rearrange(PyObject*, PyObject* arguments) {
     const char *source, *target;
     PyObject *from, *to;
@@ -101,14 +187,10 @@ PyObject* rearrange(PyObject*, PyObject* arguments) {
     const auto a = catalog::formatNumber(source), b = catalog::formatNumber(target);
     if (!a || !b || !catalog::canRearrange(catalog::formats()[*a], catalog::formats()[*b]))
         return PyErr_Format(PyExc_ValueError, "samples of %s are none of %s", source, target);
-    const ImageForm forms[] = {wholeForm(catalog::formats()[*a]), wholeForm(catalog::formats()[*b])};
-    Image images[2];
-    Complaint complaint{};
-    if (!images[0].take(from, forms[0], "source", false, nullptr, complaint))
-        return PyErr_Occurred() ? nullptr : PyErr_Format(PyExc_ValueError, "%s: %U", complaint.argument, complaint.text);
+    Pair pair{&catalog::formats()[*a], &catalog::formats()[*b], {}};
+    if (!pair.take(from, to)) return nullptr;
+    const auto& images = pair.images;
     const ZelSize size = images[0].size();
-    if (!images[1].take(to, forms[1], "out", true, &size, complaint))
-        return PyErr_Occurred() ? nullptr : PyErr_Format(PyExc_ValueError, "%s: %U", complaint.argument, complaint.text);
     for (const int number : {*a, *b})
         for (const catalog::Plane& p : catalog::formats()[number].usedPlanes())
             if (size.width % p.width != 0 || size.height % p.height != 0)
@@ -154,9 +236,13 @@ PyObject* suggestion(PyObject*, PyObject* arguments) {
     return text(catalog::suggestion(word, names));
 }
 
-PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},     {"_path", findPath, METH_VARARGS, nullptr},
-                         {"_rearrange", rearrange, METH_VARARGS, nullptr},   {"_rows_of_part", rowsOfPart, METH_O, nullptr},
-                         {"_suggestion", suggestion, METH_VARARGS, nullptr}, {}};
+PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},
+                         {"_path", findPath, METH_VARARGS, nullptr},
+                         {"_convert_video", convertVideo, METH_VARARGS, nullptr},
+                         {"_rearrange", rearrange, METH_VARARGS, nullptr},
+                         {"_rows_of_part", rowsOfPart, METH_O, nullptr},
+                         {"_suggestion", suggestion, METH_VARARGS, nullptr},
+                         {}};
 
 PyModuleDef definition{.m_base = PyModuleDef_HEAD_INIT,
                        .m_name = "zelcc._native",

@@ -36,12 +36,14 @@ void addWishes(CLI::App& app, ConvertOptions& options) {
     Wishes& w = options.wishes;
     const auto names = [](auto... name) { return CLI::IsMember(std::vector<std::string>{name...}); };
     app.option_defaults()->group("How");
-    app.add_option("--matrix", options.matrix, "By which luma and chroma are made: 601 (default), 709, 709-full or yuv")
-        ->check(CLI::IsMember(matrixNames()));
-    app.add_option("--range", options.range, "Of luma and chroma, whatever the input says: limited or full")
-        ->check(names("limited", "full"));
-    app.add_option("--location", options.location, "Of the input's chroma, whatever it says: left, center or topleft")
-        ->check(names("left", "center", "topleft"));
+    const auto checkedBy = [](std::string (*refused)(const std::string&)) { return CLI::Validator(refused, ""); };
+    app.add_option("--matrix", options.matrix,
+                   "Of luma and chroma: 601 (default), 709, 2020, 240m, fcc, ycgco, 709-full or yuv; of both sides as 709:2020")
+        ->check(checkedBy(refusedMatrix));
+    app.add_option("--range", options.range, "Of luma and chroma, whatever the input says: limited or full, or a pair")
+        ->check(checkedBy(refusedRange));
+    app.add_option("--location", options.location, "Of chroma, whatever the input says: left, center or topleft, or a pair")
+        ->check(checkedBy(refusedLocation));
     app.add_option("--demosaic", w.demosaic, "Colours of a mosaic: bilinear (default) or ahd")->check(names("bilinear", "ahd"));
     app.add_flag("--filter", w.filter, "Interpolate chroma instead of repeating it");
     CLI::Option* fields = app.add_flag("--interlaced", w.interlaced, "Keep the fields apart where chroma gets or loses rows");

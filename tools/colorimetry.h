@@ -23,8 +23,10 @@ struct Decision {
     std::string interlacing;
 };
 
-// All names that --matrix takes.
-std::vector<std::string> matrixNames();
+// What is wrong with the word of an option, or two with a colon between them; empty if nothing is.
+std::string refusedMatrix(const std::string& text);
+std::string refusedRange(const std::string& text);
+std::string refusedLocation(const std::string& text);
 
 // Whether even and odd rows were taken at different times, by the file or the caller.
 bool hasFields(const ConvertOptions& options, const Stated& stated);

@@ -93,8 +93,7 @@ void tell(const std::string& text) { std::fprintf(stderr, "zelcc: %s\n", text.c_
 
 void tellWay(const Way& way) {
     std::string functions;
-    for (const Step& step : way)
-        functions += (functions.empty() ? "" : ", ") + (step.moves() ? "moved samples" : std::string(step.function().name));
+    for (const Step& step : way) functions += (functions.empty() ? "" : ", ") + nameOf(step);
     tell("by " + (functions.empty() ? "copied planes" : functions));
 }
 
@@ -115,7 +114,7 @@ void tellLosses(const Format& from, const Decision& d) {
     if (hasAlpha(from) && hasAlpha(d.to) && !std::ranges::all_of(d.way, keepsAlpha))
         tell("alpha becomes opaque, for not all functions on the way keep it");
     for (const Step& step : d.way) {
-        if (step.moves()) continue;
+        if (!step.conversion) continue;
         if (reducesNothing(step, d.wishes))
             tell("--dither changes nothing, for " + target + " has all levels of " + source + "; --levels takes fewer");
         if (step.sourceFormat().model == Model::ycbcr && step.targetFormat().model == Model::gray)

@@ -12,7 +12,11 @@ namespace {
 
 constexpr int bytesBetweenSteps = 1 << 18;  // of a strip, so that the next step finds them in a near cache
 
+// Such a step takes images of any size, and rows of a part from the whole.
+bool isOneVideoStep(const Job& job) { return job.way.size() == 1 && job.way[0].isByVideo; }
+
 Site siteOfAll(const Job& job) {
+    if (isOneVideoStep(job)) return {};
     Site site = common(job.from.site, job.to.site);
     for (const Step& step : job.way) site = common(site, step.site(job.wishes));
     return site;
@@ -24,14 +28,20 @@ bool wantsWholeImage(const Job& job) {
 
 // Enough strips for all threads, and short enough for the caches where images lie between the steps.
 int stripRows(const Job& job, Size laid, int threads) {
-    if (wantsWholeImage(job)) return laid.height;
     const int rows = (laid.height + threads - 1) / threads;
+    if (isOneVideoStep(job)) return roundUp(rows, 2);
+    if (wantsWholeImage(job)) return laid.height;
     int limit = laid.height;
     for (size_t i = 1; i < job.way.size(); ++i) {
         const auto rowBytes = static_cast<int64_t>(fileBytes(job.way[i].sourceFormat(), {laid.width, 16})) / 16 + 1;
         limit = std::min(limit, static_cast<int>(bytesBetweenSteps / rowBytes));
     }
     return roundUp(std::clamp(limit, 1, rows), siteOfAll(job).height);
+}
+
+// Formats and images that were checked before.
+void expect(ZelStatus status) {
+    if (status < 0) throw DataError("zelvConvert refuses the image: status " + std::to_string(status));
 }
 
 [[noreturn]] void refuse(const Function& function, ZelStatus status) {
@@ -66,11 +76,16 @@ Converter::Converter(Job job, int threads)
       rooms_(static_cast<size_t>(workers_.count())) {
     if (laid_ != job_.size) source_ = Frame(canonical(job_.from), laid_);
     if (laid_ != job_.part.size) target_ = Frame(canonical(job_.to), laid_);
+    for (const Step& step : job_.way) {
+        const ZelvOptions options = job_.wishes.videoOptions(step.sourceFormat(), step.targetFormat());
+        if (step.isByVideo)
+            expect(catalog::makePlan(&plan_, step.sourceFormat(), step.targetFormat(), job_.wishes.colours, options));
+    }
     for (Room& room : rooms_) {
         for (size_t i = 1; i < job_.way.size(); ++i)
             room.frames.emplace_back(job_.way[i].sourceFormat(), Size{laid_.width, stripRows_});
         for (const Step& step : job_.way) {
-            if (!step.moves() && step.function().takes(catalog::Extra::temporary))
+            if (step.conversion && step.function().takes(catalog::Extra::temporary))
                 room.temporary =
                     Buffer(Function::temporaryRows * static_cast<size_t>(step.function().temporaryStep(laid_.width)));
         }
@@ -79,6 +94,7 @@ Converter::Converter(Job job, int threads)
 
 void Converter::convert(uint8_t* source, uint8_t* target) {
     const Format &from = canonical(job_.from), &to = canonical(job_.to);
+    if (to.description.layout == zelvV210) std::memset(target, 0, targetBytes());  // what fills its rows up
     Planes given = inFile(job_.from, job_.size, source), made = inFile(job_.to, job_.part.size, target);
     if (laid_ != job_.size) {
         copyExtended(from, given, job_.part, source_.planes, laid_);
@@ -94,6 +110,11 @@ void Converter::convertStrip(const Planes& source, const Planes& target, int str
     Room& room = rooms_[static_cast<size_t>(worker)];
     const int row = strip * stripRows_;
     const Size size{laid_.width, std::min(stripRows_, laid_.height - row)};
+    if (isOneVideoStep(job_)) {
+        expect(zelvConvertRows(&plan_, source.data.data(), source.steps.data(), target.data.data(), target.steps.data(),
+                               {laid_.width, laid_.height}, row, size.height));
+        return;
+    }
     const Planes last = target.fromRow(canonical(job_.to), row);
     Planes current = source.fromRow(canonical(job_.from), row);
     if (job_.way.empty()) copyPart(canonical(job_.to), current, last, size);
@@ -115,6 +136,11 @@ void Converter::apply(const Step& step, const Planes& source, const Planes& targ
         constexpr std::array<int8_t, 4> order{0, 1, 2, 3};
         catalog::rearrange(from, sideOf(source, order, from.planeCount), to, sideOf(target, order, to.planeCount),
                            {size.width, size.height});
+        return;
+    }
+    if (step.isByVideo) {
+        expect(zelvConvert(&plan_, source.data.data(), source.steps.data(), target.data.data(), target.steps.data(),
+                           {size.width, size.height}));
         return;
     }
     const Function& function = step.function();

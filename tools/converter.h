@@ -43,6 +43,7 @@ class Converter {
     int stripRows_;
     Frame source_, target_;  // in whole sites, where files have others
     std::vector<float> twist_, weights_;
+    ZelvPlan plan_{};  // of the step by libzelvideo, if there is one
     Workers workers_;
     std::vector<Room> rooms_;
 };

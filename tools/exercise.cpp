@@ -57,12 +57,14 @@ void appendSample(std::vector<uint8_t>& bytes, Element element, uint64_t& state)
             return append(static_cast<float>(number(state)));
         case Element::f64:
             return append(number(state));
+        case Element::u32:
+            return append(word);
     }
 }
 
 // Samples of a type, of which all images of it are cut.
 const std::vector<uint8_t>& pool(Element element) {
-    static std::vector<uint8_t> pools[8];
+    static std::vector<uint8_t> pools[9];
     std::vector<uint8_t>& bytes = pools[static_cast<int>(element)];
     uint64_t state = 0x5eed + static_cast<uint64_t>(element);
     while (bytes.size() < poolSamples * static_cast<size_t>(catalog::bytesOf(element))) appendSample(bytes, element, state);

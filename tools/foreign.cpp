@@ -11,20 +11,13 @@ namespace {
 
 struct Name {
     const char *pattern, *meaning;  // with $1 and so on for what stands in brackets
-    const char* likeness = "";      // the name of a format that has the same bytes
 };
 
 // Names without the order of bytes.
 constexpr Name names[] = {
-    {"yuvj4([124])([0124])p", "planes of luma and chroma, 4:$1:$2, 8 bits in full range, as JPEG has it (--range full)",
-     "yuv4$1$2p"},
-    {"yuv440p", "planes of luma and chroma, 4:4:0, 8 bits"},
     {"yuv4([24])([024])p(9|1[0246])(msb)?", "planes of luma and chroma, 4:$1:$2, $3 bits"},
-    {"yuva42([02])p", "planes of luma, chroma and alpha, 4:2:$1, 8 bits"},
     {"yuva4([24])([024])p(9|1[026])", "planes of luma, chroma and alpha, 4:$1:$2, $3 bits"},
-    {"nv16", "a plane of luma and one of chroma pairs, 4:2:2, 8 bits"},
     {"nv20", "a plane of luma and one of chroma pairs, 4:2:2, 10 bits"},
-    {"nv(24|42)", "a plane of luma and one of chroma pairs, 4:4:4, 8 bits"},
     {"p([024])(1[026])", "a plane of luma and one of chroma pairs, $2 bits at the upper end of 16-bit words"},
     {"gbrp(9|1[0246])(msb)?", "planes of G, B and R, $1 bits"},
     {"gbrap(1[0246]|32)", "planes of G, B, R and alpha, $1 bits"},
@@ -34,16 +27,11 @@ constexpr Name names[] = {
     {"ya(8|16)", "gray and alpha, $1 bits"},
     {"yaf(16|32)", "gray and alpha, floats of $1 bits"},
     {"y2(1[026])", "packed luma and chroma, 4:2:2, $1 bits at the upper end of 16-bit words"},
-    {"yvyu422", "packed luma and chroma, 4:2:2, 8 bits"},
     {"uyyvyy411", "packed luma and chroma, 4:1:1, 8 bits"},
     {"ayuv64", "packed alpha, luma and chroma, 16 bits"},
-    {"ayuv|vuy[ax]|uyva|vyu444", "packed luma and chroma, 4:4:4, 8 bits"},
     {"xv30|v30x", "packed luma and chroma, 4:4:4, 10 bits"},
     {"xv36", "packed luma and chroma, 4:4:4, 12 bits"},
     {"xv48", "packed luma and chroma, 4:4:4, 16 bits"},
-    {"0(rgb|bgr)", "packed $1 behind a byte without use, 8 bits"},
-    {"(rgb|bgr)0", "packed $1 before a byte without use, 8 bits", "$1a"},
-    {"a(rgb|bgr)", "packed alpha and $1, 8 bits"},
     {"(rgb|bgr)48|(rgba|bgra)64", "packed $1$2, 16 bits"},
     {"rgb96|rgba128", "packed R, G and B, 32 bits"},
     {"rgba?f(16|32)", "packed R, G and B, floats of $1 bits"},
@@ -102,11 +90,7 @@ constexpr Signature signatures[] = {
 std::optional<std::string> meaningInOrder(const std::string& name) {
     for (const Name& known : names) {
         std::smatch found;
-        if (!std::regex_match(name, found, std::regex(known.pattern))) continue;
-        std::string text = found.format(known.meaning);
-        if (const Format* like = findFormat(found.format(known.likeness)))
-            text += "; " + std::string(like->name) + " has the same bytes";
-        return text;
+        if (std::regex_match(name, found, std::regex(known.pattern))) return found.format(known.meaning);
     }
     return std::nullopt;
 }

@@ -18,9 +18,10 @@ int64_t unitsOf(const catalog::Plane& p, int pixels) { return p.rowBytes(pixels)
 
 // A second luma sample of the unit, where a row ends with the first, becomes its like.
 void completeUnit(const catalog::Plane& p, uint8_t* unit, int filledPixels) {
-    if (p.width != 2 || p.bytes != 4 || filledPixels != 1) return;
-    const int luma = p.channels.starts_with('Y') ? 0 : 1;
-    unit[luma + 2] = unit[luma];
+    if (p.width != 2 || filledPixels != 1 || std::ranges::count(p.channels, 'Y') != 2) return;
+    const auto size = static_cast<size_t>(p.bytes / 4);
+    uint8_t* luma = unit + (p.channels.starts_with('Y') ? 0 : size);
+    std::memcpy(luma + 2 * size, luma, size);
 }
 
 template <int bytes>

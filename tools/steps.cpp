@@ -80,7 +80,7 @@ std::optional<int> Demands::metByVerb(const Conversion& c) const {
 std::optional<int> Demands::metByMethod(const Conversion& c) const {
     const auto only = [&](const char* name, bool is) { return is ? std::optional(bit(name)) : std::nullopt; };
     if (c.method.empty()) return 0;
-    if (c.method == "filter") return only("filter", wishes_.filter);
+    if (c.method == "filter") return only("filter", wishes_.filter && !wishes_.filtersAtSites);
     if (c.method == "interlaced") return only("interlaced", wishes_.interlaced);
     if (c.method == "gamma") return only("gamma", wishes_.gamma == "forward");
     if (c.method == "dither")
@@ -91,11 +91,17 @@ std::optional<int> Demands::metByMethod(const Conversion& c) const {
 
 std::optional<int> Demands::metBy(const Step& step) const {
     const Conversion& c = *step.conversion;
-    if (!c.matrix.empty() && c.matrix != wishes_.matrix) return std::nullopt;
     if (wishes_.interlaced && catalog::mixesFields(c)) return std::nullopt;
     const auto byVerb = metByVerb(c), byMethod = metByMethod(c);
     if (!byVerb || !byMethod) return std::nullopt;
     return *byVerb | *byMethod;
+}
+
+std::optional<int> Demands::metByVideo(const Format& from, const Format& to) const {
+    if (wishes_.interlaced && from.site.height != to.site.height) return std::nullopt;
+    const ZelvOptions options = wishes_.videoOptions(from, to);
+    return (options.up == zelvLinear && from.site != to.site ? bit("filter") : 0) |
+           (options.dither == zelvOrdered ? bit("reduction") : 0);
 }
 
 }  // namespace tool

@@ -15,6 +15,7 @@ class Demands {
     int all() const { return (1 << names_.size()) - 1; }
     // The bits that the step collects; nothing if the wishes forbid it.
     std::optional<int> metBy(const Step& step) const;
+    std::optional<int> metByVideo(const Format& from, const Format& to) const;
     const std::vector<std::string>& names() const { return names_; }
 
   private:

@@ -1,27 +1,30 @@
-// The functions that lead from one format to another.
+// The functions and conversions that lead from one format to another.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "catalog/colours.h"
 #include "tools/formats.h"
 
 namespace tool {
 
 // What is asked of a conversion beside its ends. A wish that no function of a way meets rules the way out.
 struct Wishes {
-    std::string matrix = "601";
+    catalog::Colours colours = {};
     std::string demosaic = {};  // bilinear or ahd
     bool filter = false, interlaced = false;
-    std::string gamma = {};    // forward or inverse
-    std::string toneMap = {};  // maximum or mean
-    std::string dither = {};   // none, bayer, floyd-steinberg, jarvis or stucki
+    bool filtersAtSites = false;  // where the functions' filter would have chroma at another place
+    std::string gamma = {};       // forward or inverse
+    std::string toneMap = {};     // maximum or mean
+    std::string dither = {};      // none, bayer, floyd-steinberg, jarvis or stucki
     std::optional<int> levels = {}, noise = {}, threshold = {};
     std::vector<double> twist = {}, weights = {};
     float lowest = 0, highest = 1;
 
     ZelDitherType ditherType() const;
+    ZelvOptions videoOptions(const Format& from, const Format& to) const;
     bool reduces() const { return levels || noise || threshold || !dither.empty(); }
 };
 
@@ -29,11 +32,12 @@ struct Wishes {
 enum class Alpha { written, copied, opaqueBefore, opaqueAfter };
 
 struct Step {
-    const Conversion* conversion;  // none where samples are moved as they are
+    const Conversion* conversion;  // none by libzelvideo, and where samples are moved as they are
     int source, target;            // formats
     Alpha alpha = Alpha::written;
+    bool isByVideo = false;
 
-    bool moves() const { return !conversion; }
+    bool moves() const { return !conversion && !isByVideo; }
     const Function& function() const { return catalog::functions()[conversion->function]; }
     const Format& sourceFormat() const { return catalog::formats()[source]; }
     const Format& targetFormat() const { return catalog::formats()[target]; }
@@ -52,7 +56,10 @@ std::optional<Way> findWay(const Format& from, const Format& to, const Wishes& w
 // All formats that some way leads to, by name.
 std::vector<const Format*> reachable(const Format& from, const Wishes& wishes);
 
-// A line for each function: its name and the formats between which it leads.
+// What is called, or moved samples.
+std::string nameOf(const Step& step);
+
+// A line for each step: its name and the formats between which it leads.
 std::string describe(const Way& way);
 
 // Throws a NoWayError that lists what is reachable.

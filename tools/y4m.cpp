@@ -34,6 +34,18 @@ constexpr Sampling samplings[] = {{"420", "yuv420p"},
                                   {"444alpha", "yuva444p"},
                                   {"mono", "gray"}};
 
+// Of more than 8 bits, as C420p10 and Cmono16. Their bytes have the order of this processor.
+const Format* deepFormat(const std::string& tag) {
+    const std::string name = tag.starts_with("mono") ? "gray" + tag.substr(4) : "yuv" + tag;
+    const Format* const found = findFormat(name + "le");
+    return found && std::ranges::find(y4mFiles.formats, found->name) != y4mFiles.formats.end() ? found : nullptr;
+}
+
+std::string deepTag(std::string_view name) {
+    name.remove_suffix(2);
+    return name.starts_with("gray") ? "mono" + std::string(name.substr(4)) : std::string(name.substr(3));
+}
+
 int number(const std::string& text) {
     int value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -92,6 +104,8 @@ class Y4mReader : public Reader {
             colour_.location = s.location;
             return;
         }
+        format_ = deepFormat(tag);
+        if (format_) return;
         const std::string kind = source_.name() + ": frames are of the kind C" + tag;
         if (const auto meaning = meaningOf((tag.starts_with("mono") ? "gray" + tag.substr(4) : "yuv" + tag)))
             throw UnsupportedError(kind + ", " + *meaning + ", which no reader takes; FFmpeg makes 8 bits of it by -pix_fmt");
@@ -110,7 +124,8 @@ class Y4mWriter : public Writer {
         std::ostringstream header;
         header.exceptions(std::ios::badbit);
         header << magic << " W" << kind.size.width << " H" << kind.size.height << " F" << kind.timing.rate << " I"
-               << kind.timing.interlacing << " A" << kind.timing.pixelAspect << " C" << found->tag;
+               << kind.timing.interlacing << " A" << kind.timing.pixelAspect << " C"
+               << (found ? std::string(found->tag) : deepTag(kind.format.name));
         if (const auto isFull = kind.colour.isFullRange) header << ' ' << (*isFull ? fullRange : limitedRange);
         if (!kind.colour.matrix.empty()) header << ' ' << matrixTag << kind.colour.matrix;
         sink.write(header.str() + '\n');
@@ -131,7 +146,10 @@ class Y4mWriter : public Writer {
 const FileKind y4mFiles{
     "y4m",
     {".y4m"},
-    {"yuv420p", "yuv422p", "yuv444p", "yuv411p", "yuv410p", "yuva444p", "gray"},
+    {"yuv420p",     "yuv422p",     "yuv444p",     "yuv411p",     "yuv410p",     "yuva444p",    "gray",
+     "yuv420p9le",  "yuv420p10le", "yuv420p12le", "yuv420p14le", "yuv420p16le", "yuv422p9le",  "yuv422p10le",
+     "yuv422p12le", "yuv422p14le", "yuv422p16le", "yuv444p9le",  "yuv444p10le", "yuv444p12le", "yuv444p14le",
+     "yuv444p16le", "gray9le",     "gray10le",    "gray12le",    "gray16le"},
     true,
     [](std::string_view begin) { return begin.starts_with(magic); },
     [](Source& source) -> std::unique_ptr<Reader> { return std::make_unique<Y4mReader>(source); },

@@ -9,7 +9,7 @@ _zelcc() {
     local words=
     case $command:$before in
         *:--from | *:--to) words=$(zelcc list formats 2>/dev/null | cut -d ' ' -f 1) ;;
-        *:--matrix) words='601 709 709-full yuv' ;;
+        *:--matrix) words='601 709 2020 240m fcc ycgco 709-full yuv' ;;
         *:--range) words='limited full' ;;
         *:--location) words='left center topleft' ;;
         *:--demosaic) words='bilinear ahd' ;;

@@ -12,5 +12,5 @@ zelcc.zeliRGBToYCbCr_8u_C3R(rgb, aval=1)  # no such argument
 zelcc.zeliCFAToRGB_8u_C1C3R(rgb)  # an argument that is missing
 zelcc.zeliRGBToYCbCr_8u_C4R(rgb)  # no such function
 zelcc.convert(rgb, "rgb24", "nv13")  # no such format
-zelcc.convert(rgb, "rgb24", "nv12", matrix="2020")  # no such matrix
+zelcc.convert(rgb, "rgb24", "nv12", matrix="2021")  # no such matrix
 zelcc.convert(rgb, "rgb24", "nv12", method="sharp")  # no such method

@@ -77,14 +77,14 @@ class Arrays(unittest.TestCase):
 
     def test_threads(self):
         """A sample of the pairs, by each method that leads from one to the other."""
-        names = [name for name in zelcc.formats() if name != "monob"]  # whose width is in bytes
+        names = [name for name in zelcc.formats() if zelcc.formats()[name].planes[0].width == 1]
         of_method = {"weights": {"coeffs": [0.25, 0.5, 0.25]}, "twist": {}}
         cut = collections.Counter()
         pairs = [(source, target) for source in names for target in names if source != target]
         for method in get_args(zelcc._names.Method):
-            for source, target in pairs[::11 if not method else 3]:
+            for source, target in pairs[::61 if not method else 23]:
                 try:
-                    path = zelcc._convert._path(source, target, "601", method)
+                    path = zelcc._convert._path(source, target, "601", None, "left", method)
                 except ValueError:
                     continue
                 height = 24 if path.rows > 1 else 11
@@ -98,8 +98,8 @@ class Arrays(unittest.TestCase):
                         continue  # it wants coefficients of a shape of its own
                     self.assert_equal(zelcc.convert(image, source, target, threads=3, **how), expected)
                     cut[method] += path.rows > 0
-        self.assertGreater(cut[""], 150)
-        self.assertGreater(min(cut["filter"], cut["gamma"], cut["weights"], cut["reduce"]), 0)
+        self.assertGreater(cut[""], 30)
+        self.assertGreater(len(cut), 4)
 
     def test_threads_of_others(self):
         out = np.zeros((12, 16), np.uint8)

@@ -43,7 +43,7 @@ class Convert(unittest.TestCase):
                     for one, other in zip(result, as_list(self.convert_over(0xaa, image, source, target))):
                         np.testing.assert_array_equal(one, other)
                     form = zelcc.formats()[target]
-                    self.assertEqual(tuple(r.shape for r in result), form.shapes(13, 9))
+                    self.assertEqual(tuple(r.shape for r in result), form.shapes(48 if source == "v210" else 13, 9))
                     self.assertTrue(all(r.dtype == form.dtype for r in result))
         self.assertGreater(ways, 3000)
 
@@ -93,14 +93,57 @@ class Convert(unittest.TestCase):
                 for step in zelcc.steps(source, target)[:-1]:
                     form = zelcc.formats()[step.target]
                     self.assertTrue(all(p.width == 1 for p in form.planes) and form.name[:4] != "gray", form.name)
-        with self.assertRaisesRegex(ValueError, "no functions lead from rgb24 to rgb48le"):
-            zelcc.convert(self.rgb, "rgb24", "rgb48le")
+        with self.assertRaisesRegex(ValueError, "no functions lead from rgb24 to bayer_rggb8"):
+            zelcc.convert(self.rgb, "rgb24", "bayer_rggb8")
         for arguments, message in ((("rgb25", "nv12"), "no format is named 'rgb25'; did you mean rgb24,"),
-                                   (("rgb24", "nv12", "2020"), "no matrix is named '2020'; it is one of 601, 709, 709-full, yuv"),
+                                   (("rgb24", "nv12", "2021"), "no matrix is named '2021'; did you mean 2020"),
                                    (("rgb24", "nv12", "709", "filtre"), "no method is named 'filtre'; did you mean filter")):
             source, target, *how = arguments
             with self.assertRaisesRegex(ValueError, message):
                 zelcc.convert(self.rgb, source, target, **dict(zip(("matrix", "method"), how)))
+
+    def test_video_of_other_colours(self):
+        """What the video library does, against the exact values."""
+        def convert(image, *names, **how):
+            self.assertEqual([step.function for step in zelcc.steps(*names, **how)], ["zelvConvert"])
+            return zelcc.convert(image, *names, **how)
+
+        rgb = self.rgb[:23, :31]
+        for matrix, red, blue in (("601", .299, .114), ("709", .2126, .0722), ("2020", .2627, .0593), ("240m", .212, .087)):
+            for span, least, steps in (("full", 0, 1023), ("limited", 64, 876)):
+                with self.subTest(matrix, range=span):
+                    y, cb, _ = convert(rgb, "rgb24", "yuv444p10le", matrix=matrix, range=span)
+                    luma = rgb @ np.array([red, 1 - red - blue, blue])
+                    self.assertLess(np.abs(y - (least + luma * steps / 255)).max(), 0.51)
+                    chroma = (rgb[..., 2] - luma) / (2 - 2 * blue) * (1023 if span == "full" else 896) / 255 + 512
+                    self.assertLess(np.abs(cb - chroma.clip(0, 1023)).max(), 0.51)
+                    planes = convert(rgb, "rgb24", "p010le", matrix=matrix, range=span)
+                    np.testing.assert_array_equal(planes[0], y << 6)
+                    self.assertEqual(planes[1].shape, (12, 16, 2))
+                    back = convert((y, cb, _), "yuv444p10le", "rgb24", matrix=matrix, range=span)
+                    self.assertLessEqual(np.abs(back.astype(int) - rgb).max(), 1)
+        jpeg = convert(rgb, "rgb24", "yuvj420p")
+        np.testing.assert_array_equal(jpeg[0], convert(rgb, "rgb24", "yuv420p", range="full")[0])
+        limited = convert(jpeg, "yuvj420p", "nv12", range=("full", "limited"))
+        self.assertLess(np.abs(limited[0] - (16 + jpeg[0].astype(float) * 219 / 255)).max(), 0.51)
+        words = convert(rgb, "rgb24", "x2rgb10le")
+        self.assertEqual((words.dtype, words.shape), (np.uint32, (23, 31)))
+        np.testing.assert_array_equal(words >> 20 & 1023, (rgb[..., 0] * (1023 / 255) + .5).astype(int))
+        hls = zelcc.convert((y, cb, _), "yuv444p10le", "hls24", matrix="240m")
+        self.assertEqual(hls.shape, rgb.shape)
+        self.assertEqual(zelcc.steps("nv12", "rgb24", range="limited"), zelcc.steps("nv12", "rgb24"))
+        for how, message in (({"range": "wide"}, "no range is named 'wide'"), ({"location": "right"}, "no location is named 'right'"),
+                             ({"matrix": "yuv", "range": "limited"}, "no functions lead .* and the range 'limited'")):
+            with self.assertRaisesRegex(ValueError, message):
+                zelcc.convert(jpeg, "yuv420p", "rgb24", **how)
+        with self.assertRaisesRegex(ValueError, "full range by its name"):
+            zelcc.convert(jpeg, "yuvj420p", "rgb24", range="limited")
+
+    def test_filters_at_sites(self):
+        jpeg = zelcc.convert(self.rgb, "rgb24", "yuvj420p")
+        made = [zelcc.convert(jpeg, "yuvj420p", "rgb24", method="filter", location=place) for place in ("left", "center", "topleft")]
+        error = lambda image: np.square(image.astype(float) - self.rgb).mean()
+        self.assertEqual(min(range(3), key=lambda i: error(made[i])), 1)
 
     def test_outputs_and_steps(self):
         for height, width in ((24, 32), (9, 13)):

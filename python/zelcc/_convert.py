@@ -13,10 +13,13 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _arrays, _native
-from ._names import Matrix, Method, Packed, Planar
+from ._names import Location, Matrix, Method, Packed, Planar, Range
 
 Plane = npt.NDArray[Any]
 Image = Plane | tuple[Plane, ...]
+Matrices = Matrix | tuple[Matrix, Matrix]
+Ranges = Range | tuple[Range, Range] | None
+Locations = Location | tuple[Location, Location]
 
 
 class PlaneForm(NamedTuple):
@@ -48,7 +51,7 @@ class Format(NamedTuple):
 
 
 class Step(NamedTuple):
-    function: str | None  # none where samples are moved as they are
+    function: str | None  # or zelvConvert, by which libzelvideo converts; none where samples are moved as they are
     source: str
     target: str
     source_order: tuple[int, ...]  # for each plane of the function that of the format
@@ -56,11 +59,20 @@ class Step(NamedTuple):
     writes_alpha: bool
 
 
+class _Colours(NamedTuple):
+    """What is said of both sides, and by which method chroma and bits become fewer or more."""
+    matrix: tuple[str, str]
+    range: tuple[str, str]  # empty where nothing is known
+    location: tuple[str, str]
+    method: str
+
+
 class _Path(NamedTuple):
     steps: tuple[Step, ...]
     width: int  # of the sites that all steps convert as a whole
     height: int
     function: Callable[..., Any] | None  # that does all of it on arrays as they come
+    colours: _Colours
     image_types: type | tuple[type, ...]  # which it takes
     out_types: type | tuple[type, ...]
     axes: int  # of the first plane of one image
@@ -83,24 +95,62 @@ def _unknown(kind: str, word: str, names: tuple[str, ...]) -> str:
 
 
 def _format(name: str) -> Format:
-    found = formats().get(name)
+    found = formats().get(_plain(name))
     if found is None:
         raise ValueError(_unknown("format", name, tuple(formats())))
     return found
 
 
-@functools.cache
-def _path(source: str, target: str, matrix: str, method: str) -> _Path:
-    _format(source), _format(target)
-    for kind, word, names in (("matrix", matrix, get_args(Matrix)), ("method", method, get_args(Method))):
+def _plain(name: str) -> str:
+    """yuvj420p is yuv420p whose range is told by the name."""
+    return name.replace("yuvj", "yuv", 1)
+
+
+def _is_full(name: str) -> bool:
+    return name.startswith("yuvj")
+
+
+def _has_chroma(form: Format) -> bool:
+    return any("Cb" in plane.channels for plane in form.planes)
+
+
+def _pair(kind: str, words: Any, names: tuple[str, ...]) -> tuple[str, str]:
+    pair = words if isinstance(words, tuple) else (words, words)
+    for word in pair:
         if word not in names:
             raise ValueError(_unknown(kind, word, names))
-    found = _native._path(source, target, matrix, method)
+    return cast(tuple[str, str], pair)
+
+
+def _ranges(source: str, target: str, given: Ranges) -> tuple[str, str]:
+    """An argument that is no pair speaks of luma and chroma where a side has them, and else of gray."""
+    first, last = _pair("range", given, get_args(Range)) if given else ("", "")
+    for name, said in ((source, first), (target, last)):
+        if _is_full(name) and said == "limited":
+            raise ValueError(f"{name} is full range by its name; {_plain(name)} leaves it open")
+    from_chroma, to_chroma = _has_chroma(_format(source)), _has_chroma(_format(target))
+    if not isinstance(given, tuple):
+        if to_chroma and not from_chroma:
+            first = ""
+        if from_chroma and not to_chroma:
+            last = ""
+    first, last = "full" if _is_full(source) else first, "full" if _is_full(target) else last
+    return first, last or (first if from_chroma and to_chroma else "")
+
+
+@functools.cache
+def _path(source: str, target: str, matrix: Matrices, range: Ranges, location: Locations, method: str) -> _Path:
+    _format(source), _format(target)
+    _pair("method", method, get_args(Method))
+    colours = _Colours(_pair("matrix", matrix, get_args(Matrix)), _ranges(source, target, range),
+                       _pair("location", location, get_args(Location)), method)
+    found = _native._path(_plain(source), _plain(target), *colours)
     if found is None:
         wish = f" by {method}" if method else ""
-        raise ValueError(f"no functions lead from {source} to {target}{wish} with the matrix {matrix!r}")
+        said = f" and the range {range!r}" if range else ""
+        raise ValueError(f"no functions lead from {source} to {target}{wish} with the matrix {matrix!r}{said}")
     taken = tuple(Step(*step) for step in found[0])
-    return _Path(taken, found[1], found[2], _only_function(taken), _types(source), _types(target),
+    return _Path(taken, found[1], found[2], _only_function(taken), colours, _types(source), _types(target),
                  _arrays.axes(_format(source)), _rows_of_part(taken, found[2]))
 
 
@@ -114,14 +164,17 @@ def _types(format: str) -> type | tuple[type, ...]:
     return (tuple, list) if len(_format(format).planes) > 1 else np.ndarray
 
 
+_VIDEO = "zelvConvert"
+
+
 def _only_function(taken: tuple[Step, ...]) -> Callable[..., Any] | None:
-    if len(taken) != 1 or taken[0].function is None or _format(taken[0].source).grid >= 0:
+    if len(taken) != 1 or taken[0].function in (None, _VIDEO) or _format(taken[0].source).grid >= 0:
         return None
     step = taken[0]
     is_in_order = all(order == tuple(sorted(order)) for order in (step.source_order, step.target_order))
     if not is_in_order or (_format(step.target).has_alpha and not step.writes_alpha):
         return None
-    function: Callable[..., Any] = getattr(_native, taken[0].function)
+    function: Callable[..., Any] = getattr(_native, cast(str, step.function))
     return function
 
 
@@ -130,7 +183,7 @@ def _shared_out(path: _Path, extras: dict[str, Any]) -> list[dict[str, Any]]:
     shares: list[dict[str, Any]] = [{} for _ in path.steps]
     for name, value in extras.items():
         for step, share in zip(reversed(path.steps), reversed(shares)):
-            if step.function and name in _keywords(step.function):
+            if step.function not in (None, _VIDEO) and name in _keywords(step.function):
                 share[name] = value
                 break
         else:
@@ -148,9 +201,10 @@ def _keywords(function: str) -> frozenset[str]:
     return frozenset(p.name for p in parameters if p.kind is p.KEYWORD_ONLY and p.name not in _OF_REGIONS)
 
 
-def steps(source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601", method: Method = "") -> tuple[Step, ...]:
+def steps(source: Packed | Planar, target: Packed | Planar, *, matrix: Matrices = "601", range: Ranges = None,
+          location: Locations = "left", method: Method = "") -> tuple[Step, ...]:
     """The functions that `convert` takes for this, in their order."""
-    return _path(source, target, matrix, method).steps
+    return _path(source, target, matrix, range, location, method).steps
 
 
 def planes(data: npt.NDArray[Any] | bytes | bytearray | memoryview, format: Packed | Planar, width: int, height: int) -> Image:
@@ -213,12 +267,16 @@ def _finish_alpha(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ..
     _alpha(after, target)[...] = _alpha(before, source) if is_kept else opaque
 
 
-def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], extras: dict[str, Any]) -> None:
+def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], colours: _Colours, extras: dict[str, Any]) -> None:
     def argument(arrays: tuple[Plane, ...], order: tuple[int, ...]) -> Image:
         return arrays[0] if len(arrays) == 1 else tuple(arrays[i] for i in order)
 
     if step.function is None:
         _native._rearrange(step.source, argument(source, step.source_order), step.target, argument(target, step.target_order))
+        return
+    if step.function == _VIDEO:
+        _native._convert_video(step.source, argument(source, step.source_order), step.target, argument(target, step.target_order),
+                               *colours)
         return
     function: Callable[..., Any] = getattr(_native, step.function)
     if _format(step.source).grid >= 0:
@@ -275,33 +333,40 @@ def _convert_all(count: int, given: tuple[Plane, ...], source: Packed | Planar, 
 
 
 @overload
-def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed, *, matrix: Matrix = "601",
-            method: Method = "", threads: int = 1, out: Plane | None = None, **extras: Any) -> Plane: ...
+def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed, *, matrix: Matrices = "601",
+            range: Ranges = None, location: Locations = "left", method: Method = "", threads: int = 1, out: Plane | None = None,
+            **extras: Any) -> Plane: ...
 
 
 @overload
-def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Planar, *, matrix: Matrix = "601",
-            method: Method = "", threads: int = 1, out: Sequence[Plane] | None = None, **extras: Any) -> tuple[Plane, ...]: ...
+def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Planar, *, matrix: Matrices = "601",
+            range: Ranges = None, location: Locations = "left", method: Method = "", threads: int = 1,
+            out: Sequence[Plane] | None = None, **extras: Any) -> tuple[Plane, ...]: ...
 
 
-def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed | Planar, *, matrix: Matrix = "601",
-            method: Method = "", threads: int = 1, out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
+def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed | Planar, *,
+            matrix: Matrices = "601", range: Ranges = None, location: Locations = "left", method: Method = "",
+            threads: int = 1, out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
     """Converts an image, or a list of its planes, from a format to another, by the way over functions that loses least.
 
     Many images convert in one call where arrays have one axis more, before the others. Planes of one size may be stacked, as
     (3, height, width), and those of 4:2:0 follow each other in one array of height * 3 // 2 rows. Arrays of other libraries are read
     where they lie, by their buffers, __array_interface__ or DLPack.
 
-    matrix is that of luma and chroma. method asks for one step of a kind: chroma by filter, or of interlaced frames; gamma, or
-    linear for its inverse; words by dither; a mosaic by ahd; gray by weights, which are given as coeffs; floats to bytes by
+    matrix and range are those of luma and chroma, or pairs where both sides have them and differ; without a range it is that of
+    the functions, limited but for "709-full" and "yuv", and of names like yuvj420p the full one. location is where chroma lies,
+    which matters where it is filtered. Where functions have exactly that matrix and range, they are called, and otherwise the video
+    library does all in one step, which zelcc.steps calls zelvConvert.
+
+    method asks for one step of a kind: chroma by filter, or of interlaced frames; gamma, or linear for its inverse; words by dither; a mosaic by ahd; gray by weights, which are given as coeffs; floats to bytes by
     tone-maximum or tone-mean. Otherwise all steps are by the plain way. Further arguments go to the last function that takes
     them, by their C names. A size that is none of whole chroma sites is converted with its last column and row repeated.
-    zelcc.steps tells which functions are called.
+    zelcc.steps tells which functions are called. Elements of v210 are rows' 48 pixels; how wide an image is, out tells.
 
     threads convert strips of rows of an image, or some of many images each, with the same results for any number of them. Where
     rows depend on those above, as by error diffusion and in mosaics, an image stays whole.
     """
-    path = _path(source, target, matrix, method)
+    path = _path(source, target, matrix, range, location, method)
     if threads == 1 and path.function and isinstance(image, path.image_types) and (out is None or isinstance(out, path.out_types)):
         planes: Any = image
         first = planes if isinstance(planes, np.ndarray) else planes[0] if planes else None
@@ -311,17 +376,22 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
     if threads < 1:
         raise ValueError(f"threads must be 1 or more, not {threads}")
     before, after = _format(source), _format(target)
+    how = {"matrix": matrix, "range": range, "location": location, "method": method, **extras}
     given = _arrays.as_planes("image", image, before)
     number_of_images = _arrays.count(given, before)
     if number_of_images is not None:
-        return _convert_all(number_of_images, given, source, target, out, threads, matrix=matrix, method=method, **extras)
-    arrays, (width, height) = _checked("image", given if len(given) > 1 else given[0], before, None)
+        return _convert_all(number_of_images, given, source, target, out, threads, **how)
+    size = None
+    if before.planes[0].width > 1 and out is not None:  # of which elements of the image are several
+        first = _arrays.as_planes("out", out, after, True)[0]
+        size = first.shape[1] * after.planes[0].width, first.shape[0]
+    arrays, (width, height) = _checked("image", given if len(given) > 1 else given[0], before, size)
     result = None if out is None else _checked("out", out, after, (width, height))[0]
     if threads > 1:
         target_planes = tuple(np.zeros(s, after.dtype) for s in after.shapes(width, height)) if result is None else result
         parts = _strips(path, arrays, before, target_planes, after, height, threads)
         if len(parts) > 1:
-            _convert_parts(parts, source, target, threads, {"matrix": matrix, "method": method, **extras})
+            _convert_parts(parts, source, target, threads, how)
             if out is not None and not isinstance(out, (tuple, list)):
                 return cast(Image, out)
             return target_planes if len(target_planes) > 1 else target_planes[0]
@@ -338,9 +408,9 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
         is_last = number == len(path.steps) - 1
         form = _format(step.target)
         own = result is not None and is_last and is_whole
-        new = np.zeros if form.planes[0].width == 8 else np.empty  # bits behind the last pixel are none
+        new = np.zeros if form.planes[0].width > 1 else np.empty  # what is behind the last pixel of an element is none
         final = cast(tuple[Plane, ...], result) if own else tuple(new(s, form.dtype) for s in form.shapes(*whole))
-        _run(step, arrays, final, own_extras)
+        _run(step, arrays, final, path.colours, own_extras)
         arrays = final
     if not is_whole:
         final = tuple(np.ascontiguousarray(plane[:shape[0], :shape[1]])

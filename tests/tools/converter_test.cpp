@@ -181,7 +181,7 @@ TEST(Alpha, IsKeptOrOpaque) {
         const Format &from = formatNamed(c.from), &to = formatNamed(c.to);
         const auto source = content(from, size);
         for (const char* matrix : {"601", "yuv"}) {
-            const Wishes wishes{.matrix = matrix};
+            const Wishes wishes{.colours = {{.matrix = matrix}, {.matrix = matrix}}};
             const auto result = run({from, to, size, {0, 0, size}, wayOrRefusal(from, to, wishes), wishes}, source, 2);
             for (size_t i = 3; i < result.size(); i += 4) ASSERT_EQ(result[i], c.isKept ? source[i] : 255) << c.from << c.to << i;
         }

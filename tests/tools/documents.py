@@ -44,7 +44,7 @@ class Options(unittest.TestCase):
             self.assertEqual(set(completions(command, "-")) - {"--help"}, options_of(command), command)
 
     def test_values_are_completed(self) -> None:
-        self.assertEqual(completions("convert", "--from", "nv1"), ["nv11", "nv12"])
+        self.assertEqual(completions("convert", "--from", "nv1"), ["nv11", "nv12", "nv16"])
         self.assertEqual(completions("convert", "--matrix", "709"), ["709", "709-full"])
         self.assertEqual(completions("l"), ["list"])
         self.assertEqual(completions("bench", "zeliRGBToYCbCr_8u_C3R"), ["zeliRGBToYCbCr_8u_C3R"])

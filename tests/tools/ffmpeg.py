@@ -58,7 +58,7 @@ class Names(unittest.TestCase):
         told = 0
         for line in ffmpeg("-pix_fmts").decode().splitlines():
             words = line.split()
-            if len(words) != 5 or words[1] in own or not words[2].isdigit():
+            if len(words) != 5 or words[1] in own or words[1].startswith("yuvj") or not words[2].isdigit():
                 continue
             done = run(["convert", "--from", words[1], "--to", "rgb24", "--dry-run"])
             message = done.stderr.decode()
@@ -68,10 +68,9 @@ class Names(unittest.TestCase):
                 depths = {int(depth) for depth in words[4].split("-")}
                 if min(depths) >= 8:  # others are packed, or no samples
                     self.assertIn(f"{min(depths)}", message.split("FFmpeg's name")[1])
-                self.assertEqual("full range" in message, "yuvj" in words[1])
                 self.assertEqual("big-endian" in message, words[1].endswith("be"))
                 told += 1
-        self.assertGreater(told, 120)
+        self.assertGreater(told, 80)
         self.assertEqual(run(["convert", "--from", "yuv421p", "--to", "rgb24", "--dry-run"]).returncode, 2)
 
 
@@ -109,15 +108,34 @@ def checksums(data: bytes, *options: str) -> list[str]:
 
 class Streams(InDirectory):
     def test_y4m_both_ways(self) -> None:
-        for pixels in ("yuv420p", "yuv422p", "yuv444p", "yuv411p", "gray"):
+        for pixels in ("yuv420p", "yuv422p", "yuv444p", "yuv411p", "gray", "yuv420p10le", "yuv422p16le", "yuv444p12le", "gray10le"):
             for size in SIZES:
+                if pixels[3:6] in ("420", "422") and pixels.endswith("le") and size[0] % 2:
+                    continue  # FFmpeg cuts half a word of chroma off
                 with self.subTest(pixels, size=size):
                     raw = test_pattern(size, pixels)
                     options = ("-f", "rawvideo", "-pix_fmt", pixels, "-s", f"{size[0]}x{size[1]}")
-                    y4m = ffmpeg(*options, "-i", "-", "-f", "yuv4mpegpipe", "-", data=raw)
+                    y4m = ffmpeg(*options, "-i", "-", "-strict", "-1", "-f", "yuv4mpegpipe", "-", data=raw)
                     self.assertEqual(zelcc("convert", "-", "-", "--to", pixels, data=y4m), raw)
                     written = by_zelcc(raw, size, pixels, pixels, "--output-kind", "y4m")
                     self.assertEqual(checksums(written, "-f", "yuv4mpegpipe"), checksums(raw, *options))
+
+    def test_colours_of_other_matrices(self) -> None:
+        """Both ways, as FFmpeg has them of the matrix, and not of another."""
+        picture = test_pattern(EVEN, "rgb24")
+        for matrix, theirs, other in (("2020", "bt2020", "601"), ("709", "bt709", "2020"), ("240m", "smpte240m", "fcc"), ("fcc", "fcc", "709")):
+            for name in ("yuv444p10le", "p010le"):
+                for span in ("full", "limited"):
+                    with self.subTest(matrix, name=name, range=span):
+                        options = f"matrix={theirs}:range={span}:flags=accurate_rnd+full_chroma_int+full_chroma_inp"
+                        made = ffmpeg("-f", "rawvideo", "-pix_fmt", "rgb24", "-s", f"{EVEN[0]}x{EVEN[1]}", "-i", "-", "-vf",
+                                      "scale=out_color_" + options.replace(":range", ":out_range"), "-pix_fmt", name, "-f", "rawvideo", "-",
+                                      data=picture)
+                        good, bad = (likeness(by_zelcc(made, EVEN, name, "rgb24", "--matrix", m, "--range", span), picture)
+                                     for m in (matrix, other))
+                        own = by_zelcc(picture, EVEN, "rgb24", name, "--matrix", matrix, "--range", span)
+                        self.assertGreater(good, bad + (3 if name.startswith("yuv444") else 0))
+                        self.assertGreater(likeness(by_zelcc(own, EVEN, name, "rgb24", "--matrix", matrix, "--range", span), picture), good - 1)
 
     def test_timing_is_kept(self) -> None:
         y4m = ffmpeg("-f", "lavfi", "-i", "testsrc2=size=16x16:rate=30000/1001", "-frames:v", "2", "-vf", "setsar=4/3", "-pix_fmt",
@@ -128,8 +146,11 @@ class Streams(InDirectory):
     def test_what_ffmpeg_says_is_obeyed(self) -> None:
         """Ranges, fields and chroma locations as FFmpeg writes them; the fields as it converts them."""
         made = ("-f", "lavfi", "-i", "testsrc2=size=96x64:rate=2,setsar=1", "-frames:v", "1")
-        full = ffmpeg(*made, "-pix_fmt", "yuvj420p", "-f", "yuv4mpegpipe", "-")
-        self.assertEqual(run(["convert", "-", "-", "--to", "rgb24"], full).returncode, UNSUPPORTED)
+        full = ffmpeg(*made, "-pix_fmt", "yuvj444p", "-f", "yuv4mpegpipe", "-")
+        colours = ffmpeg("-f", "yuv4mpegpipe", "-i", "-", "-vf", "scale=flags=accurate_rnd+full_chroma_int", "-pix_fmt", "rgb24", "-f",
+                         "rawvideo", "-", data=full)
+        self.assertGreater(likeness(zelcc("convert", "-", "-", "--to", "rgb24", data=full), colours), 36)
+        self.assertLess(likeness(zelcc("convert", "-", "-", "--to", "rgb24", "--range", "limited", data=full), colours), 32)
         fields = ffmpeg(*made, "-vf", "format=yuv420p,setfield=tff", "-field_order", "tt", "-f", "yuv4mpegpipe", "-")
         self.assertIn(b" It ", fields.split(b"\n")[0])
         for option, interl in (([], 1), (["--progressive"], 0)):

@@ -145,8 +145,9 @@ const Refused refused[] = {
     {"HeaderAlone", "P5 "},
     {"Png", "\x89PNG\r\n\x1a\nrubbish"},
     {"Jpeg", "\xff\xd8\xff\xe0rubbish"},
-    {"Depth", "YUV4MPEG2 W2 H2 C420p10\n", noWay},
-    {"GrayDepth", "YUV4MPEG2 W2 H2 Cmono12\n", noWay},
+    {"Depth", "YUV4MPEG2 W2 H2 C420p11\n"},
+    {"GrayDepth", "YUV4MPEG2 W2 H2 Cmono24\n"},
+    {"DepthOfNoFile", "YUV4MPEG2 W2 H2 C440p12\n", noWay},
     {"Sides", "YUV4MPEG2 W2147483647 H2147483647\n", noWay},  // whose bytes no number holds
     {"SidesOfPnm", "P6\n2147483647 2147483647\n255\n", noWay},
     {"Ascii", "P3\n1 1\n255\n1 2 3\n", noWay},

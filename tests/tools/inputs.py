@@ -38,7 +38,7 @@ def header(stream: bytes) -> list[str]:
 
 class Colours(unittest.TestCase):
     def test_come_back_by_what_is_written(self) -> None:
-        for matrix in ("601", "709", "709-full", "yuv"):
+        for matrix in ("601", "709", "2020", "240m", "fcc", "ycgco", "709-full", "yuv"):
             with self.subTest(matrix):
                 written = zelcc("convert", "-", "-", "--from", "rgb24", "--to", "yuv420p", "--size", SIZE, "--matrix", matrix,
                                 "--output-kind", "y4m", data=picture())
@@ -46,14 +46,15 @@ class Colours(unittest.TestCase):
                 self.assertEqual(zelcc("convert", "-", "-", "--output-kind", "y4m", data=written), written)
                 self.assertGreater(likeness(zelcc("convert", "-", "-", "--to", "rgb24", data=written), picture()), 36)
 
-    def test_are_refused_where_no_function_has_them(self) -> None:
+    def test_are_those_of_file_and_caller(self) -> None:
         full, limited = "C420jpeg XCOLORRANGE=FULL", "C420jpeg XCOLORRANGE=LIMITED"
         for tags, options, code, words in [
-            (full, "", UNSUPPORTED, "--matrix 709-full"), (full, "--matrix 709", UNSUPPORTED, "--range limited"),
+            (full, "", DONE, "zelvConvert"), (full, "--matrix 709", DONE, "zelvConvert"),
             (full, "--matrix 709-full", DONE, "709HDTV"), (full, "--range limited", DONE, "ToRGB_8u"),
-            (limited, "", DONE, "ToRGB_8u"), (limited, "--matrix yuv", UNSUPPORTED, "--matrix 601 or 709"),
-            ("C420jpeg", "--range full", UNSUPPORTED, "asked for"), ("C420jpeg", "--matrix 709-full", DONE, "709HDTV"),
-            (full, "--to yuv422p", DONE, ""), ("C420jpeg XZELCC_MATRIX=2020", "", UNSUPPORTED, "--matrix"),
+            (limited, "", DONE, "ToRGB_8u"), (limited, "--matrix yuv", UNSUPPORTED, "--matrix 709 or 601"),
+            ("C420jpeg", "--range full", DONE, "zelvConvert"), ("C420jpeg", "--matrix 709-full", DONE, "709HDTV"),
+            (full, "--to yuv422p", DONE, ""), ("C420jpeg XZELCC_MATRIX=2020", "", DONE, "zelvConvert"),
+            ("C420jpeg XZELCC_MATRIX=2021", "", UNSUPPORTED, "--matrix"), (full, "--to yuv422p --range full:limited", DONE, "zelvConvert"),
             ("C420jpeg XZELCC_MATRIX=709", "", DONE, "709CSC"), ("XZELCC_MATRIX=709", "--matrix 601", DONE, "ToRGB_8u"),
         ]:
             with self.subTest(tags=tags, options=options):
@@ -62,11 +63,24 @@ class Colours(unittest.TestCase):
                 self.assertEqual(done.returncode, code, done.stderr)
                 self.assertIn(words, done.stderr.decode())
 
-    def test_gray_has_the_full_range(self) -> None:
-        for tags, options, code in [("Cmono", [], DONE), ("Cmono XCOLORRANGE=FULL", [], DONE),
-                                    ("Cmono XCOLORRANGE=LIMITED", [], UNSUPPORTED),
-                                    ("Cmono XCOLORRANGE=LIMITED", ["--range", "full"], DONE)]:
-            self.assertEqual(run(["convert", "-", "-", "--to", "rgb24", *options], y4m(tags, "gray")).returncode, code, tags)
+    def test_come_back_by_both_sides(self) -> None:
+        """Of a stream whose matrix and range become others, the colours stay."""
+        for matrix, span in [("709:2020", "limited:full"), ("fcc:240m", "full"), ("601", "full:limited")]:
+            first = zelcc("convert", "-", "-", "--from", "rgb24", "--to", "yuv444p12le", "--size", SIZE, "--output-kind", "y4m",
+                          "--matrix", matrix.split(":")[0], "--range", span.split(":")[0], data=picture())
+            second = zelcc("convert", "-", "-", "--matrix", matrix, "--range", span, "--output-kind", "y4m", data=first)
+            self.assertEqual("XCOLORRANGE=FULL" in header(second), span.endswith("full"))
+            self.assertGreater(likeness(zelcc("convert", "-", "-", "--to", "rgb24", data=second), picture()), 60, matrix)
+
+    def test_gray_has_the_range_of_the_file(self) -> None:
+        full = y4m("Cmono", "gray")
+        frame = full.split(b"FRAME\n", 1)[1]
+        limited = b"YUV4MPEG2 W64 H64 F25:1 Cmono XCOLORRANGE=LIMITED\nFRAME\n" + bytes(round(16 + v * 219 / 255) for v in frame)
+        gray = lambda data, *options: zelcc("convert", "-", "-", "--to", "rgb24", *options, data=data)[::3]
+        self.assertEqual(gray(full), frame)
+        self.assertEqual(gray(full.replace(b"Cmono", b"Cmono XCOLORRANGE=FULL")), frame)
+        self.assertEqual(gray(limited, "--range", "full"), limited.split(b"FRAME\n", 1)[1])
+        self.assertGreater(likeness(gray(limited), frame), 50)
 
 
 class Fields(unittest.TestCase):
@@ -103,12 +117,18 @@ class Locations(unittest.TestCase):
                 self.assertIn(expected, header(done))
 
     def test_are_heeded_by_filters(self) -> None:
-        for to, good in [("yuv422p", {"C420", "C420paldv"}), ("bgra", {"C420", "C420paldv", "C420mpeg2"})]:
+        """A function that interpolates is taken where chroma lies as it has it."""
+        for to, code, good in [("yuv422p", UNSUPPORTED, {"C420", "C420paldv"}), ("bgra", DONE, {"C420", "C420paldv", "C420mpeg2"})]:
             for tag in ("C420", "C420jpeg", "C420mpeg2", "C420paldv"):
                 with self.subTest(tag, to=to):
                     call = ["convert", "-", "-", "--to", to, "--filter"]
-                    self.assertEqual(run(call, y4m(tag)).returncode, DONE if tag in good else UNSUPPORTED)
+                    done = run(call, y4m(tag))
+                    self.assertEqual(done.returncode, DONE if tag in good else code)
+                    self.assertEqual(b"by zelvConvert" in done.stderr, done.returncode == DONE and tag not in good)
                     self.assertEqual(run([*call, "--location", "topleft"], y4m(tag)).returncode, DONE)
+        made = {where: zelcc("convert", "-", "-", "--to", "rgb24", "--filter", "--location", where, data=y4m("XZELCC_MATRIX=2020"))
+                for where in ("left", "center", "topleft")}
+        self.assertEqual(len(set(made.values())), 3)
 
 
 class Behind(InDirectory):

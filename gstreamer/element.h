@@ -1,0 +1,10 @@
+// The element zelconvert.
+#pragma once
+
+#include <gst/gst.h>
+
+namespace zelconvert {
+
+bool registerElement(GstPlugin* plugin);
+
+}  // namespace zelconvert
