@@ -358,10 +358,11 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
     which matters where it is filtered. Where functions have exactly that matrix and range, they are called, and otherwise the video
     library does all in one step, which zelcc.steps calls zelvConvert.
 
-    method asks for one step of a kind: chroma by filter, or of interlaced frames; gamma, or linear for its inverse; words by dither; a mosaic by ahd; gray by weights, which are given as coeffs; floats to bytes by
-    tone-maximum or tone-mean. Otherwise all steps are by the plain way. Further arguments go to the last function that takes
-    them, by their C names. A size that is none of whole chroma sites is converted with its last column and row repeated.
-    zelcc.steps tells which functions are called. Elements of v210 are rows' 48 pixels; how wide an image is, out tells.
+    method asks for one step of a kind: chroma by filter, or of interlaced frames; gamma, or linear for its inverse; words
+    by dither; a mosaic by ahd; gray by weights, which are given as coeffs; floats to bytes by tone-maximum or tone-mean.
+    Otherwise all steps are by the plain way. Further arguments go to the last function that takes them, by their C names. A
+    size that is none of whole chroma sites is converted with its last column and row repeated. zelcc.steps tells which
+    functions are called. Elements of v210 are rows' 48 pixels; how wide an image is, out tells.
 
     threads convert strips of rows of an image, or some of many images each, with the same results for any number of them. Where
     rows depend on those above, as by error diffusion and in mosaics, an image stays whole.
