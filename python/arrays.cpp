@@ -87,7 +87,9 @@ bool Image::takePlane(PyObject* object, int i, const char* name, bool isWritten,
     PyArrayObject* const array = arrayOf(object);
     if (PyArray_TYPE(array) != form.type)
         return complain(PyUnicode_FromFormat("must be of %s, not %S", nameOf(form.type), PyArray_DESCR(array)));
-    if (!PyArray_ISNOTSWAPPED(array)) return complain(PyUnicode_FromString("must be in the machine's order of bytes"));
+    if (!PyArray_ISNOTSWAPPED(array))
+        return complain(
+            PyUnicode_FromFormat("must be in the machine's order of bytes, as astype('%s') makes it", nameOf(form.type)));
     const npy_intp* const dims = PyArray_DIMS(array);
     const int axes = PyArray_NDIM(array);
     const bool hasAxes = axes == (form.channels ? 3 : 2) && (!form.channels || dims[2] == form.channels);

@@ -213,6 +213,15 @@ bool addNames(PyObject* module) {
     return isGood && PyModule_AddStringConstant(module, "__version__", ZELCC_VERSION) == 0;
 }
 
+// At which rows an image may be cut and come out the same, whatever else the function is told; 0 if it may nowhere.
+PyObject* rowsOfPart(PyObject*, PyObject* argument) {
+    const char* const name = PyUnicode_AsUTF8(argument);
+    if (!name) return nullptr;
+    const catalog::Function* const f = catalog::findFunction(name);
+    const auto rows = f ? std::ranges::minmax(f->rowsOfParts) : std::ranges::minmax_result<int8_t>{0, 0};
+    return PyLong_FromLong(rows.min ? rows.max : 0);
+}
+
 // The end of a sentence about a word that is none of the names.
 PyObject* suggestion(PyObject*, PyObject* arguments) {
     const char* word;
@@ -227,10 +236,13 @@ PyObject* suggestion(PyObject*, PyObject* arguments) {
     return text(catalog::suggestion(word, names));
 }
 
-PyMethodDef methods[] = {
-    {"_formats", allFormats, METH_NOARGS, nullptr},          {"_path", findPath, METH_VARARGS, nullptr},
-    {"_convert_video", convertVideo, METH_VARARGS, nullptr}, {"_rearrange", rearrange, METH_VARARGS, nullptr},
-    {"_suggestion", suggestion, METH_VARARGS, nullptr},      {}};
+PyMethodDef methods[] = {{"_formats", allFormats, METH_NOARGS, nullptr},
+                         {"_path", findPath, METH_VARARGS, nullptr},
+                         {"_convert_video", convertVideo, METH_VARARGS, nullptr},
+                         {"_rearrange", rearrange, METH_VARARGS, nullptr},
+                         {"_rows_of_part", rowsOfPart, METH_O, nullptr},
+                         {"_suggestion", suggestion, METH_VARARGS, nullptr},
+                         {}};
 
 PyModuleDef definition{.m_base = PyModuleDef_HEAD_INIT,
                        .m_name = "zelcc._native",

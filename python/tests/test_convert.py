@@ -199,7 +199,7 @@ class Convert(unittest.TestCase):
         with self.assertRaisesRegex(ValueError, "too few"):
             zelcc.planes(data, "nv12", 8, 6)
         with self.assertRaisesRegex(ValueError, "must be a list or tuple of 2 planes"):
-            zelcc.convert(y, "nv12", "rgb24")
+            zelcc.convert(cbcr[None], "nv12", "rgb24")
         with self.assertRaisesRegex(ValueError, r"\[1\]: must have the shape \(3, 3, 2\), not \(3, 3\)"):
             zelcc.convert((y, cbcr[..., 0]), "nv12", "rgb24")
         with self.assertRaisesRegex(ValueError, r"image\[1\] must have the shape \(3, 3, 2\), not \(3, 3\), for nv12 of 5 x 5"):

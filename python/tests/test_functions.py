@@ -53,7 +53,7 @@ class Functions(unittest.TestCase):
             self.assertIn(f.name, f.call.__doc__)
             words = f.call.__doc__.split("\nIn C, of zelcc/")[0]
             self.assertNotRegex(words, r"\b(p(Src|Dst|Tmp)\w*|tmpStep|unused\d)\b")
-        self.assertLess(len(str(inspect.signature(zelcc.convert))), 300)  # types by their names
+        self.assertLess(len(str(inspect.signature(zelcc.convert))), 320)  # types by their names
 
     def test_outputs_are_made(self):
         for f in FUNCTIONS:

@@ -4,13 +4,15 @@ from __future__ import annotations  # help shows the names of types, not all for
 
 import functools
 import inspect
+import math
 from collections.abc import Callable, Sequence
+from concurrent.futures import ThreadPoolExecutor
 from typing import Any, NamedTuple, cast, get_args, overload
 
 import numpy as np
 import numpy.typing as npt
 
-from . import _native
+from . import _arrays, _native
 from ._names import Location, Matrix, Method, Packed, Planar, Range
 
 Plane = npt.NDArray[Any]
@@ -71,6 +73,10 @@ class _Path(NamedTuple):
     height: int
     function: Callable[..., Any] | None  # that does all of it on arrays as they come
     colours: _Colours
+    image_types: type | tuple[type, ...]  # which it takes
+    out_types: type | tuple[type, ...]
+    axes: int  # of the first plane of one image
+    rows: int  # at whose multiples an image may be cut and comes out the same, 0 if it may nowhere
 
 
 @functools.cache
@@ -144,7 +150,18 @@ def _path(source: str, target: str, matrix: Matrices, range: Ranges, location: L
         said = f" and the range {range!r}" if range else ""
         raise ValueError(f"no functions lead from {source} to {target}{wish} with the matrix {matrix!r}{said}")
     taken = tuple(Step(*step) for step in found[0])
-    return _Path(taken, found[1], found[2], _only_function(taken), colours)
+    return _Path(taken, found[1], found[2], _only_function(taken), colours, _types(source), _types(target),
+                 _arrays.axes(_format(source)), _rows_of_part(taken, found[2]))
+
+
+def _rows_of_part(taken: tuple[Step, ...], site: int) -> int:
+    if any(_format(step.source).grid >= 0 for step in taken):
+        return 0  # pixels of a mosaic are made of rows around them
+    return math.lcm(site, *(_native._rows_of_part(step.function) if step.function else 1 for step in taken))
+
+
+def _types(format: str) -> type | tuple[type, ...]:
+    return (tuple, list) if len(_format(format).planes) > 1 else np.ndarray
 
 
 _VIDEO = "zelvConvert"
@@ -210,10 +227,7 @@ def planes(data: npt.NDArray[Any] | bytes | bytearray | memoryview, format: Pack
 
 def _checked(name: str, image: object, form: Format, size: tuple[int, int] | None) -> tuple[tuple[Plane, ...], tuple[int, int]]:
     """The planes of an argument, and width and height."""
-    given = (np.asarray(image),) if len(form.planes) == 1 else image
-    if not isinstance(given, (tuple, list)) or len(given) != len(form.planes):
-        raise ValueError(f"{name} must be a list or tuple of {len(form.planes)} planes for {form.name}")
-    found = tuple(np.asarray(plane) for plane in given)
+    found = _arrays.as_planes(name, image, form, name == "out")
     first = found[0]
     if first.ndim < 2:
         raise ValueError(f"{name} must have rows and columns, but its shape is {first.shape}")
@@ -222,7 +236,7 @@ def _checked(name: str, image: object, form: Format, size: tuple[int, int] | Non
     for i, (plane, shape) in enumerate(zip(found, form.shapes(width, height))):
         where = name if len(found) == 1 else f"{name}[{i}]"
         if plane.dtype != form.dtype:
-            raise ValueError(f"{where} must be of {form.dtype}, not {plane.dtype}, for {form.name}")
+            raise ValueError(_arrays.type_fault(where, plane.dtype, form))
         if plane.shape != shape:
             raise ValueError(f"{where} must have the shape {shape}, not {plane.shape}, for {form.name} of {width} x {height}")
     return found, (width, height)
@@ -271,42 +285,117 @@ def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], colou
     _finish_alpha(step, source, target)
 
 
+_Parts = list[tuple[tuple[Plane, ...], tuple[Plane, ...]]]
+
+
+def _convert_parts(parts: _Parts, source: Packed | Planar, target: Packed | Planar, threads: int, how: dict[str, Any]) -> None:
+    def run(part: tuple[tuple[Plane, ...], tuple[Plane, ...]]) -> None:
+        given, made = (planes if len(planes) > 1 else planes[0] for planes in part)
+        convert(cast(Any, given), source, target, out=cast(Any, made), **how)
+
+    if threads == 1 or len(parts) < 2:
+        for part in parts:
+            run(part)
+        return
+    with ThreadPoolExecutor(min(threads, len(parts))) as pool:
+        list(pool.map(run, parts))  # which raises what one of them does
+
+
+def _strips(path: _Path, arrays: tuple[Plane, ...], before: Format, made: tuple[Plane, ...], after: Format, height: int,
+            threads: int) -> _Parts:
+    """As many of whole parts as there are threads, or one where the results would show the cuts."""
+    shares = any(np.may_share_memory(a, b) for a in arrays for b in made)
+    rows = height if shares or not path.rows else -(-height // (threads * path.rows)) * path.rows
+
+    def cut(planes: tuple[Plane, ...], form: Format, row: int) -> tuple[Plane, ...]:
+        return tuple(plane[row // p.height:-(-min(row + rows, height) // p.height)] for plane, p in zip(planes, form.planes))
+
+    return [(cut(arrays, before, row), cut(made, after, row)) for row in range(0, height, max(rows, 1))]
+
+
+def _convert_all(count: int, given: tuple[Plane, ...], source: Packed | Planar, target: Packed | Planar,
+                 out: Any, threads: int, **how: Any) -> Image:
+    """Images one by one, into planes of all."""
+    before, after = _format(source), _format(target)
+    first = before.planes[0]
+    width, height = given[0].shape[2] * first.width, given[0].shape[1] * first.height
+    if out is None:
+        made = tuple(np.zeros((count, *shape), after.dtype) for shape in after.shapes(width, height))
+    else:
+        made = _arrays.as_planes("out", out, after, True)
+        if _arrays.count(made, after) != count:
+            raise ValueError(f"out must be of {count} images as image is")
+    parts = [(tuple(p[i] for p in given), tuple(p[i] for p in made)) for i in range(count)]
+    _convert_parts(parts, source, target, threads, how)
+    if out is not None and not isinstance(out, (tuple, list)):
+        return cast(Image, out)
+    return made if len(made) > 1 else made[0]
+
+
 @overload
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed, *, matrix: Matrices = "601",
-            range: Ranges = None, location: Locations = "left", method: Method = "", out: Plane | None = None, **extras: Any) -> Plane: ...
+            range: Ranges = None, location: Locations = "left", method: Method = "", threads: int = 1, out: Plane | None = None,
+            **extras: Any) -> Plane: ...
 
 
 @overload
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Planar, *, matrix: Matrices = "601",
-            range: Ranges = None, location: Locations = "left", method: Method = "", out: Sequence[Plane] | None = None, **extras: Any) -> tuple[Plane, ...]: ...
+            range: Ranges = None, location: Locations = "left", method: Method = "", threads: int = 1,
+            out: Sequence[Plane] | None = None, **extras: Any) -> tuple[Plane, ...]: ...
 
 
 def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, target: Packed | Planar, *,
             matrix: Matrices = "601", range: Ranges = None, location: Locations = "left", method: Method = "",
-            out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
+            threads: int = 1, out: Plane | Sequence[Plane] | None = None, **extras: Any) -> Image:
     """Converts an image, or a list of its planes, from a format to another, by the way over functions that loses least.
+
+    Many images convert in one call where arrays have one axis more, before the others. Planes of one size may be stacked, as
+    (3, height, width), and those of 4:2:0 follow each other in one array of height * 3 // 2 rows. Arrays of other libraries are read
+    where they lie, by their buffers, __array_interface__ or DLPack.
 
     matrix and range are those of luma and chroma, or pairs where both sides have them and differ; without a range it is that of
     the functions, limited but for "709-full" and "yuv", and of names like yuvj420p the full one. location is where chroma lies,
     which matters where it is filtered. Where functions have exactly that matrix and range, they are called, and otherwise the video
-    library does all in one step, which zelcc.steps calls zelvConvert. method asks for one step of a kind: chroma by filter, or of interlaced frames; gamma, or
-    linear for its inverse; words by dither; a mosaic by ahd; gray by weights, which are given as coeffs; floats to bytes by
-    tone-maximum or tone-mean. Otherwise all steps are by the plain way. Further arguments go to the last function that takes
-    them, by their C names. A size that is none of whole chroma sites is converted with its last column and row repeated.
-    zelcc.steps tells which functions are called. Elements of v210 are rows' 48 pixels; how wide an image is, out tells.
+    library does all in one step, which zelcc.steps calls zelvConvert.
+
+    method asks for one step of a kind: chroma by filter, or of interlaced frames; gamma, or linear for its inverse; words
+    by dither; a mosaic by ahd; gray by weights, which are given as coeffs; floats to bytes by tone-maximum or tone-mean.
+    Otherwise all steps are by the plain way. Further arguments go to the last function that takes them, by their C names. A
+    size that is none of whole chroma sites is converted with its last column and row repeated. zelcc.steps tells which
+    functions are called. Elements of v210 are rows' 48 pixels; how wide an image is, out tells.
+
+    threads convert strips of rows of an image, or some of many images each, with the same results for any number of them. Where
+    rows depend on those above, as by error diffusion and in mosaics, an image stays whole.
     """
     path = _path(source, target, matrix, range, location, method)
-    if path.function:
-        first = image[0] if isinstance(image, (tuple, list)) else image
-        if isinstance(first, np.ndarray) and first.ndim > 1 and not (first.shape[0] % path.height or first.shape[1] % path.width):
+    if threads == 1 and path.function and isinstance(image, path.image_types) and (out is None or isinstance(out, path.out_types)):
+        planes: Any = image
+        first = planes if isinstance(planes, np.ndarray) else planes[0] if planes else None
+        if isinstance(first, np.ndarray) and first.ndim == path.axes and not (
+                first.shape[0] % path.height or first.shape[1] % path.width):
             return cast(Image, path.function(image, out, **extras))
+    if threads < 1:
+        raise ValueError(f"threads must be 1 or more, not {threads}")
     before, after = _format(source), _format(target)
+    how = {"matrix": matrix, "range": range, "location": location, "method": method, **extras}
+    given = _arrays.as_planes("image", image, before)
+    number_of_images = _arrays.count(given, before)
+    if number_of_images is not None:
+        return _convert_all(number_of_images, given, source, target, out, threads, **how)
     size = None
     if before.planes[0].width > 1 and out is not None:  # of which elements of the image are several
-        first = np.asarray(out[0] if len(after.planes) > 1 else out)
+        first = _arrays.as_planes("out", out, after, True)[0]
         size = first.shape[1] * after.planes[0].width, first.shape[0]
-    arrays, (width, height) = _checked("image", image, before, size)
+    arrays, (width, height) = _checked("image", given if len(given) > 1 else given[0], before, size)
     result = None if out is None else _checked("out", out, after, (width, height))[0]
+    if threads > 1:
+        target_planes = tuple(np.zeros(s, after.dtype) for s in after.shapes(width, height)) if result is None else result
+        parts = _strips(path, arrays, before, target_planes, after, height, threads)
+        if len(parts) > 1:
+            _convert_parts(parts, source, target, threads, how)
+            if out is not None and not isinstance(out, (tuple, list)):
+                return cast(Image, out)
+            return target_planes if len(target_planes) > 1 else target_planes[0]
     whole = -(-width // path.width) * path.width, -(-height // path.height) * path.height
     is_whole = whole == (width, height)
     if not is_whole:
@@ -332,4 +421,6 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
             for plane, made in zip(result, final):
                 plane[...] = made
         final = result
+    if out is not None and not isinstance(out, (tuple, list)):
+        return cast(Image, out)
     return final[0] if len(final) == 1 else final
