@@ -120,6 +120,8 @@ def of_section(section: Section, page: str, title: str) -> Entry:
     kind = REFERENCE if page.startswith("reference/") else PAGES.get(page, GUIDE)
     if kind == RECIPE and is_whole:
         kind = GUIDE
+    if kind == GUIDE and section.title == "Speed":  # figures, and no answer
+        kind = MORE
     prose, code = ("", "") if page in BY_TITLE_ALONE else (" ".join("".join(said).split()) for said in (section.prose, section.code))
     called = ends().keys() & set(re.findall(r"\w+", code)) if kind == RECIPE else ()
     sources, targets = (sorted(set().union(*(ends()[name][side] for name in called))) for side in (0, 1))

@@ -97,8 +97,7 @@ TEST(Rearrange, LosesNothing) {
     for (const Format& source : catalog::formats())
         for (const Format& target : catalog::formats()) {
             if (&source == &target || !catalog::canRearrange(source, target) || !catalog::canRearrange(target, source)) continue;
-            const auto hasAlpha = [](const Format& f) { return f.planes[f.planeCount - 1].channels.ends_with('A'); };
-            if (hasAlpha(source) && !hasAlpha(target)) continue;
+            if (catalog::hasAlpha(source) && !catalog::hasAlpha(target)) continue;
             Pixels first(source, size), between(target, size), last(source, size);
             for (int i = 0; i < source.planeCount; ++i)
                 for (int64_t y = 0; y < source.planes[i].rows(size.height); ++y) {

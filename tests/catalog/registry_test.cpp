@@ -148,7 +148,7 @@ TEST(Names, AreSuggested) {
     EXPECT_EQ(suggested("filtre", catalog::methods()), "; did you mean filter?");
     EXPECT_EQ(suggested("rggb", {"zelBayerBGGR", "zelBayerRGGB", "zelBayerGBRG", "zelBayerGRBG", "zelDitherFS", "zelDitherJJN"}),
               "; did you mean zelBayerRGGB?");
-    EXPECT_EQ(catalog::suggestedFormats("NV16"), "; did you mean nv11, nv12, yv16, nv21, yv12?");
+    EXPECT_EQ(catalog::suggestedFormats("NV16"), "; did you mean nv16, nv11, nv12, yv16, nv21?");
     EXPECT_EQ(catalog::suggestedFormats("something else"), "");
     EXPECT_EQ(catalog::findFormat("gray16")->name, "gray16le");
     EXPECT_EQ(catalog::findFunction("RGBToGray_8u_C3C1R"), catalog::findFunction("zeliRGBToGray_8u_C3C1R"));
