@@ -28,6 +28,7 @@ ZEL_INLINE Bytes dealt(Bytes v) {
 template <bool isWide, bool isPaired>
 struct Source {
     static constexpr int bytes = isWide ? 2 : 1;
+    static constexpr bool hasLumaBytes = !isWide;
     const uint8_t *luma[2], *first, *second;  // rows, and chroma in the order of the sums
     loads::Placed place;
 
@@ -73,6 +74,32 @@ struct Source {
             v[0] = (Words)interleaveLow(Bytes{}, in);
             v[1] = (Words)interleaveHigh(Bytes{}, in);
         }
+    }
+};
+
+// Packed 4:2:2 of bytes: a word is a pixel's luma and one sample of its site's chroma.
+struct PairedSource {
+    static constexpr bool hasLumaBytes = false;
+    const uint8_t* row;
+    bool isLumaFirst;
+
+    template <bool deals>
+    ZEL_INLINE void readLuma(int, int at, Words (&v)[2]) const {
+        read<deals>(at, isLumaFirst, v);
+    }
+    template <bool deals>
+    ZEL_INLINE void readSites(int at, Words (&v)[2]) const {
+        read<deals>(at, !isLumaFirst, v);
+    }
+    // The first or the second bytes of the words.
+    template <bool deals>
+    ZEL_INLINE void read(int at, bool first, Words (&v)[2]) const {
+        const uint8_t* const p = row + ptrdiff_t{at} * 2;
+        const PackOrder in =
+            deals ? PackOrder{spreadHalves(loadBytes(p)), spreadHalves(loadBytes(p + vectorBytes))} : loadInPackOrder(p);
+        const Words pixels[2] = {(Words)in.first, (Words)in.second};
+        for (int part = 0; part < 2; ++part)
+            v[part] = (first ? pixels[part] << 8 : pixels[part] & splatWord(int16_t(0xff00))) ^ splatWord(INT16_MIN);
     }
 };
 
@@ -122,7 +149,7 @@ struct Numbers {
             added[plan.out.place[c]] = sums.offset[c] + (1 << (shift - 1)) + middle * (1 << shift);
         }
         most = splatWord((1 << depth) - 1);
-        const bool reversed = plan.in.layout == Layout::semiPlanar && plan.in.place[1] > plan.in.place[2];
+        const bool reversed = plan.in.layout != Layout::planar && plan.in.place[1] > plan.in.place[2];
         site[0] = reversed ? 2 : 1;
         site[1] = reversed ? 1 : 2;
     }
@@ -310,13 +337,22 @@ ZEL_NOINLINE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
     }
 }
 
-template <int rows, bool isWide, bool isPaired, class To>
-ZEL_INLINE void decodeRows(const zelv::Plan& plan, const Source<isWide, isPaired>& from, const To& to, uint8_t* const (&out)[2],
-                           int count) {
-    const bool isUnscaled = !isWide && To::isLimited && plan.sums.high[0][0] * 256 == 1 << plan.sums.shift;
-    if constexpr (!isWide && To::isLimited)
-        if (isUnscaled) return decodeUnscaled<rows>(plan, from, to, out, count);
+template <int rows, class From, class To>
+ZEL_INLINE void decodeRows(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
+    if constexpr (From::hasLumaBytes && To::isLimited)
+        if (plan.sums.high[0][0] * 256 == 1 << plan.sums.shift) return decodeUnscaled<rows>(plan, from, to, out, count);
     decode<rows>(plan, from, to, out, count);
+}
+
+ZEL_INLINE void decodePaired(const zelv::Call& call, int y, int, int count) {
+    const zelv::Plan& plan = *call.plan;
+    const PairedSource from{call.from[0] + ptrdiff_t{call.fromStep[0]} * y, plan.in.place[0] == 0};
+    uint8_t* const row = call.to[0] + ptrdiff_t{call.toStep[0]} * y;
+    uint8_t* const to[2] = {row, row};
+    if (plan.out.samples == 3)
+        decodeRows<1>(plan, from, ByteSink<3>{}, to, count);
+    else
+        decodeRows<1>(plan, from, ByteSink<4>{}, to, count);
 }
 
 template <bool isWide, bool isPaired>
@@ -360,6 +396,8 @@ ZEL_INLINE bool decodes(const zelv::Plan& plan) {
         return false;
     if (hasChromaOfPixels(in)) {
         if (in.layout != Layout::planar || in.depth > 8) return false;
+    } else if (in.layout == Layout::paired) {
+        if (in.depth > 8 || plan.linear) return false;
     } else if (in.sitesAcross != 1 || in.layout > Layout::semiPlanar || plan.linear) {
         return false;
     }
@@ -389,9 +427,11 @@ ZEL_INLINE int convertFused(const zelv::Call& call, int y, int end) {
             return count;
         }
         const bool isWide = in.depth > 8, isPaired = in.layout == Layout::semiPlanar;
-        const auto decode = isWide     ? isPaired ? fused::decodeFrom<true, true> : fused::decodeFrom<true, false>
-                                : isPaired ? fused::decodeFrom<false, true>
-                                       : fused::decodeFrom<false, false>;
+        const auto decode = [&] {
+            if (in.layout == Layout::paired) return fused::decodePaired;
+            if (isWide) return isPaired ? fused::decodeFrom<true, true> : fused::decodeFrom<true, false>;
+            return isPaired ? fused::decodeFrom<false, true> : fused::decodeFrom<false, false>;
+        }();
         if (rows > 1 && !in.sitesDown) return 0;
         decode(call, y, rows, count);
         return count;
