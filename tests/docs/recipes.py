@@ -45,8 +45,9 @@ def outputs_of(page, language, root, libraries):
     flags = shlex.split(os.environ.get("CFLAGS", ""))
     if language == "cpp":
         compiler = [*shlex.split(os.environ.get("CXX") or "c++"), *flags, "-std=c++20"]
-        probe = subprocess.run([*compiler, "-x", "c++", "-", "-o", "/dev/null", *OPENCV], text=True, capture_output=True,
-                               input="#include <opencv2/core.hpp>\nint main() { cv::Mat().release(); }\n")
+        with tempfile.TemporaryDirectory() as directory:  # a linker that is root's would put its file in the place of /dev/null
+            probe = subprocess.run([*compiler, "-x", "c++", "-", "-o", f"{directory}/probe", *OPENCV], text=True, capture_output=True,
+                                   input="#include <opencv2/core.hpp>\nint main() { cv::Mat().release(); }\n")
         if probe.returncode:
             print("Skipped: the recipes with OpenCV, for its core is not there for this compiler")
             sys.exit(77)
