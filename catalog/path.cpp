@@ -184,8 +184,10 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
 }
 
 Site wholeSites(std::span<const Step> steps) {
+    // Chroma in planes of its own may be filled in part, pixels that share an element may not.
+    if (steps.size() == 1 && steps[0].isByVideo)
+        return {std::lcm(steps[0].source->planes[0].width, steps[0].target->planes[0].width), 1};
     Site site;
-    if (steps.size() == 1 && steps[0].isByVideo) return site;
     const auto add = [&](Site other) { site = {std::lcm(site.width, other.width), std::lcm(site.height, other.height)}; };
     for (const Step& s : steps) {
         if (s.conversion)
