@@ -8,4 +8,6 @@ endforeach()
 set(CMAKE_C_COMPILER clang-19)
 set(CMAKE_CXX_COMPILER clang++-19)
 set(CMAKE_EXECUTABLE_SUFFIX .wasm)
-set(CMAKE_CROSSCOMPILING_EMULATOR node --no-warnings ${CMAKE_CURRENT_LIST_DIR}/../tests/wasm/run.mjs)
+# Node 18 has WASI by the option alone; later ones ignore it.
+set(CMAKE_CROSSCOMPILING_EMULATOR node --no-warnings --experimental-wasi-unstable-preview1
+    ${CMAKE_CURRENT_LIST_DIR}/../tests/wasm/run.mjs)
