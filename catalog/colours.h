@@ -31,8 +31,7 @@ bool saysFullRange(std::string_view formatName);
 // The steps by the wishes, of which the matrix is set here; none where the ends have the same samples.
 std::optional<std::vector<Step>> path(const Format& source, const Format& target, const Colours& colours, Wishes wishes);
 
-// An image by a step of that kind, with the planes in the order of the formats; the statuses are those of zelvMakePlan and
-// zelvConvert.
+// The plan of a step by libzelvideo. Statuses are those of zelvMakePlan, and zelStsBadArgErr where a side can't be described.
 ZelStatus makePlan(ZelvPlan* plan, const Format& source, const Format& target, const Colours& colours,
                    const ZelvOptions& options);
 

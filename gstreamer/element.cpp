@@ -86,7 +86,7 @@ GType demosaicType() {
     return type;
 }
 
-void setProperty(GObject* object, guint id, const GValue* value, GParamSpec* spec) {
+void setProperty(GObject* object, guint id, const GValue* value, GParamSpec* property) {
     State& state = stateOf(object);
     GST_OBJECT_LOCK(object);
     switch (id) {
@@ -103,13 +103,13 @@ void setProperty(GObject* object, guint id, const GValue* value, GParamSpec* spe
             state.demosaic = g_value_get_enum(value);
             break;
         default:
-            G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, spec);
+            G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, property);
     }
     state.isPlanned = false;
     GST_OBJECT_UNLOCK(object);
 }
 
-void getProperty(GObject* object, guint id, GValue* value, GParamSpec* spec) {
+void getProperty(GObject* object, guint id, GValue* value, GParamSpec* property) {
     const State& state = stateOf(object);
     GST_OBJECT_LOCK(object);
     switch (id) {
@@ -126,7 +126,7 @@ void getProperty(GObject* object, guint id, GValue* value, GParamSpec* spec) {
             g_value_set_enum(value, state.demosaic);
             break;
         default:
-            G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, spec);
+            G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, property);
     }
     GST_OBJECT_UNLOCK(object);
 }
