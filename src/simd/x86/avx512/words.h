@@ -90,6 +90,11 @@ ZEL_INLINE Bytes inOrderOfQuarters(Bytes packed) {
     const __m512i order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
     return (Bytes)_mm512_permutexvar_epi32(order, (Register)packed);
 }
+template <int ofA, int ofB>
+ZEL_INLINE Bytes joinHalves(Bytes a, Bytes b) {
+    constexpr auto lanesOf = [](int half) { return 2 * half | (2 * half + 1) << 2; };
+    return (Bytes)_mm512_shuffle_i64x2((Register)a, (Register)b, lanesOf(ofA) | lanesOf(ofB) << 4);
+}
 ZEL_INLINE Dwords movedUp(Dwords v, Dwords before) { return (Dwords)_mm512_alignr_epi32((Register)v, (Register)before, 15); }
 ZEL_INLINE Words evenWords(Dwords a, Dwords b) {
     struct Places {
