@@ -16,13 +16,11 @@ ZEL_INLINE Bytes blend(Bytes x, Bytes y, Bytes z) {
     return (Bytes)_mm512_mask_mov_epi8(_mm512_mask_mov_epi8((Register)x, yPlaces, (Register)y), zPlaces, (Register)z);
 }
 
-// Three vectors that follow each other, loaded once and whole: a load that fills a part of a vector is not foreseen by some
-// processors, and waits for memory.
+// Three vectors that follow each other.
 struct Loaded {
     Bytes v[3];
 
-    ZEL_INLINE explicit Loaded(const uint8_t* p)
-        : v{computed(loadBytes(p)), computed(loadBytes(p + 64)), computed(loadBytes(p + 128))} {}
+    ZEL_INLINE explicit Loaded(const uint8_t* p) : v{x86::loadOnce(p), x86::loadOnce(p + 64), x86::loadOnce(p + 128)} {}
 
     // The bytes of channel c.
     template <int size, int c>

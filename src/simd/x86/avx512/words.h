@@ -49,6 +49,13 @@ ZEL_INLINE V computed(V v) {
     return v;
 }
 
+namespace x86 {
+
+// Compilers make one load for each use by a mask of it, and a processor that doesn't foresee those waits for memory.
+ZEL_INLINE Bytes loadOnce(const uint8_t* p) { return computed(loadBytes(p)); }
+
+}  // namespace x86
+
 ZEL_INLINE Dwords splatDwords(int32_t even, int32_t odd) {
     return (Dwords)_mm512_set1_epi64(static_cast<int64_t>(uint64_t(uint32_t(even)) | uint64_t(uint32_t(odd)) << 32));
 }
