@@ -159,6 +159,10 @@ struct InterleavedThree {
     static constexpr int size = sizeof(typename Depth::Element), bytes = 3 * size;
 
     ZEL_INLINE static Channels<V> load(const uint8_t* p) {
+        if constexpr (size == 1) {
+            const Triple t = Interleaved3::load(p);
+            return {(V)t.a, (V)t.b, (V)t.c};
+        }
         constexpr auto& t = samples::table<size>;
         const Bytes v[3] = {loadLanes(p, 48), loadLanes(p + 16, 48), loadLanes(p + 32, 48)};
         if constexpr (samples::canBlend<size>) {
@@ -178,6 +182,7 @@ struct InterleavedThree {
     }
 
     ZEL_INLINE static void store(Destination p, Channels<V> x) {
+        if constexpr (size == 1) return Interleaved3::store<Order::natural>(p, {(Bytes)x.a, (Bytes)x.b, (Bytes)x.c});
         constexpr auto& t = samples::table<size>;
         const Bytes channels[3] = {(Bytes)x.a, (Bytes)x.b, (Bytes)x.c};
         const auto spread = [&](int c) ZEL_INLINE_LAMBDA { return samples::reorder(channels[c], t.apart[c]); };
