@@ -301,7 +301,7 @@ def _convert_parts(parts: _Parts, source: Packed | Planar, target: Packed | Plan
         list(pool.map(run, parts))  # which raises what one of them does
 
 
-_CACHE_BYTES = 1 << 20
+_CACHE_BYTES = 1 << 22  # of the largest cache: shorter strips would spend more time on calls
 
 
 def _rows_in_cache(path: _Path, width: int, height: int) -> int:
