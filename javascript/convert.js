@@ -177,7 +177,7 @@ export class Converter {
   #shared(way, extras) {
     const shares = way.steps.map(() => ({}));
     for (const [name, value] of Object.entries(extras)) {
-      const last = way.steps.findLastIndex(step => step.f && !OF_REGIONS.includes(name) && extrasOf(step.f).includes(name));
+      const last = way.steps.findLastIndex(step => step.f && !OF_REGIONS.includes(name) && name in extrasOf(step.f));
       if (last < 0) {
         const called = way.steps.map(step => step.function).filter(Boolean).join(', ');
         throw new ZelError(`is no argument: ${called || 'a move of samples'} takes none`, {function: 'convert', argument: name});

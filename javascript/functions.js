@@ -24,14 +24,14 @@ function overlap(a, b) {
   return column < first.rowBytes || column + last.rowBytes > first.step;
 }
 
-/** The names of what a function takes beside images. */
+const EXTRAS = ['aval', 'matrix', 'coeffs', 'vMin', 'vMax', 'noise', 'dtype', 'levels', 'threshold', 'dstBitOffset', 'layout', 'grid'];
+const MORE = {layout: ['above', 1], grid: ['region', 4]};
+
+/** What a function takes beside images, and of how many numbers each is. */
 export function extrasOf(f) {
-  const names = f.passed.map(name => name.split(':')[0]);
-  const has = name => names.includes(name);
-  const extras = ['aval', 'matrix', 'coeffs', 'vMin', 'vMax', 'noise', 'dtype', 'levels', 'threshold', 'dstBitOffset', 'layout', 'grid']
-    .filter(has);
-  if (has('layout')) extras.push('above');
-  if (has('grid')) extras.push('region');
+  const given = f.passed.map(passed => passed.split(':')).filter(([name]) => EXTRAS.includes(name));
+  const extras = Object.fromEntries(given.map(([name, kind]) => [name, kind ? parseInt(kind, 10) : 1]));
+  for (const [name, [more, count]] of Object.entries(MORE)) if (name in extras) extras[more] = count;
   return extras;
 }
 
@@ -154,8 +154,9 @@ function copyRows(heap, from, to) {
 
 /** A function of the package: it takes images and what else the C function is told, and returns the destination. */
 export function caller(f, heap, exportsOf, warn) {
-  const known = extrasOf(f);
-  return (source, out, extras = {}) => {
+  const extrasOfAll = Object.freeze(extrasOf(f));
+  const known = Object.keys(extrasOfAll);
+  const called = (source, out, extras = {}) => {
     const call = new Call(f, heap);
     const entry = exportsOf(f.module, f.name)[f.name];
     for (const name of Object.keys(extras)) if (!known.includes(name)) call.refuse(name, `is no argument; ${known.length ? `there are ${known.join(', ')}` : 'there is none beside images'}`);
@@ -198,8 +199,8 @@ export function caller(f, heap, exportsOf, warn) {
         if ([4, 16].includes(extras.layout) && above < 4)
           call.refuse('above', 'must be 4 or more, for such a slice looks at the rows above it');
       }
-      const called = {width: size.width, height: size.height - above};
-      const isRoomy = GOES_BEYOND[f.beyond](called);
+      const part = {width: size.width, height: size.height - above};
+      const isRoomy = GOES_BEYOND[f.beyond](part);
       const roomy = (form, planes, order) => {
         const copy = Image.make(heap, form, size.width, size.height, 2);
         made.push(copy);
@@ -221,7 +222,7 @@ export function caller(f, heap, exportsOf, warn) {
       lay(call, 'S', read, above);
       lay(call, 'D', stored, above);
       const {words, scratch} = heap;
-      words.set([called.width, called.height], (scratch + SIZE) / 4);
+      words.set([part.width, part.height], (scratch + SIZE) / 4);
       if (region) words.set([region.x, region.y, region.width, region.height], (scratch + REGION) / 4);
       const highest = target.form.array.BYTES_PER_ELEMENT === 1 ? 256 : 65536;
       const any = [-(2 ** 31), 2 ** 31 - 1];
@@ -235,7 +236,7 @@ export function caller(f, heap, exportsOf, warn) {
         grid: () => gridOf(call, extras, source.form), interpolation: () => 0, unused1: () => 0, unused2: () => 0,
         pTmp: () => temporary.address, tmpStep: () => temporaryStep,
       };
-      const values_ = f.passed.map(passed => {
+      const passed_ = f.passed.map(passed => {
         const [name, kindOfNumbers] = passed.split(':');
         if (kindOfNumbers) return coefficients(call, extras, name, kindOfNumbers);
         const side = {S: 'S', D: 'D'}[name[0]];
@@ -245,7 +246,7 @@ export function caller(f, heap, exportsOf, warn) {
         const isStep = name.startsWith('step', 1);
         return words[(scratch + (isStep ? STEPS : PLANES)[side]) / 4 + Number(name.slice(isStep ? 5 : 1))];
       });
-      const status = entry(...values_);
+      const status = entry(...passed_);
       if (status < 0) refuseStatus(call, status, read, bitOffset);
       if (isRoomy) stored.forEach((plane, i) => copyRows(heap, {...plane, rowBytes: own[i].rowBytes}, own[i]));
       if (made[0] === target) made.shift();
@@ -258,6 +259,10 @@ export function caller(f, heap, exportsOf, warn) {
       for (const one of made) one.free();
     }
   };
+  Object.defineProperty(called, 'name', {value: f.name});
+  called.conversions = Object.freeze(f.conversions.map(c => Object.freeze({source: c.source.name, target: c.target.name})));
+  called.extras = extrasOfAll;
+  return Object.freeze(called);
 }
 
 function refuseStatus(call, status, read, bitOffset) {
