@@ -87,6 +87,23 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
     return path(source, target, wishes);
 }
 
+ZelvOptions videoOptions(std::string_view method) {
+    const bool filters = method == "filter", dithers = method == "dither";
+    return {filters ? zelvLinear : zelvRepeat, filters ? zelvSited : zelvMean, dithers ? zelvOrdered : zelvRound};
+}
+
+Wishes byMethod(std::string_view method) {
+    Wishes wishes = byMethod("", method);
+    const ZelvOptions options = videoOptions(method);
+    const bool isInterlaced = method == "interlaced";
+    wishes.metByVideo = [=](const Format& from, const Format& to) -> std::optional<int> {
+        if (isInterlaced && from.site.height != to.site.height) return {};
+        const bool filters = options.up == zelvLinear && from.site != to.site;
+        return filters || (options.dither == zelvOrdered && to.bits < from.bits);
+    };
+    return wishes;
+}
+
 ZelStatus makePlan(ZelvPlan* plan, const Format& source, const Format& target, const Colours& colours,
                    const ZelvOptions& options) {
     const auto from = describe(source, colours.source), to = describe(target, colours.target);

@@ -31,6 +31,11 @@ bool saysFullRange(std::string_view formatName);
 // The steps by the wishes, of which the matrix is set here; none where the ends have the same samples.
 std::optional<std::vector<Step>> path(const Format& source, const Format& target, const Colours& colours, Wishes wishes);
 
+// What a method of Conversion means to libzelvideo: chroma by filters at its sites, and fewer bits by a pattern.
+ZelvOptions videoOptions(std::string_view method);
+// Steps by functions and by libzelvideo, one of them by the method if one is named.
+Wishes byMethod(std::string_view method);
+
 // The plan of a step by libzelvideo. Statuses are those of zelvMakePlan, and zelStsBadArgErr where a side can't be described.
 ZelStatus makePlan(ZelvPlan* plan, const Format& source, const Format& target, const Colours& colours,
                    const ZelvOptions& options);

@@ -1,6 +1,7 @@
 // Every function of the library in one form, for programs that choose among them by name or format: which formats it leads from
 // and to, a call that takes planes, steps and whatever else as data, and what a caller has to know. registry.cpp is written from
-// the public headers and the tables beside them by catalog/write_registry when it is built.
+// the public headers and the tables beside them by catalog/write_registry when it is built. A program that has names and calls by
+// other means compiles it with CATALOG_OF_NUMBERS, without these, and links to no function.
 #pragma once
 
 #include <algorithm>

@@ -31,7 +31,7 @@ def sites_by_name(sites: str) -> str:
 
 
 def words(depth: int, high: bool = False) -> str:
-    where = " at the upper end of 16-bit words" if high and depth < 16 else ""
+    where = " at the upper end of 16-bit words" if high and 8 < depth < 16 else ""
     return f"{depth}-bit{where}"
 
 

@@ -79,24 +79,7 @@ struct Wanted {
         return c;
     }
     catalog::Colours colours() const { return {colour(0), colour(1)}; }
-    // Chroma by filters at its sites, and fewer bits by a pattern.
-    ZelvOptions videoOptions() const {
-        const bool filters = std::string_view("filter") == method, dithers = std::string_view("dither") == method;
-        return {filters ? zelvLinear : zelvRepeat, filters ? zelvSited : zelvMean, dithers ? zelvOrdered : zelvRound};
-    }
 };
-
-catalog::Wishes wishesOf(const Wanted& wanted) {
-    catalog::Wishes wishes = catalog::byMethod("", wanted.method);
-    const ZelvOptions options = wanted.videoOptions();
-    const bool isInterlaced = std::string_view("interlaced") == wanted.method;
-    wishes.metByVideo = [=](const catalog::Format& from, const catalog::Format& to) -> std::optional<int> {
-        if (isInterlaced && from.site.height != to.site.height) return {};
-        const bool filters = options.up == zelvLinear && from.site != to.site;
-        return filters || (options.dither == zelvOrdered && to.bits < from.bits);
-    };
-    return wishes;
-}
 
 // (steps, width and height of whole sites), or None where no way leads.
 PyObject* findPath(PyObject*, PyObject* arguments) {
@@ -107,7 +90,8 @@ PyObject* findPath(PyObject*, PyObject* arguments) {
         return nullptr;
     const auto from = catalog::formatNumber(source), to = catalog::formatNumber(target);
     if (!from || !to) return PyErr_Format(PyExc_ValueError, "no format is named '%s'", from ? target : source);
-    const auto found = catalog::path(catalog::formats()[*from], catalog::formats()[*to], w.colours(), wishesOf(w));
+    const auto found =
+        catalog::path(catalog::formats()[*from], catalog::formats()[*to], w.colours(), catalog::byMethod(w.method));
     if (!found) Py_RETURN_NONE;
     PyObject* const steps = PyTuple_New(static_cast<Py_ssize_t>(found->size()));
     for (size_t i = 0; steps && i < found->size(); ++i) {
@@ -160,7 +144,8 @@ PyObject* convertVideo(PyObject*, PyObject* arguments) {
     const auto a = catalog::formatNumber(source), b = catalog::formatNumber(target);
     ZelvPlan plan;
     if (!a || !b ||
-        catalog::makePlan(&plan, catalog::formats()[*a], catalog::formats()[*b], w.colours(), w.videoOptions()) != zelStsNoErr)
+        catalog::makePlan(&plan, catalog::formats()[*a], catalog::formats()[*b], w.colours(), catalog::videoOptions(w.method)) !=
+            zelStsNoErr)
         return PyErr_Format(PyExc_ValueError, "zelvMakePlan refuses %s to %s", source, target);
     Pair pair{&catalog::formats()[*a], &catalog::formats()[*b], {}};
     if (!pair.take(from, to)) return nullptr;

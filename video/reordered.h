@@ -36,7 +36,7 @@ ZEL_INLINE void block(Colours order, const uint8_t* in, uint8_t* out) {
     }
     if (order.isReversed) t = {t.c, t.b, t.a};
     if constexpr (to == 4)
-        Interleaved4::store<Order::natural>(out, t, alpha);
+        storeFour<1>(Destination(out), Channels<Bytes>{t.a, t.b, t.c}, alpha);
     else
         Interleaved3::store<Order::natural>(out, t);
 }

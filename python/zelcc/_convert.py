@@ -304,9 +304,16 @@ def _convert_parts(parts: _Parts, source: Packed | Planar, target: Packed | Plan
 _CACHE_BYTES = 1 << 22  # of the largest cache: shorter strips would spend more time on calls
 
 
+def _is_in_place(step: Step) -> bool:
+    """Whether it only exchanges channels of each pixel, as between rgb24 and bgr24."""
+    before, after = _format(step.source), _format(step.target)
+    return step.function is None and len(before.planes) == 1 and before.dtype == after.dtype and (
+        sorted(before.planes[0].channels) == sorted(after.planes[0].channels))
+
+
 def _rows_in_cache(path: _Path, width: int, height: int) -> int:
     """Of a strip whose images between the steps stay in the cache; all where there are none or the results would show the cuts."""
-    between = [_format(step.target) for step in path.steps[:-1]]
+    between = [_format(step.target) for step, following in zip(path.steps, path.steps[1:]) if not _is_in_place(following)]
     if not between or not path.rows:
         return height
     wide = -(-width // path.width) * path.width
@@ -420,7 +427,10 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
     if not path.steps:
         final = tuple(plane.copy() for plane in arrays)
     for number, (step, own_extras) in enumerate(zip(path.steps, _shared_out(path, extras))):
-        is_last = number == len(path.steps) - 1
+        if number > 0 and _is_in_place(step):
+            _run(step, arrays, arrays, path.colours, own_extras)
+            continue
+        is_last = all(_is_in_place(later) for later in path.steps[number + 1:])
         form = _format(step.target)
         own = result is not None and is_last and is_whole
         new = np.zeros if form.planes[0].width > 1 else np.empty  # what is behind the last pixel of an element is none

@@ -51,7 +51,7 @@ alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4,
 //         load(p), store<order>(p, t)    a block; the order is that of t, in memory the pixels are in order
 //     Interleaved4                       four bytes a pixel
 //         load(p), loadFour(p)           without the fourth, and with it
-//         store<order>(p, t, alpha)      alpha is in natural order
+//         store<order>(p, t, alpha)      the same alpha for all
 //         wantsDealt                     whether pixels are stored faster by
 //         storeDealt<order>(p, t, alpha) if they were dealt out to the lanes in turn by fours
 //         storeColours<order>(p, t)      the fourth byte keeps its value, and may be written with it

@@ -1,0 +1,1 @@
+// A module has no code of its own beside the libraries.
