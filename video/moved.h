@@ -32,29 +32,27 @@ struct Shifted {
     int down, back;
 };
 
-// Samples of another range. The low part's product, cut off, is the high half of that by twice the low part, which is below 2^14:
-// a word that is added by the same multiplication as the high part's.
+// Samples of another range.
 struct Scaled {
     static constexpr bool keepsBytes = false;
     ZEL_INLINE Scaled(const zelv::Plan& plan, int channel)
         : up(16 - plan.in.depth - plan.in.shift),
           mask(splatWord(0xffff << (16 - plan.in.depth))),
-          high(splatWords(plan.sums.high[channel][channel], 1)),
-          low(splatWord(2 * plan.sums.low[channel][channel])),
+          term(plan.sums.high[channel][channel], plan.sums.low[channel][channel]),
           added(splatDword(plan.sums.offset[channel] + (1 << (plan.sums.shift - 1)))),
           result(Shift<0>{plan.sums.shift}, plan.out.depth),
           back(plan.out.shift) {}
 
     template <bool isWide>
     ZEL_INLINE Words operator()(Words v) const {
-        const Words x = flipped(isWide ? v << up & mask : v), rest = mulHigh(x, low);
-        return result.packed(added + mulAddPairs(interleaveLow(x, rest), high),
-                             added + mulAddPairs(interleaveHigh(x, rest), high))
-               << back;
+        Dwords sum[2];
+        term.of<false>(flipped(isWide ? v << up & mask : v), sum);
+        return result.packed(added + sum[0], added + sum[1]) << back;
     }
 
     int up;
-    Words mask, high, low;
+    Words mask;
+    Single term;
     Dwords added;
     Result<Shift<0>> result;
     int back;
