@@ -58,6 +58,27 @@ struct Scaled {
     int back;
 };
 
+// The same from bytes to bytes, in words.
+struct ScaledBytes {
+    static constexpr bool keepsBytes = false;
+    ZEL_INLINE ScaledBytes(const zelv::Plan& plan, int channel) {
+        const zelv::ByteSum& sum = plan.byteSums[channel];
+        factor = (UWords)splatWord(sum.factor);
+        added = (UWords)splatWord(sum.added);
+        subtracted = (UWords)splatWord(sum.subtracted);
+        shift = sum.shift;
+    }
+
+    template <bool>
+    ZEL_INLINE Words operator()(Words v) const {
+        const UWords sum = subtractSaturated(addSaturated(mulHigh((UWords)v, factor), added), subtracted);
+        return atMost((Words)(sum >> shift), splatWord(255));
+    }
+
+    UWords factor, added, subtracted;
+    int shift;
+};
+
 // A vector of words, or half of one of bytes, in order.
 template <bool isWide>
 ZEL_INLINE Words read(const uint8_t* p) {
@@ -160,6 +181,7 @@ ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], uint8_t*
 template <template <bool, bool> class Kind, class Rule>
 ZEL_INLINE void rowBy(const zelv::Plan& plan, const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2],
                       ptrdiff_t count) {
+    if constexpr (std::is_same_v<Rule, ScaledBytes>) return row<Kind<false, false>, Rule>(rule, in, out, count);
     const bool fromWords = plan.in.depth > 8, toWords = plan.out.depth > 8;
     const auto call = fromWords ? toWords ? row<Kind<true, true>, Rule> : row<Kind<true, false>, Rule>
                       : toWords ? row<Kind<false, true>, Rule>
@@ -226,7 +248,12 @@ ZEL_NOINLINE void convert(const zelv::Call& call) {
 }  // namespace moved
 
 ZEL_INLINE void convertMoved(const zelv::Call& call) {
-    moved::onlyShifts(*call.plan) ? moved::convert<moved::Shifted>(call) : moved::convert<moved::Scaled>(call);
+    if (moved::onlyShifts(*call.plan))
+        moved::convert<moved::Shifted>(call);
+    else if (call.plan->hasByteSums)
+        moved::convert<moved::ScaledBytes>(call);
+    else
+        moved::convert<moved::Scaled>(call);
 }
 
 }  // namespace zel::ZEL_LEVEL::video

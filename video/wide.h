@@ -172,7 +172,7 @@ struct Triple {
     int back;
 };
 
-// Sites of two pixels of all rows.
+// Sites of two pixels of all rows, or of a pixel in planes.
 template <int rows, class From, class Bits>
 ZEL_NOINLINE void encode(const zelv::Call& call, const From& source, int row, Bits bits, int count) {
     const From in = source;
@@ -186,6 +186,7 @@ ZEL_NOINLINE void encode(const zelv::Call& call, const From& source, int row, Bi
     const Triple<Bits> ofLuma(plan, bits, 0), ofU(plan, bits, reversed ? 2 : 1), ofV(plan, bits, reversed ? 1 : 2);
     const Words ones = splatWord(1);
     const Dwords half = splatDword(rows);
+    const bool ofPixels = rows == 1 && out.sitesAcross == 0;
     for (int i = 0; i < count; i += blockPixels) {
         Dwords sum[3][2] = {{half, half}, {half, half}, {half, half}};
         unrolled<rows>([&](auto y) ZEL_INLINE_LAMBDA {
@@ -194,9 +195,16 @@ ZEL_NOINLINE void encode(const zelv::Call& call, const From& source, int row, Bi
             unrolled<2>([&](auto part) ZEL_INLINE_LAMBDA {
                 storeVector(Destination(luma[y] + ptrdiff_t{i} * 2 + part * vectorBytes),
                             ofLuma.of(x[0][part], x[1][part], x[2][part]));
-                unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { sum[c][part] += mulAddPairs(x[c][part], ones); });
+                if (ofPixels) {
+                    const ptrdiff_t byte = ptrdiff_t{i} * 2 + part * vectorBytes;
+                    storeVector(Destination(u + byte), ofU.of(x[0][part], x[1][part], x[2][part]));
+                    storeVector(Destination(v + byte), ofV.of(x[0][part], x[1][part], x[2][part]));
+                } else {
+                    unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { sum[c][part] += mulAddPairs(x[c][part], ones); });
+                }
             });
         });
+        if (ofPixels) continue;
         Words site[3];
         unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { site[c] = packWords(sum[c][0] >> rows, sum[c][1] >> rows); });
         const Words us = ofU.of(site[0], site[1], site[2]), vs = ofV.of(site[0], site[1], site[2]);
@@ -262,7 +270,8 @@ ZEL_INLINE bool encodes(const zelv::Plan& plan) {
     const bool hasFourInOne = in.place[zelv::alphaChannel] == 3 && (in.layout == Layout::dwords || in.depth == 8);
     return plan.combination == zelv::Combination::matrix && in.model == zelv::Model::rgb && out.model == zelv::Model::luma &&
            !plan.ordered && !plan.sited && !in.isFloat && out.depth > 8 && out.layout <= Layout::semiPlanar &&
-           out.sitesAcross == 1 && out.alpha == zelv::Alpha::none &&
+           (out.sitesAcross == 1 || (out.sitesAcross + out.sitesDown == 0 && out.layout == Layout::planar)) &&
+           out.alpha == zelv::Alpha::none &&
            (isInterleaved ? in.place[1] == 1 && (in.samples == 3 || hasFourInOne) : in.depth > 8);
 }
 
