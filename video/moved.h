@@ -58,15 +58,20 @@ struct Scaled {
     int back;
 };
 
-// The same from bytes to bytes, in words.
+// The same from bytes to bytes, with 8 bits of a fraction or, where samples become more, 7. For each of the ranges a quarter of
+// its last bit more gives the results of the sums, for all bytes.
 struct ScaledBytes {
     static constexpr bool keepsBytes = false;
     ZEL_INLINE ScaledBytes(const zelv::Plan& plan, int channel) {
-        const zelv::ByteSum& sum = plan.byteSums[channel];
-        factor = (UWords)splatWord(sum.factor);
-        added = (UWords)splatWord(sum.added);
-        subtracted = (UWords)splatWord(sum.subtracted);
-        shift = sum.shift;
+        const zelv::Sums& sums = plan.sums;
+        const int32_t coefficient = sums.high[channel][channel] * 32768 + sums.low[channel][channel];
+        shift = coefficient < 1 << 28 ? 8 : 7;
+        factor = (UWords)splatWord((coefficient + (1 << (19 - shift))) >> (20 - shift));
+        const int bits = sums.shift - shift;
+        const int32_t middle = sums.offset[channel] + (1 << (sums.shift - 1)) + (128 << sums.shift) + (1 << (bits - 2));
+        const int32_t constant = (middle - coefficient) >> bits;
+        added = (UWords)splatWord(constant > 0 ? constant : 0);
+        subtracted = (UWords)splatWord(constant < 0 ? -constant : 0);
     }
 
     template <bool>
@@ -250,7 +255,7 @@ ZEL_NOINLINE void convert(const zelv::Call& call) {
 ZEL_INLINE void convertMoved(const zelv::Call& call) {
     if (moved::onlyShifts(*call.plan))
         moved::convert<moved::Shifted>(call);
-    else if (call.plan->hasByteSums)
+    else if (call.plan->in.depth == 8 && call.plan->out.depth == 8)
         moved::convert<moved::ScaledBytes>(call);
     else
         moved::convert<moved::Scaled>(call);

@@ -300,34 +300,9 @@ class Numbers {
         plan_.sums.shift = static_cast<uint8_t>(shift());
         writeOffsets();
         writeAlpha();
-        if (plan_.combination == Combination::channels && isRounded8 && plan_.in.depth == 8 && plan_.in.model == Model::luma)
-            plan_.hasByteSums = writeByteSum(0) && writeByteSum(1);
     }
 
   private:
-    // Whether fewer bits give the same for all bytes.
-    bool writeByteSum(int channel) {
-        constexpr int samples = 256, most = samples - 1;
-        const int32_t high = plan_.sums.high[channel][channel], low = plan_.sums.low[channel][channel];
-        const int32_t coefficient = high * (1 << lowBits) + low, unity = 1 << (13 + lowBits);
-        if (coefficient <= 0 || coefficient >= 2 * unity) return false;
-        const int bits = coefficient < unity ? 8 : 7;
-        const int32_t factor = (coefficient + (1 << (19 - bits))) >> (20 - bits);
-        const int32_t added = plan_.sums.offset[channel] + (1 << (shift() - 1)) + (1 << (shift() + 7));
-        int32_t least = -(samples << 8), greatest = samples << 8;
-        for (int i = 0; i < samples; ++i) {
-            const int32_t x = i * 256 - 32768, part = i * factor >> 8;
-            const int32_t sum = (high * x + (low * x >> lowBits) + added) >> shift();
-            if (sum > 0) least = std::max(least, (std::min(sum, most) << bits) - part);
-            if (sum < most) greatest = std::min(greatest, (std::max(sum, 0) << bits) + (1 << bits) - 1 - part);
-        }
-        if (least > greatest) return false;
-        const int32_t middleOf = (least + greatest) >> 1;
-        plan_.byteSums[channel] = {static_cast<uint16_t>(factor), static_cast<uint16_t>(std::max(middleOf, 0)),
-                                   static_cast<uint16_t>(std::max(-middleOf, 0)), static_cast<uint8_t>(bits)};
-        return true;
-    }
-
     // 2^shift is the destination's unit.
     int shift() const { return scale_ + 16 - depth_; }
     int rows() const { return plan_.out.model == Model::gray ? 1 : 3; }

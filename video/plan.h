@@ -42,13 +42,6 @@ enum class Combination : uint8_t {
     matrix     // the first one, or all, of all three
 };
 
-// The sum of one channel from bytes to bytes in words: floor(((sample * factor >> 8) + added - subtracted) / 2^shift), all
-// differences and results bounded.
-struct ByteSum {
-    uint16_t factor, added, subtracted;
-    uint8_t shift;
-};
-
 struct Plan {
     uint64_t identifier;
     Side in, out;
@@ -57,8 +50,6 @@ struct Plan {
     bool linear, sited, ordered;
     bool firstIsWhole;  // the first term has no low part
     bool allAreWhole;   // no term has
-    bool hasByteSums;
-    ByteSum byteSums[2];  // of luma and of chroma
 };
 
 }  // namespace zelv
