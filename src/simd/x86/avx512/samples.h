@@ -70,7 +70,8 @@ struct InterleavedThree {
 
     ZEL_INLINE static Channels<V> load(const uint8_t* p) {
         constexpr auto& t = samples::table<size>;
-        const Bytes v[3] = {loadBytes(p), loadBytes(p + 64), loadBytes(p + 128)};
+        // Loaded once: compilers would load again under masks, which can take several times as long where stores follow.
+        const Bytes v[3] = {computed(loadBytes(p)), computed(loadBytes(p + 64)), computed(loadBytes(p + 128))};
         const auto channel = [&](auto c) ZEL_INLINE_LAMBDA {
             return (V)samples::reorder(samples::blend<t.place[1][c], t.place[2][c]>(v[0], v[1], v[2]), t.together[c]);
         };
