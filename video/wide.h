@@ -124,6 +124,9 @@ struct Interleaved {
         constexpr int vectors = Load::items / words;
         unrolled<2 / vectors>([&](auto part) ZEL_INLINE_LAMBDA {
             Words read[4][2];
+            // Pixels of six bytes come faster than a processor foresees them.
+            prefetch<Use::read>(row[y] + ptrdiff_t{at + part * words} * Load::itemBytes + 2048,
+                                size_t(Load::items * Load::itemBytes));
             load.read(row[y] + ptrdiff_t{at + part * words} * Load::itemBytes, read);
             unrolled<vectors>([&](auto k) ZEL_INLINE_LAMBDA {
                 v[0][part + k] = isRedFirst ? read[0][k] : read[2][k];
