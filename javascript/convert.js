@@ -1,5 +1,5 @@
 // Conversion between formats by name, over as many functions as it takes.
-import {matrices, methods} from './catalogue.js';
+import {fullRangeMatrices, matrices, methods} from './catalogue.js';
 import {ZelError} from './error.js';
 import {ceil, formatList, formats, functionList, plainName, saysFullRange} from './formats.js';
 import {extrasOf} from './functions.js';
@@ -11,7 +11,15 @@ const VIDEO = 'zelvConvert';
 const BY = ['function', 'video', 'move'];
 const OF_REGIONS = ['grid', 'region', 'layout', 'above'];  // images are whole here, and formats say what their grid is
 const OWN = ['matrix', 'range', 'location', 'method', 'dither', 'out'];
-const PLAN_BYTES = 320;
+
+/** Where only samples moved, what wasn't known before isn't known now; where they were encoded, it is. */
+function madeColours(from, to, {said}, matrix) {
+  if (to.model !== 'ycbcr') return {matrix: undefined, range: undefined};
+  const range = RANGES[said[3]];
+  if (from.model === 'ycbcr') return {matrix, range};
+  const name = matrices[said[1]];
+  return {matrix: name, range: range ?? (fullRangeMatrices.includes(name) ? 'full' : 'limited')};
+}
 
 const pairOf = value => Array.isArray(value) ? value : [value, value];
 
@@ -114,7 +122,7 @@ export class Converter {
     const key = JSON.stringify([step.source.name, step.target.name, said, method]);
     if (!this.#plans.has(key)) {
       const sides = this.#core.describe(step.source.number, step.target.number, this.#sayAgain(said)) >>> 0;
-      const plan = this.#heap.allocate(PLAN_BYTES);
+      const plan = this.#heap.allocate(this.#core.planBytes());
       const options = this.#heap.scratch + 64;
       this.#heap.withText(method, text => this.#core.videoOptions(text, options));
       const status = sides ? video.zelvMakePlan(plan.address, sides, sides + this.#core.formatBytes(), options) : -5;
@@ -224,8 +232,7 @@ export class Converter {
         current = next;
       });
       if (current !== into) this.#copy(current, into);
-      into.matrix = form.model === 'ycbcr' ? pairOf(matrix)[1] : undefined;
-      into.range = form.model === 'ycbcr' ? pairOf(range)[1] : undefined;
+      Object.assign(into, madeColours(image.form, form, way, pairOf(matrix)[1]));
       return into;
     } catch (error) {
       result?.free();

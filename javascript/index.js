@@ -8,8 +8,8 @@ import {Image, coloursOf, webFormat} from './image.js';
 
 export {Image, ZelError, constants, formats, version};
 
-const MODULE_BYTES = 131072;  // of each, and twice as much for the stack before them
-const FIRST_BYTES = (moduleNames.length + 3) * MODULE_BYTES;
+const MODULE_BYTES = 131072;  // of each and the core, and four times as much for the stacks before them
+const FIRST_BYTES = (moduleNames.length + 5) * MODULE_BYTES;
 
 /** What is given for a module is a URL, a Response, bytes or a WebAssembly.Module. */
 async function compile(given) {
@@ -117,7 +117,13 @@ class Zelcc {
     const {width, height} = frame.visibleRect;
     const image = Image.make(this.#heap, formats[format], width, height);
     try {
-      await frame.copyTo(image.bytes, {layout: image.layout});
+      let bytes;
+      do {  // The memory may grow while the browser copies, and then is another one.
+        bytes = image.bytes;
+        await frame.copyTo(bytes, {layout: image.layout}).catch(error => {
+          if (bytes.length) throw error;
+        });
+      } while (!bytes.length);
     } catch (error) {
       image.free();
       throw error;

@@ -22,6 +22,15 @@ test('views show the memory that functions write, also after it has grown', asyn
   large.free();
 });
 
+test('the core, which functions call for memory, leaves their stack alone', async () => {
+  const zelcc = await load({modules: []});
+  const stack = () => new Uint8Array(zelcc.memory.buffer, 0, 262144);
+  stack().fill(0xa5);
+  zelcc.image('rgba', 64, 64).free();
+  zelcc.way('nv12', 'lab24');
+  assert.ok(stack().every(byte => byte === 0xa5));
+});
+
 test('freed memory is used again, whatever failed in between', async () => {
   const zelcc = await load({modules: ['lumachroma', 'chroma', 'intensity', 'reducebits', 'video']});
   const run = () => {
