@@ -71,6 +71,23 @@ test('images that nobody can reach are freed, and those that a view or a crop sh
   if (view.length) assert.ok(view.every(sample => sample === 9));
 });
 
+test('frames are taken whole if memory grows while they are copied', async () => {
+  const zelcc = await load({modules: []});
+  const visibleRect = {width: 2048, height: 2048};
+  const frame = value => ({
+    format: 'NV12', visibleRect, colorSpace: {},
+    async copyTo(bytes) {
+      await setTimeout(1);
+      if (!bytes.length) throw new TypeError('detached');
+      bytes.fill(value);
+    },
+  });
+  const images = await Promise.all([1, 2, 3].map(value => zelcc.fromVideoFrame(frame(value))));
+  assert.ok(images.every((image, i) => image.bytes.every(byte => byte === i + 1)));
+  const closed = {...frame(0), copyTo: async () => { throw new TypeError('closed'); }};
+  await assert.rejects(zelcc.fromVideoFrame(closed), /closed/);
+});
+
 test('dispose frees', {skip: !Symbol.dispose}, async () => {
   const zelcc = await load({modules: []});
   const image = zelcc.image('rgba', 16, 16);
