@@ -11,11 +11,13 @@ export {Image, ZelError, constants, formats, version};
 const MODULE_BYTES = 131072;  // of each and the core, and four times as much for the stacks before them
 const FIRST_BYTES = (moduleNames.length + 5) * MODULE_BYTES;
 
+const FILES = 'node:fs/promises';  // no literal, for bundlers would look for it in pages
+
 /** What is given for a module is a URL, a Response, bytes or a WebAssembly.Module. */
 async function compile(given) {
   let source = await given;
   if (source instanceof WebAssembly.Module) return source;
-  if (source instanceof URL && source.protocol === 'file:') source = await (await import('node:fs/promises')).readFile(source);
+  if (source instanceof URL && source.protocol === 'file:') source = await (await import(/* webpackIgnore: true */ /* @vite-ignore */ FILES)).readFile(source);
   if (typeof source === 'string' || source instanceof URL) source = await fetch(source);
   if (typeof Response === 'undefined' || !(source instanceof Response)) return WebAssembly.compile(source);
   if (!source.ok) throw new ZelError(`${source.url} can't be loaded: ${source.status} ${source.statusText}`, {function: 'load'});
