@@ -40,6 +40,8 @@ TEST(SimdIntegers, ElementByElement) {
 
     each<Words>(WORD(mulHigh), [](int a, int b) { return (a * b) >> 16; });
     each<UWords>(WORD(mulHigh), [](uint32_t a, uint32_t b) { return (a * b) >> 16; });
+    each<UWords>(Word("mulHighOfBytes", [](UWords a, UWords b) { return mulHighOfBytes(a & 0xff00, b); }),
+                 [](uint32_t a, uint32_t b) { return ((a & 0xff00) * b) >> 16; });
     each<Words>(WORD(mulRound), [](int a, int b) {
         return a == -32768 && b == -32768 ? roundedProductOfLowest() : int16_t((a * b + 0x4000) >> 15);
     });
@@ -62,6 +64,8 @@ TEST(SimdIntegers, OfNeighbours) {
         const auto product = [&](int at) { return x[at] * asSigned(x[elements<Bytes> + at]); };
         return saturated<int16_t>(product(2 * i) + product(2 * i + 1));
     });
+    compare<Bytes, 1>(WORD(pairSums<1>), [](int i, const auto& x) { return x[2 * i] + x[2 * i + 1]; });
+    compare<Bytes, 1>(WORD(pairSums<64>), [](int i, const auto& x) { return 64 * (x[2 * i] + x[2 * i + 1]); });
     compare<Words, 1>(WORD(lowWords), [](int i, const auto& x) { return x[i / 4 * 8 + i % 4]; });
     compare<Words, 1>(WORD(highWords), [](int i, const auto& x) { return x[i / 4 * 8 + 4 + i % 4]; });
 }

@@ -94,7 +94,9 @@ class TruncatedLuma {
     ZEL_INLINE Words words(const LiftedHalf& x) const { return (Words)(sum(x) >> shift); }
 
   private:
-    ZEL_INLINE UWords sum(const LiftedHalf& x) const { return mulHigh(x.a, a_) + mulHigh(x.b, b_) + mulHigh(x.c, c_) + bias_; }
+    ZEL_INLINE UWords sum(const LiftedHalf& x) const {
+        return mulHighOfBytes(x.a, a_) + mulHighOfBytes(x.b, b_) + mulHighOfBytes(x.c, c_) + bias_;
+    }
 
     UWords a_, b_, c_, bias_;
 };

@@ -40,6 +40,11 @@ ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes) {
     const Words odd = (Words)((UWords)a >> 8) * ((Words)signedBytes >> 8);
     return (Words)vqaddq_s16(arm::s16(even), arm::s16(odd));
 }
+ZEL_INLINE UWords mulHighOfBytes(UWords a, UWords b) { return mulHigh(a, b); }
+template <int weight>
+ZEL_INLINE Words pairSums(Bytes v) {
+    return mulAddBytes(v, splatByte(weight));
+}
 
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)vqmovun_high_s16(vqmovun_s16(arm::s16(a)), arm::s16(b)); }
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)vqmovn_high_s16(vqmovn_s16(arm::s16(a)), arm::s16(b)); }

@@ -35,12 +35,22 @@ ZEL_INLINE UWords mulHigh(UWords a, UWords b) {
     const v128_t x = (v128_t)a, y = (v128_t)b;
     return (UWords)wasm::upperWords(wasm_u32x4_extmul_low_u16x8(x, y), wasm_u32x4_extmul_high_u16x8(x, y));
 }
+// A byte times both bytes of the other one: few machines have products of whole words' high halves.
+ZEL_INLINE UWords mulHighOfBytes(UWords a, UWords b) {
+    const UWords byte = a >> 8;
+    return byte * (b >> 8) + (byte * (b & 0xff) >> 8);
+}
 ZEL_INLINE Words mulRound(Words a, Words b) { return (Words)wasm_i16x8_q15mulr_sat((v128_t)a, (v128_t)b); }
 ZEL_INLINE Dwords mulAddPairs(Words a, Words b) { return (Dwords)wasm_i32x4_dot_i16x8((v128_t)a, (v128_t)b); }
 ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes) {
     const Words even = (Words)((UWords)a & 0xff) * ((Words)((UWords)signedBytes << 8) >> 8);
     const Words odd = (Words)((UWords)a >> 8) * ((Words)signedBytes >> 8);
     return (Words)wasm_i16x8_add_sat((v128_t)even, (v128_t)odd);
+}
+
+template <int weight>
+ZEL_INLINE Words pairSums(Bytes v) {
+    return (Words)wasm_u16x8_extadd_pairwise_u8x16((v128_t)v) * short{weight};
 }
 
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)wasm_u8x16_narrow_i16x8((v128_t)a, (v128_t)b); }

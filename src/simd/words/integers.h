@@ -17,12 +17,17 @@ ZEL_INLINE Dwords splatDwords(int32_t even, int32_t odd);
 // floor(a b / 65536).
 ZEL_INLINE Words mulHigh(Words a, Words b);
 ZEL_INLINE UWords mulHigh(UWords a, UWords b);
+// The same where the lower byte of every a is 0.
+ZEL_INLINE UWords mulHighOfBytes(UWords a, UWords b);
 // floor((a b + 16384) / 32768); of two -32768, which no word can hold, -32768 or 32767.
 ZEL_INLINE Words mulRound(Words a, Words b);
 // The sum of both products of a pair; where all four are -32768 it wraps, to the lowest dword.
 ZEL_INLINE Dwords mulAddPairs(Words a, Words b);
 // The sum of both products of a pair of unsigned and signed bytes, saturated to a word.
 ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes);
+// The sum of each pair of unsigned bytes, times a weight of at most 64.
+template <int weight>
+ZEL_INLINE Words pairSums(Bytes v);
 
 // Signed elements of a, then those of b, saturated to narrower ones: unsigned bytes, signed bytes, signed words.
 ZEL_INLINE Bytes packBytes(Words a, Words b);

@@ -25,6 +25,11 @@ ZEL_INLINE Dwords mulAddPairs(Words a, Words b) { return (Dwords)ZEL_MM(madd_epi
 ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes) {
     return (Words)ZEL_MM(maddubs_epi16)((Register)a, (Register)signedBytes);
 }
+ZEL_INLINE UWords mulHighOfBytes(UWords a, UWords b) { return mulHigh(a, b); }
+template <int weight>
+ZEL_INLINE Words pairSums(Bytes v) {
+    return mulAddBytes(v, splatByte(weight));
+}
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)ZEL_MM(packus_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)ZEL_MM(packs_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)ZEL_MM(packs_epi32)((Register)a, (Register)b); }
