@@ -114,6 +114,7 @@ Comparison compare(const Export& row, Size size, const Effort& effort) {
         return Figure{contenders[i].name, median(seconds[i]), median(ratios)};
     };
     Comparison comparison{.name = row.name,
+                          .taskName = taskNameOf(row),
                           .size = size,
                           .bytes = workload.bytes(),
                           .self = figureOf(Workload::exportIndex),
@@ -165,8 +166,9 @@ std::string toJson(const std::vector<Comparison>& comparisons) {
     out << "],\n\"comparisons\": [";
     separator = "\n";
     for (const Comparison& comparison : comparisons) {
-        out << separator << "{\"export\": \"" << comparison.name << "\", \"width\": " << comparison.size.width
-            << ", \"height\": " << comparison.size.height << ", \"bytes\": " << comparison.bytes << ",\n \"self\": ";
+        out << separator << "{\"export\": \"" << comparison.name << "\", \"task\": \"" << comparison.taskName
+            << "\", \"width\": " << comparison.size.width << ", \"height\": " << comparison.size.height
+            << ", \"bytes\": " << comparison.bytes << ",\n \"self\": ";
         separator = ",\n";
         writeFigure(out, comparison.self);
         out << ",\n \"copy\": ";

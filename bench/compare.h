@@ -23,6 +23,7 @@ struct Figure {
 
 struct Comparison {
     std::string name;
+    std::string taskName;  // of the first of its twins
     Size size;
     double bytes;
     Figure self;

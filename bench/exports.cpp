@@ -1,6 +1,8 @@
 #include "exports.h"
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "library.h"
@@ -115,6 +117,17 @@ catalog::Side sideOf(const Image& image, const catalog::Format& format, const st
     return side;
 }
 
+// Without what twins differ in.
+Task ownTaskOf(Task task) {
+    constexpr std::pair<Layout, Layout> twins[] = {{bgr24, rgb24}, {bgra32, rgba32}, {nv21, nv12}, {yvyu, yuy2}, {uyvy, yuy2}};
+    for (const auto& [twin, first] : twins) {
+        if (task.source.layout == twin) task.source.layout = first;
+        if (task.destination.layout == twin) task.destination.layout = first;
+    }
+    if (task.variant == matrix709 || task.variant == matrix709Full) task.variant = replicate;
+    return task;
+}
+
 std::vector<Export> allExports() {
     std::vector<Export> all;
     for (const catalog::Conversion& c : catalog::conversions()) {
@@ -161,6 +174,10 @@ Call Export::bind(const Image& source, const Image& destination) const {
 std::span<const Export> exports() {
     static const std::vector<Export> all = allExports();
     return all;
+}
+
+const std::string& taskNameOf(const Export& row) {
+    return std::ranges::find(exports(), ownTaskOf(row.task), [](const Export& other) { return ownTaskOf(other.task); })->name;
 }
 
 }  // namespace bench

@@ -82,4 +82,8 @@ struct Export {
 
 std::span<const Export> exports();
 
+// The name of the first export that does the same task but for the order of channels and of chroma, and for the matrix: one of
+// many twins stands for all.
+const std::string& taskNameOf(const Export& row);
+
 }  // namespace bench

@@ -234,7 +234,7 @@ std::string libyuvVersion() { return "libyuv " + std::to_string(LIBYUV_VERSION);
 
 void addLibyuv(const Task& task, std::vector<Peer>& peers) {
     for (const Row& row : table) {
-        if (row.task == task) peers.push_back({std::string("libyuv ") + row.steps, row.bind});
+        if (row.task == task) peers.push_back({libyuvVersion() + " " + row.steps, row.bind});
     }
 }
 

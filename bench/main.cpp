@@ -1,6 +1,7 @@
 // zelcc_bench [Google Benchmark's options]    measures contenders one by one
 // zelcc_bench --compare [options]             measures them in turns and prints ratios
 // zelcc_bench --pipelines [options]           measures three calls in a row, over whole frames and over strips of them
+// zelcc_bench --threads [options]             measures one call beside two at once, each on half of the rows
 // zelcc_bench --check [options]               compares the results of the peers with those of the exports
 //
 //   --filter=REGEX   only the exports whose name it finds
@@ -11,16 +12,19 @@
 //   --json=FILE      of --compare: also writes all figures to a file
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <exception>
 #include <fstream>
 #include <regex>
 #include <stdexcept>
+#include <utility>
 
 #include "compare.h"
 #include "level.h"
 #include "pipelines.h"
+#include "threads.h"
 
 namespace bench {
 
@@ -138,6 +142,16 @@ int runCheck(const Options& options) {
     return faults ? 1 : 0;
 }
 
+int measurePipelines(const Options& options) {
+    runPipelines(options.sizes, options.effort);
+    return 0;
+}
+
+int measureThreads(const Options& options) {
+    runThreads(selected(options), options.sizes, options.effort);
+    return 0;
+}
+
 // Google Benchmark runs a function several times; the buffers of the last workload are kept between the runs.
 const Workload& workloadOf(const Export& row, Size size) {
     static std::unique_ptr<Workload> workload;
@@ -184,16 +198,13 @@ int runGoogleBenchmark(int argc, char** argv) {
 
 int run(int argc, char** argv) {
     const std::string_view mode = argc > 1 ? argv[1] : "";
-    if (mode == "--compare" || mode == "--check" || mode == "--pipelines") {
-        const Options options = parse(argc, argv);
-        printMachine();
-        if (mode == "--pipelines") {
-            runPipelines(options.sizes, options.effort);
-            return 0;
-        }
-        return mode == "--compare" ? runComparison(options) : runCheck(options);
-    }
-    return runGoogleBenchmark(argc, argv);
+    constexpr std::pair<std::string_view, int (*)(const Options&)> modes[] = {
+        {"--compare", runComparison}, {"--check", runCheck}, {"--pipelines", measurePipelines}, {"--threads", measureThreads}};
+    const auto found = std::ranges::find(modes, mode, &std::pair<std::string_view, int (*)(const Options&)>::first);
+    if (found == std::end(modes)) return runGoogleBenchmark(argc, argv);
+    const Options options = parse(argc, argv);
+    printMachine();
+    return found->second(options);
 }
 
 }  // namespace

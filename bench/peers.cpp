@@ -14,6 +14,12 @@ constexpr Library libraries[] = {
 #ifdef ZELCC_BENCH_LIBYUV
     {libyuvVersion, addLibyuv},
 #endif
+#ifdef ZELCC_BENCH_NEWER_LIBYUV
+    {newerLibyuvVersion, addNewerLibyuv},
+#endif
+#ifdef ZELCC_BENCH_YUV_CRATE
+    {yuvCrateVersion, addYuvCrate},
+#endif
 #ifdef ZELCC_BENCH_LIBRAW
     {libRawVersion, addLibRaw},
 #endif

@@ -15,13 +15,16 @@ struct Peer {
     bool hasOtherScale = false;                                               // of its samples, so results can't be compared
 };
 
-// Each library that the build found, as "name version".
+// Each library that the build found, as "name version". The names of its ways begin with the same word, or, where there are two
+// versions of a library, with both.
 std::vector<std::string> peerVersions();
 
 // All ways of all libraries to do a task.
 std::vector<Peer> peersOf(const Task& task);
 
 void addLibyuv(const Task& task, std::vector<Peer>& peers);
+void addNewerLibyuv(const Task& task, std::vector<Peer>& peers);
+void addYuvCrate(const Task& task, std::vector<Peer>& peers);
 void addLibRaw(const Task& task, std::vector<Peer>& peers);
 void addOpenCv(const Task& task, std::vector<Peer>& peers);
 void addSwscale(const Task& task, std::vector<Peer>& peers);
@@ -29,6 +32,8 @@ void addZimg(const Task& task, std::vector<Peer>& peers);
 void addPlainLoops(const Task& task, std::vector<Peer>& peers);
 
 std::string libyuvVersion();
+std::string newerLibyuvVersion();
+std::string yuvCrateVersion();
 std::string libRawVersion();
 std::string openCvVersion();
 std::string swscaleVersion();

@@ -1,8 +1,10 @@
 // Samples to where another format has them: by way of a row of each channel, taken apart and put together a block at a time.
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <vector>
 
+#include "catalog/colours.h"
 #include "catalog/path.h"
 
 namespace catalog {
@@ -131,9 +133,28 @@ class Mover {
     T alpha_[blockUnits];
 };
 
+// RGB of whole numbers at one depth, which libzelvideo moves by vectors. False where it doesn't have the formats.
+bool moveByVideo(const Format& source, const Side& from, const Format& target, const Side& to, ZelSize size) {
+    const auto isDescribed = [](const Format& f) {
+        return f.model == Model::rgb && f.description.depth >= 8 && f.description.depth <= 16;
+    };
+    ZelvPlan plan;
+    if (!isDescribed(source) || !isDescribed(target) || source.description.depth != target.description.depth ||
+        makePlan(&plan, source, target, {}, {}) != zelStsNoErr)
+        return false;
+    const uint8_t* read[4];
+    uint8_t* written[4];
+    for (size_t i = 0; i < std::size(read); ++i) {
+        read[i] = static_cast<const uint8_t*>(from.planes[i]);
+        written[i] = static_cast<uint8_t*>(to.planes[i]);
+    }
+    return zelvConvert(&plan, read, from.steps.data(), written, to.steps.data(), size) == zelStsNoErr;
+}
+
 }  // namespace
 
 void rearrange(const Format& source, const Side& from, const Format& target, const Side& to, ZelSize size) {
+    if (moveByVideo(source, from, target, to, size)) return;
     const auto move = [&](auto alpha) { Mover<decltype(alpha)>(source, from, target, to, size, alpha); };
     const uint64_t alpha = opaque(target.element);
     switch (bytesOf(target.element)) {

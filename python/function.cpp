@@ -247,17 +247,30 @@ bool slice(const Binding& b, Arguments& a, catalog::Call& call) {
     return true;
 }
 
-// A grid by its number, or as the formats of mosaics write it.
-bool gridOf(const Binding& b, const Arguments& a, int32_t& value) {
-    if (!PyUnicode_Check(a.given[grid])) return integer(b, a, grid, value);
-    static_assert(zelBayerBGGR == 0 && zelBayerRGGB == 1 && zelBayerGBRG == 2 && zelBayerGRBG == 3);
-    constexpr const char* names[] = {"bggr", "rggb", "gbrg", "grbg"};
-    for (int i = 0; i < 4; ++i) {
-        if (PyUnicode_CompareWithASCIIString(a.given[grid], names[i]) != 0) continue;
-        value = i;
+// What a word may stand for instead of its number, from 0 on.
+template <size_t count>
+bool named(const Binding& b, const Arguments& a, Keyword keyword, const char* const (&names)[count], const char* refusal,
+           int32_t& value) {
+    if (!a.given[keyword] || !PyUnicode_Check(a.given[keyword])) return integer(b, a, keyword, value);
+    for (size_t i = 0; i < count; ++i) {
+        if (PyUnicode_CompareWithASCIIString(a.given[keyword], names[i]) != 0) continue;
+        value = static_cast<int32_t>(i);
         return true;
     }
-    return refuse(b, "grid", "must be one of bggr, rggb, gbrg and grbg, or their number");
+    return refuse(b, keywordNames[keyword], refusal);
+}
+
+// As the formats of mosaics write it.
+bool gridOf(const Binding& b, const Arguments& a, int32_t& value) {
+    static_assert(zelBayerBGGR == 0 && zelBayerRGGB == 1 && zelBayerGBRG == 2 && zelBayerGRBG == 3);
+    return named(b, a, grid, {"bggr", "rggb", "gbrg", "grbg"}, "must be one of bggr, rggb, gbrg and grbg, or their number",
+                 value);
+}
+
+bool ditherOf(const Binding& b, const Arguments& a, int32_t& value) {
+    static_assert(zelDitherNone == 0 && zelDitherFS == 1 && zelDitherJJN == 2 && zelDitherStucki == 3 && zelDitherBayer == 4);
+    return named(b, a, dtype, {"none", "fs", "jjn", "stucki", "bayer"},
+                 "must be one of none, fs, jjn, stucki and bayer, or their number", value);
 }
 
 bool mosaic(const Binding& b, const Arguments& a, catalog::Call& call, ZelSize whole) {
@@ -286,7 +299,7 @@ bool extras(const Binding& b, Arguments& a, catalog::Call& call) {
     if (f.takes(Extra::alpha) && !alpha(b, a, call)) return false;
     if (f.takes(Extra::range) && (!real(a, vMin, call.lowest) || !real(a, vMax, call.highest))) return false;
     if (f.takes(Extra::slice) && !slice(b, a, call)) return false;
-    return integer(b, a, noise, call.noise) && integer(b, a, dtype, call.dither) && integer(b, a, levels, call.levels) &&
+    return integer(b, a, noise, call.noise) && ditherOf(b, a, call.dither) && integer(b, a, levels, call.levels) &&
            integer(b, a, bitOffset, call.bitOffset) && integer(b, a, threshold, call.threshold, 0, 255) &&
            coefficients(b, a, call);
 }

@@ -2,6 +2,7 @@
 #include "call.h"
 #include "video/fused.h"
 #include "video/moved.h"
+#include "video/reordered.h"
 #include "video/source.h"
 #include "video/stores.h"
 #include "video/sums.h"
@@ -284,7 +285,14 @@ class Converter {
     Line own_, grid_[3], out_[4];  // one of the source, chroma on its grid, results
 };
 
-void convert(const zelv::Call& call) { moved::serves(*call.plan) ? convertMoved(call) : Converter(call).run(); }
+void convert(const zelv::Call& call) {
+    if (moved::serves(*call.plan))
+        convertMoved(call);
+    else if (reordered::serves(*call.plan))
+        convertReordered(call);
+    else
+        Converter(call).run();
+}
 
 }  // namespace
 }  // namespace zel::ZEL_LEVEL::video

@@ -301,11 +301,31 @@ def _convert_parts(parts: _Parts, source: Packed | Planar, target: Packed | Plan
         list(pool.map(run, parts))  # which raises what one of them does
 
 
+_CACHE_BYTES = 1 << 22  # of the largest cache: shorter strips would spend more time on calls
+
+
+def _is_in_place(step: Step) -> bool:
+    """Whether it only exchanges channels of each pixel, as between rgb24 and bgr24."""
+    before, after = _format(step.source), _format(step.target)
+    return step.function is None and len(before.planes) == 1 and before.dtype == after.dtype and (
+        sorted(before.planes[0].channels) == sorted(after.planes[0].channels))
+
+
+def _rows_in_cache(path: _Path, width: int, height: int) -> int:
+    """Of a strip whose images between the steps stay in the cache; all where there are none or the results would show the cuts."""
+    between = [_format(step.target) for step, following in zip(path.steps, path.steps[1:]) if not _is_in_place(following)]
+    if not between or not path.rows:
+        return height
+    wide = -(-width // path.width) * path.width
+    of_rows = max(sum(int(np.prod(shape)) for shape in form.shapes(wide, path.rows)) * form.dtype.itemsize for form in between)
+    return max(_CACHE_BYTES // of_rows, 1) * path.rows
+
+
 def _strips(path: _Path, arrays: tuple[Plane, ...], before: Format, made: tuple[Plane, ...], after: Format, height: int,
-            threads: int) -> _Parts:
-    """As many of whole parts as there are threads, or one where the results would show the cuts."""
+            threads: int, most: int) -> _Parts:
+    """As many of whole parts as there are threads, or more of so many rows, or one where the results would show the cuts."""
     shares = any(np.may_share_memory(a, b) for a in arrays for b in made)
-    rows = height if shares or not path.rows else -(-height // (threads * path.rows)) * path.rows
+    rows = height if shares or not path.rows else min(-(-height // (threads * path.rows)) * path.rows, most)
 
     def cut(planes: tuple[Plane, ...], form: Format, row: int) -> tuple[Plane, ...]:
         return tuple(plane[row // p.height:-(-min(row + rows, height) // p.height)] for plane, p in zip(planes, form.planes))
@@ -388,9 +408,10 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
         size = first.shape[1] * after.planes[0].width, first.shape[0]
     arrays, (width, height) = _checked("image", given if len(given) > 1 else given[0], before, size)
     result = None if out is None else _checked("out", out, after, (width, height))[0]
-    if threads > 1:
+    most = _rows_in_cache(path, width, height)
+    if threads > 1 or most < height:
         target_planes = tuple(np.zeros(s, after.dtype) for s in after.shapes(width, height)) if result is None else result
-        parts = _strips(path, arrays, before, target_planes, after, height, threads)
+        parts = _strips(path, arrays, before, target_planes, after, height, threads, most)
         if len(parts) > 1:
             _convert_parts(parts, source, target, threads, how)
             if out is not None and not isinstance(out, (tuple, list)):
@@ -406,7 +427,10 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
     if not path.steps:
         final = tuple(plane.copy() for plane in arrays)
     for number, (step, own_extras) in enumerate(zip(path.steps, _shared_out(path, extras))):
-        is_last = number == len(path.steps) - 1
+        if number > 0 and _is_in_place(step):
+            _run(step, arrays, arrays, path.colours, own_extras)
+            continue
+        is_last = all(_is_in_place(later) for later in path.steps[number + 1:])
         form = _format(step.target)
         own = result is not None and is_last and is_whole
         new = np.zeros if form.planes[0].width > 1 else np.empty  # what is behind the last pixel of an element is none

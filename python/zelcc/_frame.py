@@ -34,15 +34,15 @@ def from_frame(frame: Any, format: Packed | Planar = "rgb24", *, matrix: Matrix 
                location: Location = "left", **how: Any) -> Image:
     """Converts a decoded av.VideoFrame, whose planes are read where they lie, as `convert` does with its further arguments.
 
-    Format, matrix and range are the frame's own. What it leaves open is asked for rather than guessed, and an argument overrules
-    what it says. PyAV doesn't tell where chroma lies, which matters to method="filter" alone, so it is where location says. Interlaced
+    Format, matrix and range are the frame's own. What it leaves open, as all do in PyAV before 11, is asked for rather than guessed,
+    and an argument overrules what it says. PyAV doesn't tell where chroma lies, which matters to method="filter" alone, so it is where location says. Interlaced
     frames need method="interlaced".
     """
     name = str(frame.format.name)
     plain = name if _is_full(name) else _by_ffmpeg().get(name, name)
     before, after = _format(plain), _format(format)
-    found: Matrix | None = matrix or _MATRICES.get(int(frame.colorspace))
-    said: Range | None = range or ("full" if _is_full(name) else _RANGES.get(int(frame.color_range)))
+    found: Matrix | None = matrix or _MATRICES.get(int(getattr(frame, "colorspace", 2)))
+    said: Range | None = range or ("full" if _is_full(name) else _RANGES.get(int(getattr(frame, "color_range", 0))))
     if _has_chroma(before):
         if not found:
             raise ValueError('the frame doesn\'t say by which matrix its luma and chroma were made; give matrix=, as "601" or "709"')

@@ -52,6 +52,7 @@ struct Row {
     Destinations out;
     Alpha alpha;
     Place place;
+    bool isFarAway = false;  // the source is in no cache, and worth asking for
 };
 
 struct Stream {

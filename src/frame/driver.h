@@ -54,6 +54,7 @@ struct MovedRow : Row {
         for (int i = 0; i < c.to.count; ++i) out[i] = row.out[i] + sites * c.to.streams[i].bytes;
         alpha = row.alpha;
         place = {row.place.column + sites, row.place.group};
+        isFarAway = row.isFarAway;
     }
     ZEL_INLINE void next(const Conversion& c, const Steps& steps, size_t groups = 1) {
         for (int i = 0; i < c.from.count; ++i) in[i] = moved(in[i], steps.in[i] * groups);
@@ -69,6 +70,37 @@ ZEL_INLINE size_t quotient(size_t n, int k) { return n >> __builtin_ctz(unsigned
 ZEL_INLINE bool canStartAt(const Conversion& c, size_t sites) {
     const int columns = int(sites) * c.site.width;
     return columns == 0 || !c.blockColumns || c.blockColumns(columns) == columns;
+}
+
+// Whole blocks of a source that is far away: while a piece of a row is converted, the next one is on its way.
+ZEL_NOINLINE inline void convertByPieces(const Conversion& c, const Kernel& kernel, const void* constants, const Row& first,
+                                         const Steps& steps, size_t groups, size_t blocks) {
+    constexpr unsigned pieceBytes = 2048;
+    unsigned widest = 0;
+    for (int i = 0; i < c.from.count; ++i)
+        if (c.from.streams[i].bytes > widest) widest = c.from.streams[i].bytes;
+    const unsigned least = unsigned(kernel.sites * kernel.blocksAtOnce), most = pieceBytes / widest & -least;
+    const size_t sites = most != 0 ? most : least, piece = quotient(sites, kernel.sites);
+    for (MovedRow row(c, first, 0); groups != 0; --groups, row.next(c, steps)) {
+        for (size_t done = 0; done < blocks; done += piece) {
+            MovedRow part(c, row, done * unsigned(kernel.sites));
+            part.out.bypassing = first.out.bypassing;
+            const bool endsRow = blocks - done <= piece;
+            for (int i = 0; i < c.from.count; ++i) {
+                const size_t bytes = sites * c.from.streams[i].bytes;
+                prefetch<Use::read>(endsRow ? moved(row.in[i], steps.in[i]) : part.in[i] + bytes, bytes);
+            }
+            kernel.blocks(constants, part, steps, 1, endsRow ? blocks - done : piece);
+        }
+    }
+}
+
+ZEL_INLINE void convertBlocks(const Conversion& c, const Kernel& kernel, const void* constants, const Row& first,
+                              const Steps& steps, size_t groups, size_t blocks) {
+    if (__builtin_expect(first.isFarAway, false))
+        convertByPieces(c, kernel, constants, first, steps, groups, blocks);
+    else
+        kernel.blocks(constants, first, steps, groups, blocks);
 }
 
 // Whole blocks, by stores that bypass the caches in those streams that a block extends by whole lines. The run begins with blocks
@@ -87,7 +119,7 @@ ZEL_NOINLINE inline void convertByLines(const Conversion& c, const Kernel& kerne
     for (MovedRow start(c, first, 0); groups != 0; groups -= together, start.next(c, steps, together)) {
         const ptrdiff_t before = sitesToLine(start.out[widest], c.to.streams[widest].bytes);
         if (before < 0 || size_t(before) + sitesAtOnce > sites || !canStartAt(c, size_t(before))) {
-            kernel.blocks(constants, start, steps, together, blocks);
+            convertBlocks(c, kernel, constants, start, steps, together, blocks);
             continue;
         }
         MovedRow lines(c, start, size_t(before));
@@ -97,7 +129,7 @@ ZEL_NOINLINE inline void convertByLines(const Conversion& c, const Kernel& kerne
         const size_t left = sites - size_t(before), rest = left & unsigned(kernel.sites - 1);
         if (before != 0)
             kernel.blocks(constants, start, steps, together, quotient(size_t(before) + unsigned(kernel.sites - 1), kernel.sites));
-        kernel.blocks(constants, lines, steps, together, quotient(left, kernel.sites));
+        convertBlocks(c, kernel, constants, lines, steps, together, quotient(left, kernel.sites));
         if (rest != 0) kernel.blocks(constants, MovedRow(c, start, sites - unsigned(kernel.sites)), steps, together, 1);
     }
 }
@@ -124,9 +156,9 @@ struct Run {
         if (blocks != 0 && bypassing)
             convertByLines(c, kernel, constants, start, steps, groups, blocks);
         else if (blocks != 0 && before == 0)
-            kernel.blocks(constants, start, steps, groups, blocks);
+            convertBlocks(c, kernel, constants, start, steps, groups, blocks);
         else if (blocks != 0)
-            kernel.blocks(constants, MovedRow(c, start, before), steps, groups, blocks);
+            convertBlocks(c, kernel, constants, MovedRow(c, start, before), steps, groups, blocks);
         if (rest == 0) return;
         if (lastBlock >= 0) {
             kernel.blocks(constants, MovedRow(c, start, size_t(lastBlock)), steps, groups, 1);
@@ -244,6 +276,9 @@ ZEL_NOINLINE inline bool gainsByBypass(const Conversion& c, const Images& images
            !rowsOverlap(c, images, rows.columns);
 }
 
+// Whether a source is asked for ahead of time: where more is read than written, and in more streams than a processor foresees.
+ZEL_INLINE bool isWorthAskingFor(const Conversion& c) { return c.from.count + c.to.count > 2 && bytesOf(c.from) > bytesOf(c.to); }
+
 ZEL_NOINLINE inline void convert(const Conversion& c, const Images& images, const Call& call) {
     // A height below 1 stays below 1, so that it has no groups.
     const int width = images.size.width, allGroups = images.size.height >> __builtin_ctz(c.site.height);
@@ -277,6 +312,7 @@ ZEL_NOINLINE inline void convert(const Conversion& c, const Images& images, cons
     if (call.stores == Stores::bySize && exceedsCaches(rows.columns * rows.groups * maxSiteBytes))
         large = exceedsCaches(rows.columns * rows.groups * (bytesOf(c.from) + bytesOf(c.to)));
     const Bypass bypassing(large && gainsByBypass(c, images, rows));
+    rows.first.isFarAway = large && isWorthAskingFor(c);
 
     if (oneRow) {
         rows.columns *= rows.groups;
@@ -292,7 +328,7 @@ ZEL_NOINLINE inline void convert(const Conversion& c, const Images& images, cons
     else if (bypassing)
         convertByLines(c, c.block, used, rows.first, rows.steps, rows.groups, blocks);
     else
-        c.block.blocks(used, rows.first, rows.steps, rows.groups, blocks);
+        convertBlocks(c, c.block, used, rows.first, rows.steps, rows.groups, blocks);
 }
 
 ZEL_INLINE void convert(const Conversion& c, const Images& images, Nothing = {}) { convert(c, images, Call{}); }

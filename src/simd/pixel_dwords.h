@@ -73,7 +73,7 @@ class PixelDwords3 {
     ZEL_INLINE static void store(Destination p, const Bytes (&parts)[4]) {
         Bytes v[4];
         unrolled<4>([&](int i) ZEL_INLINE_LAMBDA { v[i] = shuffle(parts[i], everyLane(places.results[i])); });
-        unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 48, window<4 * (i + 1)>(v[i], v[i + 1])); });
+        storeLanesInTurn(p, window<4>(v[0], v[1]), window<8>(v[1], v[2]), window<12>(v[2], v[3]));
     }
 };
 

@@ -51,7 +51,7 @@ alignas(16) inline constexpr uint8_t natural[16] = {0, 8, 1, 9, 2, 10, 3, 11, 4,
 //         load(p), store<order>(p, t)    a block; the order is that of t, in memory the pixels are in order
 //     Interleaved4                       four bytes a pixel
 //         load(p), loadFour(p)           without the fourth, and with it
-//         store<order>(p, t, alpha)      alpha is in natural order
+//         store<order>(p, t, alpha)      the same alpha for all
 //         wantsDealt                     whether pixels are stored faster by
 //         storeDealt<order>(p, t, alpha) if they were dealt out to the lanes in turn by fours
 //         storeColours<order>(p, t)      the fourth byte keeps its value, and may be written with it
@@ -71,6 +71,33 @@ namespace triples {
 struct LanePatterns {
     alignas(16) uint8_t place[3][3][16];  // [vector of the 48 bytes][channel]
 };
+
+// Byte i of vector v is of channel (v + i) % 3, and the bytes of a channel stand at different places of the three vectors. So
+// where a choice is one operation, two choices and one shuffle bring a channel's bytes together, or a vector's.
+struct ChoicePatterns {
+    alignas(16) uint8_t isThird[3][16];   // the bytes 0, 3, 6 ..; 1, 4, 7 ..; 2, 5, 8 ..
+    alignas(16) uint8_t together[3][16];  // from where the bytes of a channel go to their pixels
+    alignas(16) uint8_t apart[3][16];     // and back
+};
+
+template <Order order>
+inline constexpr ChoicePatterns choices = [] {
+    ChoicePatterns p{};
+    for (int c = 0; c < 3; ++c)
+        for (int i = 0; i < 16; ++i) {
+            const int at = (3 * i + c) % 16;
+            p.isThird[c][i] = i % 3 == c ? 0xff : 0;
+            p.together[c][placeInLane(order, i)] = static_cast<uint8_t>(at);
+            p.apart[c][at] = static_cast<uint8_t>(placeInLane(order, i));
+        }
+    return p;
+}();
+
+// Of the bytes 0, 3, 6 .. those of the first vector, of the next ones those of the second, and of the others those of the third.
+ZEL_INLINE Bytes inThirds(Bytes first, Bytes second, Bytes third) {
+    constexpr auto& isThird = choices<Order::natural>.isThird;
+    return choose(everyLane(isThird[2]), third, choose(everyLane(isThird[1]), second, first));
+}
 
 // Where the bytes of each channel are in each of the three vectors that hold 16 pixels of a lane.
 constexpr LanePatterns gatherPatterns() {
@@ -108,9 +135,14 @@ struct Interleaved3 {
 
     ZEL_INLINE static Triple load(const uint8_t* p) {
         const Bytes v[3] = {loadLanes(p, 48), loadLanes(p + 16, 48), loadLanes(p + 32, 48)};
-        const auto channel = [&](int c) {
-            const auto part = [&](int i) { return shuffle(v[i], everyLane(triples::gather.place[i][c])); };
-            return part(0) | part(1) | part(2);
+        const auto channel = [&](int c) ZEL_INLINE_LAMBDA {
+            if constexpr (traits.selectsAtOnce) {
+                const Bytes chosen = triples::inThirds(v[c], v[(c + 2) % 3], v[(c + 1) % 3]);
+                return shuffle(chosen, everyLane(triples::choices<Order::natural>.together[c]));
+            } else {
+                const auto part = [&](int i) { return shuffle(v[i], everyLane(triples::gather.place[i][c])); };
+                return part(0) | part(1) | part(2);
+            }
         };
         return {channel(0), channel(1), channel(2)};
     }
@@ -118,13 +150,17 @@ struct Interleaved3 {
     template <Order order>
     ZEL_INLINE static void store(Destination p, Triple t) {
         const Bytes channels[3] = {t.a, t.b, t.c};
-        const auto vector = [&](int v) {
-            const auto part = [&](int c) { return shuffle(channels[c], everyLane(triples::scatter<order>.place[v][c])); };
-            return part(0) | part(1) | part(2);
-        };
-        storeLanes(p, 48, vector(0));
-        storeLanes(p + 16, 48, vector(1));
-        storeLanes(p + 32, 48, vector(2));
+        if constexpr (traits.selectsAtOnce) {
+            const auto spread = [&](int c) { return shuffle(channels[c], everyLane(triples::choices<order>.apart[c])); };
+            const Bytes a = spread(0), b = spread(1), c = spread(2);
+            storeLanesInTurn(p, triples::inThirds(a, b, c), triples::inThirds(b, c, a), triples::inThirds(c, a, b));
+        } else {
+            const auto vector = [&](int v) {
+                const auto part = [&](int c) { return shuffle(channels[c], everyLane(triples::scatter<order>.place[v][c])); };
+                return part(0) | part(1) | part(2);
+            };
+            storeLanesInTurn(p, vector(0), vector(1), vector(2));
+        }
     }
 };
 
@@ -157,36 +193,38 @@ struct Interleaved4 {
 
     template <Order order>
     ZEL_INLINE static void store(Destination p, Triple t, Bytes alpha) {
-        storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 64, v); });
+        storeInterleaved<order>(t, alpha, [&](auto... v) ZEL_INLINE_LAMBDA { storeLanesInTurn(p, v...); });
     }
 
     // Pixels that were dealt out to the lanes in turn by fours.
     template <Order order>
     ZEL_INLINE static void storeDealt(Destination p, Triple t, Bytes alpha) {
-        storeQuarters<order>(t, alpha, [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeVector(p + vectorBytes * i, v); });
+        storeInterleaved<order>(t, alpha, [&](auto... v) ZEL_INLINE_LAMBDA { storeVectors(p, v...); });
     }
 
     // The fourth byte of every pixel is written with what it held.
     template <Order order>
     ZEL_INLINE static void storeColours(uint8_t* p, Triple t) {
-        storeQuarters<order>(t, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
-            const Bytes kept = loadLanes(p + 16 * i, 64) & (Bytes)splatDword(int32_t(0xff000000u));
-            storeLanes(p + 16 * i, 64, v | kept);
+        storeInterleaved<order>(t, Bytes{}, [&](auto... v) ZEL_INLINE_LAMBDA {
+            int i = 0;
+            const auto withKept = [&](Bytes colours) ZEL_INLINE_LAMBDA {
+                return colours | (loadLanes(p + 16 * i++, 64) & (Bytes)splatDword(int32_t(0xff000000u)));
+            };
+            const Bytes whole[] = {withKept(v)...};
+            storeLanesInTurn(p, whole[0], whole[1], whole[2], whole[3]);
         });
     }
 
   private:
-    // Calls put(i, v) for the quarters of the 16 pixels of all lanes.
+    // Calls put with the quarters of the 16 pixels of all lanes.
     template <Order order, class Put>
-    ZEL_INLINE static void storeQuarters(Triple t, Bytes alpha, const Put& put) {
+    ZEL_INLINE static void storeInterleaved(Triple t, Bytes alpha, const Put& put) {
         const auto sorted = [](Bytes v) { return order == Order::natural ? v : shuffle(v, everyLane(quads::natural)); };
         const Bytes a = sorted(t.a), b = sorted(t.b), c = sorted(t.c);
         const Words abLow = (Words)interleaveLow(a, b), abHigh = (Words)interleaveHigh(a, b);
         const Words cdLow = (Words)interleaveLow(c, alpha), cdHigh = (Words)interleaveHigh(c, alpha);
-        put(0, (Bytes)interleaveLow(abLow, cdLow));
-        put(1, (Bytes)interleaveHigh(abLow, cdLow));
-        put(2, (Bytes)interleaveLow(abHigh, cdHigh));
-        put(3, (Bytes)interleaveHigh(abHigh, cdHigh));
+        put((Bytes)interleaveLow(abLow, cdLow), (Bytes)interleaveHigh(abLow, cdLow), (Bytes)interleaveLow(abHigh, cdHigh),
+            (Bytes)interleaveHigh(abHigh, cdHigh));
     }
 };
 
@@ -201,8 +239,10 @@ ZEL_INLINE PixelWords joinBytes(Bytes low, Bytes high) {
 // The order is that of the channels from which the words come.
 template <Order order>
 ZEL_INLINE void storePixelWords(Destination p, PixelWords w) {
-    storeLanes(p, 32, (Bytes)(order == Order::split ? interleaveLow(w.low, w.high) : w.low));
-    storeLanes(p + 16, 32, (Bytes)(order == Order::split ? interleaveHigh(w.low, w.high) : w.high));
+    if constexpr (order == Order::split)
+        storeLanesInTurn(p, (Bytes)interleaveLow(w.low, w.high), (Bytes)interleaveHigh(w.low, w.high));
+    else
+        storeLanesInTurn(p, (Bytes)w.low, (Bytes)w.high);
 }
 
 }  // namespace zel::ZEL_LEVEL

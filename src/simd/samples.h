@@ -159,6 +159,10 @@ struct InterleavedThree {
     static constexpr int size = sizeof(typename Depth::Element), bytes = 3 * size;
 
     ZEL_INLINE static Channels<V> load(const uint8_t* p) {
+        if constexpr (size == 1) {
+            const Triple t = Interleaved3::load(p);
+            return {(V)t.a, (V)t.b, (V)t.c};
+        }
         constexpr auto& t = samples::table<size>;
         const Bytes v[3] = {loadLanes(p, 48), loadLanes(p + 16, 48), loadLanes(p + 32, 48)};
         if constexpr (samples::canBlend<size>) {
@@ -178,20 +182,17 @@ struct InterleavedThree {
     }
 
     ZEL_INLINE static void store(Destination p, Channels<V> x) {
+        if constexpr (size == 1) return Interleaved3::store<Order::natural>(p, {(Bytes)x.a, (Bytes)x.b, (Bytes)x.c});
         constexpr auto& t = samples::table<size>;
         const Bytes channels[3] = {(Bytes)x.a, (Bytes)x.b, (Bytes)x.c};
-        const auto put = [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 48, v); };
-        if constexpr (samples::canBlend<size>) {
-            const auto spread = [&](int c) ZEL_INLINE_LAMBDA { return samples::reorder(channels[c], t.apart[c]); };
-            const Bytes v[3] = {spread(0), spread(1), spread(2)};
-            unrolled<3>([&](auto i)
-                            ZEL_INLINE_LAMBDA { put(i, samples::blend<t.place[i][1], t.place[i][2]>(v[0], v[1], v[2])); });
-        } else {
-            unrolled<3>([&](auto i) ZEL_INLINE_LAMBDA {
-                const auto part = [&](int c) { return shuffle(channels[c], everyLane(t.scatter[i][c])); };
-                put(i, part(0) | part(1) | part(2));
-            });
-        }
+        const auto spread = [&](int c) ZEL_INLINE_LAMBDA { return samples::reorder(channels[c], t.apart[c]); };
+        const auto vector = [&](auto i) ZEL_INLINE_LAMBDA {
+            if constexpr (samples::canBlend<size>)
+                return samples::blend<t.place[i][1], t.place[i][2]>(spread(0), spread(1), spread(2));
+            const auto part = [&](int c) { return shuffle(channels[c], everyLane(t.scatter[i][c])); };
+            return part(0) | part(1) | part(2);
+        };
+        storeLanesInTurn(p, vector(Constant<0>{}), vector(Constant<1>{}), vector(Constant<2>{}));
     }
 };
 
@@ -284,8 +285,7 @@ ZEL_INLINE void storeThreeOfFour(uint8_t* p, Bytes v) {
 
 namespace samples {
 
-// Four channels of samples of `size` bytes to pixels: calls put(i, v) for four vectors of them. Lane l of vector i is for the
-// bytes from 64 l + 16 i on.
+// Four channels of samples of `size` bytes to pixels: calls put with four vectors of them, whose lanes lie in turn in memory.
 template <int size, class Put>
 ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& put) {
     static_assert(size == 1 || size == 2 || size == 4);
@@ -294,24 +294,18 @@ ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& pu
     if constexpr (size == 1) {
         const auto low = [&](int i) { return (Words)interleaveLow((Bytes)channels[i], (Bytes)channels[i + 1]); };
         const auto high = [&](int i) { return (Words)interleaveHigh((Bytes)channels[i], (Bytes)channels[i + 1]); };
-        put(0, (Bytes)interleaveLow(low(0), low(2)));
-        put(1, (Bytes)interleaveHigh(low(0), low(2)));
-        put(2, (Bytes)interleaveLow(high(0), high(2)));
-        put(3, (Bytes)interleaveHigh(high(0), high(2)));
+        put((Bytes)interleaveLow(low(0), low(2)), (Bytes)interleaveHigh(low(0), low(2)), (Bytes)interleaveLow(high(0), high(2)),
+            (Bytes)interleaveHigh(high(0), high(2)));
     } else if constexpr (size == 2) {
         const auto low = [&](int i) { return (Dwords)interleaveLow((Words)channels[i], (Words)channels[i + 1]); };
         const auto high = [&](int i) { return (Dwords)interleaveHigh((Words)channels[i], (Words)channels[i + 1]); };
-        put(0, (Bytes)interleaveLow(low(0), low(2)));
-        put(1, (Bytes)interleaveHigh(low(0), low(2)));
-        put(2, (Bytes)interleaveLow(high(0), high(2)));
-        put(3, (Bytes)interleaveHigh(high(0), high(2)));
+        put((Bytes)interleaveLow(low(0), low(2)), (Bytes)interleaveHigh(low(0), low(2)), (Bytes)interleaveLow(high(0), high(2)),
+            (Bytes)interleaveHigh(high(0), high(2)));
     } else {
         const auto low = [&](int i) { return (Bytes)interleaveLow(channels[i], channels[i + 1]); };
         const auto high = [&](int i) { return (Bytes)interleaveHigh(channels[i], channels[i + 1]); };
-        put(0, interleaveLow64(low(0), low(2)));
-        put(1, interleaveHigh64(low(0), low(2)));
-        put(2, interleaveLow64(high(0), high(2)));
-        put(3, interleaveHigh64(high(0), high(2)));
+        put(interleaveLow64(low(0), low(2)), interleaveHigh64(low(0), low(2)), interleaveLow64(high(0), high(2)),
+            interleaveHigh64(high(0), high(2)));
     }
 }
 
@@ -320,14 +314,19 @@ ZEL_INLINE void interleaveFour(Bytes a, Bytes b, Bytes c, Bytes d, const Put& pu
 template <int size, class V>
 ZEL_INLINE void storeFour(Destination p, Channels<V> x, V fourth) {
     samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, (Bytes)fourth,
-                                  [&](int i, Bytes v) ZEL_INLINE_LAMBDA { storeLanes(p + 16 * i, 64, v); });
+                                  [&](auto... v) ZEL_INLINE_LAMBDA { storeLanesInTurn(p, v...); });
 }
 
 // The fourth sample of each is written with what it held.
 template <int size, class V>
 ZEL_INLINE void storeThree(uint8_t* p, Channels<V> x) {
-    samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](int i, Bytes v) ZEL_INLINE_LAMBDA {
-        storeLanes(p + 16 * i, 64, v | (loadLanes(p + 16 * i, 64) & ~samples::colours<size>()));
+    samples::interleaveFour<size>((Bytes)x.a, (Bytes)x.b, (Bytes)x.c, Bytes{}, [&](auto... v) ZEL_INLINE_LAMBDA {
+        int i = 0;
+        const auto withKept = [&](Bytes colours) ZEL_INLINE_LAMBDA {
+            return colours | (loadLanes(p + 16 * i++, 64) & ~samples::colours<size>());
+        };
+        const Bytes whole[] = {withKept(v)...};
+        storeLanesInTurn(p, whole[0], whole[1], whole[2], whole[3]);
     });
 }
 

@@ -60,6 +60,18 @@ TEST(SimdMemory, Stores) {
     // To every other lane of memory, which a level may bypass the caches by.
     stores<laneBytes, Bytes>(Word{"storeLanes", [](Destination p, Bytes v) { storeLanes(p, 2 * laneBytes, v); }},
                              (2 * lanes - 1) * laneBytes, [](int i) { return i % 2 ? kept : i / 2; });
+    stores<1, Bytes, Bytes>(Word{"storeVectors", [](Destination p, Bytes a, Bytes b) { storeVectors(p, a, b); }}, 2 * vectorBytes,
+                            asItIs);
+    const auto laneInTurn = [](int vectors) { return [=](int i) { return i % vectors * lanes + i / vectors; }; };
+    stores<laneBytes, Bytes, Bytes>(
+        Word{"storeLanesInTurn of 2", [](Destination p, Bytes a, Bytes b) { storeLanesInTurn(p, a, b); }}, 2 * vectorBytes,
+        laneInTurn(2));
+    stores<laneBytes, Bytes, Bytes, Bytes>(
+        Word{"storeLanesInTurn of 3", [](Destination p, Bytes a, Bytes b, Bytes c) { storeLanesInTurn(p, a, b, c); }},
+        3 * vectorBytes, laneInTurn(3));
+    stores<laneBytes, Bytes, Bytes, Bytes, Bytes>(
+        Word{"storeLanesInTurn of 4", [](Destination p, Bytes a, Bytes b, Bytes c, Bytes d) { storeLanesInTurn(p, a, b, c, d); }},
+        4 * vectorBytes, laneInTurn(4));
     stores<8, Bytes>(Word{"storeHalves", [](uint8_t* p, Bytes v) { storeHalves(p, p + half + 8, v); }}, vectorBytes + 8,
                      [](int i) { return i < lanes    ? 2 * i
                                         : i == lanes ? kept

@@ -53,6 +53,11 @@ TEST(SimdPermutations, WithinLanes) {
     moves<8, Bytes, Bytes>(WORD(joinQwords<0, 1>), joined(0, 1));
     moves<8, Bytes, Bytes>(WORD(joinQwords<1, 0>), joined(1, 0));
     moves<8, Bytes, Bytes>(WORD(joinQwords<1, 1>), joined(1, 1));
+    const auto joinedHalves = [](int ofA, int ofB) { return [=](int i) { return i == 0 ? ofA : 2 + ofB; }; };
+    moves<vectorBytes / 2, Bytes, Bytes>(WORD(joinHalves<0, 0>), joinedHalves(0, 0));
+    moves<vectorBytes / 2, Bytes, Bytes>(WORD(joinHalves<0, 1>), joinedHalves(0, 1));
+    moves<vectorBytes / 2, Bytes, Bytes>(WORD(joinHalves<1, 0>), joinedHalves(1, 0));
+    moves<vectorBytes / 2, Bytes, Bytes>(WORD(joinHalves<1, 1>), joinedHalves(1, 1));
     const auto windowFrom = [](int first) {
         return [=](int i) {
             const int place = i % laneBytes + first;

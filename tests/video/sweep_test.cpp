@@ -113,8 +113,8 @@ TEST(VideoSweep, FrequentPairs) {
     const auto below = [&](int n) { return static_cast<int>(random.next() % static_cast<uint64_t>(n)); };
     constexpr Shape lumas[] = {{zelvPlanar, "YUV"}, {zelvPlanar, "YVU"}, {zelvSemiPlanar, "YUV"}, {zelvSemiPlanar, "YVU"}};
     constexpr Shape colours[] = {{zelvInterleaved, "RGB"},  {zelvInterleaved, "BGR"},  {zelvInterleaved, "BGRA"},
-                                 {zelvInterleaved, "RGBX"}, {zelvInterleaved, "ARGB"}, {zelvDwords, "BGRX"},
-                                 {zelvDwords, "RGBA"},      {zelvPlanar, "GBR"}};
+                                 {zelvInterleaved, "RGBX"}, {zelvInterleaved, "RGBA"}, {zelvInterleaved, "ARGB"},
+                                 {zelvDwords, "BGRX"},      {zelvDwords, "RGBA"},      {zelvPlanar, "GBR"}};
     for (int turn = 0; turn < 4000 / sampleOf(); ++turn) {
         const auto format = [&](const Shape& shape) {
             const bool isRgb = std::strchr(shape.components, 'R');
@@ -128,7 +128,7 @@ TEST(VideoSweep, FrequentPairs) {
             f.sampling = isRgb ? 0 : below(3);
             return f;
         };
-        const ZelvFormat luma = format(lumas[below(4)]), colour = format(colours[below(8)]);
+        const ZelvFormat luma = format(lumas[below(4)]), colour = format(colours[below(9)]);
         const ZelSize size{below(6) == 0 ? 1000 + below(200) : 30 + below(200), 1 + below(5)};
         const bool decodes = below(2) == 0;
         ZelvFormat other = format(lumas[below(4)]);
@@ -137,6 +137,11 @@ TEST(VideoSweep, FrequentPairs) {
         if (below(2) == 0) other.range = luma.range;
         compare(luma, other, {0, 0, below(8) == 0}, size, random);
         compare(decodes ? luma : colour, decodes ? colour : luma, {below(8) == 0, below(8) == 0, below(8) == 0}, size, random);
+        ZelvFormat bytes = format(colours[below(5)]), reordered = format(colours[below(5)]);
+        bytes.depth = reordered.depth = 8;
+        bytes.alignment = reordered.alignment = 0;
+        if (below(4) != 0) reordered.range = bytes.range;
+        compare(bytes, reordered, {0, 0, 0}, size, random);
         if (HasFatalFailure()) return;
     }
 }

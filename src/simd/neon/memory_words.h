@@ -32,6 +32,10 @@ ZEL_INLINE V computed(V v) {
 ZEL_INLINE Bytes lowThenHighHalves(Bytes v) { return v; }
 ZEL_INLINE Bytes spreadHalves(Bytes v) { return v; }
 ZEL_INLINE Bytes inOrderOfQuarters(Bytes packed) { return packed; }
+template <int ofA, int ofB>
+ZEL_INLINE Bytes joinHalves(Bytes a, Bytes b) {
+    return joinQwords<ofA, ofB>(a, b);
+}
 ZEL_INLINE Dwords movedUp(Dwords v, Dwords before) { return (Dwords)vextq_u32(arm::u32(before), arm::u32(v), 3); }
 ZEL_INLINE Words evenWords(Dwords a, Dwords b) { return (Words)vuzp1q_u16(arm::u16(a), arm::u16(b)); }
 

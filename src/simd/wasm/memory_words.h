@@ -31,6 +31,10 @@ ZEL_INLINE V computed(V v) {
 ZEL_INLINE Bytes lowThenHighHalves(Bytes v) { return v; }
 ZEL_INLINE Bytes spreadHalves(Bytes v) { return v; }
 ZEL_INLINE Bytes inOrderOfQuarters(Bytes packed) { return packed; }
+template <int ofA, int ofB>
+ZEL_INLINE Bytes joinHalves(Bytes a, Bytes b) {
+    return joinQwords<ofA, ofB>(a, b);
+}
 ZEL_INLINE Dwords movedUp(Dwords v, Dwords before) { return __builtin_shufflevector(before, v, 3, 4, 5, 6); }
 
 ZEL_INLINE Words loadWidened(const uint8_t* p) { return (Words)wasm_u16x8_load8x8(p); }

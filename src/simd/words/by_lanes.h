@@ -18,8 +18,7 @@ ZEL_INLINE Parted loadParted(const uint8_t* p) {
 }
 
 ZEL_INLINE void storeInterleaved(Destination p, Bytes a, Bytes b) {
-    storeLanes(p, 32, interleaveLow(a, b));
-    storeLanes(p + 16, 32, interleaveHigh(a, b));
+    storeLanesInTurn(p, interleaveLow(a, b), interleaveHigh(a, b));
 }
 
 ZEL_INLINE Words evenWords(Dwords a, Dwords b) {

@@ -12,6 +12,9 @@ ZEL_INLINE Bytes spreadHalves(Bytes v);
 // The first dwords of all lanes, then the second ones, and so on: what two packs in turn have made of four vectors, in the order
 // of those.
 ZEL_INLINE Bytes inOrderOfQuarters(Bytes packed);
+// One half of the vector a, then one of b.
+template <int ofA, int ofB>
+ZEL_INLINE Bytes joinHalves(Bytes a, Bytes b);
 // Elements of v one place up; the lowest is the highest of `before`.
 ZEL_INLINE Dwords movedUp(Dwords v, Dwords before);
 // The low words of two vectors' worth of consecutive dwords.
@@ -36,6 +39,22 @@ struct Parted {
 };
 template <bool deals = false>
 ZEL_INLINE Parted loadParted(const uint8_t* p);
+
+// The first lanes of all vectors, then the second ones, and so on. Two halves make a whole vector, of which a processor stores as
+// many in a time as of halves.
+template <class... V>
+ZEL_INLINE void storeLanesInTurn(Destination p, V... v) {
+    constexpr int count = sizeof...(v);
+    const Bytes of[count] = {v...};
+    if constexpr (lanes == 2) {
+        unrolled<count>([&](auto i) ZEL_INLINE_LAMBDA {
+            constexpr int low = 2 * i, high = low + 1;
+            storeVector(p + vectorBytes * i, joinHalves<low / count, high / count>(of[low % count], of[high % count]));
+        });
+    } else {
+        for (int i = 0; i < count; ++i) storeLanes(p + laneBytes * i, laneBytes * count, of[i]);
+    }
+}
 
 // The bytes of a and b in turn, two vectors' worth.
 ZEL_INLINE void storeInterleaved(Destination p, Bytes a, Bytes b);

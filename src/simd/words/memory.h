@@ -71,4 +71,11 @@ ZEL_INLINE void storeVector(Destination p, V v) {
         storeVector(static_cast<void*>(static_cast<uint8_t*>(p)), v);
 }
 
+// Vectors that follow each other.
+template <class... V>
+ZEL_INLINE void storeVectors(Destination p, V... v) {
+    int i = 0;
+    (storeVector(p + vectorBytes * i++, v), ...);
+}
+
 }  // namespace zel::ZEL_LEVEL

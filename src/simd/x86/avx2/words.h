@@ -57,6 +57,11 @@ ZEL_INLINE Bytes spreadHalves(Bytes v) { return (Bytes)_mm256_permute4x64_epi64(
 ZEL_INLINE Bytes inOrderOfQuarters(Bytes packed) {
     return (Bytes)_mm256_permutevar8x32_epi32((Register)packed, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
 }
+template <int ofA, int ofB>
+ZEL_INLINE Bytes joinHalves(Bytes a, Bytes b) {
+    if constexpr (ofA == 0 && ofB == 1) return (Bytes)_mm256_blend_epi32((Register)a, (Register)b, 0xf0);  // crosses nothing
+    return (Bytes)_mm256_permute2x128_si256((Register)a, (Register)b, ofA | (2 + ofB) << 4);
+}
 ZEL_INLINE Dwords movedUp(Dwords v, Dwords before) {
     const auto middle = (Bytes)_mm256_permute2x128_si256((Register)before, (Register)v, 0x21);
     return (Dwords)window<12>(middle, (Bytes)v);

@@ -24,7 +24,7 @@ struct LiftedThree {
             return t;
         }();
         constexpr uint64_t highBytes = 0xaaaaaaaaaaaaaaaau;
-        const Register v0 = (Register)loadBytes(p), v1 = (Register)loadBytes(p + 64), v2 = (Register)loadBytes(p + 128);
+        const auto v0 = (Register)x86::loadOnce(p), v1 = (Register)x86::loadOnce(p + 64), v2 = (Register)x86::loadOnce(p + 128);
         const Register channels[3] = {triples::blendThirds(v0, v2, v1), triples::blendThirds(v1, v0, v2),
                                       triples::blendThirds(v2, v1, v0)};
         const auto part = [&](int half, int c) ZEL_INLINE_LAMBDA {

@@ -52,7 +52,7 @@ struct Interleaved3 {
 
     ZEL_INLINE static Triple load(const uint8_t* p) {
         using namespace triples;
-        const Register v0 = (Register)loadBytes(p), v1 = (Register)loadBytes(p + 64), v2 = (Register)loadBytes(p + 128);
+        const auto v0 = (Register)x86::loadOnce(p), v1 = (Register)x86::loadOnce(p + 64), v2 = (Register)x86::loadOnce(p + 128);
         const auto& patterns = wide<Order::natural>;
         return {permute(blendThirds(v0, v2, v1), patterns.gather[0]), permute(blendThirds(v1, v0, v2), patterns.gather[1]),
                 permute(blendThirds(v2, v1, v0), patterns.gather[2])};

@@ -16,6 +16,19 @@ ZEL_INLINE Bytes blend(Bytes x, Bytes y, Bytes z) {
     return (Bytes)_mm512_mask_mov_epi8(_mm512_mask_mov_epi8((Register)x, yPlaces, (Register)y), zPlaces, (Register)z);
 }
 
+// Three vectors that follow each other.
+struct Loaded {
+    Bytes v[3];
+
+    ZEL_INLINE explicit Loaded(const uint8_t* p) : v{x86::loadOnce(p), x86::loadOnce(p + 64), x86::loadOnce(p + 128)} {}
+
+    // The bytes of channel c.
+    template <int size, int c>
+    ZEL_INLINE Bytes channel() const {
+        return blend<table<size>.place[1][c], table<size>.place[2][c]>(v[0], v[1], v[2]);
+    }
+};
+
 ZEL_INLINE Bytes reorder(Bytes v, const uint8_t (&pattern)[vectorBytes]) { return triples::permute((Register)v, pattern); }
 
 // The bytes of channels, each taken to the lowest or the highest byte of a dword. Part p of a block has the pixels 4p to 4p + 3
@@ -47,10 +60,8 @@ ZEL_INLINE void loadBytesAsFloats(const uint8_t* p, Floats (&x)[3][4]) {
     constexpr bool isSigned = Depth::lowest < 0;
     constexpr auto& patterns = bytesToDwords<isSigned>;
     constexpr uint64_t taken = isSigned ? 0x8888888888888888u : 0x1111111111111111u;
-    constexpr auto& t = table<1>;
-    const Bytes v[3] = {loadBytes(p), loadBytes(p + 64), loadBytes(p + 128)};
-    Bytes channels[3];
-    unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { channels[c] = blend<t.place[1][c], t.place[2][c]>(v[0], v[1], v[2]); });
+    const Loaded loaded(p);
+    const Bytes channels[3] = {loaded.channel<1, 0>(), loaded.channel<1, 1>(), loaded.channel<1, 2>()};
     unrolled<4>([&](auto part) ZEL_INLINE_LAMBDA {
         unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA {
             const Bytes pattern = loadBytes(patterns.of[c][part]);
@@ -69,10 +80,9 @@ struct InterleavedThree {
     static constexpr int size = sizeof(typename Depth::Element), bytes = 3 * size;
 
     ZEL_INLINE static Channels<V> load(const uint8_t* p) {
-        constexpr auto& t = samples::table<size>;
-        const Bytes v[3] = {loadBytes(p), loadBytes(p + 64), loadBytes(p + 128)};
+        const samples::Loaded loaded(p);
         const auto channel = [&](auto c) ZEL_INLINE_LAMBDA {
-            return (V)samples::reorder(samples::blend<t.place[1][c], t.place[2][c]>(v[0], v[1], v[2]), t.together[c]);
+            return (V)samples::reorder(loaded.channel<size, c>(), samples::table<size>.together[c]);
         };
         return {channel(Constant<0>{}), channel(Constant<1>{}), channel(Constant<2>{})};
     }

@@ -49,6 +49,13 @@ ZEL_INLINE V computed(V v) {
     return v;
 }
 
+namespace x86 {
+
+// Compilers make one load for each use by a mask of it, and a processor that doesn't foresee those waits for memory.
+ZEL_INLINE Bytes loadOnce(const uint8_t* p) { return computed(loadBytes(p)); }
+
+}  // namespace x86
+
 ZEL_INLINE Dwords splatDwords(int32_t even, int32_t odd) {
     return (Dwords)_mm512_set1_epi64(static_cast<int64_t>(uint64_t(uint32_t(even)) | uint64_t(uint32_t(odd)) << 32));
 }
@@ -89,6 +96,11 @@ ZEL_INLINE Bytes spreadHalves(Bytes v) {
 ZEL_INLINE Bytes inOrderOfQuarters(Bytes packed) {
     const __m512i order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15);
     return (Bytes)_mm512_permutexvar_epi32(order, (Register)packed);
+}
+template <int ofA, int ofB>
+ZEL_INLINE Bytes joinHalves(Bytes a, Bytes b) {
+    constexpr auto lanesOf = [](int half) { return 2 * half | (2 * half + 1) << 2; };
+    return (Bytes)_mm512_shuffle_i64x2((Register)a, (Register)b, lanesOf(ofA) | lanesOf(ofB) << 4);
 }
 ZEL_INLINE Dwords movedUp(Dwords v, Dwords before) { return (Dwords)_mm512_alignr_epi32((Register)v, (Register)before, 15); }
 ZEL_INLINE Words evenWords(Dwords a, Dwords b) {

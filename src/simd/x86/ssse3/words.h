@@ -50,6 +50,10 @@ ZEL_INLINE unsigned differing(Floats a, Floats b) { return 0xf & ~signBits((Dwor
 ZEL_INLINE Bytes lowThenHighHalves(Bytes v) { return v; }
 ZEL_INLINE Bytes spreadHalves(Bytes v) { return v; }
 ZEL_INLINE Bytes inOrderOfQuarters(Bytes packed) { return packed; }
+template <int ofA, int ofB>
+ZEL_INLINE Bytes joinHalves(Bytes a, Bytes b) {
+    return joinQwords<ofA, ofB>(a, b);
+}
 ZEL_INLINE Dwords movedUp(Dwords v, Dwords before) { return (Dwords)window<12>((Bytes)before, (Bytes)v); }
 
 ZEL_INLINE Words loadWidened(const uint8_t* p) {
