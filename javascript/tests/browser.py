@@ -84,7 +84,7 @@ if (hasOpenCV) {
   cv = window.cv instanceof Promise ? await window.cv : window.cv;
   if (!cv.Mat) await new Promise(done => { cv.onRuntimeInitialized = done; });
 }
-return {program: navigator.userAgent.match(/Chrom\\w+\\/[0-9]+/)[0], rows: measure(await load({modules: ['lumachroma', 'chroma', 'video']}), cv)};
+return {program: navigator.userAgent.match(/Chrom\\w+\\/[0-9]+/)[0], rows: await measure(await load({modules: ['lumachroma', 'chroma', 'video']}), cv)};
 """
 WANTED_SUM = 2949505420
 
