@@ -10,7 +10,6 @@ const LOCATIONS = ['left', 'center', 'topleft'];  // in the order of zelvideo.h
 const VIDEO = 'zelvConvert';
 const BY = ['function', 'video', 'move'];
 const OF_REGIONS = ['grid', 'region', 'layout', 'above'];  // images are whole here, and formats say what their grid is
-const OWN = ['matrix', 'range', 'location', 'method', 'dither', 'out'];
 const PLAN_BYTES = 320;
 
 const pairOf = value => Array.isArray(value) ? value : [value, value];
@@ -56,7 +55,8 @@ export class Converter {
     const names = [source, target];
     said.forEach((range, i) => {
       if (saysFullRange(names[i]) && range === 'limited')
-        throw new ZelError(`${names[i]} is full range by its name; ${plainName(names[i])} leaves it open`, {function: 'convert', argument: 'range'});
+        throw new ZelError(`${names[i]} is full range by its name; ${plainName(names[i])} leaves it open`,
+          {function: 'convert', argument: 'range'});
     });
     const [fromChroma, toChroma] = names.map(name => this.form(name).model === 'ycbcr');
     let [first, last] = said;
@@ -188,7 +188,8 @@ export class Converter {
   }
 
   convert(image, target, options = {}) {
-    if (!(image instanceof Image)) throw new ZelError('must be an image, as zelcc.image makes one', {function: 'convert', argument: 'image'});
+    if (!(image instanceof Image)) 
+      throw new ZelError('must be an image, as zelcc.image makes one', {function: 'convert', argument: 'image'});
     image.check({function: 'convert', argument: 'image'});
     const {matrix = image.matrix, range = image.range, location, method, dither, out, ...extras} = options;
     const way = this.way(image.format, target, {matrix, range, location, method, dither});
