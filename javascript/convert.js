@@ -10,6 +10,7 @@ const LOCATIONS = ['left', 'center', 'topleft'];  // in the order of zelvideo.h
 const VIDEO = 'zelvConvert';
 const BY = ['function', 'video', 'move'];
 const OF_REGIONS = ['grid', 'region', 'layout', 'above'];  // images are whole here, and formats say what their grid is
+<<<<<<< HEAD
 const OWN = ['matrix', 'range', 'location', 'method', 'dither', 'out'];
 
 /** Where only samples moved, what wasn't known before isn't known now; where they were encoded, it is. */
@@ -20,6 +21,9 @@ function madeColours(from, to, {said}, matrix) {
   const name = matrices[said[1]];
   return {matrix: name, range: range ?? (fullRangeMatrices.includes(name) ? 'full' : 'limited')};
 }
+=======
+const PLAN_BYTES = 320;
+>>>>>>> js
 
 const pairOf = value => Array.isArray(value) ? value : [value, value];
 
@@ -64,7 +68,8 @@ export class Converter {
     const names = [source, target];
     said.forEach((range, i) => {
       if (saysFullRange(names[i]) && range === 'limited')
-        throw new ZelError(`${names[i]} is full range by its name; ${plainName(names[i])} leaves it open`, {function: 'convert', argument: 'range'});
+        throw new ZelError(`${names[i]} is full range by its name; ${plainName(names[i])} leaves it open`,
+          {function: 'convert', argument: 'range'});
     });
     const [fromChroma, toChroma] = names.map(name => this.form(name).model === 'ycbcr');
     let [first, last] = said;
@@ -196,7 +201,8 @@ export class Converter {
   }
 
   convert(image, target, options = {}) {
-    if (!(image instanceof Image)) throw new ZelError('must be an image, as zelcc.image makes one', {function: 'convert', argument: 'image'});
+    if (!(image instanceof Image)) 
+      throw new ZelError('must be an image, as zelcc.image makes one', {function: 'convert', argument: 'image'});
     image.check({function: 'convert', argument: 'image'});
     const {matrix = image.matrix, range = image.range, location, method, dither, out, ...extras} = options;
     const way = this.way(image.format, target, {matrix, range, location, method, dither});

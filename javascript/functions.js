@@ -51,7 +51,7 @@ const planesOf = (image, order) => order.map(i => {
 
 function copyRows(heap, from, to, rowBytes) {
   const bytes = new Uint8Array(heap.memory.buffer);
-  for (let y = 0; y < from.rows; ++y) bytes.copyWithin(to.offset + y * to.step, from.offset + y * from.step, from.offset + y * from.step + rowBytes);
+  for (let y = 0, at = from.offset; y < from.rows; ++y, at += from.step) bytes.copyWithin(to.offset + y * to.step, at, at + rowBytes);
 }
 
 /** One call, with what it has made on the way. */
@@ -90,13 +90,13 @@ class Call {
   }
 
   checkExtras(known) {
-    const names = Object.keys(known);
+    const there = Object.keys(known).length ? `are ${Object.keys(known).join(', ')}` : 'is none';
     for (const name of Object.keys(this.extras))
-      if (!(name in known)) this.refuse(name, `is no argument; there ${names.length ? `are ${names.join(', ')}` : 'is none'} beside images`);
+      if (!(name in known)) this.refuse(name, `is no argument; there ${there} beside images`);
   }
 
   checkImage(argument, image) {
-    if (!(image instanceof Image)) this.refuse(argument, `must be an image, as zelcc.image makes one, not ${image === null ? 'null' : typeof image}`);
+    if (!(image instanceof Image)) this.refuse(argument, `must be an image, as zelcc.image makes one, not ${image}`);
     image.check({function: this.f.name, argument});
   }
 
@@ -177,7 +177,8 @@ class Call {
       this.refuse('out', `shares memory with source${f.worksInPlace ? ' without being the same image' : ''}`);
     for (const [side, planes, argument] of [['S', read, 'source'], ['D', stored, of]]) {
       const takes = name => f.passed.some(passed => passed.startsWith(side + name));
-      if (takes('*') && takes('step0') && planes.some(plane => plane.step !== planes[0].step)) this.refuse(argument, 'must have planes of one step');
+      if (takes('*') && takes('step0') && planes.some(plane => plane.step !== planes[0].step))
+        this.refuse(argument, 'must have planes of one step');
       if (!takes('step') && planes.some(plane => plane.step !== plane.rowBytes && plane.rows > 1))
         this.refuse(argument, 'must have rows that follow each other, for the function takes no step');
     }

@@ -68,7 +68,8 @@ class Zelcc {
   /** Loads modules that aren't yet there. */
   async load(...names) {
     await Promise.all(names.map(async name => {
-      if (!moduleNames.includes(name)) throw new ZelError(`no module is named '${name}'; there are ${moduleNames.join(', ')}`, {function: 'load', argument: 'modules'});
+      if (!moduleNames.includes(name))
+        throw new ZelError(`no module is named '${name}'; there are ${moduleNames.join(', ')}`, {function: 'load', argument: 'modules'});
       this.#pending[name] ??= this.#instance(name, this.#core);
       this.#exports[name] = await this.#pending[name];
     }));
@@ -115,7 +116,8 @@ class Zelcc {
   /** Of a VideoFrame, whose planes are copied once, with its matrix and range. */
   async fromVideoFrame(frame) {
     const format = webFormat(frame.format);
-    if (!format) throw new ZelError(`no format stands for the VideoFrame's ${frame.format}`, {function: 'fromVideoFrame', argument: 'frame'});
+    if (!format)
+      throw new ZelError(`no format stands for the VideoFrame's ${frame.format}`, {function: 'fromVideoFrame', argument: 'frame'});
     const {width, height} = frame.visibleRect;
     const image = Image.make(this.#heap, formats[format], width, height);
     try {

@@ -2,7 +2,7 @@
 import {plainDecode, plainEncode} from './plain.js';
 
 const WIDTH = 1920, HEIGHT = 1080;
-const ROUNDS = 40, LEAST_MS = 10, WARM_MS = 400;
+const ROUNDS = 150, LEAST_MS = 4, WARM_MS = 400;
 
 const pause = () => new Promise(done => setTimeout(done, 2));
 
