@@ -60,7 +60,7 @@ std::vector<Slot> slotsOf(const Plane& plane, int pixels) {
     return slots;
 }
 
-// For each sample of a target's plane, where it comes from: nowhere if it is an alpha that the source lacks.
+// For each sample of a target's plane, where it comes from: nowhere if it is an alpha that the source lacks, or no channel.
 struct Origin {
     int plane = -1, slot = 0;
 };
@@ -94,7 +94,8 @@ class Mover {
         for (size_t i = 0; i < wanted.size(); ++i)
             for (int plane = 0; plane < source_.planeCount; ++plane)
                 for (size_t slot = 0; slot < slots_[plane].size(); ++slot)
-                    if (slots_[plane][slot].channel == wanted[i].channel && slots_[plane][slot].number == wanted[i].number)
+                    if (wanted[i].channel != "-" && slots_[plane][slot].channel == wanted[i].channel &&
+                        slots_[plane][slot].number == wanted[i].number)
                         origins[i] = {plane, static_cast<int>(slot)};
         return origins;
     }
@@ -133,6 +134,10 @@ class Mover {
     T alpha_[blockUnits];
 };
 
+#ifdef CATALOG_OF_NUMBERS
+// Which has no kernels.
+bool moveByVideo(const Format&, const Side&, const Format&, const Side&, ZelSize) { return false; }
+#else
 // RGB of whole numbers at one depth, which libzelvideo moves by vectors. False where it doesn't have the formats.
 bool moveByVideo(const Format& source, const Side& from, const Format& target, const Side& to, ZelSize size) {
     const auto isDescribed = [](const Format& f) {
@@ -150,6 +155,7 @@ bool moveByVideo(const Format& source, const Side& from, const Format& target, c
     }
     return zelvConvert(&plan, read, from.steps.data(), written, to.steps.data(), size) == zelStsNoErr;
 }
+#endif
 
 }  // namespace
 

@@ -1,5 +1,5 @@
 // Conversion between formats by name, over as many functions as it takes.
-import {matrices, methods} from './catalogue.js';
+import {fullRangeMatrices, matrices, methods} from './catalogue.js';
 import {ZelError} from './error.js';
 import {ceil, formatList, formats, functionList, plainName, saysFullRange} from './formats.js';
 import {extrasOf} from './functions.js';
@@ -10,8 +10,20 @@ const LOCATIONS = ['left', 'center', 'topleft'];  // in the order of zelvideo.h
 const VIDEO = 'zelvConvert';
 const BY = ['function', 'video', 'move'];
 const OF_REGIONS = ['grid', 'region', 'layout', 'above'];  // images are whole here, and formats say what their grid is
+<<<<<<< HEAD
 const OWN = ['matrix', 'range', 'location', 'method', 'dither', 'out'];
+
+/** Where only samples moved, what wasn't known before isn't known now; where they were encoded, it is. */
+function madeColours(from, to, {said}, matrix) {
+  if (to.model !== 'ycbcr') return {matrix: undefined, range: undefined};
+  const range = RANGES[said[3]];
+  if (from.model === 'ycbcr') return {matrix, range};
+  const name = matrices[said[1]];
+  return {matrix: name, range: range ?? (fullRangeMatrices.includes(name) ? 'full' : 'limited')};
+}
+=======
 const PLAN_BYTES = 320;
+>>>>>>> js
 
 const pairOf = value => Array.isArray(value) ? value : [value, value];
 
@@ -56,7 +68,8 @@ export class Converter {
     const names = [source, target];
     said.forEach((range, i) => {
       if (saysFullRange(names[i]) && range === 'limited')
-        throw new ZelError(`${names[i]} is full range by its name; ${plainName(names[i])} leaves it open`, {function: 'convert', argument: 'range'});
+        throw new ZelError(`${names[i]} is full range by its name; ${plainName(names[i])} leaves it open`,
+          {function: 'convert', argument: 'range'});
     });
     const [fromChroma, toChroma] = names.map(name => this.form(name).model === 'ycbcr');
     let [first, last] = said;
@@ -114,7 +127,7 @@ export class Converter {
     const key = JSON.stringify([step.source.name, step.target.name, said, method]);
     if (!this.#plans.has(key)) {
       const sides = this.#core.describe(step.source.number, step.target.number, this.#sayAgain(said)) >>> 0;
-      const plan = this.#heap.allocate(PLAN_BYTES);
+      const plan = this.#heap.allocate(this.#core.planBytes());
       const options = this.#heap.scratch + 64;
       this.#heap.withText(method, text => this.#core.videoOptions(text, options));
       const status = sides ? video.zelvMakePlan(plan.address, sides, sides + this.#core.formatBytes(), options) : -5;
@@ -188,7 +201,8 @@ export class Converter {
   }
 
   convert(image, target, options = {}) {
-    if (!(image instanceof Image)) throw new ZelError('must be an image, as zelcc.image makes one', {function: 'convert', argument: 'image'});
+    if (!(image instanceof Image)) 
+      throw new ZelError('must be an image, as zelcc.image makes one', {function: 'convert', argument: 'image'});
     image.check({function: 'convert', argument: 'image'});
     const {matrix = image.matrix, range = image.range, location, method, dither, out, ...extras} = options;
     const way = this.way(image.format, target, {matrix, range, location, method, dither});
@@ -224,8 +238,7 @@ export class Converter {
         current = next;
       });
       if (current !== into) this.#copy(current, into);
-      into.matrix = form.model === 'ycbcr' ? pairOf(matrix)[1] : undefined;
-      into.range = form.model === 'ycbcr' ? pairOf(range)[1] : undefined;
+      Object.assign(into, madeColours(image.form, form, way, pairOf(matrix)[1]));
       return into;
     } catch (error) {
       result?.free();

@@ -88,6 +88,7 @@ ZEL_MODULE(describe) const ZelvFormat* describe(int32_t source, int32_t target, 
 }
 
 ZEL_MODULE(formatBytes) int32_t formatBytes() { return sizeof(ZelvFormat); }
+ZEL_MODULE(planBytes) int32_t planBytes() { return sizeof(ZelvPlan); }
 
 ZEL_MODULE(videoOptions) void videoOptions(const char* method, ZelvOptions* options) { *options = catalog::videoOptions(method); }
 

@@ -1,4 +1,4 @@
-/** What the package refuses. `function` and `argument` name what it is about; `status` and `statusName` are the library's, if it was called. */
+/** What the package refuses. `function` and `argument` name what it is about; `status` and `statusName` are the library's. */
 export class ZelError extends Error {
   constructor(text, about = {}) {
     const where = [about.function, about.argument].filter(Boolean).join(': ');

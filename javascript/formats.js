@@ -30,7 +30,7 @@ export const formats = Object.freeze(Object.fromEntries(formatList.map(f => [f.n
 function functionOf([name, module, passed, conversions, alpha, beyond, flags]) {
   return {
     name, module: modules[module], passed: passed.split(' '), alpha: {w: 'written', k: 'kept', z: 'zero'}[alpha],
-    beyond: {n: '', p: 'pair', c: 'corner'}[beyond] ?? 'notAWord', worksInPlace: Boolean(flags & 1), needsEqualSteps: Boolean(flags & 2),
+    beyond, worksInPlace: Boolean(flags & 1), needsEqualSteps: Boolean(flags & 2),
     hasSource: passed.startsWith('S'),
     conversions: conversions.map(([source, target, sourceOrder, targetOrder]) => ({
       source: formatList[source], target: formatList[target],

@@ -3,7 +3,8 @@ import {ZelError} from './error.js';
 import {ceil, formats} from './formats.js';
 
 const WEB_FORMATS = {
-  I420: 'yuv420p', I420A: 'yuva420p', I422: 'yuv422p', I444: 'yuv444p', NV12: 'nv12', RGBA: 'rgba', RGBX: 'rgb0', BGRA: 'bgra', BGRX: 'bgr0',
+  I420: 'yuv420p', I420A: 'yuva420p', I422: 'yuv422p', I444: 'yuv444p', NV12: 'nv12', RGBA: 'rgba', RGBX: 'rgb0', BGRA: 'bgra',
+  BGRX: 'bgr0',
   I420P10: 'yuv420p10le', I420P12: 'yuv420p12le', I422P10: 'yuv422p10le', I422P12: 'yuv422p12le', I444P10: 'yuv444p10le',
   I444P12: 'yuv444p12le',
 };

@@ -2,7 +2,7 @@
 /// <reference lib="esnext.disposable" />
 import type {Constants, Elements, FullRangeName, Functions, Matrix, Method, ModuleName} from './catalogue.js';
 
-export type {Constants, Elements, FullRangeName, Functions, Grid, Matrix, Method, ModuleName, Numbers} from './catalogue.js';
+export type {Called, Constants, Elements, FullRangeName, Functions, Grid, Matrix, Method, ModuleName, Numbers} from './catalogue.js';
 
 export type FormatName = keyof Elements;
 export type Range = 'limited' | 'full';

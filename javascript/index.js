@@ -8,14 +8,16 @@ import {Image, coloursOf, webFormat} from './image.js';
 
 export {Image, ZelError, constants, formats, version};
 
-const MODULE_BYTES = 131072;  // of each, and twice as much for the stack before them
-const FIRST_BYTES = (moduleNames.length + 3) * MODULE_BYTES;
+const MODULE_BYTES = 131072;  // of each and the core, and four times as much for the stacks before them
+const FIRST_BYTES = (moduleNames.length + 5) * MODULE_BYTES;
+
+const FILES = 'node:fs/promises';  // no literal, for bundlers would look for it in pages
 
 /** What is given for a module is a URL, a Response, bytes or a WebAssembly.Module. */
 async function compile(given) {
   let source = await given;
   if (source instanceof WebAssembly.Module) return source;
-  if (source instanceof URL && source.protocol === 'file:') source = await (await import('node:fs/promises')).readFile(source);
+  if (source instanceof URL && source.protocol === 'file:') source = await (await import(/* webpackIgnore: true */ /* @vite-ignore */ FILES)).readFile(source);
   if (typeof source === 'string' || source instanceof URL) source = await fetch(source);
   if (typeof Response === 'undefined' || !(source instanceof Response)) return WebAssembly.compile(source);
   if (!source.ok) throw new ZelError(`${source.url} can't be loaded: ${source.status} ${source.statusText}`, {function: 'load'});
@@ -66,7 +68,8 @@ class Zelcc {
   /** Loads modules that aren't yet there. */
   async load(...names) {
     await Promise.all(names.map(async name => {
-      if (!moduleNames.includes(name)) throw new ZelError(`no module is named '${name}'; there are ${moduleNames.join(', ')}`, {function: 'load', argument: 'modules'});
+      if (!moduleNames.includes(name))
+        throw new ZelError(`no module is named '${name}'; there are ${moduleNames.join(', ')}`, {function: 'load', argument: 'modules'});
       this.#pending[name] ??= this.#instance(name, this.#core);
       this.#exports[name] = await this.#pending[name];
     }));
@@ -113,11 +116,18 @@ class Zelcc {
   /** Of a VideoFrame, whose planes are copied once, with its matrix and range. */
   async fromVideoFrame(frame) {
     const format = webFormat(frame.format);
-    if (!format) throw new ZelError(`no format stands for the VideoFrame's ${frame.format}`, {function: 'fromVideoFrame', argument: 'frame'});
+    if (!format)
+      throw new ZelError(`no format stands for the VideoFrame's ${frame.format}`, {function: 'fromVideoFrame', argument: 'frame'});
     const {width, height} = frame.visibleRect;
     const image = Image.make(this.#heap, formats[format], width, height);
     try {
-      await frame.copyTo(image.bytes, {layout: image.layout});
+      let bytes;
+      do {  // The memory may grow while the browser copies, and then is another one.
+        bytes = image.bytes;
+        await frame.copyTo(bytes, {layout: image.layout}).catch(error => {
+          if (bytes.length) throw error;
+        });
+      } while (!bytes.length);
     } catch (error) {
       image.free();
       throw error;

@@ -2,7 +2,9 @@
 import {plainDecode, plainEncode} from './plain.js';
 
 const WIDTH = 1920, HEIGHT = 1080;
-const ROUNDS = 15, LEAST_MS = 20;
+const ROUNDS = 150, LEAST_MS = 4, WARM_MS = 400;
+
+const pause = () => new Promise(done => setTimeout(done, 2));
 
 function noise(length) {
   let state = 0x2545f491;
@@ -12,16 +14,19 @@ function noise(length) {
   });
 }
 
-/** The least time of a call, in ms, of rounds long enough for the clock. */
-function time(run, now) {
-  let calls = 1, begin = now();
-  for (run(); now() - begin < LEAST_MS;) run(), ++calls;
-  let least = Infinity;
-  for (let round = 0; round < ROUNDS; ++round) {
-    begin = now();
-    for (let i = 0; i < calls; ++i) run();
-    least = Math.min(least, (now() - begin) / calls);
-  }
+/** The least time of a call of each, in ms, all in turn, of rounds long enough for the clock, once compilers are done, which work in
+ * the pauses. */
+async function times(all, now) {
+  for (const run of all) for (const begin = now(); now() - begin < WARM_MS; await pause()) run();
+  const least = all.map(() => Infinity);
+  for (let round = 0; round < ROUNDS; ++round)
+    for (const [i, run] of all.entries()) {
+      const begin = now();
+      let calls = 0, spent = 0;
+      do run(), ++calls, spent = now() - begin; while (spent < LEAST_MS);
+      least[i] = Math.min(least[i], spent / calls);
+      await pause();
+    }
   return least;
 }
 
@@ -56,16 +61,17 @@ function difference(a, b) {
 }
 
 /** Times in ms of each conversion by all that are there. All must do the same but for rounding. */
-export function measure(zelcc, cv, now = () => performance.now()) {
+export async function measure(zelcc, cv, now = () => performance.now()) {
   const rows = [];
   for (const [from, to] of [['nv12', 'rgba'], ['yuv420p', 'rgba'], ['rgba', 'nv12'], ['rgba', 'yuv420p']]) {
     const all = {zelcc: ours(zelcc, from, to, {}), video: ours(zelcc, from, to, {matrix: '2020'}), plain: plain(from, to), opencv: byOpenCV(cv, from, to)};
     const row = {from, to, way: all.zelcc.way.join(', ')};
-    for (const [name, one] of Object.entries(all)) {
-      if (!one) continue;
-      row[name] = time(one.run, now);
+    const there = Object.entries(all).filter(([, one]) => one);
+    const measured = await times(there.map(([, one]) => one.run), now);
+    there.forEach(([name, one], i) => {
+      row[name] = measured[i];
       if (name !== 'video') row[`${name}Difference`] = difference(one.bytes(), all.zelcc.bytes());
-    }
+    });
     rows.push(row);
   }
   return rows;

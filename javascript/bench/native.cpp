@@ -17,9 +17,9 @@ namespace {
 constexpr int width = 1920, height = 1080, rounds = 60;
 constexpr ZelSize size{width, height};
 constexpr int32_t steps[] = {width, width / 2, width / 2};
-std::vector<uint8_t> rgba(width* height * 4, 90), frame(width* height * 3 / 2, 120);
+std::vector<uint8_t> rgba(width*height * 4, 90), frame(width*height * 3 / 2, 120);
 uint8_t *const luma = frame.data(), *const chroma = luma + width * height;
-uint8_t* const planes[] = {luma, chroma, chroma + width * height / 4};
+uint8_t* const planes[] = {luma, chroma, chroma + width* height / 4};
 uint8_t* const swapped[] = {luma, planes[2], chroma};
 
 template <typename Run>
@@ -34,7 +34,8 @@ void print(const char* name, Run run) {
 }
 
 void printVideo(const char* name, bool semiPlanar, bool decodes) {
-    const ZelvFormat coded{semiPlanar ? zelvSemiPlanar : zelvPlanar, "YUV", zelv420, 8, 0, zelvMatrix2020, zelvLimited, zelvLeft, 0, 0};
+    const ZelvFormat coded{
+        semiPlanar ? zelvSemiPlanar : zelvPlanar, "YUV", zelv420, 8, 0, zelvMatrix2020, zelvLimited, zelvLeft, 0, 0};
     const ZelvFormat packed{zelvInterleaved, "RGBA", zelv444, 8, 0, zelvMatrixRgb, zelvFull, 0, 0, 0};
     ZelvPlan plan;
     if (zelvMakePlan(&plan, decodes ? &coded : &packed, decodes ? &packed : &coded, nullptr) != zelStsNoErr) return;

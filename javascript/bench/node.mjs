@@ -13,5 +13,5 @@ if (opencv) {
   cv = cv instanceof Promise ? await cv : cv;
   if (!cv.Mat) await new Promise(done => { cv.onRuntimeInitialized = done; });
 }
-console.log(JSON.stringify({program: `Node ${process.versions.node}`, rows: measure(zelcc, cv)}, null, 1));
+console.log(JSON.stringify({program: `Node ${process.versions.node}`, rows: await measure(zelcc, cv)}, null, 1));
 process.exit();

@@ -47,6 +47,17 @@ for (const format of ['nv12', 'yuv420p', 'yuv444p', 'rgba', 'bgra']) {
   found[format] = [frame.format, frame.timestamp, back.format === format && same(back.bytes, image.bytes), back.matrix ?? null, back.range ?? null];
   frame.close();
 }
+// Shown by the browser, which has to know matrix and range.
+const plain = zelcc.image('rgba', width, height), shown = new OffscreenCanvas(width, height).getContext('2d');
+plain.planes[0].data.forEach((_, i, all) => { all[i] = [200, 40, 90, 255][i % 4]; });
+found.shown = true;
+for (const [format, options] of [['nv12', {}], ['yuv420p', {matrix: '709'}], ['yuvj420p', {}], ['yuv420p', {matrix: '2020', range: 'full'}]]) {
+  const frame = zelcc.convert(plain, format, options).toVideoFrame();
+  shown.drawImage(frame, 0, 0);
+  const {data} = shown.getImageData(width / 2, height / 2, 1, 1);
+  found.shown &&= [200, 40, 90].every((sample, i) => Math.abs(sample - data[i]) < 4) || `${format} ${data}`;
+  frame.close();
+}
 const camera = new VideoFrame(canvas, {timestamp: 0});
 const taken = await zelcc.fromVideoFrame(camera);
 found.camera = [taken.width, taken.height, zelcc.convert(taken, 'nv12').format];
@@ -73,7 +84,7 @@ if (hasOpenCV) {
   cv = window.cv instanceof Promise ? await window.cv : window.cv;
   if (!cv.Mat) await new Promise(done => { cv.onRuntimeInitialized = done; });
 }
-return {program: navigator.userAgent.match(/Chrom\\w+\\/[0-9]+/)[0], rows: measure(await load({modules: ['lumachroma', 'chroma', 'video']}), cv)};
+return {program: navigator.userAgent.match(/Chrom\\w+\\/[0-9]+/)[0], rows: await measure(await load({modules: ['lumachroma', 'chroma', 'video']}), cv)};
 """
 WANTED_SUM = 2949505420
 
@@ -130,7 +141,7 @@ yuv = ["limited"]
 wanted = {
     "loaded": sorted(["catalogue.js", "convert.js", "core.wasm", "error.js", "formats.js", "functions.js", "heap.js", "image.js", "index.js",
                       "lumachroma.wasm", "chroma.wasm", "video.wasm"]),
-    "canvas": True, "imageData": True, "isMemory": True,
+    "canvas": True, "imageData": True, "isMemory": True, "shown": True,
     "nv12": ["NV12", 1000, True, "709", "limited"], "yuv420p": ["I420", 1000, True, "709", "limited"],
     "yuv444p": ["I444", 1000, True, "709", "limited"], "rgba": ["RGBA", 1000, True, None, None], "bgra": ["BGRA", 1000, True, None, None],
     "camera": [64, 48, "nv12"], "refused": [True, True], "sum": WANTED_SUM,

@@ -60,6 +60,11 @@ test('moves and ways back keep samples', () => {
   }
 });
 
+test('samples of no channel are as those of the other programs, whatever the source has there', () => {
+  const [b, g, r] = noise('bgr0', 18, 2).bytes;
+  assert.deepEqual([...zelcc.convert(noise('bgr0', 18, 2), '0rgb').bytes.subarray(0, 4)], [255, r, g, b]);
+});
+
 test('sizes that are none of whole sites have their last column and row repeated', () => {
   for (const [width, height] of [[1, 1], [5, 3], [7, 2], [6, 5]]) {
     const image = noise('rgb24', width, height), wide = zelcc.image('rgb24', width + width % 2, height + height % 2);

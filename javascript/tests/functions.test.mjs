@@ -43,3 +43,51 @@ test('all functions give the bytes and statuses of the library', () => {
     made.free();
   }
 });
+
+/** The image in the middle of a larger one, and what the larger one had. */
+function framed(image) {
+  const large = zelcc.image(image.format, image.width + 96, image.height + 16);
+  large.bytes.fill(0xa5);
+  const inner = large.crop(48, 8, image.width, image.height);
+  inner.set(joined(image));
+  return {large, inner, before: large.bytes.slice()};
+}
+
+const joined = image => Uint8Array.from(image.planes.flatMap(plane =>
+  Array.from({length: plane.rows}, (_, y) => plane.row(y)).flatMap(row => [...new Uint8Array(row.buffer, row.byteOffset, row.byteLength)])));
+
+test('parts of larger images convert as images of their own, and nothing beside them changes', () => {
+  let checked = 0;
+  for (const [name, called] of Object.entries(zelcc.functions))
+    for (const [width, height] of [[20, 8], [26, 6], [7, 5], [1, 1]]) {
+      const [{source}] = called.conversions;
+      const image = zelcc.image(source, width, height);
+      fill(image);
+      const extras = Object.fromEntries(Object.entries(called.extras).filter(([extra]) => extra in EXTRAS)
+        .map(([extra, count]) => [extra, count > 1 ? MATRIX.slice(0, count) : EXTRAS[extra]]));
+      const from = framed(image);
+      let whole;
+      try {
+        whole = called(image, null, extras);
+      } catch {
+        assert.throws(() => called(from.inner, null, extras), name);
+        assert.deepEqual(from.large.bytes, from.before, name);
+        continue;
+      }
+      const isInPlace = whole === image;
+      const out = isInPlace ? from : framed(zelcc.image(whole.format, width, height));
+      try {
+        called(from.inner, isInPlace ? null : out.inner, extras);
+      } catch (error) {
+        assert.match(error.message, /takes no step/, name);
+        continue;
+      }
+      assert.deepEqual(joined(out.inner), joined(whole), `${name} ${width} x ${height}`);
+      out.inner.set(joined(zelcc.image(whole.format, width, height)));
+      const empty = framed(zelcc.image(whole.format, width, height));
+      assert.deepEqual(out.large.bytes, empty.large.bytes, `${name} ${width} x ${height}: beside the image`);
+      for (const one of [image, whole, from.large, out.large, empty.large]) one.free();
+      ++checked;
+    }
+  assert.ok(checked > Object.keys(zelcc.functions).length * 2, `${checked} calls`);
+});

@@ -22,6 +22,15 @@ test('views show the memory that functions write, also after it has grown', asyn
   large.free();
 });
 
+test('the core, which functions call for memory, leaves their stack alone', async () => {
+  const zelcc = await load({modules: []});
+  const stack = () => new Uint8Array(zelcc.memory.buffer, 0, 262144);
+  stack().fill(0xa5);
+  zelcc.image('rgba', 64, 64).free();
+  zelcc.way('nv12', 'lab24');
+  assert.ok(stack().every(byte => byte === 0xa5));
+});
+
 test('freed memory is used again, whatever failed in between', async () => {
   const zelcc = await load({modules: ['lumachroma', 'chroma', 'intensity', 'reducebits', 'video']});
   const run = () => {
@@ -60,6 +69,23 @@ test('images that nobody can reach are freed, and those that a view or a crop sh
   assert.ok(most < 40 * 4 * 2 ** 22 / 2, `${most} bytes`);
   assert.ok(crop.planes[0].row(3).every(sample => sample === 7));
   if (view.length) assert.ok(view.every(sample => sample === 9));
+});
+
+test('frames are taken whole if memory grows while they are copied', async () => {
+  const zelcc = await load({modules: []});
+  const visibleRect = {width: 2048, height: 2048};
+  const frame = value => ({
+    format: 'NV12', visibleRect, colorSpace: {},
+    async copyTo(bytes) {
+      await setTimeout(1);
+      if (!bytes.length) throw new TypeError('detached');
+      bytes.fill(value);
+    },
+  });
+  const images = await Promise.all([1, 2, 3].map(value => zelcc.fromVideoFrame(frame(value))));
+  assert.ok(images.every((image, i) => image.bytes.every(byte => byte === i + 1)));
+  const closed = {...frame(0), copyTo: async () => { throw new TypeError('closed'); }};
+  await assert.rejects(zelcc.fromVideoFrame(closed), /closed/);
 });
 
 test('dispose frees', {skip: !Symbol.dispose}, async () => {
