@@ -32,12 +32,6 @@ struct Limited : Rule {
     }
 };
 
-// The weighted sums of horizontal pairs of pixels.
-template <int weight>
-ZEL_INLINE Words pairSums(Bytes x) {
-    return mulAddBytes(x, splatByte(weight));
-}
-
 template <class Luma, class Chroma>
 struct EncodeConstants {
     typename Luma::Constants luma;
