@@ -40,11 +40,14 @@ GrayWeights<Number> weights(const WeightExtras<Number>& extras) {
 struct WordWeights {
     uint16_t c[3];
 
-    // No sum of products, with the half that rounds it, is beyond a signed word.
+    // Neither a weight nor a sum of products, with the half that rounds it, is beyond a signed word.
     constexpr bool areLight() const {
-        unsigned most = 64;
-        for (const uint16_t weight : c) most += 255u * weight >> 8;
-        return most < 0x8000;
+        unsigned most = 64, heaviest = 0;
+        for (const uint16_t weight : c) {
+            most += 255u * weight >> 8;
+            heaviest = weight > heaviest ? weight : heaviest;
+        }
+        return most < 0x8000 && heaviest < 0x8000;
     }
 };
 
@@ -59,9 +62,6 @@ WordWeights wordWeights(const WeightExtras<float>& extras) {
     return {{word(w.c[0]), word(w.c[1]), word(w.c[2])}};
 }
 
-// s + 64 >> 7
-ZEL_INLINE Words roundedLight(UWords s) { return mulRound((Words)s, splatWord(256)); }
-
 // Bytes, in most columns: products lose their low eight bits one by one, so that the sum has room in a word. Heavier weights than
 // the fixed ones may carry it beyond the signed words, and then it comes out black.
 template <class Pixels>
@@ -72,28 +72,40 @@ class GrayInWords : public FewOperations {
 
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         if (k.areLight())
-            convertBlocks(
-                k, row, count, [](UWords a, UWords b) { return a + b; }, roundedLight);
+            convertBlocks<Light>(k, row, count);
         else
-            convertBlocks(
-                k, row, count, [](UWords a, UWords b) { return addSaturated(a, b); }, roundedHeavy);
+            convertBlocks<Heavy>(k, row, count);
     }
 
   private:
+    struct Light : Floors<15> {
+        ZEL_INLINE static UWords sum(UWords a, UWords b) { return a + b; }
+        // s + 64 >> 7
+        ZEL_INLINE static Bytes rounded(UWords first, UWords second) {
+            return roundedInOrder<7, Pixels>((Words)first, (Words)second);
+        }
+    };
+    struct Heavy : Floors<16> {
+        ZEL_INLINE static UWords sum(UWords a, UWords b) { return addSaturated(a, b); }
+        ZEL_INLINE static Bytes rounded(UWords first, UWords second) {
+            return Pixels::inOrder(roundedHeavy(first), roundedHeavy(second));
+        }
+    };
+
     ZEL_INLINE static Words roundedHeavy(UWords s) {
         const Words half = (Words)addSaturated(s, (UWords)splatWord(64));
         return half >> 7 & ~(half >> 15);
     }
 
-    template <class Add, class Rounded>
-    ZEL_INLINE static void convertBlocks(const Constants& k, const Row& row, size_t count, Add add, Rounded rounded) {
+    template <class Sum>
+    ZEL_INLINE static void convertBlocks(const Constants& k, const Row& row, size_t count) {
         const UWords c0 = (UWords)splatWord(k.c[0]), c1 = (UWords)splatWord(k.c[1]), c2 = (UWords)splatWord(k.c[2]);
         const auto gray = [&](const LiftedHalf& x) ZEL_INLINE_LAMBDA {
-            return rounded(add(add(mulHigh(x.a, c0), mulHigh(x.b, c1)), mulHigh(x.c, c2)));
+            return Sum::sum(Sum::sum(Sum::product(x.a, c0), Sum::product(x.b, c1)), Sum::product(x.c, c2));
         };
         for (size_t i = 0; i < count; ++i) {
             const Lifted x = Pixels::load(row.in[0] + i * blockPixels * Pixels::bytes);
-            storeVector(row.out[0] + i * blockPixels, Pixels::inOrder(gray(x.first), gray(x.second)));
+            storeVector(row.out[0] + i * blockPixels, Sum::rounded(gray(x.first), gray(x.second)));
         }
     }
 };

@@ -15,7 +15,7 @@ class SummedChroma {
     struct Constants {
         ExactConstants first, second;
     };
-    static constexpr int weight = 1;
+    static constexpr int lift = 0;
 
     ZEL_INLINE explicit SummedChroma(const Constants& k) : first_(k.first), second_(k.second) {}
 
@@ -46,7 +46,7 @@ using Rounded411 = DifferenceChroma<Rounded, 6, Outer::a>;
 using FullLuma = Limited<WordLuma>;
 using FullExactLuma = Limited<ExactPixels>;
 using FullWord420 = Limited<DifferenceChroma<Floored, 6, Outer::a>>;
-using FullWord422 = Limited<DifferenceChroma<Floored, 6, Outer::a, 64>>;
+using FullWord422 = Limited<DifferenceChroma<Floored, 6, Outer::a, true>>;
 using FullExact420 = Limited<Exact420<Outer::a>>;
 using FullExact422 = Limited<Exact422<Outer::a>>;
 

@@ -43,12 +43,12 @@ struct EncodeRounded {
     template <Outer own>
     struct Chroma {
         static constexpr int shift = 6;
-        Difference<Rounded> difference;
+        Difference<Rounds> difference;
 
-        template <Parity parity>
-        ZEL_INLINE UWords at(Triple t) const {
-            // The rounding multiply takes 128 x.
-            const Words a = times64<parity>(t.a) << 1, b = times64<parity>(t.b) << 1, c = times64<parity>(t.c) << 1;
+        using Products = Rounds;
+
+        ZEL_INLINE UWords of(const LiftedHalf& x) const {
+            const Words a = (Words)x.a, b = (Words)x.b, c = (Words)x.c;
             return own == Outer::a ? difference(a, c, b) : difference(c, a, b);
         }
     };
@@ -58,7 +58,7 @@ struct EncodeRounded {
     Chroma<Outer::a> cr;
 
     ZEL_INLINE explicit EncodeRounded(const Constants& k)
-        : luma(k.luma), cb{Difference<Rounded>(k.cb)}, cr{Difference<Rounded>(k.cr)} {}
+        : luma(k.luma), cb{Difference<Rounds>(k.cb)}, cr{Difference<Rounds>(k.cr)} {}
     ZEL_INLINE Triple operator()(Triple t) const { return {luma(t), perPixel(cb, t), perPixel(cr, t)}; }
 };
 

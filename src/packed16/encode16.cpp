@@ -92,9 +92,10 @@ class FlooredDifferences {
         : luma_(k.luma), lumaBias_(splatWord(k.luma.bias)), u_(splatWord(k.u)), v_(splatWord(k.v)) {}
 
     ZEL_INLINE Bytes lumaOf(Triple t, Sums& sums) const {
-        sums = {sums.a + pairSums<64 / rows>(t.a), sums.c + pairSums<64 / rows>(t.c), sums.last,
-                luma_.at<Parity::even>(t) + luma_.at<Parity::odd>(t)};
-        return luma_(t);
+        const LiftedBytes luma = ofLifted(luma_, t);
+        sums = {sums.a + pairSums<7 - rows>(t.a), sums.c + pairSums<7 - rows>(t.c), sums.last,
+                sumsOfPairs(luma.first, luma.second)};
+        return joined<TruncatedLuma<7>::shift>(luma.first, luma.second);
     }
     ZEL_INLINE ChromaPair chromaOf(const Sums& s) const {
         // The sum of a site does not fit a word, and its mean does.

@@ -1,4 +1,4 @@
-// Bytes as words, 256 times the samples, for products whose high halves are taken.
+// Bytes as words, lifted for products whose high parts are taken.
 #pragma once
 
 #include "simd/pixels.h"
@@ -14,11 +14,26 @@ struct Lifted {
     LiftedHalf first, second;
 };
 
+// The bytes of a vector in two halves, in an order of the form's own, which they leave when they become bytes again.
+struct LiftedBytes {
+    UWords first, second;
+};
+
 // Every form has
 //
+//     Floors<bits>                   products that are floored, with weights below 2^bits, at most 16
+//         lift(x)                    the bytes of a vector, lifted for them
+//         product(lifted, weight)    floor(x weight / 256)
+//     Rounds                         signed ones that are rounded
+//         lift(x), weight(k)         both factors
+//         product(lifted, weight)    floor((x k + 128) / 256)
+//     liftedOrder                    the order in which a pack of both halves leaves them
+//     sumsOfPairs(first, second)     words of both halves, of each two adjacent bytes, added up
+//     joined<shift>(first, second)   words below 2^(8 + shift) of both halves of lifted bytes as bytes, without the last bits
 //     LiftedThree                    three bytes a pixel
-//         load(p)                    both halves of a block, 256 times the samples
+//         load(p)                    both halves of a block, lifted for Floors
 //         inOrder(first, second)     words below 256 of both halves as bytes in the order of the pixels
+//         packsInOrder               whether packs leave them so, too
 //     LiftedFour                     four, lifted without taking the channels apart first
 //         load(p), inOrder(first, second)
 //         pairsPay(rows)             whether sums of pairs over some rows come faster from here than from channels taken apart;
@@ -29,6 +44,37 @@ struct Lifted {
 
 }  // namespace zel::ZEL_LEVEL
 
+#ifdef ZEL_OWN_LIFTED_BYTES
+#include ZEL_OWN_LIFTED_BYTES
+#else
+
+namespace zel::ZEL_LEVEL {
+
+// 256 times the samples. The first half has the bytes at even places.
+template <int bits>
+struct Floors {
+    ZEL_INLINE static LiftedBytes lift(Bytes x) { return {(UWords)x << 8, (UWords)x & 0xff00}; }
+    ZEL_INLINE static UWords product(UWords lifted, UWords weight) { return mulHighOfBytes(lifted, weight); }
+};
+
+// 64 times the samples, and twice the weight.
+struct Rounds {
+    ZEL_INLINE static LiftedBytes lift(Bytes x) { return {(UWords)evenTimes<6>(x), (UWords)oddTimes<6>(x)}; }
+    ZEL_INLINE static Words weight(int k) { return splatWord(2 * k); }
+    ZEL_INLINE static Words product(Words lifted, Words weight) { return mulRound(lifted, weight); }
+};
+
+constexpr Order liftedOrder = Order::split;
+ZEL_INLINE UWords sumsOfPairs(UWords first, UWords second) { return first + second; }
+template <int shift>
+ZEL_INLINE Bytes joined(UWords first, UWords second) {
+    return (Bytes)(first >> shift | (second << (8 - shift) & 0xff00));
+}
+
+}  // namespace zel::ZEL_LEVEL
+
+#endif
+
 #ifdef ZEL_OWN_LIFTED
 #include ZEL_OWN_LIFTED
 #else
@@ -38,6 +84,7 @@ namespace zel::ZEL_LEVEL {
 // Three interleaved bytes a pixel. The first half has the first eight pixels of every lane.
 struct LiftedThree {
     static constexpr int bytes = 3;
+    static constexpr bool packsInOrder = true;
 
     ZEL_INLINE static Lifted load(const uint8_t* p) {
         const Triple t = Interleaved3::load(p);
@@ -54,6 +101,7 @@ struct LiftedThree {
 // which are 2 to the power of 6.
 struct LiftedFour {
     static constexpr int bytes = 4;
+    static constexpr bool packsInOrder = true;
     // Whether sums of pairs over some rows come faster from here than from channels taken apart.
     static constexpr bool pairsPay(int rows) { return lanes == 2 || (lanes == 4 && rows == 2); }
 
@@ -75,3 +123,15 @@ struct LiftedFour {
 }  // namespace zel::ZEL_LEVEL
 
 #endif
+
+namespace zel::ZEL_LEVEL {
+
+// The numbers nearest to words / 2^bits, the higher one of two, which a byte can hold.
+template <int bits, class Pixels>
+ZEL_INLINE Bytes roundedInOrder(Words first, Words second) {
+    if constexpr (Pixels::packsInOrder) return packRounded<bits>(first, second);
+    const auto rounded = [](Words x) ZEL_INLINE_LAMBDA { return mulRound(x, splatWord(1 << (15 - bits))); };
+    return Pixels::inOrder(rounded(first), rounded(second));
+}
+
+}  // namespace zel::ZEL_LEVEL

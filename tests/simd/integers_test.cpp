@@ -5,6 +5,7 @@
 #include "simd/check.h"
 #include "simd/expectations.h"
 #include "simd/floats.h"
+#include "simd/picked.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {
@@ -46,6 +47,10 @@ TEST(SimdIntegers, ElementByElement) {
         return a == -32768 && b == -32768 ? roundedProductOfLowest() : int16_t((a * b + 0x4000) >> 15);
     });
 
+    // Not of two of the lowest, which a level may make anything of.
+    each<Words>(Word{"mulTop", [](Words a, Words b) { return mulTop(a, b == -32768 ? b + 1 : b); }},
+                [](int a, int b) { return (a * std::max(b, -32767)) >> droppedBits; });
+
     each<Dwords>(WORD(computed), [](int32_t a) { return a; });
     each<Bytes>(WORD(computed), [](uint8_t a) { return a; });
 }
@@ -64,8 +69,23 @@ TEST(SimdIntegers, OfNeighbours) {
         const auto product = [&](int at) { return x[at] * asSigned(x[elements<Bytes> + at]); };
         return saturated<int16_t>(product(2 * i) + product(2 * i + 1));
     });
-    compare<Bytes, 1>(WORD(pairSums<1>), [](int i, const auto& x) { return x[2 * i] + x[2 * i + 1]; });
-    compare<Bytes, 1>(WORD(pairSums<64>), [](int i, const auto& x) { return 64 * (x[2 * i] + x[2 * i + 1]); });
+    EXPECT_EQ(liftOf(7) + 16, 7 + droppedBits);
+    const auto times = [](int bits, int first, int second) {
+        return [=](int i, const auto& x) { return (first * x[2 * i] + second * x[2 * i + 1]) << bits; };
+    };
+    const auto centred = [](int bits, int place) {
+        return [=](int i, const auto& x) { return int16_t((x[2 * i + place] - 128) * (1 << bits)); };
+    };
+    compare<Bytes, 1>(Word{"evenTimes", [](Bytes a) { return evenTimes<6>(a); }}, times(6, 1, 0));
+    compare<Bytes, 1>(Word{"oddTimes", [](Bytes a) { return oddTimes<6>(a); }}, times(6, 0, 1));
+    compare<Bytes, 1>(Word{"pairSums", [](Bytes a) { return pairSums<0>(a); }}, times(0, 1, 1));
+    compare<Bytes, 1>(Word{"pairSums", [](Bytes a) { return pairSums<6>(a); }}, times(6, 1, 1));
+    for (const bool even : {true, false}) {
+        compare<Bytes, 1>(Word{"Picked::of", [=](Bytes a) { return Picked<0>(even).of(a); }}, times(0, even, !even));
+        compare<Bytes, 1>(Word{"Picked::of", [=](Bytes a) { return Picked<6>(even).of(a); }}, times(6, even, !even));
+        compare<Bytes, 1>(Word{"Picked::centred", [=](Bytes a) { return Picked<2>(even).centred(a); }}, centred(2, !even));
+        compare<Bytes, 1>(Word{"Picked::centred", [=](Bytes a) { return Picked<7>(even).centred(a); }}, centred(7, !even));
+    }
     compare<Words, 1>(WORD(lowWords), [](int i, const auto& x) { return x[i / 4 * 8 + i % 4]; });
     compare<Words, 1>(WORD(highWords), [](int i, const auto& x) { return x[i / 4 * 8 + 4 + i % 4]; });
 }
@@ -84,6 +104,10 @@ void packs(const Word<F>& word, Narrowed narrowed) {
 TEST(SimdIntegers, Packs) {
     packs<Words>(WORD(packBytes), saturated<uint8_t>);
     packs<Words>(WORD(packSignedBytes), [](int x) { return uint8_t(saturated<int8_t>(x)); });
+    packs<Words>(Word{"packShifted", [](Words a, Words b) { return packShifted<6>(a, b); }},
+                 [](int x) { return saturated<uint8_t>(x >> 6); });
+    packs<Words>(Word{"packRounded", [](Words a, Words b) { return packRounded<5>(a, b); }},
+                 [](int x) { return saturated<uint8_t>((x + 16) >> 5); });
     packs<Dwords>(WORD(packWords), saturated<int16_t>);
     // Not of what is above 65535, which a level may make anything of.
     packs<Dwords>(

@@ -162,22 +162,78 @@ UWords besidesSamples(const Lifted& x) {
     return (x.first.a | x.first.b | x.first.c | x.second.a | x.second.b | x.second.c) & 0xff;
 }
 
-struct Lift {
-    std::array<Bytes, 3> channels;
-    UWords besides;
-};
-
-// Lifted words are 256 times the samples, and come back in order.
-template <class Layout>
-Lift lifted(const Lifted& x) {
-    const auto channel = [](UWords first, UWords second) { return Layout::inOrder(Words(first >> 8), Words(second >> 8)); };
-    return {{channel(x.first.a, x.second.a), channel(x.first.b, x.second.b), channel(x.first.c, x.second.c)}, besidesSamples(x)};
+// A product by 256 is the sample, and comes back in order.
+template <class Layout, class InOrder>
+std::array<Bytes, 3> lifted(const Lifted& x, InOrder inOrder) {
+    const auto channel = [&](UWords first, UWords second) {
+        const auto sample = [](UWords v) { return (Words)Floors<15>::product(v, (UWords)splatWord(256)); };
+        return inOrder(sample(first), sample(second));
+    };
+    return {channel(x.first.a, x.second.a), channel(x.first.b, x.second.b), channel(x.first.c, x.second.c)};
 }
 
 template <class Layout>
 void lifts() {
-    loads<1>(Word{"load and inOrder of lifted pixels", [](const uint8_t* p) { return lifted<Layout>(Layout::load(p)); }},
-             Layout::bytes * block, [](int i) { return i < 3 * block ? channels<Layout::bytes>(block)(i) : none; });
+    const auto holds = [](const char* word, auto inOrder) {
+        loads<1>(Word{word, [=](const uint8_t* p) { return lifted<Layout>(Layout::load(p), inOrder); }}, Layout::bytes * block,
+                 channels<Layout::bytes>(block));
+    };
+    holds("load and inOrder of lifted pixels", Layout::inOrder);
+    // Both ends of what is nearest to a number.
+    holds("roundedInOrder", [](Words a, Words b) { return roundedInOrder<7, Layout>(a * 128 - 64, b * 128 - 64); });
+    holds("roundedInOrder", [](Words a, Words b) { return roundedInOrder<7, Layout>(a * 128 + 63, b * 128 + 63); });
+}
+
+// Words of the halves of lifted bytes, in order.
+std::array<uint16_t, vectorBytes> inOrder(LiftedBytes x) {
+    const auto low = [](UWords v) { return (v & 0xff) << 1; };
+    const auto lows = joined<1>(low(x.first), low(x.second)), highs = joined<8>(x.first, x.second);
+    std::array<uint16_t, vectorBytes> words;
+    for (int i = 0; i < vectorBytes; ++i) words[i] = uint16_t(lows[i] | highs[i] << 8);
+    return words;
+}
+
+template <class Products, class Weight, class Expected>
+void multiplies(const char* word, Weight weight, Expected expected) {
+    for (int from = 0; from < 256; from += vectorBytes) {
+        Bytes x;
+        for (int i = 0; i < vectorBytes; ++i) x[i] = uint8_t(from + i);
+        const LiftedBytes lifted = Products::lift(x);
+        const auto product = [&](UWords v) { return (UWords)Products::product((decltype(weight))v, weight); };
+        const auto words = inOrder({product(lifted.first), product(lifted.second)});
+        for (int i = 0; i < vectorBytes; ++i) ASSERT_EQ(words[i], uint16_t(expected(from + i))) << word << " of " << from + i;
+    }
+}
+
+TEST(SimdPixels, Products) {
+    for (int k : edges<uint16_t>()) {
+        const auto floored = [=](int x) { return x * k >> 8; };
+        multiplies<Floors<16>>("Floors<16>", (UWords)splatWord(k), floored);
+        if (k < 32768) multiplies<Floors<15>>("Floors<15>", (UWords)splatWord(k), floored);
+        const int half = k / 4 - 8192;  // a weight that doubled is a word
+        multiplies<Rounds>("Rounds", Rounds::weight(half), [=](int x) { return (x * half + 128) >> 8; });
+    }
+}
+
+TEST(SimdPixels, LiftedBytes) {
+    compare<Bytes, 1>(Word{"sumsOfPairs",
+                           [](Bytes a) {
+                               const LiftedBytes x = Floors<15>::lift(a);
+                               return sumsOfPairs(x.first >> 2, x.second >> 2);
+                           }},
+                      [](int i, const auto& x) { return (x[2 * i] + x[2 * i + 1]) << (liftOf(8) - 2); });
+    // A pack leaves the bytes of a lane in liftedOrder.
+    moves<1, Bytes>(Word{"liftedOrder",
+                         [](Bytes a) {
+                             const LiftedBytes x = Floors<15>::lift(a);
+                             return packBytes((Words)(x.first >> liftOf(8)), (Words)(x.second >> liftOf(8)));
+                         }},
+                    [](int i) {
+                        const int lane = i / laneBytes * laneBytes;
+                        int pixel = 0;
+                        while (placeInLane(liftedOrder, pixel) != i % laneBytes) ++pixel;
+                        return lane + pixel;
+                    });
 }
 
 // Lifted pixels have an order of their own, which stores know; results saturate.

@@ -47,7 +47,7 @@ struct EncodeLifted {
   private:
     // Means of lifted samples are exact, as their low bits are 0. A mean of both rows' means of pairs is 64 times the sum of
     // samples that were lifted by 8 bits, and a mean of pairs of both rows' sums is 32 times that of samples lifted by 6.
-    static_assert(Chroma::weight == 32);
+    static_assert(Chroma::lift == 5);
     static constexpr int bits = Luma::bits, shift = bits == 8 ? 3 - rows : 0;
 
     struct Part {

@@ -47,7 +47,7 @@ struct ToPacked422 {
 using ToPackedPairs = ToPacked422<Packed::lumaFirst>;
 using ToChromaFirst = ToPacked422<Packed::chromaFirst>;
 
-// A rule for luma of single pixels, and one for chroma of the weighted sums of the channels over a site.
+// A rule for luma of single pixels, and one for chroma of the sums of the channels over a site, 2^lift times.
 template <class Luma, class Chroma>
 struct SiteMatrix {
     using Constants = EncodeConstants<Luma, Chroma>;
@@ -61,9 +61,9 @@ struct SiteMatrix {
     ZEL_INLINE explicit SiteMatrix(const Constants& k) : luma(k.luma), chroma(k.chroma) {}
 
     ZEL_INLINE Bytes lumaOf(Triple t, Sums& sums) const {
-        sums.a += pairSums<Chroma::weight>(t.a);
-        sums.b += pairSums<Chroma::weight>(t.b);
-        sums.c += pairSums<Chroma::weight>(t.c);
+        sums.a += pairSums<Chroma::lift>(t.a);
+        sums.b += pairSums<Chroma::lift>(t.b);
+        sums.c += pairSums<Chroma::lift>(t.c);
         return luma(t);
     }
     ZEL_INLINE auto chromaOf(const Sums& sums) const { return chroma(sums.a, sums.b, sums.c); }

@@ -25,7 +25,7 @@ struct QuadKernel : FewOperations {
   private:
     // Each lane has its four sums twice.
     ZEL_INLINE static Words sums(Bytes x) {
-        const Dwords quads = mulAddPairs(pairSums<Chroma::weight>(x), splatWord(1));
+        const Dwords quads = mulAddPairs(pairSums<Chroma::lift>(x), splatWord(1));
         return packWords(quads, quads);
     }
 };

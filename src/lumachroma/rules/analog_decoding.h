@@ -11,16 +11,15 @@
 namespace zel::ZEL_LEVEL {
 
 // Red and blue of the rules below at a scale of 2^bits, floor(c k / 2^bits) or with half of it added first, come whole from one
-// high multiply of the sample times `weight`; the sum of luma with its shift changes no floor.
+// high multiply of the sample times 2^weightShift; the sum of luma with its shift changes no floor.
 enum class Rounding { nearest, down };
 
 template <Rounding rounding, int bits>
 struct OuterTerm {
-    // mulRound drops 15 bits, mulHigh 16.
-    static constexpr int weightShift = (rounding == Rounding::nearest ? 15 : 16) - bits, weight = 1 << weightShift;
+    static constexpr int weightShift = (rounding == Rounding::nearest ? 15 : droppedBits) - bits;
 
     ZEL_INLINE static Words of(Words weighted, Words k) {
-        return rounding == Rounding::nearest ? mulRound(weighted, k) : mulHigh(weighted, k);
+        return rounding == Rounding::nearest ? mulRound(weighted, k) : mulTop(weighted, k);
     }
 };
 
@@ -43,8 +42,8 @@ class AnalogWords {
     // Of weighted samples.
     ZEL_INLINE ChromaTerms operator()(Words v, Words u) const {
         constexpr int shift = bits - 9, half = rounding == Rounding::nearest ? 1 << (shift - 1) : 0;
-        constexpr int to128 = 7 - Outer::weightShift;
-        const Words green = splatWord(half) - mulHigh(v << to128, gv_) - mulHigh(u << to128, gu_);
+        constexpr int to128 = liftOf(7) - Outer::weightShift;
+        const Words green = splatWord(half) - mulTop(v << to128, gv_) - mulTop(u << to128, gu_);
         return {Outer::of(v, rv_), green >> shift, Outer::of(u, bu_)};
     }
 
@@ -103,20 +102,15 @@ class AnalogDecode {
     static constexpr Order order = Order::split;
 
     ZEL_INLINE explicit AnalogDecode(const Constants& k, ChromaOrder order = ChromaOrder::pFirst)
-        : terms_(k),
-          vWeights_(weightsOf(order == ChromaOrder::pFirst, weight)),
-          uWeights_(weightsOf(order == ChromaOrder::qFirst, weight)) {}
+        : terms_(k), vPlaces_(order == ChromaOrder::pFirst), uPlaces_(order == ChromaOrder::qFirst) {}
 
     // Samples as words.
     ZEL_INLINE ChromaTerms chroma(Words v, Words u) const {
-        const auto weighted = [](Words x) { return (x << Terms::Outer::weightShift) - splatWord(128 * weight); };
+        const auto weighted = [](Words x) { return (x << lift) - splatWord(128 << lift); };
         return terms_(weighted(v), weighted(u));
     }
     // Interleaved bytes.
-    ZEL_INLINE ChromaTerms chroma(Bytes pairs) const {
-        const Bytes centred = pairs ^ splatByte(128);
-        return terms_(mulAddBytes(vWeights_, centred), mulAddBytes(uWeights_, centred));
-    }
+    ZEL_INLINE ChromaTerms chroma(Bytes pairs) const { return terms_(vPlaces_.centred(pairs), uPlaces_.centred(pairs)); }
 
     // The bytes of two pixels for each site: the even pixels in the low half of a lane, the odd ones in the high half.
     ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& even, const ChromaTerms& odd) const {
@@ -128,19 +122,15 @@ class AnalogDecode {
 
     // Chroma samples for each pixel.
     ZEL_INLINE Triple operator()(Triple yuv) const {
-        const Bytes v = yuv.c ^ splatByte(128), u = yuv.b ^ splatByte(128);
-        const auto parity = [&](bool even) {
-            const Bytes weights = weightsOf(even, weight);
-            return terms_(mulAddBytes(weights, v), mulAddBytes(weights, u));
-        };
-        return pixels(yuv.a, parity(true), parity(false));
+        const Picked<lift> even(true), odd(false);
+        return pixels(yuv.a, terms_(even.centred(yuv.c), even.centred(yuv.b)), terms_(odd.centred(yuv.c), odd.centred(yuv.b)));
     }
 
   private:
-    static constexpr int weight = Terms::Outer::weight;
+    static constexpr int lift = Terms::Outer::weightShift;
 
     Terms terms_;
-    Bytes vWeights_, uWeights_;
+    Picked<lift> vPlaces_, uPlaces_;
 };
 
 }  // namespace zel::ZEL_LEVEL

@@ -152,7 +152,7 @@ class ExactSiteDifferences {
     struct Constants {
         ExactConstants minusLuma;  // the bias with it
     };
-    static constexpr int weight = 1;
+    static constexpr int lift = 0;
 
     ZEL_INLINE explicit ExactSiteDifferences(const Constants& k)
         : minusLuma_(k.minusLuma), uFactor_(splatWord(uFactor)), vFactorLess1_(splatWord(vFactorLess1)) {}
@@ -209,7 +209,7 @@ class DoubledPairs {
     ZEL_INLINE Bytes lumaOf(Triple t, Sums& sums) const {
         const auto half = [&](HalfBlock h) { return (Words)ByteSum<7>::whole(sum_(h.ab, h.cb)); };
         const Words low = half(lowHalf(t)), high = half(highHalf(t));
-        sums = {pairSums<2>(t.a), pairSums<2>(t.c),
+        sums = {pairSums<1>(t.a), pairSums<1>(t.c),
                 (UWords)packWords(mulAddPairs(low, splatWord(1)), mulAddPairs(high, splatWord(1)))};
         return packBytes(low >> 1, high >> 1);
     }
@@ -241,10 +241,11 @@ class RoundedDifferences {
     ZEL_INLINE explicit RoundedDifferences(const Constants& k) : luma_(k.luma), u_(splatWord(k.u)), v_(splatWord(k.v)) {}
 
     ZEL_INLINE Bytes lumaOf(Triple t, Sums& sums) const {
-        sums.a += pairSums<64 / rows>(t.a);
-        sums.c += pairSums<64 / rows>(t.c);
-        sums.luma += luma_.at<Parity::even>(t) + luma_.at<Parity::odd>(t);
-        return luma_(t);
+        const LiftedBytes luma = ofLifted(luma_, t);
+        sums.a += pairSums<7 - rows>(t.a);
+        sums.c += pairSums<7 - rows>(t.c);
+        sums.luma += sumsOfPairs(luma.first, luma.second);
+        return joined<RoundedLuma::shift>(luma.first, luma.second);
     }
     ZEL_INLINE ChromaPair chromaOf(const Sums& s) const {
         const Words luma = (Words)(s.luma >> (rows - 1));
@@ -264,7 +265,7 @@ class DirectMatrix {
         TruncatedLumaConstants luma;
         TruncatedChromaConstants u, v;
     };
-    static constexpr Order order = Order::split;
+    static constexpr Order order = liftedOrder;
 
     ZEL_INLINE explicit DirectMatrix(const Constants& k) : luma_(k.luma), u_(k.u), v_(k.v) {}
     ZEL_INLINE Triple operator()(Triple t) const {
@@ -275,7 +276,8 @@ class DirectMatrix {
     template <class Number, class Rule>
     ZEL_INLINE static Bytes packed(const Rule& rule, Triple t) {
         const auto of = [&](auto sums) { return (Words)((Number)sums >> Rule::shift); };
-        return packBytes(of(rule.template at<Parity::even>(t)), of(rule.template at<Parity::odd>(t)));
+        const LiftedBytes words = ofLifted(rule, t);
+        return packBytes(of(words.first), of(words.second));
     }
 
     TruncatedLuma<8> luma_;

@@ -12,6 +12,7 @@
 #pragma once
 
 #include "lumachroma/rules/chroma_order.h"
+#include "simd/picked.h"
 #include "simd/pixels.h"
 
 namespace zel::ZEL_LEVEL {
@@ -26,7 +27,11 @@ struct ChromaTerms {
 };
 
 // 64 Y times twice the coefficient is 128 Y times the coefficient.
-ZEL_INLINE Words luma64(Bytes luma, Parity parity) { return mulAddBytes(luma, weightsOf(parity == Parity::even, 64)); }
+constexpr int lumaLift = liftOf(6);
+template <Parity parity>
+ZEL_INLINE Words liftedLuma(Bytes luma) {
+    return parity == Parity::even ? evenTimes<lumaLift>(luma) : oddTimes<lumaLift>(luma);
+}
 
 // How sums lose their last bits: shifted, after any rounding was added, or rounded to the nearest by a multiply.
 enum class Last { shifted, rounded };
@@ -34,8 +39,9 @@ enum class Last { shifted, rounded };
 template <Green green, int bits, Last last = Last::shifted>
 ZEL_INLINE Triple combine(Words evenLuma, Words oddLuma, const ChromaTerms& even, const ChromaTerms& odd) {
     const auto greenOf = [](Words y, Words b) { return green == Green::adds ? y + b : y - b; };
-    const auto quotient = [](Words x) { return last == Last::shifted ? x >> bits : mulRound(x, splatWord(1 << (15 - bits))); };
-    const auto bytes = [&](Words even, Words odd) { return packBytes(quotient(even), quotient(odd)); };
+    const auto bytes = [](Words even, Words odd) {
+        return last == Last::shifted ? packShifted<bits>(even, odd) : packRounded<bits>(even, odd);
+    };
     return {bytes(evenLuma + even.a, oddLuma + odd.a), bytes(greenOf(evenLuma, even.b), greenOf(oddLuma, odd.b)),
             bytes(evenLuma + even.c, oddLuma + odd.c)};
 }
@@ -62,42 +68,42 @@ class BiasedDecode {
           qb_(splatWord(k.qb)),
           qc_(splatWord(k.qc)),
           rounding_(splatWord(k.rounding)),
-          pWeights_(weightsOf(order == ChromaOrder::pFirst, 128)),
-          qWeights_(weightsOf(order == ChromaOrder::qFirst, 128)) {}
+          pPlaces_(order == ChromaOrder::pFirst),
+          qPlaces_(order == ChromaOrder::qFirst) {}
 
     // Samples as words.
     ZEL_INLINE ChromaTerms chroma(Words p, Words q) const {
-        return terms((p << 7) - splatWord(128 * 128), (q << 7) - splatWord(128 * 128));
+        return terms((p << lift) - splatWord(128 << lift), (q << lift) - splatWord(128 << lift));
     }
     // Interleaved bytes.
-    ZEL_INLINE ChromaTerms chroma(Bytes pairs) const { return terms(picked(pairs, pWeights_), picked(pairs, qWeights_)); }
+    ZEL_INLINE ChromaTerms chroma(Bytes pairs) const { return terms(pPlaces_.centred(pairs), qPlaces_.centred(pairs)); }
 
     // The bytes of two pixels for each site: the even pixels in the low half of a lane, the odd ones in the high half.
     ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& even, const ChromaTerms& odd) const {
-        return combine<green, shift, last>(lumaTerm(luma, Parity::even), lumaTerm(luma, Parity::odd), even, odd);
+        return combine<green, shift, last>(lumaTerm<Parity::even>(luma), lumaTerm<Parity::odd>(luma), even, odd);
     }
     ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& pair) const { return pixels(luma, pair, pair); }
 
     // Chroma samples for each pixel.
     ZEL_INLINE Triple pixels(Bytes luma, Bytes p, Bytes q) const {
-        const auto parity = [&](bool even) { return terms(picked(p, weightsOf(even, 128)), picked(q, weightsOf(even, 128))); };
-        return pixels(luma, parity(true), parity(false));
+        const Picked<lift> even(true), odd(false);
+        return pixels(luma, terms(even.centred(p), even.centred(q)), terms(odd.centred(p), odd.centred(q)));
     }
 
   private:
-    // The multiply-add takes unsigned and signed bytes: 128 (x - 128), x - 128 being x with its top bit inverted.
-    ZEL_INLINE static Words picked(Bytes x, Bytes unsignedWeights) { return mulAddBytes(unsignedWeights, x ^ splatByte(0x80)); }
+    static constexpr int lift = liftOf(7);
 
     ZEL_INLINE ChromaTerms terms(Words u, Words v) const {
-        return {mulHigh(u, pa_), mulHigh(u, pb_) + mulHigh(v, qb_), mulHigh(v, qc_)};
+        return {mulTop(u, pa_), mulTop(u, pb_) + mulTop(v, qb_), mulTop(v, qc_)};
     }
-    ZEL_INLINE Words lumaTerm(Bytes luma, Parity parity) const {
-        const Words term = mulHigh(luma64(luma, parity) - splatWord(64 * 16), ky_);
+    template <Parity parity>
+    ZEL_INLINE Words lumaTerm(Bytes luma) const {
+        const Words term = mulTop(liftedLuma<parity>(luma) - splatWord(16 << lumaLift), ky_);
         return last == Last::shifted ? term + rounding_ : term;
     }
 
     Words ky_, pa_, pb_, qb_, qc_, rounding_;
-    Bytes pWeights_, qWeights_;
+    Picked<lift> pPlaces_, qPlaces_;
 };
 
 // Raw samples are multiplied, and the biases of luma and chroma stand in the offsets:
@@ -124,26 +130,27 @@ class FoldedDecode {
           offsetA_(splatWord(k.offsetA)),
           offsetB_(splatWord(k.offsetB)),
           offsetC_(splatWord(k.offsetC)),
-          pWeights_(weightsOf(order == ChromaOrder::pFirst, 64)),
-          qWeights_(weightsOf(order == ChromaOrder::qFirst, 64)) {}
+          pPlaces_(order == ChromaOrder::pFirst),
+          qPlaces_(order == ChromaOrder::qFirst) {}
 
-    ZEL_INLINE ChromaTerms chroma(Words p, Words q) const { return terms(p << 6, q << 6); }
-    ZEL_INLINE ChromaTerms chroma(Bytes pairs) const {
-        return terms(mulAddBytes(pairs, pWeights_), mulAddBytes(pairs, qWeights_));
-    }
+    ZEL_INLINE ChromaTerms chroma(Words p, Words q) const { return terms(p << lift, q << lift); }
+    ZEL_INLINE ChromaTerms chroma(Bytes pairs) const { return terms(pPlaces_.of(pairs), qPlaces_.of(pairs)); }
 
     ZEL_INLINE Triple pixels(Bytes luma, const ChromaTerms& pair) const {
-        return combine<Green::subtracts, shift>(mulHigh(luma64(luma, Parity::even), ky_), mulHigh(luma64(luma, Parity::odd), ky_),
-                                                pair, pair);
+        const auto term = [&](Words lifted) { return mulTop(lifted, ky_); };
+        return combine<Green::subtracts, shift>(term(liftedLuma<Parity::even>(luma)), term(liftedLuma<Parity::odd>(luma)), pair,
+                                                pair);
     }
 
   private:
+    static constexpr int lift = liftOf(6);
+
     ZEL_INLINE ChromaTerms terms(Words p, Words q) const {
-        return {mulHigh(p, pa_) - offsetA_, mulHigh(p, pb_) + mulHigh(q, qb_) - offsetB_, mulHigh(q, qc_) - offsetC_};
+        return {mulTop(p, pa_) - offsetA_, mulTop(p, pb_) + mulTop(q, qb_) - offsetB_, mulTop(q, qc_) - offsetC_};
     }
 
     Words ky_, pa_, pb_, qb_, qc_, offsetA_, offsetB_, offsetC_;
-    Bytes pWeights_, qWeights_;
+    Picked<lift> pPlaces_, qPlaces_;
 };
 
 // The exact rule, at scale 65536:
@@ -163,8 +170,8 @@ class ExactDecode {
     using Constants = ExactDecodeConstants;
 
     ZEL_INLINE explicit ExactDecode(const Constants& k, ChromaOrder order = ChromaOrder::pFirst)
-        : pWeights_(weightsOf(order == ChromaOrder::pFirst, 1)),
-          qWeights_(weightsOf(order == ChromaOrder::qFirst, 1)),
+        : pPlaces_(order == ChromaOrder::pFirst),
+          qPlaces_(order == ChromaOrder::qFirst),
           yp_{splatWords(lowWord(k.ky), lowWord(k.pa)), splatWords(lowWord(k.ky), lowWord(k.pb))},
           yq_{splatWords(0, lowWord(k.qb)), splatWords(lowWord(k.ky), lowWord(k.qc))},
           ky_(splatWord(highWord(k.ky))),
@@ -181,7 +188,7 @@ class ExactDecode {
         Words p, q;
     };
     ZEL_INLINE Chroma chroma(Words p, Words q) const { return {p, q}; }
-    ZEL_INLINE Chroma chroma(Bytes pairs) const { return {mulAddBytes(pairs, pWeights_), mulAddBytes(pairs, qWeights_)}; }
+    ZEL_INLINE Chroma chroma(Bytes pairs) const { return {pPlaces_.of(pairs), qPlaces_.of(pairs)}; }
     ZEL_INLINE Triple pixels(Bytes luma, const Chroma& even, const Chroma& odd) const {
         return pixels(luma, (Bytes)(even.p | odd.p << 8), (Bytes)(even.q | odd.q << 8));
     }
@@ -213,7 +220,7 @@ class ExactDecode {
                 outer(yqLow, yqHigh, yq_[1], biasC_) + whole + q * qc_};
     }
 
-    Bytes pWeights_, qWeights_;
+    Picked<0> pPlaces_, qPlaces_;
     Words yp_[2], yq_[2], ky_, pa_, pb_, qb_, qc_;
     Dwords biasA_, biasB_, biasC_;
 };

@@ -46,21 +46,19 @@ inline constexpr EncodeMatrix encodeWord{{6980, 23429, 2359}, {-3834, -12911, 16
 // The outer channels by their place in the pixel.
 enum class Outer { a, c };
 
-// The even or the odd pixels of a channel as words.
-template <Parity parity>
-ZEL_INLINE UWords times256(Bytes x) {
-    return parity == Parity::even ? (UWords)x << 8 : (UWords)x & 0xff00;
-}
-template <Parity parity>
-ZEL_INLINE Words times64(Bytes x) {
-    return mulAddBytes(x, (Bytes)splatWord(parity == Parity::even ? 64 : 64 << 8));
+// What a rule gives of channels that are lifted for its products.
+template <class Rule>
+ZEL_INLINE LiftedBytes ofLifted(const Rule& rule, Triple t) {
+    using Products = typename Rule::Products;
+    const LiftedBytes a = Products::lift(t.a), b = Products::lift(t.b), c = Products::lift(t.c);
+    return {rule.of({a.first, b.first, c.first}), rule.of({a.second, b.second, c.second})};
 }
 
-// A byte per pixel from a rule that gives, for one parity, words whose bits from `shift` on are the result.
+// A byte per pixel of a rule that gives words below 2^(8 + shift).
 template <class Rule>
 ZEL_INLINE Bytes perPixel(const Rule& rule, Triple t) {
-    constexpr int shift = Rule::shift;
-    return (Bytes)(rule.template at<Parity::even>(t) >> shift | (rule.template at<Parity::odd>(t) << (8 - shift) & 0xff00));
+    const LiftedBytes words = ofLifted(rule, t);
+    return joined<Rule::shift>(words.first, words.second);
 }
 
 // Y = (floor(a ka / 256) + floor(b kb / 256) + floor(c kc / 256) + bias) >> shift
@@ -78,26 +76,21 @@ class TruncatedLuma {
   public:
     using Constants = TruncatedLumaConstants;
     static constexpr int shift = dropped;
+    using Products = Floors<8 + shift>;
 
     ZEL_INLINE explicit TruncatedLuma(const Constants& k)
         : a_((UWords)splatWord(k.a)), b_((UWords)splatWord(k.b)), c_((UWords)splatWord(k.c)), bias_((UWords)splatWord(k.bias)) {}
 
     ZEL_INLINE Bytes operator()(Triple t) const { return perPixel(*this, t); }
 
-    template <Parity parity>
-    ZEL_INLINE UWords at(Triple t) const {
-        return sum({times256<parity>(t.a), times256<parity>(t.b), times256<parity>(t.c)});
-    }
-
     // Of lifted samples.
     static constexpr int bits = 8;
-    ZEL_INLINE Words words(const LiftedHalf& x) const { return (Words)(sum(x) >> shift); }
+    ZEL_INLINE UWords of(const LiftedHalf& x) const {
+        return Products::product(x.a, a_) + Products::product(x.b, b_) + Products::product(x.c, c_) + bias_;
+    }
+    ZEL_INLINE Words words(const LiftedHalf& x) const { return (Words)(of(x) >> shift); }
 
   private:
-    ZEL_INLINE UWords sum(const LiftedHalf& x) const {
-        return mulHighOfBytes(x.a, a_) + mulHighOfBytes(x.b, b_) + mulHighOfBytes(x.c, c_) + bias_;
-    }
-
     UWords a_, b_, c_, bias_;
 };
 
@@ -115,24 +108,22 @@ class RoundedLuma {
   public:
     using Constants = RoundedLumaConstants;
     static constexpr int shift = 6;
+    using Products = Rounds;
 
     ZEL_INLINE explicit RoundedLuma(const Constants& k)
-        : a_(splatWord(2 * k.a)), b_(splatWord(2 * k.b)), c_(splatWord(2 * k.c)), bias_(splatWord(k.bias)) {}
+        : a_(Products::weight(k.a)), b_(Products::weight(k.b)), c_(Products::weight(k.c)), bias_(splatWord(k.bias)) {}
 
     ZEL_INLINE Bytes operator()(Triple t) const { return perPixel(*this, t); }
 
-    template <Parity parity>
-    ZEL_INLINE UWords at(Triple t) const {
-        return (UWords)sum(times64<parity>(t.a), times64<parity>(t.b), times64<parity>(t.c));
-    }
-
     // Of lifted samples.
     static constexpr int bits = 6;
-    ZEL_INLINE Words words(const LiftedHalf& x) const { return sum((Words)x.a, (Words)x.b, (Words)x.c) >> shift; }
+    ZEL_INLINE UWords of(const LiftedHalf& x) const { return (UWords)sum(x); }
+    ZEL_INLINE Words words(const LiftedHalf& x) const { return sum(x) >> shift; }
 
   private:
-    // The rounding multiply drops 15 bits: 64 x times 2 k leaves x k / 256.
-    ZEL_INLINE Words sum(Words a, Words b, Words c) const { return mulRound(a, a_) + mulRound(b, b_) + mulRound(c, c_) + bias_; }
+    ZEL_INLINE Words sum(const LiftedHalf& x) const {
+        return Products::product((Words)x.a, a_) + Products::product((Words)x.b, b_) + Products::product((Words)x.c, c_) + bias_;
+    }
 
     Words a_, b_, c_, bias_;
 };
@@ -150,15 +141,16 @@ class TruncatedChroma {
   public:
     using Constants = TruncatedChromaConstants;
     static constexpr int shift = dropped;
+    using Products = Floors<16>;
 
     ZEL_INLINE explicit TruncatedChroma(const Constants& k) : a_(splatWord(k.a)), b_(splatWord(k.b)), c_(splatWord(k.c)) {}
 
     ZEL_INLINE Bytes operator()(Triple t) const { return perPixel(*this, t); }
 
-    template <Parity parity>
-    ZEL_INLINE UWords at(Triple t) const {
-        const auto product = [](Bytes x, Words k) { return mulHigh((Words)(times256<parity>(x) >> 1), k); };
-        return (UWords)(product(t.a, a_) + product(t.b, b_) + product(t.c, c_) + splatWord((128 << shift) + (1 << (shift - 1))));
+    ZEL_INLINE UWords of(const LiftedHalf& x) const {
+        // The signed product of half as much.
+        const auto product = [](UWords lifted, Words k) { return mulTop((Words)(lifted >> 1), k); };
+        return (UWords)(product(x.a, a_) + product(x.b, b_) + product(x.c, c_) + splatWord((128 << shift) + (1 << (shift - 1))));
     }
 
   private:
@@ -167,6 +159,7 @@ class TruncatedChroma {
 
 // Chroma as a difference from one of the two outer channels, with a floor or a rounding for each product, before the final shift:
 //   bias + own * ko - (other * kt + green * kg)
+// of channels that are 32 times the samples for a product that drops 16 bits, or 15 rounding.
 // The constants are magnitudes: the negated product of a floor is not the floor of the negated product.
 struct DifferenceConstants {
     int16_t own, other, green, bias;
@@ -180,9 +173,13 @@ constexpr DifferenceConstants fromRed(const EncodeMatrix& m, int bias) {
 }
 
 struct Floored {
-    ZEL_INLINE static Words product(Words x, Words k) { return mulHigh(x, k); }
+    static constexpr int lift = liftOf(5);
+    ZEL_INLINE static Words weight(int k) { return splatWord(k); }
+    ZEL_INLINE static Words product(Words x, Words k) { return mulTop(x, k); }
 };
 struct Rounded {
+    static constexpr int lift = 5;
+    ZEL_INLINE static Words weight(int k) { return splatWord(k); }
     ZEL_INLINE static Words product(Words x, Words k) { return mulRound(x, k); }
 };
 
@@ -190,7 +187,10 @@ template <class Product>
 class Difference {
   public:
     ZEL_INLINE explicit Difference(const DifferenceConstants& k)
-        : own_(splatWord(k.own)), other_(splatWord(k.other)), green_(splatWord(k.green)), bias_(splatWord(k.bias)) {}
+        : own_(Product::weight(k.own)),
+          other_(Product::weight(k.other)),
+          green_(Product::weight(k.green)),
+          bias_(splatWord(k.bias)) {}
 
     ZEL_INLINE UWords operator()(Words own, Words other, Words green) const {
         return (UWords)(bias_ + Product::product(own, own_) -

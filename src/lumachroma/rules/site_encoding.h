@@ -6,15 +6,15 @@
 
 namespace zel::ZEL_LEVEL {
 
-// From the outer channels' differences; `firstFrom` names the channel whose difference comes first. `sumWeight` is that of the
-// sums.
-template <class Product, int shift, Outer firstFrom, int sumWeight = 32>
+// From the outer channels' differences; `firstFrom` names the channel whose difference comes first. Of sites of two pixels the
+// sums may be doubled.
+template <class Product, int shift, Outer firstFrom, bool doubled = false>
 class DifferenceChroma {
   public:
     struct Constants {
         DifferenceConstants fromA, fromC;
     };
-    static constexpr int weight = sumWeight;
+    static constexpr int lift = Product::lift + doubled;
 
     ZEL_INLINE explicit DifferenceChroma(const Constants& k) : fromA_(k.fromA), fromC_(k.fromC) {}
 
@@ -41,7 +41,7 @@ class ExactChroma {
     struct Constants {
         ExactChromaWeights fromA, fromC;
     };
-    static constexpr int weight = 1;
+    static constexpr int lift = 0;
 
     ZEL_INLINE explicit ExactChroma(const Constants& k)
         : fromA_(splatWords(k.fromA.green, k.fromA.other)),

@@ -7,6 +7,8 @@
 #define ZEL_OWN_BYTE_TABLE "simd/neon/byte_table.h"
 #define ZEL_OWN_FIELDS "simd/neon/fields.h"
 #define ZEL_OWN_LIFTED "simd/neon/lifted.h"
+#define ZEL_OWN_LIFTED_BYTES "simd/neon/lifted_bytes.h"
+#define ZEL_OWN_PICKED "simd/neon/picked.h"
 #define ZEL_OWN_PIXELS "simd/neon/pixels.h"
 #define ZEL_OWN_PIXEL_DWORDS "simd/neon/pixel_dwords.h"
 #define ZEL_OWN_SAMPLES "simd/neon/samples.h"
@@ -21,6 +23,7 @@ constexpr Traits traits{
     .selectsAtOnce = true,
     .packsUnsignedWords = true,
     .looksUpQuickly = true,
+    .droppedBits = 15,
     .independentVectors = 4,
 };
 

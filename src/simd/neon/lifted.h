@@ -1,4 +1,4 @@
-// Bytes lifted to words by shifts that widen.
+// Pixels lifted channel by channel.
 #pragma once
 
 #include "simd/lifted.h"
@@ -6,37 +6,27 @@
 namespace zel::ZEL_LEVEL {
 
 namespace arm {
-ZEL_INLINE UWords liftedLow(Bytes v) { return (UWords)vzip1q_u8(vdupq_n_u8(0), u8(v)); }
-ZEL_INLINE UWords liftedHigh(Bytes v) { return (UWords)vzip2q_u8(vdupq_n_u8(0), u8(v)); }
-}  // namespace arm
 
-struct LiftedThree {
-    static constexpr int bytes = 3;
+// The first half has the first pixels.
+template <class Pixels>
+struct LiftedChannels {
+    static constexpr int bytes = Pixels::bytes;
+    static constexpr bool packsInOrder = true;
 
     ZEL_INLINE static Lifted load(const uint8_t* p) {
-        using namespace arm;
-        const Triple t = Interleaved3::load(p);
-        return {{liftedLow(t.a), liftedLow(t.b), liftedLow(t.c)}, {liftedHigh(t.a), liftedHigh(t.b), liftedHigh(t.c)}};
+        const Triple t = Pixels::load(p);
+        const LiftedBytes a = times128(t.a), b = times128(t.b), c = times128(t.c);
+        return {{a.first, b.first, c.first}, {a.second, b.second, c.second}};
     }
     ZEL_INLINE static Bytes inOrder(Words first, Words second) { return packBytes(first, second); }
 };
 
-struct LiftedFour {
-    static constexpr int bytes = 4;
-    static constexpr bool pairsPay(int) { return false; }
+}  // namespace arm
 
-    ZEL_INLINE static Lifted load(const uint8_t* p) {
-        using namespace arm;
-        const Triple t = Interleaved4::load(p);
-        return {{liftedLow(t.a), liftedLow(t.b), liftedLow(t.c)}, {liftedHigh(t.a), liftedHigh(t.b), liftedHigh(t.c)}};
-    }
-    template <Half which>
-    ZEL_INLINE static LiftedHalf half(const uint8_t* p) {
-        const uint8x8x4_t v = vld4_u8(p + int(which) * 2 * vectorBytes);
-        const auto lifted = [&](int c) ZEL_INLINE_LAMBDA { return (UWords)vshll_n_u8(v.val[c], 8); };
-        return {lifted(0), lifted(1), lifted(2)};
-    }
-    ZEL_INLINE static Bytes inOrder(Words first, Words second) { return packBytes(first, second); }
+struct LiftedThree : arm::LiftedChannels<Interleaved3> {};
+
+struct LiftedFour : arm::LiftedChannels<Interleaved4> {
+    static constexpr bool pairsPay(int) { return false; }
 };
 
 }  // namespace zel::ZEL_LEVEL

@@ -29,6 +29,8 @@ ZEL_INLINE UWords mulHigh(UWords a, UWords b) {
     const uint32x4_t low = vmull_u16(vget_low_u16(u16(a)), vget_low_u16(u16(b))), high = vmull_high_u16(u16(a), u16(b));
     return (UWords)vuzp2q_u16(u16(low), u16(high));
 }
+// The doubled product.
+ZEL_INLINE Words mulTop(Words a, Words b) { return (Words)vqdmulhq_s16(arm::s16(a), arm::s16(b)); }
 ZEL_INLINE Words mulRound(Words a, Words b) { return (Words)vqrdmulhq_s16(arm::s16(a), arm::s16(b)); }
 ZEL_INLINE Dwords mulAddPairs(Words a, Words b) {
     using namespace arm;
@@ -41,15 +43,32 @@ ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes) {
     return (Words)vqaddq_s16(arm::s16(even), arm::s16(odd));
 }
 ZEL_INLINE UWords mulHighOfBytes(UWords a, UWords b) { return mulHigh(a, b); }
-template <int weight>
-ZEL_INLINE Words pairSums(Bytes v) {
-    return mulAddBytes(v, splatByte(weight));
-}
 
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)vqmovun_high_s16(vqmovun_s16(arm::s16(a)), arm::s16(b)); }
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)vqmovn_high_s16(vqmovn_s16(arm::s16(a)), arm::s16(b)); }
 ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)vqmovn_high_s32(vqmovn_s32(arm::s32(a)), arm::s32(b)); }
 ZEL_INLINE Words packUnsignedWords(Dwords a, Dwords b) { return (Words)vqmovun_high_s32(vqmovun_s32(arm::s32(a)), arm::s32(b)); }
+
+template <int bits>
+ZEL_INLINE Words evenTimes(Bytes a) {
+    return (Words)((UWords)a << 8 >> (8 - bits));
+}
+template <int bits>
+ZEL_INLINE Words oddTimes(Bytes a) {
+    return (Words)((UWords)a >> 8 << bits);
+}
+template <int bits>
+ZEL_INLINE Words pairSums(Bytes a) {
+    return (Words)vpaddlq_u8(arm::u8(a)) << bits;
+}
+template <int bits>
+ZEL_INLINE Bytes packShifted(Words a, Words b) {
+    return (Bytes)vqshrun_high_n_s16(vqshrun_n_s16(arm::s16(a), bits), arm::s16(b), bits);
+}
+template <int bits>
+ZEL_INLINE Bytes packRounded(Words a, Words b) {
+    return (Bytes)vqrshrun_high_n_s16(vqrshrun_n_s16(arm::s16(a), bits), arm::s16(b), bits);
+}
 
 ZEL_INLINE Words absolute(Words v) { return (Words)vabsq_s16(arm::s16(v)); }
 ZEL_INLINE Dwords absolute(Dwords v) { return (Dwords)vabsq_s32(arm::s32(v)); }

@@ -16,6 +16,7 @@ constexpr Traits traits{
     .selectsAtOnce = true,
     .packsUnsignedWords = true,
     .looksUpQuickly = false,
+    .droppedBits = 16,
     .independentVectors = 4,
 };
 

@@ -48,15 +48,33 @@ ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes) {
     return (Words)wasm_i16x8_add_sat((v128_t)even, (v128_t)odd);
 }
 
-template <int weight>
-ZEL_INLINE Words pairSums(Bytes v) {
-    return (Words)wasm_u16x8_extadd_pairwise_u8x16((v128_t)v) * short{weight};
-}
 
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)wasm_u8x16_narrow_i16x8((v128_t)a, (v128_t)b); }
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)wasm_i8x16_narrow_i16x8((v128_t)a, (v128_t)b); }
 ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)wasm_i16x8_narrow_i32x4((v128_t)a, (v128_t)b); }
 ZEL_INLINE Words packUnsignedWords(Dwords a, Dwords b) { return (Words)wasm_u16x8_narrow_i32x4((v128_t)a, (v128_t)b); }
+
+ZEL_INLINE Words mulTop(Words a, Words b) { return mulHigh(a, b); }
+template <int bits>
+ZEL_INLINE Words evenTimes(Bytes a) {
+    return (Words)((UWords)a << 8 >> (8 - bits));
+}
+template <int bits>
+ZEL_INLINE Words oddTimes(Bytes a) {
+    return (Words)((UWords)a >> 8 << bits);
+}
+template <int bits>
+ZEL_INLINE Words pairSums(Bytes a) {
+    return (Words)wasm_u16x8_extadd_pairwise_u8x16((v128_t)a) << bits;
+}
+template <int bits>
+ZEL_INLINE Bytes packShifted(Words a, Words b) {
+    return packBytes(a >> bits, b >> bits);
+}
+template <int bits>
+ZEL_INLINE Bytes packRounded(Words a, Words b) {
+    return packBytes(mulRound(a, splatWord(1 << (15 - bits))), mulRound(b, splatWord(1 << (15 - bits))));
+}
 
 ZEL_INLINE Words absolute(Words v) { return (Words)wasm_i16x8_abs((v128_t)v); }
 ZEL_INLINE Dwords absolute(Dwords v) { return (Dwords)wasm_i32x4_abs((v128_t)v); }

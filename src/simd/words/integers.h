@@ -19,20 +19,34 @@ ZEL_INLINE Words mulHigh(Words a, Words b);
 ZEL_INLINE UWords mulHigh(UWords a, UWords b);
 // The same where the lower byte of every a is 0.
 ZEL_INLINE UWords mulHighOfBytes(UWords a, UWords b);
+// Of signed products the bits from droppedBits on: floor(a b / 2^droppedBits), not of two -32768. So that the result is the same
+// everywhere, one factor is lifted by liftOf(bits), `bits` being those for a level that drops 16.
+constexpr int droppedBits = traits.droppedBits;
+constexpr int liftOf(int bits) { return bits - (16 - droppedBits); }
+ZEL_INLINE Words mulTop(Words a, Words b);
 // floor((a b + 16384) / 32768); of two -32768, which no word can hold, -32768 or 32767.
 ZEL_INLINE Words mulRound(Words a, Words b);
+// The bytes at even or at odd places, and the sums of pairs, times 2^bits; at most 6 bits.
+template <int bits>
+ZEL_INLINE Words evenTimes(Bytes a);
+template <int bits>
+ZEL_INLINE Words oddTimes(Bytes a);
+template <int bits>
+ZEL_INLINE Words pairSums(Bytes a);
 // The sum of both products of a pair; where all four are -32768 it wraps, to the lowest dword.
 ZEL_INLINE Dwords mulAddPairs(Words a, Words b);
 // The sum of both products of a pair of unsigned and signed bytes, saturated to a word.
 ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes);
-// The sum of each pair of unsigned bytes, times a weight of at most 64.
-template <int weight>
-ZEL_INLINE Words pairSums(Bytes v);
 
 // Signed elements of a, then those of b, saturated to narrower ones: unsigned bytes, signed bytes, signed words.
 ZEL_INLINE Bytes packBytes(Words a, Words b);
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b);
 ZEL_INLINE Words packWords(Dwords a, Dwords b);
+// To unsigned bytes, each without its last bits: floor(x / 2^bits), and the number nearest to x / 2^bits, the higher one of two.
+template <int bits>
+ZEL_INLINE Bytes packShifted(Words a, Words b);
+template <int bits>
+ZEL_INLINE Bytes packRounded(Words a, Words b);
 // To unsigned words: below 0 they are 0, above 65535 they are 65535 where traits.packsUnsignedWords, and otherwise must not be.
 ZEL_INLINE Words packUnsignedWords(Dwords a, Dwords b);
 

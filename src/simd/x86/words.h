@@ -26,13 +26,31 @@ ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes) {
     return (Words)ZEL_MM(maddubs_epi16)((Register)a, (Register)signedBytes);
 }
 ZEL_INLINE UWords mulHighOfBytes(UWords a, UWords b) { return mulHigh(a, b); }
-template <int weight>
-ZEL_INLINE Words pairSums(Bytes v) {
-    return mulAddBytes(v, splatByte(weight));
-}
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)ZEL_MM(packus_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)ZEL_MM(packs_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)ZEL_MM(packs_epi32)((Register)a, (Register)b); }
+
+ZEL_INLINE Words mulTop(Words a, Words b) { return mulHigh(a, b); }
+template <int bits>
+ZEL_INLINE Words evenTimes(Bytes a) {
+    return mulAddBytes(a, (Bytes)splatWord(1 << bits));
+}
+template <int bits>
+ZEL_INLINE Words oddTimes(Bytes a) {
+    return mulAddBytes(a, (Bytes)splatWord(1 << (bits + 8)));
+}
+template <int bits>
+ZEL_INLINE Words pairSums(Bytes a) {
+    return mulAddBytes(a, splatByte(1 << bits));
+}
+template <int bits>
+ZEL_INLINE Bytes packShifted(Words a, Words b) {
+    return packBytes(a >> bits, b >> bits);
+}
+template <int bits>
+ZEL_INLINE Bytes packRounded(Words a, Words b) {
+    return packBytes(mulRound(a, splatWord(1 << (15 - bits))), mulRound(b, splatWord(1 << (15 - bits))));
+}
 
 ZEL_INLINE Words absolute(Words v) { return (Words)ZEL_MM(abs_epi16)((Register)v); }
 ZEL_INLINE Dwords absolute(Dwords v) { return (Dwords)ZEL_MM(abs_epi32)((Register)v); }

@@ -8,6 +8,7 @@ namespace zel::ZEL_LEVEL {
 // Three interleaved bytes a pixel. The first half has the first eight pixels of every lane.
 struct LiftedThree {
     static constexpr int bytes = 3;
+    static constexpr bool packsInOrder = true;
 
     ZEL_INLINE static Lifted load(const uint8_t* p) {
         const Triple t = Interleaved3::load(p);
@@ -24,6 +25,7 @@ struct LiftedThree {
 // which are 2 to the power of 6.
 struct LiftedFour {
     static constexpr int bytes = 4;
+    static constexpr bool packsInOrder = false;
     // Whether sums of pairs over some rows come faster from here than from channels taken apart.
     static constexpr bool pairsPay(int rows) { return lanes == 2 || (lanes == 4 && rows == 2); }
 
