@@ -48,7 +48,6 @@ ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes) {
     return (Words)wasm_i16x8_add_sat((v128_t)even, (v128_t)odd);
 }
 
-
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)wasm_u8x16_narrow_i16x8((v128_t)a, (v128_t)b); }
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)wasm_i8x16_narrow_i16x8((v128_t)a, (v128_t)b); }
 ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)wasm_i16x8_narrow_i32x4((v128_t)a, (v128_t)b); }
