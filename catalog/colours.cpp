@@ -38,6 +38,11 @@ bool isExact(const Format& source, const Format& target, const Colours& colours,
     return !isByMatrix || (matrix && matrix->isFullRange == rangeOf(coded, colour));
 }
 
+// What is neither luma and chroma nor described itself may become so by functions.
+bool mayBeDescribed(const Format& f, const Colour& colour) {
+    return (!hasChroma(f) && canonical(f).description.depth == 0) || describe(canonical(f), colour);
+}
+
 }  // namespace
 
 const Matrix* findMatrix(std::string_view name) {
@@ -73,9 +78,7 @@ std::optional<std::vector<Step>> path(const Format& source, const Format& target
         auto steps = path(source, target, wishes);
         if (steps && isExact(source, target, colours, *steps)) return steps;
     }
-    const bool isDescribed = (!hasChroma(source) || describe(canonical(source), colours.source)) &&
-                             (!hasChroma(target) || describe(canonical(target), colours.target));
-    if (!metByVideo || !isDescribed) return {};
+    if (!metByVideo || !mayBeDescribed(source, colours.source) || !mayBeDescribed(target, colours.target)) return {};
     if (canonical(source).description.depth && canonical(target).description.depth &&
         metByVideo(canonical(source), canonical(target)) == wishes.all)
         return std::vector{Step::byVideo(source, target)};

@@ -101,8 +101,8 @@ void addOthers(CLI::App& app, int& code) {
     app.add_subcommand("info", "Print version, level and features")->callback([&code] { code = info(); });
 
     static CheckOptions checking;
-    CLI::App* checks = app.add_subcommand("check", "Compare the results of all functions at all levels with the published ones");
-    checks->add_option("words", checking.words, "Only functions whose names have all of these words")->type_name("WORD");
+    CLI::App* checks = app.add_subcommand("check", "Compare the results of both libraries at all levels with the published ones");
+    checks->add_option("words", checking.words, "Only what has all of these words in its name; zelv is in those of libzelvideo")->type_name("WORD");
     checks->add_option("--write", checking.write, "Bring the list of published checksums in this file up to date")
         ->type_name("FILE");
     checks->add_flag("--sums", checking.printsSums, "Print the checksums at this level and compare nothing");

@@ -20,19 +20,20 @@ namespace tool {
 
 namespace {
 
-std::vector<const Function*> chosen(const std::vector<std::string>& words) {
-    std::vector<const Function*> found;
-    for (const Function& f : catalog::functions()) {
-        const auto holds = [&](const std::string& word) { return f.name.find(word) != std::string_view::npos; };
-        if (std::ranges::all_of(words, holds)) found.push_back(&f);
-    }
-    if (found.empty()) throw UsageError("no function has all of these words in its name (zelcc list functions WORD finds some)");
+std::vector<Subject> chosen(const std::vector<std::string>& words) {
+    std::vector<Subject> found = allSubjects();
+    std::erase_if(found, [&](const Subject& s) {
+        return !std::ranges::all_of(words, [&](const std::string& word) { return s.name.find(word) != std::string::npos; });
+    });
+    if (found.empty())
+        throw UsageError(
+            "no function and no conversion that is checked has all of these words in its name (zelcc list functions "
+            "WORD and zelcc check --sums zelv find some)");
     return found;
 }
 
 int printSums(const CheckOptions& options) {
-    for (const Function* f : chosen(options.words))
-        std::printf("%s %s\n", std::string(f->name).c_str(), hexadecimal(checksum(*f)).c_str());
+    for (const Subject& s : chosen(options.words)) std::printf("%s %s\n", s.name.c_str(), hexadecimal(s.sum()).c_str());
     return success;
 }
 
@@ -83,7 +84,7 @@ class AtLevel {
 
 struct Results {
     std::vector<std::string> levels;
-    std::vector<std::map<std::string, std::string>> sums;  // of each level, by function
+    std::vector<std::map<std::string, std::string>> sums;  // of each level, by name
 };
 
 Results resultsAtAllLevels(const std::vector<std::string>& words) {
@@ -97,7 +98,7 @@ Results resultsAtAllLevels(const std::vector<std::string>& words) {
     return results;
 }
 
-// The levels at which the function's result isn't the wanted one.
+// The levels at which the subject's result isn't the wanted one.
 std::string differing(const Results& results, const std::string& name, const std::string& wanted) {
     std::string levels;
     for (size_t i = 0; i < results.levels.size(); ++i)
@@ -105,15 +106,15 @@ std::string differing(const Results& results, const std::string& name, const std
     return levels;
 }
 
-void update(const std::string& path, const Results& results, const std::vector<const Function*>& functions) {
+void update(const std::string& path, const Results& results, const std::vector<Subject>& subjects) {
     std::ifstream old(path);
     Checksums list = readChecksums(std::string(std::istreambuf_iterator<char>(old), {}));
-    for (const Function* f : functions) {
-        const std::string name(f->name);
+    for (const Subject& s : subjects) {
+        const std::string& name = s.name;
         std::string sum = results.sums[0].at(name);
         std::vector<Published>& entries = list[name];
         const bool wasByProcessor = !entries.empty() && entries.back().sum.starts_with(byProcessor);
-        if (f->dependsOnProcessor) {
+        if (s.dependsOnProcessor) {
             if (approximatesReciprocals()) sum = wasByProcessor ? entries.back().sum.substr(byProcessor.size()) : std::string();
             sum = std::string(byProcessor) + sum;
         }
@@ -134,14 +135,14 @@ void update(const std::string& path, const Results& results, const std::vector<c
 
 int check(const CheckOptions& options) {
     if (options.printsSums) return printSums(options);
-    const auto functions = chosen(options.words);
+    const auto subjects = chosen(options.words);
     const Results results = resultsAtAllLevels(options.words);
     const Checksums published = readChecksums(publishedText());
     int wrong = 0, byLevels = 0;
-    for (const Function* f : functions) {
-        const std::string name(f->name);
+    for (const Subject& s : subjects) {
+        const std::string& name = s.name;
         const auto known = published.find(name);
-        const bool isByVendor = f->dependsOnProcessor && approximatesReciprocals();
+        const bool isByVendor = s.dependsOnProcessor && approximatesReciprocals();
         const bool comparesLevels = isByVendor || !options.write.empty();
         byLevels += isByVendor;
         std::string problem;
@@ -157,11 +158,11 @@ int check(const CheckOptions& options) {
     }
     std::string levels;
     for (const std::string& level : results.levels) levels += ' ' + level;
-    std::printf("%zu functions at the levels%s: %d wrong.", functions.size(), levels.c_str(), wrong);
+    std::printf("%zu functions and conversions at the levels%s: %d wrong.", subjects.size(), levels.c_str(), wrong);
     if (approximatesReciprocals()) std::printf(" %d depend on the processor's vendor: their levels were compared.", byLevels);
     std::printf("\n");
     if (wrong) return failure;
-    if (!options.write.empty()) update(options.write, results, functions);
+    if (!options.write.empty()) update(options.write, results, subjects);
     return success;
 }
 

@@ -4,7 +4,6 @@
 #include <sstream>
 
 #include "frame/levels.h"
-#include "tools/exercise.h"
 
 namespace tool {
 
@@ -17,7 +16,8 @@ constexpr int heights[] = {1, 2, 4, 3, 8, 5, 6, 12, 7};
 constexpr Lay lays[] = {Lay::boundary, Lay::shifted, Lay::upward};
 
 constexpr std::string_view heading =
-    "# What every function makes of a fixed set of images: its name, and each version that changed it, with the checksum since.\n"
+    "# What every function makes of a fixed set of images: its name, and each version that changed it, with the checksum since;\n"
+    "# likewise conversions of libzelvideo by zelv, both formats with what they mean, and options.\n"
     "# Written by zelcc check --write, which compares all levels first. A change beyond the first entry has to stand in\n"
     "# CHANGELOG.md. Where it says by-processor, results depend on the processor's vendor on x86, and levels are compared "
     "alone;\n"
@@ -25,21 +25,32 @@ constexpr std::string_view heading =
 
 }  // namespace
 
-uint64_t checksum(const Function& function) {
+uint64_t checksumOf(int variants, const AddImage& add) {
     uint64_t sum = emptySum;
     unsigned seed = 0;
-    const auto add = [&](int width, int variant) {
+    const auto addWidth = [&](int width, int variant) {
         const Size size{width, heights[seed % std::size(heights)]};
-        const Exercise exercise(function, size, lays[seed / 3 % std::size(lays)], variant, seed);
-        const ZelStatus status = exercise.call();
-        sum = exercise.addTo(addBytes(sum, &status, sizeof status));
+        sum = add(sum, size, lays[seed / 3 % std::size(lays)], variant, seed);
         ++seed;
     };
-    for (int variant = 0; variant < variantCount(function); ++variant) {
-        for (int width = 1; width <= narrow; ++width) add(width, variant);
-        for (const int width : wide) add(width, variant);
+    for (int variant = 0; variant < variants; ++variant) {
+        for (int width = 1; width <= narrow; ++width) addWidth(width, variant);
+        for (const int width : wide) addWidth(width, variant);
     }
     return sum;
+}
+
+std::vector<Subject> functionSubjects() {
+    std::vector<Subject> subjects;
+    for (const Function& f : catalog::functions()) {
+        const auto add = [&f](uint64_t sum, Size size, Lay lay, int variant, unsigned seed) {
+            const Exercise exercise(f, size, lay, variant, seed);
+            const ZelStatus status = exercise.call();
+            return exercise.addTo(addBytes(sum, &status, sizeof status));
+        };
+        subjects.push_back({std::string(f.name), f.dependsOnProcessor, [&f, add] { return checksumOf(variantCount(f), add); }});
+    }
+    return subjects;
 }
 
 bool approximatesReciprocals() { return zel::levels::lowest == zelCpuSsse3; }

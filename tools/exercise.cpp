@@ -90,6 +90,50 @@ uint64_t addBytes(uint64_t sum, const void* bytes, size_t count) {
     return sum;
 }
 
+Laid lay(const Format& format, Size size, Lay lay, bool takesSteps) {
+    Planes planes;
+    std::array<size_t, 4> offsets{};
+    size_t bytes = 0;
+    for (int i = 0; i < format.planeCount; ++i) {
+        const catalog::Plane& p = format.planes[i];
+        const int sample = catalog::bytesOf(format.element);
+        const bool isTight = lay == Lay::boundary || !takesSteps;
+        const auto step = static_cast<int32_t>(isTight ? p.rowBytes(size.width) : (p.rowBytes(size.width) + 79) / 16 * 16);
+        const auto rows = static_cast<size_t>(p.rows(size.height));
+        const bool isUpward = lay == Lay::upward && takesSteps;
+        planes.steps[i] = isUpward ? -step : step;
+        const size_t margin = static_cast<size_t>(roundUp(marginRows * step, 64));
+        offsets[i] = bytes + margin + (lay == Lay::shifted ? static_cast<size_t>(sample) : 0) +
+                     (isUpward ? static_cast<size_t>(step) * (rows - 1) : 0);
+        bytes += (2 * margin + static_cast<size_t>(step) * rows + 127) / 64 * 64;
+    }
+    Laid image{format, Buffer(bytes), planes};
+    for (int i = 0; i < format.planeCount; ++i) image.planes.data[i] = image.buffer.data() + offsets[i];
+    return image;
+}
+
+void fill(const Laid& image, unsigned seed) {
+    const auto& samples = pool(image.format.element);
+    const auto bytes = static_cast<size_t>(catalog::bytesOf(image.format.element));
+    size_t at = seed * 7919u % poolSamples * bytes;
+    // Samples lie on their own boundaries in a plane, and its margins are a multiple of them.
+    for (size_t i = 0; i < image.buffer.size();) {
+        const size_t count = std::min(samples.size() - at, image.buffer.size() - i);
+        std::memcpy(image.buffer.data() + i, samples.data() + at, count);
+        i += count;
+        at = 0;
+    }
+}
+
+void clear(const Laid& image) { std::memset(image.buffer.data(), untouched, image.buffer.size()); }
+
+uint64_t addTo(uint64_t sum, const Laid& image) {
+    const Buffer& bytes = image.buffer;
+    if (image.format.element == Element::f32) return addFloats<float>(sum, bytes.data(), bytes.size());
+    if (image.format.element == Element::f64) return addFloats<double>(sum, bytes.data(), bytes.size());
+    return addBytes(sum, bytes.data(), bytes.size());
+}
+
 int variantCount(const Function& function) {
     int count = 1;
     if (function.takes(Extra::reduction)) count = 10;
@@ -102,8 +146,8 @@ int variantCount(const Function& function) {
 Exercise::Exercise(const Function& function, Size size, Lay lay, int variant, unsigned seed)
     : function_(function),
       conversion_(conversionOf(function)),
-      source_(this->lay(catalog::formats()[conversion_.source], size, lay)),
-      target_(this->lay(catalog::formats()[conversion_.target], size, lay)) {
+      source_(tool::lay(catalog::formats()[conversion_.source], size, lay, function.takesSteps)),
+      target_(tool::lay(catalog::formats()[conversion_.target], size, lay, function.takesSteps)) {
     call_.size = {size.width, size.height};
     call_.region = {0, 0, size.width, size.height};
     for (int i = 0; i < 4; ++i) {
@@ -115,46 +159,11 @@ Exercise::Exercise(const Function& function, Size size, Lay lay, int variant, un
     }
     if (function.sourcePlanes > 0) {
         fill(source_, seed);
-        std::memset(target_.buffer.data(), untouched, target_.buffer.size());
+        clear(target_);
     } else {
         fill(target_, seed);
     }
     addArguments(variant);
-}
-
-Exercise::Image Exercise::lay(const Format& format, Size size, Lay lay) const {
-    Planes planes;
-    std::array<size_t, 4> offsets{};
-    size_t bytes = 0;
-    for (int i = 0; i < format.planeCount; ++i) {
-        const catalog::Plane& p = format.planes[i];
-        const int sample = catalog::bytesOf(format.element);
-        const bool isTight = lay == Lay::boundary || !function_.takesSteps;
-        const auto step = static_cast<int32_t>(isTight ? p.rowBytes(size.width) : (p.rowBytes(size.width) + 79) / 16 * 16);
-        const auto rows = static_cast<size_t>(p.rows(size.height));
-        const bool isUpward = lay == Lay::upward && function_.takesSteps;
-        planes.steps[i] = isUpward ? -step : step;
-        const size_t margin = static_cast<size_t>(roundUp(marginRows * step, 64));
-        offsets[i] = bytes + margin + (lay == Lay::shifted ? static_cast<size_t>(sample) : 0) +
-                     (isUpward ? static_cast<size_t>(step) * (rows - 1) : 0);
-        bytes += (2 * margin + static_cast<size_t>(step) * rows + 127) / 64 * 64;
-    }
-    Image image{format, Buffer(bytes), planes};
-    for (int i = 0; i < format.planeCount; ++i) image.planes.data[i] = image.buffer.data() + offsets[i];
-    return image;
-}
-
-void Exercise::fill(const Image& image, unsigned seed) const {
-    const auto& samples = pool(image.format.element);
-    const auto bytes = static_cast<size_t>(catalog::bytesOf(image.format.element));
-    size_t at = seed * 7919u % poolSamples * bytes;
-    // Samples lie on their own boundaries in a plane, and its margins are a multiple of them.
-    for (size_t i = 0; i < image.buffer.size();) {
-        const size_t count = std::min(samples.size() - at, image.buffer.size() - i);
-        std::memcpy(image.buffer.data() + i, samples.data() + at, count);
-        i += count;
-        at = 0;
-    }
 }
 
 void Exercise::addArguments(int variant) {
@@ -191,13 +200,6 @@ ZelStatus Exercise::callStrip(int row, int rows) const {
         call.destination.planes[i] = target.data[static_cast<size_t>(conversion_.targetOrder[i])];
     }
     return function_.call(call);
-}
-
-uint64_t Exercise::addTo(uint64_t sum) const {
-    const Buffer& bytes = target_.buffer;
-    if (function_.to == Element::f32) return addFloats<float>(sum, bytes.data(), bytes.size());
-    if (function_.to == Element::f64) return addFloats<double>(sum, bytes.data(), bytes.size());
-    return addBytes(sum, bytes.data(), bytes.size());
 }
 
 }  // namespace tool

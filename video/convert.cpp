@@ -6,6 +6,7 @@
 #include "video/source.h"
 #include "video/stores.h"
 #include "video/sums.h"
+#include "video/wide.h"
 
 namespace zel::ZEL_LEVEL::video {
 namespace {
@@ -47,7 +48,8 @@ class Converter {
         const int rowsTogether = plan_.in.sitesDown | to_.sitesDown ? 2 : 1;
         for (int64_t nextRow = call_.firstRow; nextRow < call_.endRow; nextRow += rowsTogether) {
             const int y = int(nextRow), end = call_.endRow - y > rowsTogether ? y + rowsTogether : call_.endRow;
-            for (int64_t next = convertFused(call_, y, end); next < call_.width; next += pieceLength) {
+            const int done = convertFused(call_, y, end);
+            for (int64_t next = done != 0 ? done : convertWide(call_, y, end); next < call_.width; next += pieceLength) {
                 const int x = int(next);
                 piece_ = {x, call_.width - x < pieceLength ? call_.width - x : pieceLength};
                 source_.start(piece_);

@@ -258,11 +258,12 @@ ZEL_NOINLINE void decodePixels(const zelv::Plan& plan, const uint8_t* const (&in
     }
 }
 
-// Dwords of a block of interleaved bytes, four of three or four samples, lanes of 16 pixels in turn.
+// Dwords of a block of interleaved bytes, four of three or four samples: lanes of 16 pixels in turn, or of four samples as they
+// come, which `inOrder` makes up for when all are packed.
 template <int samples>
 ZEL_INLINE void readPixels(const uint8_t* p, UDwords (&v)[4]) {
     if constexpr (samples == 4) {
-        for (int i = 0; i < 4; ++i) v[i] = (UDwords)loadLanes(p + 16 * i, 64);
+        for (int i = 0; i < 4; ++i) v[i] = (UDwords)loadBytes(p + vectorBytes * i);
     } else {
         const auto in = InterleavedThree<Depth8u>::load(p);
         const Words low[2] = {(Words)interleaveLow(in.a, in.b), (Words)interleaveLow(in.c, Bytes{})};
@@ -272,6 +273,11 @@ ZEL_INLINE void readPixels(const uint8_t* p, UDwords (&v)[4]) {
         v[2] = (UDwords)interleaveLow(high[0], high[1]);
         v[3] = (UDwords)interleaveHigh(high[0], high[1]);
     }
+}
+
+template <int samples>
+ZEL_INLINE Bytes inOrder(Bytes packed) {
+    return samples == 4 ? inOrderOfQuarters(packed) : packed;
 }
 
 // Coefficients of a result by the places of the source's samples: those at even bytes of a dword and at odd ones. Samples are
@@ -316,7 +322,7 @@ ZEL_NOINLINE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
                 evens[k] = row == 0 ? even : evens[k] + even;
                 odds[k] = row == 0 ? odd : odds[k] + odd;
             });
-            storeVector(Destination(luma[row] + i), packBytes(packWords(y[0], y[1]), packWords(y[2], y[3])));
+            storeVector(Destination(luma[row] + i), inOrder<samples>(packBytes(packWords(y[0], y[1]), packWords(y[2], y[3]))));
         });
         Dwords us[2], vs[2];
         unrolled<2>([&](auto k) ZEL_INLINE_LAMBDA {
@@ -328,8 +334,8 @@ ZEL_NOINLINE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
             us[k] = ofU.of(even, odd) >> siteShift;
             vs[k] = ofV.of(even, odd) >> siteShift;
         });
-        const Words uWords = packWords(us[0], us[1]), vWords = packWords(vs[0], vs[1]);
-        const Bytes both = packBytes(uWords, vWords);
+        const auto ordered = [](const Dwords(&x)[2]) { return (Words)inOrder<samples>((Bytes)packWords(x[0], x[1])); };
+        const Bytes both = packBytes(ordered(us), ordered(vs));
         if constexpr (isPaired)
             storeVector(Destination(u + i), interleaveLow(both, (Bytes)interleaveHigh64(both, both)));
         else

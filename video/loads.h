@@ -1,5 +1,5 @@
-// From the bytes of a row to lines, a channel each. A load is a type with `items`, how many pixels, pairs or sites a block has,
-// `itemBytes`, and `block`, which reads a block and writes a vector or two to each line.
+// From the bytes of a row to vectors, a channel each, and to lines. A load is a type with `items`, how many pixels, pairs or
+// sites a block has, `itemBytes`, `channels`, and `read`, which makes a vector or two of each channel.
 #pragma once
 
 #include "plan.h"
@@ -41,109 +41,105 @@ ZEL_INLINE Split split(Words first, Words second) {
 }
 
 struct Bytes1 {
-    static constexpr int items = words, itemBytes = 1;
-    ZEL_INLINE void block(const uint8_t* p, uint16_t* const (&out)[4], int at) const {
-        storeLine(out[0] + at, flipped(loadWidened(p) << 8));
-    }
+    static constexpr int items = words, itemBytes = 1, channels = 1;
+    ZEL_INLINE void read(const uint8_t* p, Words (&v)[4][2]) const { v[0][0] = flipped(loadWidened(p) << 8); }
 };
 
 template <class Place>
 struct Words1 {
-    static constexpr int items = words, itemBytes = 2;
-    ZEL_INLINE void block(const uint8_t* p, uint16_t* const (&out)[4], int at) const {
-        storeLine(out[0] + at, place((Words)loadBytes(p)));
-    }
+    static constexpr int items = words, itemBytes = 2, channels = 1;
+    ZEL_INLINE void read(const uint8_t* p, Words (&v)[4][2]) const { v[0][0] = place((Words)loadBytes(p)); }
     Place place;
 };
 
 // Pairs of samples; 4:2:2 in four samples are pairs of luma and chroma, and their chroma lines pairs again.
 struct Bytes2 {
-    static constexpr int items = words, itemBytes = 2;
-    ZEL_INLINE void block(const uint8_t* p, uint16_t* const (&out)[4], int at) const {
-        const auto v = (Words)loadBytes(p);
-        storeLine(out[0] + at, flipped(v << 8));
-        storeLine(out[1] + at, flipped(v & splatWord(0xff00)));
+    static constexpr int items = words, itemBytes = 2, channels = 2;
+    ZEL_INLINE void read(const uint8_t* p, Words (&v)[4][2]) const {
+        const auto in = (Words)loadBytes(p);
+        v[0][0] = flipped(in << 8);
+        v[1][0] = flipped(in & splatWord(0xff00));
     }
 };
 
 template <class Place>
 struct Words2 {
-    static constexpr int items = words, itemBytes = 4;
-    ZEL_INLINE void block(const uint8_t* p, uint16_t* const (&out)[4], int at) const {
-        const Split v = split(p);
-        storeLine(out[0] + at, place(v.even));
-        storeLine(out[1] + at, place(v.odd));
+    static constexpr int items = words, itemBytes = 4, channels = 2;
+    ZEL_INLINE void read(const uint8_t* p, Words (&v)[4][2]) const {
+        const Split in = split(p);
+        v[0][0] = place(in.even);
+        v[1][0] = place(in.odd);
     }
     Place place;
 };
 
 struct Bytes3 {
-    static constexpr int items = vectorBytes, itemBytes = 3;
-    ZEL_INLINE void block(const uint8_t* p, uint16_t* const (&out)[4], int at) const {
-        const auto v = InterleavedThree<Depth8u>::load(p);
-        const Bytes channels[3] = {v.a, v.b, v.c};
+    static constexpr int items = vectorBytes, itemBytes = 3, channels = 3;
+    ZEL_INLINE void read(const uint8_t* p, Words (&v)[4][2]) const {
+        const auto in = InterleavedThree<Depth8u>::load(p);
+        const Bytes bytes[3] = {in.a, in.b, in.c};
         unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA {
-            const Bytes spread = spreadHalves(channels[c]);
-            storeLine(out[c] + at, flipped((Words)interleaveLow(Bytes{}, spread)));
-            storeLine(out[c] + at + words, flipped((Words)interleaveHigh(Bytes{}, spread)));
+            const Bytes spread = spreadHalves(bytes[c]);
+            v[c][0] = flipped((Words)interleaveLow(Bytes{}, spread));
+            v[c][1] = flipped((Words)interleaveHigh(Bytes{}, spread));
         });
     }
 };
 
 template <class Place>
 struct Words3 {
-    static constexpr int items = words, itemBytes = 6;
-    ZEL_INLINE void block(const uint8_t* p, uint16_t* const (&out)[4], int at) const {
-        const auto v = InterleavedThree<Depth16u>::load(p);
-        storeLine(out[0] + at, place((Words)v.a));
-        storeLine(out[1] + at, place((Words)v.b));
-        storeLine(out[2] + at, place((Words)v.c));
+    static constexpr int items = words, itemBytes = 6, channels = 3;
+    ZEL_INLINE void read(const uint8_t* p, Words (&v)[4][2]) const {
+        const auto in = InterleavedThree<Depth16u>::load(p);
+        v[0][0] = place((Words)in.a);
+        v[1][0] = place((Words)in.b);
+        v[2][0] = place((Words)in.c);
     }
     Place place;
 };
 
 struct Bytes4 {
-    static constexpr int items = words, itemBytes = 4;
-    ZEL_INLINE void block(const uint8_t* p, uint16_t* const (&out)[4], int at) const {
+    static constexpr int items = words, itemBytes = 4, channels = 4;
+    ZEL_INLINE void read(const uint8_t* p, Words (&v)[4][2]) const {
         const PackOrder in = loadInPackOrder(p);
         const auto a = (UDwords)in.first, b = (UDwords)in.second, low = (UDwords)splatDword(0xff);
         unrolled<4>([&](auto c) ZEL_INLINE_LAMBDA {
-            storeLine(out[c] + at, flipped(packWords((Dwords)(a >> 8 * c & low), (Dwords)(b >> 8 * c & low)) << 8));
+            v[c][0] = flipped(packWords((Dwords)(a >> 8 * c & low), (Dwords)(b >> 8 * c & low)) << 8);
         });
     }
 };
 
 template <class Place>
 struct Words4 {
-    static constexpr int items = words, itemBytes = 8;
-    ZEL_INLINE void block(const uint8_t* p, uint16_t* const (&out)[4], int at) const {
+    static constexpr int items = words, itemBytes = 8, channels = 4;
+    ZEL_INLINE void read(const uint8_t* p, Words (&v)[4][2]) const {
         const auto part = [&](int i) { return (Words)loadBytes(p + i * vectorBytes); };
         const Split first = split(part(0), part(1)), second = split(part(2), part(3));
         const Split even = split(first.even, second.even), odd = split(first.odd, second.odd);
-        storeLine(out[0] + at, place(even.even));
-        storeLine(out[1] + at, place(odd.even));
-        storeLine(out[2] + at, place(even.odd));
-        storeLine(out[3] + at, place(odd.odd));
+        v[0][0] = place(even.even);
+        v[1][0] = place(odd.even);
+        v[2][0] = place(even.odd);
+        v[3][0] = place(odd.odd);
     }
     Place place;
 };
 
 struct Tens {
-    static constexpr int items = words, itemBytes = 4;
-    ZEL_INLINE void block(const uint8_t* p, uint16_t* const (&out)[4], int at) const {
+    static constexpr int items = words, itemBytes = 4, channels = 4;
+    ZEL_INLINE void read(const uint8_t* p, Words (&v)[4][2]) const {
         const PackOrder in = loadInPackOrder(p);
         const auto a = (UDwords)in.first, b = (UDwords)in.second, low = (UDwords)splatDword(1023);
         unrolled<4>([&](auto c) ZEL_INLINE_LAMBDA {
-            const Words v = packWords((Dwords)(a >> 10 * c & low), (Dwords)(b >> 10 * c & low));
-            storeLine(out[c] + at, flipped(v << (c == 3 ? 14 : 6)));
+            const Words sample = packWords((Dwords)(a >> 10 * c & low), (Dwords)(b >> 10 * c & low));
+            v[c][0] = flipped(sample << (c == 3 ? 14 : 6));
         });
     }
 };
 
 // Floats as what is nearest of 65535 steps, whatever rounding is in force: cut off to 23 bits, those scaled, halves up.
 struct Floats1 {
-    static constexpr int items = words, itemBytes = 4;
-    ZEL_INLINE void block(const uint8_t* p, uint16_t* const (&out)[4], int at) const {
+    static constexpr int items = words, itemBytes = 4, channels = 1;
+    ZEL_INLINE void read(const uint8_t* p, Words (&v)[4][2]) const {
         const auto whole = [](Bytes v) {
             const Floats bounded = atMost(atLeast((Floats)v, Floats{}), splatFloat(1));
             const Dwords t = rounded(wholePart(bounded * splatFloat(8388608)));
@@ -151,21 +147,30 @@ struct Floats1 {
             return ((steps + splatDword(64)) >> 7) - splatDword(32768);
         };
         const PackOrder in = loadInPackOrder(p);
-        storeLine(out[0] + at, packWords(whole(in.first), whole(in.second)));
+        v[0][0] = packWords(whole(in.first), whole(in.second));
     }
 };
 
-// Calls block for all items, the last ones by a copy that ends with the block.
+template <class Load>
+ZEL_INLINE void toLines(const Load& load, const uint8_t* p, uint16_t* const (&out)[4], int at) {
+    Words v[4][2];
+    load.read(p, v);
+    unrolled<Load::channels>([&](auto c) ZEL_INLINE_LAMBDA {
+        unrolled<Load::items / words>([&](auto part) ZEL_INLINE_LAMBDA { storeLine(out[c] + at + part * words, v[c][part]); });
+    });
+}
+
+// All items, the last ones by a copy that ends with the block.
 template <class Load>
 ZEL_INLINE void run(const Load& load, const uint8_t* p, int count, uint16_t* const (&out)[4]) {
     constexpr int blockBytes = Load::items * Load::itemBytes;
     int i = 0;
-    for (; i <= count - Load::items; i += Load::items) load.block(p + ptrdiff_t{i} * Load::itemBytes, out, i);
+    for (; i <= count - Load::items; i += Load::items) toLines(load, p + ptrdiff_t{i} * Load::itemBytes, out, i);
     if (i == count) return;
     alignas(64) uint8_t rest[blockBytes];
     __builtin_memset(rest, 0, sizeof rest);
     __builtin_memcpy(rest, p + ptrdiff_t{i} * Load::itemBytes, size_t(count - i) * Load::itemBytes);
-    load.block(rest, out, i);
+    toLines(load, rest, out, i);
 }
 
 // By whether samples fill their words.

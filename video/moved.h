@@ -32,32 +32,56 @@ struct Shifted {
     int down, back;
 };
 
-// Samples of another range. The low part's product, cut off, is the high half of that by twice the low part, which is below 2^14:
-// a word that is added by the same multiplication as the high part's.
+// Samples of another range.
 struct Scaled {
     static constexpr bool keepsBytes = false;
     ZEL_INLINE Scaled(const zelv::Plan& plan, int channel)
         : up(16 - plan.in.depth - plan.in.shift),
           mask(splatWord(0xffff << (16 - plan.in.depth))),
-          high(splatWords(plan.sums.high[channel][channel], 1)),
-          low(splatWord(2 * plan.sums.low[channel][channel])),
+          term(plan.sums.high[channel][channel], plan.sums.low[channel][channel]),
           added(splatDword(plan.sums.offset[channel] + (1 << (plan.sums.shift - 1)))),
           result(Shift<0>{plan.sums.shift}, plan.out.depth),
           back(plan.out.shift) {}
 
     template <bool isWide>
     ZEL_INLINE Words operator()(Words v) const {
-        const Words x = flipped(isWide ? v << up & mask : v), rest = mulHigh(x, low);
-        return result.packed(added + mulAddPairs(interleaveLow(x, rest), high),
-                             added + mulAddPairs(interleaveHigh(x, rest), high))
-               << back;
+        Dwords sum[2];
+        term.of<false>(flipped(isWide ? v << up & mask : v), sum);
+        return result.packed(added + sum[0], added + sum[1]) << back;
     }
 
     int up;
-    Words mask, high, low;
+    Words mask;
+    Single term;
     Dwords added;
     Result<Shift<0>> result;
     int back;
+};
+
+// The same from bytes to bytes, with 8 bits of a fraction or, where samples become more, 7. For each of the ranges a quarter of
+// its last bit more gives the results of the sums, for all bytes.
+struct ScaledBytes {
+    static constexpr bool keepsBytes = false;
+    ZEL_INLINE ScaledBytes(const zelv::Plan& plan, int channel) {
+        const zelv::Sums& sums = plan.sums;
+        const int32_t coefficient = sums.high[channel][channel] * 32768 + sums.low[channel][channel];
+        shift = coefficient < 1 << 28 ? 8 : 7;
+        factor = (UWords)splatWord((coefficient + (1 << (19 - shift))) >> (20 - shift));
+        const int bits = sums.shift - shift;
+        const int32_t middle = sums.offset[channel] + (1 << (sums.shift - 1)) + (128 << sums.shift) + (1 << (bits - 2));
+        const int32_t constant = (middle - coefficient) >> bits;
+        added = (UWords)splatWord(constant > 0 ? constant : 0);
+        subtracted = (UWords)splatWord(constant < 0 ? -constant : 0);
+    }
+
+    template <bool>
+    ZEL_INLINE Words operator()(Words v) const {
+        const UWords sum = subtractSaturated(addSaturated(mulHigh((UWords)v, factor), added), subtracted);
+        return atMost((Words)(sum >> shift), splatWord(255));
+    }
+
+    UWords factor, added, subtracted;
+    int shift;
 };
 
 // A vector of words, or half of one of bytes, in order.
@@ -162,6 +186,7 @@ ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], uint8_t*
 template <template <bool, bool> class Kind, class Rule>
 ZEL_INLINE void rowBy(const zelv::Plan& plan, const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2],
                       ptrdiff_t count) {
+    if constexpr (std::is_same_v<Rule, ScaledBytes>) return row<Kind<false, false>, Rule>(rule, in, out, count);
     const bool fromWords = plan.in.depth > 8, toWords = plan.out.depth > 8;
     const auto call = fromWords ? toWords ? row<Kind<true, true>, Rule> : row<Kind<true, false>, Rule>
                       : toWords ? row<Kind<false, true>, Rule>
@@ -228,7 +253,12 @@ ZEL_NOINLINE void convert(const zelv::Call& call) {
 }  // namespace moved
 
 ZEL_INLINE void convertMoved(const zelv::Call& call) {
-    moved::onlyShifts(*call.plan) ? moved::convert<moved::Shifted>(call) : moved::convert<moved::Scaled>(call);
+    if (moved::onlyShifts(*call.plan))
+        moved::convert<moved::Shifted>(call);
+    else if (call.plan->in.depth == 8 && call.plan->out.depth == 8)
+        moved::convert<moved::ScaledBytes>(call);
+    else
+        moved::convert<moved::Scaled>(call);
 }
 
 }  // namespace zel::ZEL_LEVEL::video

@@ -28,6 +28,8 @@ struct Shift {
 template <class F>
 ZEL_INLINE void withShift(int bits, const F& f) {
     switch (bits) {
+        case 13:
+            return f(Shift<13>{bits});
         case 19:
             return f(Shift<19>{bits});
         case 21:
@@ -52,7 +54,9 @@ struct Result {
     ZEL_INLINE Words joined(Dwords even, Dwords odd) const {
         return limited(blend<0xaa>((Words)(even >> int(shift)), (Words)(odd >> (int(shift) - 16))));
     }
-    ZEL_INLINE Words limited(Words v) const { return atMost(atLeast(v, least), most) + middle; }
+    ZEL_INLINE Words limited(Words v) const { return (fillsWords ? v : atMost(atLeast(v, least), most)) + middle; }
+
+    static constexpr bool fillsWords = std::is_same_v<Bits, Shift<13>>;  // as packs do
 
     Bits shift;
     Words least, most, middle;
@@ -72,16 +76,31 @@ struct Term {
     Words high, low;
 };
 
+// A coefficient for the words of two vectors. The low part's product, cut off, is the high half of that by twice the low part,
+// which is below 2^14: a word that is added by the same multiplication as the high part's.
+struct Single {
+    ZEL_INLINE Single(int16_t highPart, int16_t lowPart) : high(splatWords(highPart, 1)), low(splatWord(2 * lowPart)) {}
+
+    template <bool whole>
+    ZEL_INLINE void of(Words x, Dwords (&v)[2]) const {
+        const Words rest = whole ? Words{} : mulHigh(x, low);
+        v[0] = mulAddPairs(interleaveLow(x, rest), high);
+        v[1] = mulAddPairs(interleaveHigh(x, rest), high);
+    }
+
+    Words high, low;
+};
+
 // One channel of itself. `to` and `from` are channels.
 template <bool whole, class Bits>
 ZEL_INLINE void channelSums(const zelv::Sums& sums, const Added& added, const Result<Bits>& result, int to, int from,
                             const uint16_t* in, uint16_t* out, int count) {
-    const Term term(sums.high[to][from], 0, sums.low[to][from], 0);
+    const Single term(sums.high[to][from], sums.low[to][from]);
     const Dwords low = (Dwords)everyLane(added.of), high = (Dwords)everyLane(added.of + 4);
     for (int i = 0; i < count; i += words) {
-        const Words x = loadLine(in + i);
-        storeLine(out + i, result.packed(low + term.of<whole>(interleaveLow(x, Words{})),
-                                         high + term.of<whole>(interleaveHigh(x, Words{}))));
+        Dwords v[2];
+        term.of<whole>(loadLine(in + i), v);
+        storeLine(out + i, result.packed(low + v[0], high + v[1]));
     }
 }
 
@@ -101,24 +120,24 @@ template <bool firstIsWhole, bool allAreWhole, First kind, int first, int last, 
 ZEL_INLINE void matrixSums(const zelv::Sums& sums, const Rows& rows, const Result<Bits>& result, const uint16_t* const (&in)[4],
                            uint16_t* const (&out)[4], int count) {
     // Vectors of their own: what is stored could change the plan, as far as the compiler knows.
-    const auto ones = [&](int c) { return Term(sums.high[c][0], 0, sums.low[c][0], 0); };
+    const auto ones = [&](int c) { return Single(sums.high[c][0], sums.low[c][0]); };
     const auto twos = [&](int c) { return Term(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]); };
     constexpr int second = first < last ? first + 1 : first;
-    const Term one[3] = {ones(first), ones(second), ones(last)}, two[3] = {twos(first), twos(second), twos(last)};
+    const Single one[3] = {ones(first), ones(second), ones(last)};
+    const Term two[3] = {twos(first), twos(second), twos(last)};
     Dwords added[3][2];
     for (int c = first; c <= last; ++c)
         for (int part = 0; part < 2; ++part) added[c - first][part] = (Dwords)everyLane(rows.added[c].of + 4 * part);
     for (int i = 0; i < count; i += words) {
-        const Words x = loadLine(in[0] + i), y = loadLine(in[1] + i), z = loadLine(in[2] + i), none{};
-        const Words xs[2] = {interleaveLow(x, none), interleaveHigh(x, none)},
-                    yzs[2] = {interleaveLow(y, z), interleaveHigh(y, z)};
-        const Dwords shared[2] = {one[0].of<firstIsWhole>(xs[0]), one[0].of<firstIsWhole>(xs[1])};
+        const Words x = loadLine(in[0] + i), y = loadLine(in[1] + i), z = loadLine(in[2] + i);
+        const Words yzs[2] = {interleaveLow(y, z), interleaveHigh(y, z)};
+        Dwords ofFirst[2];
+        if constexpr (kind != First::none) one[0].template of<firstIsWhole>(x, ofFirst);
         unrolled<last - first + 1>([&](auto n) ZEL_INLINE_LAMBDA {
+            if constexpr (kind == First::own && n != 0) one[n].template of<firstIsWhole>(x, ofFirst);
             const auto half = [&](int part) ZEL_INLINE_LAMBDA {
                 const Dwords others = added[n][part] + two[n].template of<allAreWhole>(yzs[part]);
-                if constexpr (kind == First::none) return others;
-                if constexpr (kind == First::shared) return others + shared[part];
-                return others + one[n].template of<firstIsWhole>(xs[part]);
+                return kind == First::none ? others : others + ofFirst[part];
             };
             storeLine(out[n + first] + i, result.packed(half(0), half(1)));
         });

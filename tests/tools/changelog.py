@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""CHANGELOG.md names every function whose published checksum has changed, in the version that changed it.
+"""CHANGELOG.md names every function and every described conversion whose published checksum has changed, in the version that changed it.
 
     changelog.py CHECKSUMS CHANGELOG VERSION"""
 
@@ -25,7 +25,7 @@ def problems(checksums: str, changelog: str, version: str) -> list[str]:
         results = RESULTS.search(text)
         if not results:
             found.append(f"version {number} doesn't say whether results changed, in a paragraph that begins with \"Results:\"")
-        named[number] = set(re.findall(r"`(zeli\w+)`", results[1])) if results else set()
+        named[number] = set(re.findall(r"`(zeli\w+|zelv:[^`\s]+)`", results[1])) if results else set()
     if version not in sections:
         found.append(f"there is no section of version {version}")
     listed = read_checksums(checksums)
@@ -57,6 +57,7 @@ class Problems(unittest.TestCase):
         self.check("## 1.1.0\n\n- `zeliA` is new.\n\nResults: unchanged.\n\n", "zeliA has changed in version 1.1.0")
         self.check("## 1.1.0\n\nResults: `zeliA`, `zeliB`.\n\n", "zeliB is named")
         self.check("## 1.1.0\n\n- Words.\n\n", "doesn't say", "zeliA has changed")
+        self.check("## 1.1.0\n\nResults: `zelv:a:b`.\n\n", checksums="zelv:a:b 1.0.0 00 1.1.0 01\n")
         self.check("", "no section of version 1.1.0", "zeliA has changed")
 
     def test_of_a_change_within_a_version(self) -> None:

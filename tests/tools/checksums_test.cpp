@@ -1,4 +1,4 @@
-// The list of published checksums, and what is told of a function by its checksum.
+// The list of published checksums, and what is told of a function or a described conversion by its checksum.
 #include "tools/checksums.h"
 
 #include <gtest/gtest.h>
@@ -6,14 +6,39 @@
 namespace tool {
 namespace {
 
-TEST(PublishedChecksums, AreOfAllFunctions) {
+TEST(PublishedChecksums, AreOfAllSubjects) {
     const Checksums list = readChecksums(publishedText());
-    EXPECT_EQ(list.size(), catalog::functions().size());
-    for (const Function& f : catalog::functions()) {
-        const auto found = list.find(f.name);
-        ASSERT_NE(found, list.end()) << f.name;
-        EXPECT_EQ(found->second.back().sum.starts_with(byProcessor), f.dependsOnProcessor) << f.name;
+    EXPECT_EQ(functionSubjects().size(), catalog::functions().size());
+    EXPECT_EQ(list.size(), allSubjects().size());
+    for (const Subject& s : allSubjects()) {
+        const auto found = list.find(s.name);
+        ASSERT_NE(found, list.end()) << s.name;
+        EXPECT_EQ(found->second.back().sum.starts_with(byProcessor), s.dependsOnProcessor) << s.name;
     }
+}
+
+// Either side has every format, and every meaning that a side can have.
+TEST(PublishedChecksums, AreOfAllDescriptions) {
+    std::string sources, targets, options;
+    for (const Subject& s : describedSubjects()) {
+        const size_t first = s.name.find(':') + 1, second = s.name.find(':', first) + 1, third = s.name.find(':', second);
+        sources.append(",").append(s.name, first, second - 1 - first).append(",");
+        targets.append(",").append(s.name, second, third == std::string::npos ? third : third - second).append(",");
+        if (third != std::string::npos) options.append(",").append(s.name, third + 1).append(",");
+    }
+    const auto expectIn = [](const std::string& text, std::string_view word) {
+        EXPECT_NE(text.find(std::string(",").append(word).append(",")), std::string::npos) << word << " is not in " << text;
+    };
+    std::vector<std::string_view> words = {"limited", "full", "left", "center", "topleft", "given"};
+    for (const catalog::Format& f : catalog::formats())
+        if (f.description.depth) words.push_back(f.name);
+    for (const catalog::Matrix& m : catalog::matrices())
+        if (m.number) words.push_back(m.name);
+    for (const std::string_view word : words) {
+        expectIn(sources, word);
+        expectIn(targets, word);
+    }
+    for (const char* word : {"linear", "sited", "ordered"}) expectIn(options, word);
 }
 
 TEST(PublishedChecksums, KeepTheirHistory) {
@@ -28,15 +53,15 @@ TEST(PublishedChecksums, KeepTheirHistory) {
 // At the level of this process; the program compares all of them.
 TEST(PublishedChecksums, HoldOnThisProcessor) {
     const Checksums list = readChecksums(publishedText());
-    for (const Function& f : catalog::functions()) {
-        const std::string_view wanted = wantedSum(list.find(f.name)->second.back());
+    for (const Subject& s : allSubjects()) {
+        const std::string_view wanted = wantedSum(list.find(s.name)->second.back());
         if (wanted.empty()) continue;
-        EXPECT_EQ(hexadecimal(checksum(f)), wanted) << f.name;
+        EXPECT_EQ(hexadecimal(s.sum()), wanted) << s.name;
     }
 }
 
-// Different functions, and those of the same rule in other layouts, have different checksums.
-TEST(Checksum, TellsFunctionsApart) {
+// Different subjects, and functions of the same rule in other layouts, have different checksums.
+TEST(Checksum, TellsSubjectsApart) {
     std::map<std::string, std::string_view> seen;
     int repeated = 0;
     for (const auto& [name, entries] : readChecksums(publishedText()))

@@ -28,6 +28,8 @@ CALLS = [
     ("convert - - --from nv12 --to rgb24 --size 4x2 --matrix 2021", USAGE, "did you mean 2020"),
     ("convert - - --from nv12 --to nv12 --size 4x2 --matrix 709:20200", USAGE, "did you mean 2020"),
     ("convert - - --from nv12 --to rgb24 --size 4x2 --range full:most", USAGE, "one of limited, full"),
+    ("convert - - --from gray10le --to rgb24 --size 4x2 --matrix yuv", UNSUPPORTED, "no functions lead from gray10le"),
+    ("convert - - --from rgb24 --to gray12le --size 4x2 --matrix 709-full", UNSUPPORTED, "to gray12le"),
     ("convert - - --from nv12 --to rgb24 --size 4x2 --matrix yuv --range limited", UNSUPPORTED, "has the full one"),
     ("convert - - --from yuvj420p --to rgb24 --size 4x2 --range limited", USAGE, "by its name"),
     ("convert - - --from nv12 --to rgb24 --size 4x2 --threads 0", USAGE, "--threads"),

@@ -146,5 +146,16 @@ TEST(VideoSweep, FrequentPairs) {
     }
 }
 
+TEST(VideoSweep, EveryByteToAnotherRange) {
+    harness::Random random(4);
+    for (const int matrix : {zelvMatrix709, zelvMatrixYCgCo})
+        for (const int range : {zelvLimited, zelvFull}) {
+            const ZelvFormat from{zelvPlanar, "YUV", zelv444, 8, 0, matrix, range, 0, 0, 0};
+            ZelvFormat to = from;
+            to.range = zelvFull - range;
+            compare(from, to, {}, {1000, 7}, random);
+        }
+}
+
 }  // namespace
 }  // namespace video

@@ -12,14 +12,14 @@ int main(int, char** arguments) {
     }
     const tool::Checksums published = tool::readChecksums(text);
     int faults = 0, equal = 0;
-    for (const tool::Function& function : catalog::functions()) {
-        const auto entry = published.find(function.name);
-        const std::string sum = tool::hexadecimal(tool::checksum(function));
+    for (const tool::Subject& subject : tool::functionSubjects()) {
+        const auto entry = published.find(subject.name);
+        const std::string sum = tool::hexadecimal(subject.sum());
         if (entry != published.end() && tool::wantedSum(entry->second.back()) == sum) {
             ++equal;
             continue;
         }
-        std::printf("%s: %s\n", std::string(function.name).c_str(), sum.c_str());
+        std::printf("%s: %s\n", subject.name.c_str(), sum.c_str());
         ++faults;
     }
     std::printf("%d checksums are equal, %d are not\n", equal, faults);
