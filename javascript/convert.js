@@ -10,8 +10,6 @@ const LOCATIONS = ['left', 'center', 'topleft'];  // in the order of zelvideo.h
 const VIDEO = 'zelvConvert';
 const BY = ['function', 'video', 'move'];
 const OF_REGIONS = ['grid', 'region', 'layout', 'above'];  // images are whole here, and formats say what their grid is
-<<<<<<< HEAD
-const OWN = ['matrix', 'range', 'location', 'method', 'dither', 'out'];
 
 /** Where only samples moved, what wasn't known before isn't known now; where they were encoded, it is. */
 function madeColours(from, to, {said}, matrix) {
@@ -21,9 +19,6 @@ function madeColours(from, to, {said}, matrix) {
   const name = matrices[said[1]];
   return {matrix: name, range: range ?? (fullRangeMatrices.includes(name) ? 'full' : 'limited')};
 }
-=======
-const PLAN_BYTES = 320;
->>>>>>> js
 
 const pairOf = value => Array.isArray(value) ? value : [value, value];
 
