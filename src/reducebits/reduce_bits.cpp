@@ -23,12 +23,21 @@ struct Request {
     }
 };
 
+// Rules without memory.
+struct Reducers {
+    ReduceRow<float> toNearest, ordered, toNearestBesideAlpha, orderedBesideAlpha;
+};
+template <class From, class To, Scale ofNearest, Scale ofOrdered>
+constexpr Reducers reducersOf(ReduceRow<float> toNearest = Reduction<From, To, ofNearest, false>::convert) {
+    return {toNearest, Reduction<From, To, ofOrdered, false>::convert, Reduction<From, To, ofNearest, true>::convert,
+            Reduction<From, To, ofOrdered, true>::convert};
+}
+
 // Two depths and how one becomes the other.
 struct Depths {
     int fromBytes, toBytes;
-    float top;  // white of the source
-    ReduceRow<float> toNearest, ordered;
-    ReduceRow<float> toNearestBesideAlpha, orderedBesideAlpha;
+    float top;                           // white of the source
+    Reducers reducers, reducersCounted;  // the latter to 256 levels, rounded to nearest, where there is that form
     ReduceRow<uint16_t> wordsToBytes, wordsToBytesBesideAlpha;  // to 256 levels, where depths have that form
     LoadSamples load[5];                                        // by the samples of a pixel
     StoreLevels store[5];
@@ -49,15 +58,14 @@ struct PixelLayout {
 
 // Floyd-Steinberg of 16s8u and of floats adds up in another order and rounds its levels.
 template <class From, class To, bool differsInFloydSteinberg>
-constexpr Depths depths(ReduceRow<float> toNearest = Reduction<From, To, true, false>::convert) {
+constexpr Depths depths(Reducers reducers = reducersOf < From, To, Scale::unit,
+                        From::top == 1 ? Scale::unit : Scale::ofSource > (), Reducers counted = {}) {
     constexpr bool areFloats = From::top == 1, areWordsToBytes = From::bytes == 2 && To::bytes == 1;
     return {.fromBytes = From::bytes,
             .toBytes = To::bytes,
             .top = From::top,
-            .toNearest = toNearest,
-            .ordered = Reduction<From, To, areFloats, false>::convert,
-            .toNearestBesideAlpha = Reduction<From, To, true, true>::convert,
-            .orderedBesideAlpha = Reduction<From, To, areFloats, true>::convert,
+            .reducers = reducers,
+            .reducersCounted = counted,
             .wordsToBytes = areWordsToBytes ? WordsToBytes<From::isSigned, false>::convert : nullptr,
             .wordsToBytesBesideAlpha = areWordsToBytes ? WordsToBytes<From::isSigned, true>::convert : nullptr,
             .load = {nullptr, loadSamples<From, 1>, nullptr, loadSamples<From, 3>, loadSamples<From, 4>},
@@ -75,8 +83,12 @@ constexpr Depths depths(ReduceRow<float> toNearest = Reduction<From, To, true, f
 
 constexpr Depths from8u = depths<From8u, To8u, false>(), from16u = depths<From16u, To16u, false>(),
                  from16s = depths<From16s, To16s, false>(), from16uTo8u = depths<From16u, To8u, false>(),
-                 from16sTo8u = depths<From16s, To8u, true>(), from32fTo8u = depths<From32f, To8u, true>(reduceFloatsToBytes),
-                 from32fTo16u = depths<From32f, To16u, true>(Reduction<From32f, ToLow16, true, false>::convert),
+                 from16sTo8u = depths<From16s, To8u, true>(),
+                 from32fTo8u = depths<From32f, To8u, true>(
+                     reducersOf<From32f, To8u, Scale::unit, Scale::unit>(reduceFloatsToBytes<Scale::unit>),
+                     reducersOf<From32f, To8u, Scale::unitCounted, Scale::unitCounted>(reduceFloatsToBytes<Scale::unitCounted>)),
+                 from32fTo16u = depths<From32f, To16u, true>(reducersOf<From32f, To16u, Scale::unit, Scale::unit>(
+                     Reduction<From32f, ToLow16, Scale::unit, false>::convert)),
                  from32fTo16s = depths<From32f, To16s, true>();
 
 constexpr PixelLayout c1{1, 1, Alpha::none}, c3{3, 3, Alpha::none}, ac4{4, 3, Alpha::kept}, c4{4, 4, Alpha::none};
@@ -99,12 +111,13 @@ struct ReduceBits {
 
 ZEL_INLINE float percent(uint32_t x) { return float(int(x)) / 100; }
 
-[[maybe_unused]] ZEL_NOINLINE ZelStatus reduceOrdered(const Depths& d, const PixelLayout& layout, bool bareAtEnd,
-                                                      const ReducedRows& rows, const Levels& levels, uint32_t percentOfNoise) {
+[[maybe_unused]] ZEL_NOINLINE ZelStatus reduceOrdered(const Depths& d, const Reducers& reducers, const PixelLayout& layout,
+                                                      bool bareAtEnd, const ReducedRows& rows, const Levels& levels,
+                                                      uint32_t percentOfNoise) {
     const bool keepsAlpha = layout.alpha == Alpha::kept;
-    const ReduceRow<float> reduce = keepsAlpha ? d.orderedBesideAlpha : d.ordered;
+    const ReduceRow<float> reduce = keepsAlpha ? reducers.orderedBesideAlpha : reducers.ordered;
     if (percentOfNoise == 0) {
-        reduceOrdered(rows, levels, {reduce, keepsAlpha, d.fromBytes == 1 ? d.ordered : nullptr});
+        reduceOrdered(rows, levels, {reduce, keepsAlpha, d.fromBytes == 1 ? reducers.ordered : nullptr});
         return zelStsNoErr;
     }
     Noise noise;
@@ -189,10 +202,12 @@ ZEL_INLINE ZelStatus diffuse(Diffusion kind, const TallImage& image, const Diffu
         reduceWordsToBytes(rows, Levels(levels, d.top), inIntegers, isOrdered ? orderedAddends : nearestAddends);
         return zelStsNoErr;
     }
+    const bool counts = d.reducersCounted.toNearest && levels == 256 && roundsToNearest();
+    const Reducers& reducers = counts ? d.reducersCounted : d.reducers;
     if (dither == zelDitherNone) {
-        reduceToNearest(
-            rows, Levels(levels, 1), 0.5f / float(levels - 1),
-            {keepsAlpha ? d.toNearestBesideAlpha : d.toNearest, keepsAlpha, d.fromBytes == 1 ? d.toNearest : nullptr});
+        reduceToNearest(rows, Levels(levels, 1), 0.5f / float(levels - 1),
+                        {keepsAlpha ? reducers.toNearestBesideAlpha : reducers.toNearest, keepsAlpha,
+                         d.fromBytes == 1 ? reducers.toNearest : nullptr});
         return zelStsNoErr;
     }
     switch (dither) {
@@ -201,7 +216,7 @@ ZEL_INLINE ZelStatus diffuse(Diffusion kind, const TallImage& image, const Diffu
         case zelDitherStucki:
             return diffuseErrors(d, layout, rows, Levels(levels, d.top), noise, dither);
         case zelDitherBayer:
-            return reduceOrdered(d, layout, bareAtEnd, rows, Levels(levels, d.top), noise);
+            return reduceOrdered(d, reducers, layout, bareAtEnd, rows, Levels(levels, d.top), noise);
         default:  // is no error
             return zelStsNoErr;
     }

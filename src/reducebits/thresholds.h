@@ -81,8 +81,10 @@ ZEL_INLINE void reduceRow(const Block& block, ReduceRow<Threshold> reduce, const
 //
 //     q = trunc(s / step) step, and one step more if the threshold is below s - q,
 //
-// trunc of which is the level. `byUnit`: the scale is that from 0 to 1, whatever the depths.
-template <class From, class To, bool byUnit, bool keepsAlpha>
+// trunc of which is the level. The scale is the source's own or, whatever the depths, that from 0 to 1. On the latter, rounded to
+// nearest, each of 256 levels of bytes is its own number, so that it need only be counted.
+enum class Scale { ofSource, unit, unitCounted };
+template <class From, class To, Scale scale, bool keepsAlpha>
 class Reduction {
   public:
     static void convert(const Levels& levels, const ReducedRow<float>& row) {
@@ -96,7 +98,7 @@ class Reduction {
             levels[i] =
                 level(From::load(from + i * vectorFloats * From::bytes), (Floats)loadBytes(thresholds + i * vectorFloats));
         });
-        constexpr bool takesHighBytes = !byUnit && To::white < From::top;
+        constexpr bool takesHighBytes = scale == Scale::ofSource && To::white < From::top;
         Bytes packed;
         if constexpr (takesHighBytes)
             packed = To::packHighBytes(levels);
@@ -112,10 +114,14 @@ class Reduction {
     ZEL_INLINE explicit Reduction(const Levels& levels) : step_(splatFloat(levels.step)), inverse_(splatFloat(levels.inverse)) {}
 
     ZEL_INLINE Dwords level(Floats s, Floats threshold) const {
-        if constexpr (byUnit && From::unit != 1) s = s * splatFloat(From::unit);
+        if constexpr (scale != Scale::ofSource && From::unit != 1) s = s * splatFloat(From::unit);
+        if constexpr (scale == Scale::unitCounted) {
+            const Dwords below = truncated(s * inverse_);
+            return below - (Dwords)(threshold < s - toFloats(below) * step_);
+        }
         const Floats q = whole(s * inverse_) * step_;
         const Floats q2 = levelOrNext(q, step_, threshold, s - q);
-        return truncated(byUnit ? q2 * splatFloat(To::white) : q2);
+        return truncated(scale == Scale::unit ? q2 * splatFloat(To::white) : q2);
     }
 
     // Of floats that no dword holds, the lowest one.
@@ -130,7 +136,8 @@ class Reduction {
 // Floats beyond white in the last samples of a row, behind a multiple of 4: the low 16 bits of the level are taken as a signed
 // word before they are bounded to a byte, so the brightest come out black. Meant: bounded first, they would be
 // white.
-ZEL_NOINLINE inline void reduceFloatsToBytes(const Levels& levels, const ReducedRow<float>& row) {
+template <Scale scale>
+ZEL_NOINLINE void reduceFloatsToBytes(const Levels& levels, const ReducedRow<float>& row) {
     uint8_t last[3];
     const size_t whole = row.samples & ~size_t{3};
     for (size_t i = whole; i < row.samples; ++i) {
@@ -140,7 +147,7 @@ ZEL_NOINLINE inline void reduceFloatsToBytes(const Levels& levels, const Reduced
         const auto word = int16_t(truncated(q2 * splatFloat(To8u::white))[0]);
         last[i - whole] = uint8_t(word < 0 ? 0 : word > 255 ? 255 : word);
     }
-    Reduction<From32f, To8u, true, false>::convert(levels, row);
+    Reduction<From32f, To8u, scale, false>::convert(levels, row);
     for (size_t i = whole; i < row.samples; ++i) row.to[i] = last[i - whole];
 }
 
@@ -296,22 +303,37 @@ ZEL_INLINE Threshold* repeat(Threshold threshold, Threshold* to, int channels) {
     return to;
 }
 
-// Of a matrix of thresholds that repeats itself, as far as a row goes, and one block.
-template <class Threshold>
-using Pattern = Threshold[4][thresholdsAtOnce + 4];
-template <class Threshold, class At>
-ZEL_INLINE void fillPattern(Pattern<Threshold>& pattern, const ReducedRows& rows, const At& at) {
-    const size_t needed = rows.samples() + vectorBytes;
-    const size_t thresholds = needed < thresholdsAtOnce ? needed : thresholdsAtOnce;
-    for (int y = 0; y < 4 && y < rows.size.height; ++y) {
-        Threshold* to = pattern[y];
-        for (int x = 0; to < pattern[y] + thresholds; ++x) to = repeat(at(x % 4, y), to, rows.channels);
+// Thresholds of pixels as those of their samples, up to whole vectors of pixels.
+ZEL_INLINE void repeatPixels(const float* from, float* to, int pixels, int channels) {
+    for (int i = 0; i < pixels; i += vectorFloats, to += vectorFloats * channels) {
+        if (channels == 1) {
+            storeVector(to, loadBytes(from + i));
+        } else if (channels == 3) {
+            const Repeated<4, 3> repeated(reinterpret_cast<const uint8_t*>(from + i), 0);
+            unrolled<3>([&](auto v) ZEL_INLINE_LAMBDA { storeVector(to + vectorFloats * v, repeated.template vector<v>()); });
+        } else {
+            const auto v = (Dwords)loadBytes(from + i);
+            storeFour<4>(reinterpret_cast<uint8_t*>(to), Channels<Dwords>{v, v, v}, v);
+        }
     }
+}
+
+// A matrix of thresholds that repeats itself, as far as a row goes, and one block.
+template <class Threshold>
+using Pattern = Threshold[4][thresholdsAtOnce + vectorBytes];
+ZEL_INLINE int thresholdsOf(const ReducedRows& rows) {
+    const size_t needed = rows.samples() + vectorBytes;
+    return needed < thresholdsAtOnce ? int(needed) : thresholdsAtOnce;
 }
 
 ZEL_NOINLINE inline void reduceOrdered(const ReducedRows& rows, const Levels& levels, const RowRule& rule) {
     alignas(64) Pattern<float> pattern;
-    fillPattern(pattern, rows, [&](int x, int y) { return bayer[y][x] * levels.step; });
+    for (int y = 0; y < 4 && y < rows.size.height; ++y) {
+        alignas(64) float ofPixels[vectorFloats];
+        storeVector(ofPixels, (Floats)everyLane(bayer[y]) * splatFloat(levels.step));
+        for (int i = 0; i < thresholdsOf(rows); i += vectorFloats * rows.channels)
+            repeatPixels(ofPixels, pattern[y] + i, vectorFloats, rows.channels);
+    }
     const auto ofRow = [&](int y) { return pattern[y % 4]; };
     if (!rule.ofAllBytes || !ByteResults::pay(rows)) return reduceRows(rows, levels, rule.reduce, ofRow);
     float ascending[16];
@@ -345,21 +367,11 @@ inline constexpr Addends nearestAddends = addendsOf([](int, int) { return 128.5f
 ZEL_NOINLINE inline void reduceWordsToBytes(const ReducedRows& rows, const Levels& levels, ReduceRow<uint16_t> reduce,
                                             const Addends& addends) {
     alignas(64) Pattern<uint16_t> pattern;
-    fillPattern(pattern, rows, [&](int x, int y) { return addends.at[y][x]; });
-    reduceRows(rows, levels, reduce, [&](int y) { return pattern[y % 4]; });
-}
-
-// The thresholds of three or four samples a pixel, up to whole vectors of pixels.
-ZEL_INLINE void repeatPixels(const float* from, float* to, int pixels, int channels) {
-    for (int i = 0; i < pixels; i += vectorFloats, to += vectorFloats * channels) {
-        if (channels == 3) {
-            const Repeated<4, 3> repeated(reinterpret_cast<const uint8_t*>(from + i), 0);
-            unrolled<3>([&](auto v) ZEL_INLINE_LAMBDA { storeVector(to + vectorFloats * v, repeated.template vector<v>()); });
-        } else {
-            const auto v = (Dwords)loadBytes(from + i);
-            storeFour<4>(reinterpret_cast<uint8_t*>(to), Channels<Dwords>{v, v, v}, v);
-        }
+    for (int y = 0; y < 4 && y < rows.size.height; ++y) {
+        uint16_t* to = pattern[y];
+        for (int x = 0; to < pattern[y] + thresholdsOf(rows); ++x) to = repeat(addends.at[y][x % 4], to, rows.channels);
     }
+    reduceRows(rows, levels, reduce, [&](int y) { return pattern[y % 4]; });
 }
 
 // With noise. `bareAtEnd`: the columns behind a multiple of 4 have the thresholds of the matrix alone, on no scale. Meant: a slip

@@ -1,6 +1,8 @@
 // Reduction of bit depth: every number of levels, tall images, the order of rows that share memory, errors, and memory.
 #include <algorithm>
+#include <cfenv>
 #include <climits>
+#include <cmath>
 #include <string_view>
 #include <vector>
 
@@ -41,7 +43,12 @@ class Reduction : public Conversion {
     }
 };
 
+bool isFloatToByte(const model::Export& e) {
+    return isDithered(e) && std::string_view(e.name).starts_with("zeliReduceBits_32f8u_");
+}
+
 class ByteReduction : public Reduction {};
+class FloatReduction : public Reduction {};
 class WordReduction : public Reduction {};
 
 // All bytes in all columns of the matrix, and at all phases of the noise.
@@ -81,6 +88,29 @@ TEST_P(WordReduction, MatchesModelOnAllColoursAt256Levels) {
     for (const int dither : {int{zelDitherNone}, int{zelDitherBayer}}) ASSERT_TRUE(matches(pictures, request(0, dither, 256)));
 }
 
+// At 256 levels floats are counted: around every step, at the ends of what a dword holds and beyond, in all columns and rows of
+// the matrix.
+TEST_P(FloatReduction, MatchesModelAtEveryStepOf256Levels) {
+    std::vector<float> values{0, -0.0f, 0x1p-140f, -0x1p-140f, 1e9f, -1e9f, INFINITY, -INFINITY, NAN, -NAN};
+    const auto around = [&](float value) {
+        for (int i = 0; i < 5; ++i) value = std::nextafter(value, -INFINITY);
+        for (int i = 0; i < 10; ++i) values.push_back(value = std::nextafter(value, INFINITY));
+    };
+    for (const double end : {32768.0, 65536.0, 0x1p31, -0x1p31}) around(static_cast<float>(end / 255));
+    for (int step = -2 * 30; step <= 257 * 30; ++step)
+        if (step % 2 == 0 || step % 30 == 15) around(static_cast<float>(step / 30.0 / 255));
+    Random random(seed());
+    const int width = 2048, height = (static_cast<int>(values.size()) + 511) / 512 * 4;
+    const Pictures pictures = lay({width, height}, {dense, dense}, random, Content::uniform);
+    const model::Image image = pictures.source.image();
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            for (int c = 0; c < image.layout->planes[0].unitBytes / 4; ++c)
+                image.store(image.layout->channels[c], x, y, values[static_cast<size_t>(y / 4 * 512 + x / 4) % values.size()]);
+    for (const int dither : {int{zelDitherNone}, int{zelDitherBayer}}) ASSERT_TRUE(matches(pictures, request(0, dither, 256)));
+}
+
+INSTANTIATE_TEST_SUITE_P(ReduceBits, FloatReduction, rows(model::reduceBitsExports(), isFloatToByte), nameOf);
 INSTANTIATE_TEST_SUITE_P(ReduceBits, WordReduction, rows(model::reduceBitsExports(), isWordToByte), nameOf);
 INSTANTIATE_TEST_SUITE_P(ReduceBits, ByteReduction, rows(model::reduceBitsExports(), isDitheredByte), nameOf);
 
@@ -184,6 +214,22 @@ std::vector<uint8_t> reduced(const std::vector<uint8_t>& bytes, int noise, ZelDi
     const auto width = static_cast<int32_t>(bytes.size());
     EXPECT_EQ(zeliReduceBits_8u_C1R(bytes.data(), width, results.data(), width, {width, 1}, noise, dither, levels), zelStsNoErr);
     return results;
+}
+
+// Steps that are rounded down fall short of their levels.
+TEST(ReductionValues, GoByTheRoundingMode) {
+    const auto levelOf = [](float sample, int mode) {
+        uint8_t level = 0;
+        const int before = std::fegetround();
+        std::fesetround(mode);
+        zeliReduceBits_32f8u_C1R(&sample, 4, &level, 1, {1, 1}, 0, zelDitherBayer, 256);
+        std::fesetround(before);
+        return int{level};
+    };
+    EXPECT_EQ(levelOf(0.25f, FE_TONEAREST), 64);
+    EXPECT_EQ(levelOf(0.25f, FE_UPWARD), 64);
+    EXPECT_EQ(levelOf(0.25f, FE_DOWNWARD), 63);
+    EXPECT_EQ(levelOf(0.25f, FE_TOWARDZERO), 63);
 }
 
 TEST(ReductionValues, StandForThemselves) {

@@ -109,6 +109,7 @@ TEST(SimdFloats, RoundingState) {
     EXPECT_EQ(toNearest, (std::array{0, 2, 0, -2}));
     inAllModes([&] {
         const auto before = ties();
+        EXPECT_EQ(roundsToNearest(), before == toNearest);
         const auto old = setRoundNearestState();
         const auto meanwhile = ties();
         restoreRoundState(old);

@@ -76,6 +76,7 @@ ZEL_INLINE uint32_t control() {
 ZEL_INLINE void setControl(uint32_t word) { asm volatile("msr fpcr, %0" : : "r"(uint64_t{word}) : "memory"); }
 }  // namespace arm
 
+ZEL_INLINE bool roundsToNearest() { return (arm::control() & arm::roundingField) == 0; }
 ZEL_INLINE uint32_t setRoundNearestState() {
     const uint32_t old = arm::control();
     if ((old & arm::roundingField) != 0) arm::setControl(old & ~arm::roundingField);

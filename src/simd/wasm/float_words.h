@@ -60,6 +60,7 @@ ZEL_INLINE Floats narrowed(Doubles low, Doubles high) {
                                       2);
 }
 
+ZEL_INLINE bool roundsToNearest() { return true; }
 ZEL_INLINE uint32_t setRoundNearestState() { return 0; }
 ZEL_INLINE void restoreRoundState(uint32_t) {}
 

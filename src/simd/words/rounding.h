@@ -9,6 +9,8 @@
 
 namespace zel::ZEL_LEVEL {
 
+ZEL_INLINE bool roundsToNearest();
+
 // Rounds to nearest from here on; the control word as it was.
 ZEL_INLINE uint32_t setRoundNearestState();
 ZEL_INLINE void restoreRoundState(uint32_t old);

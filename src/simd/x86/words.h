@@ -128,6 +128,7 @@ ZEL_INLINE void storeFence() { _mm_sfence(); }
 
 // Bits 13 and 14 of the control word are the mode, 0 to nearest.
 constexpr uint32_t roundingField = 0x6000;
+ZEL_INLINE bool roundsToNearest() { return (_mm_getcsr() & roundingField) == 0; }
 ZEL_INLINE uint32_t setRoundNearestState() {
     const uint32_t old = _mm_getcsr();
     if ((old & roundingField) != 0) _mm_setcsr(old & ~roundingField);
