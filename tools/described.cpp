@@ -143,6 +143,12 @@ constexpr const char* described[] = {
     "yuv420p,601,full,center:yuv420p,601,limited,left:linear,sited",
     "yuv444p,given,full:rgb24",
     "rgb24:yuv422p,given,limited,center",
+    "rgba:bgra",
+    "argb:bgra",
+    "bgra:rgb24",
+    "bgr24:rgb0",
+    "nv12,709,limited,left:p010le,709,limited,left",
+    "p010le,2020,limited,left:p016le,2020,limited,left",
 };
 
 std::vector<std::string> parts(const std::string& text, char separator) {
