@@ -60,7 +60,7 @@ std::vector<Slot> slotsOf(const Plane& plane, int pixels) {
     return slots;
 }
 
-// For each sample of a target's plane, where it comes from: nowhere if it is an alpha that the source lacks, or no channel.
+// For each sample of a target's plane, where it comes from: nowhere if it is an alpha that the source lacks.
 struct Origin {
     int plane = -1, slot = 0;
 };
@@ -94,8 +94,7 @@ class Mover {
         for (size_t i = 0; i < wanted.size(); ++i)
             for (int plane = 0; plane < source_.planeCount; ++plane)
                 for (size_t slot = 0; slot < slots_[plane].size(); ++slot)
-                    if (wanted[i].channel != "-" && slots_[plane][slot].channel == wanted[i].channel &&
-                        slots_[plane][slot].number == wanted[i].number)
+                    if (slots_[plane][slot].channel == wanted[i].channel && slots_[plane][slot].number == wanted[i].number)
                         origins[i] = {plane, static_cast<int>(slot)};
         return origins;
     }
@@ -143,9 +142,13 @@ bool moveByVideo(const Format& source, const Side& from, const Format& target, c
     const auto isDescribed = [](const Format& f) {
         return f.model == Model::rgb && f.description.depth >= 8 && f.description.depth <= 16;
     };
+    // Which that library doesn't move.
+    const auto hasUnused = [](const Format& f) {
+        return std::string_view(f.description.components).find('X') != std::string_view::npos;
+    };
     ZelvPlan plan;
-    if (!isDescribed(source) || !isDescribed(target) || source.description.depth != target.description.depth ||
-        makePlan(&plan, source, target, {}, {}) != zelStsNoErr)
+    if (!isDescribed(source) || !isDescribed(target) || (hasUnused(source) && hasUnused(target)) ||
+        source.description.depth != target.description.depth || makePlan(&plan, source, target, {}, {}) != zelStsNoErr)
         return false;
     const uint8_t* read[4];
     uint8_t* written[4];

@@ -60,9 +60,9 @@ test('moves and ways back keep samples', () => {
   }
 });
 
-test('samples of no channel are as those of the other programs, whatever the source has there', () => {
-  const [b, g, r] = noise('bgr0', 18, 2).bytes;
-  assert.deepEqual([...zelcc.convert(noise('bgr0', 18, 2), '0rgb').bytes.subarray(0, 4)], [255, r, g, b]);
+test('samples of no channel are moved too, as by the other programs', () => {
+  const [b, g, r, unused] = noise('bgr0', 18, 2).bytes;
+  assert.deepEqual([...zelcc.convert(noise('bgr0', 18, 2), '0rgb').bytes.subarray(0, 4)], [unused, r, g, b]);
 });
 
 test('sizes that are none of whole sites have their last column and row repeated', () => {
