@@ -270,6 +270,26 @@ def types_page() -> str:
             f"what they return.\n\n```c\n{body}\n```\n")
 
 
+def video_page() -> str:
+    """libzelvideo's header: an entry for each call and each type, which says in its declaration what its fields are."""
+    source = (ROOT / "include" / "zelvideo.h").read_text()
+    body = source[source.index('extern "C" {'):]
+    lines = ["# Video", "", "`#include <zelvideo.h>`, which is of the library `libzelvideo`. [Its page](../video.md) defines the results.", "",
+             markdown(headers.words(re.match(r"/\*(.*?)\*/", source, re.DOTALL)[1])), "## Functions", ""]
+    for text, declaration in re.findall(r"/\*\*((?:(?!\*/).)*)\*/\nZEL_API ([^;]+);", body, re.DOTALL):
+        lines += [f"::::{{c:function}} {' '.join(declaration.split())}", "", markdown(headers.words(text)), "::::", ""]
+    lines += ["## Types and values", ""]
+    for text, members in re.findall(r"(?:/\*\*((?:(?!\*/).)*)\*/\n)?((?:enum|typedef struct \w+) \{(?:[^\n]*\};|.*?^\}[^;]*;))", body,
+                                    re.DOTALL | re.MULTILINE):
+        declaration = ["```c", *members.splitlines(), "```", ""]
+        words = [markdown(headers.words(text))] if text else []
+        if name := re.match(r"typedef struct (\w+)", members):
+            lines += [f"::::{{c:struct}} {name[1]}", "", *words, *declaration, "::::", ""]
+        else:
+            lines += [*words, *declaration]
+    return "\n".join(lines) + "\n"
+
+
 def index_page() -> str:
     lines = ["# Functions", "", "A page for every header. The search finds parts of names too.", "", "| | Functions | For |",
              "| --- | ---: | --- |"]
@@ -278,7 +298,8 @@ def index_page() -> str:
         about = " ".join(paragraphs(found[name].text)[0].split())
         about = re.split(r"\. |\.$", about)[0]
         lines.append(f"| [{title}]({name}.md) | {len(found[name].functions)} | {inline(about)} |")
-    lines += ["", "[Types and status values](types.md) are common to all.", "", "```{toctree}", ":hidden:", "", *TITLES, "types", "```", ""]
+    lines += ["", "[Video](zelvideo.md) has the calls of `libzelvideo`. [Types and status values](types.md) are common to all.", "", "```{toctree}",
+              ":hidden:", "", *TITLES, "zelvideo", "types", "```", ""]
     return "\n".join(lines)
 
 
@@ -287,4 +308,4 @@ def pages() -> dict[str, str]:
     if set(documented) - {"version"} != set(TITLES):
         raise ValueError(f"headers without a title, or titles without a header: {set(documented) ^ set(TITLES)}")
     result = {f"{name}.md": page(documented[name]) for name in TITLES}
-    return result | {"types.md": types_page(), "index.md": index_page()}
+    return result | {"zelvideo.md": video_page(), "types.md": types_page(), "index.md": index_page()}

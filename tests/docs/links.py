@@ -45,9 +45,9 @@ def faults_of_links(pages):
                 yield f"{path.name} leads to {link}, where there is no such anchor"
 
 
-def faults_of_entries(pages, exports):
+def faults_of_entries(pages, exports, described):
     anchors = set().union(*(page.anchors for path, page in pages.items() if path.parent.name == "reference"))
-    yield from (f"there is no entry for {name}" for name in exports if f"c.{name}" not in anchors)
+    yield from (f"there is no entry for {name}" for name in described if f"c.{name}" not in anchors)
     index = (directory / "_static" / "searchentries.js").read_text()
     if not all(f'"{name}"' in index for name in exports):
         yield "the search doesn't know all functions"
@@ -65,7 +65,9 @@ exports = re.findall(r"^ZEL_EXPORT\((zeli\w+),", (root / "src/frame/exports.def"
 shutil.rmtree(directory, ignore_errors=True)
 subprocess.run([root / "docs/site/build", "--without-pictures", directory], check=True, stdout=subprocess.DEVNULL)
 pages = {path.resolve(): Page(path) for path in directory.rglob("*.html")}
-faults = [*faults_of_links(pages), *faults_of_entries(pages, exports), *faults_of_names(exports)]
+video = re.findall(r"^ZEL_API ZelStatus (\w+)|^typedef struct (\w+)", (root / "include/zelvideo.h").read_text(), re.MULTILINE)
+described = [*exports, *("".join(names) for names in video)]
+faults = [*faults_of_links(pages), *faults_of_entries(pages, exports, described), *faults_of_names(exports)]
 print("\n".join(faults))
 print(f"{len(pages)} pages, {sum(len(page.links) for page in pages.values())} links, {len(exports)} functions, {len(faults)} faults")
 sys.exit(1 if faults or len(pages) < 20 or not exports else 0)
