@@ -1,0 +1,140 @@
+#!/usr/bin/python3 -B
+"""try.py SOURCE PACKAGE: the page "Try it" of the site, which is built for this, with the package for JavaScript, in Chromium: a state by
+its address, another conversion, the slider, the difference, planes, the pixel by keys, and a picture of the reader's. --show FOLDER leaves
+pictures of the page there."""
+
+import functools
+import http.server
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import threading
+
+source, package = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
+show = pathlib.Path(sys.argv[4]) if sys.argv[3:4] == ["--show"] else None
+try:
+    from selenium import webdriver
+    from selenium.webdriver.chrome.service import Service
+    from selenium.webdriver.common.by import By
+    from selenium.webdriver.common.keys import Keys
+    from selenium.webdriver.support.ui import Select, WebDriverWait
+except ImportError:
+    print("Skipped: the page Try it, for python3-selenium of Debian is not installed")
+    sys.exit(77)
+for path, name in (("/usr/bin/chromedriver", "chromium-driver"), ("/usr/bin/sphinx-build", "python3-sphinx"),
+                   ("/usr/lib/python3/dist-packages/furo", "furo"), ("/usr/lib/python3/dist-packages/myst_parser", "python3-myst-parser")):
+    if not pathlib.Path(path).exists():
+        print(f"Skipped: the page Try it, for {name} of Debian is not installed")
+        sys.exit(77)
+
+faults = []
+
+
+def expect(what, holds):
+    if not holds:
+        faults.append(what)
+
+
+class Quiet(http.server.SimpleHTTPRequestHandler):
+    extensions_map = {**http.server.SimpleHTTPRequestHandler.extensions_map, ".js": "text/javascript", ".wasm": "application/wasm"}
+
+    def do_GET(self):
+        if self.path == "/favicon.ico":  # which browsers ask for by themselves
+            self.send_response(204)
+            self.end_headers()
+        else:
+            super().do_GET()
+
+    def log_message(self, *_):
+        pass
+
+
+def text(name):
+    return browser.find_element(By.ID, f"try-{name}").text
+
+
+def choose(name, value):
+    Select(browser.find_element(By.ID, f"try-{name}")).select_by_value(value)
+
+
+def pixels():
+    """Of the canvas: its size and the sum of its bytes."""
+    return browser.execute_script("""const c = document.getElementById('try-canvas');
+        const d = c.getContext('2d').getImageData(0, 0, c.width, c.height).data;
+        return [c.width, c.height, d.reduce((sum, byte) => sum + byte, 0)];""")
+
+
+def look(size, scheme, name):
+    width, height = size
+    browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": width < 500})
+    browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": [{"name": "prefers-color-scheme", "value": scheme}]})
+    wider = browser.execute_script("return document.documentElement.scrollWidth - document.documentElement.clientWidth")
+    expect(f"the page is {wider} pixels wider than the screen of {width}", wider <= 0)
+    if show:
+        show.mkdir(parents=True, exist_ok=True)
+        browser.save_screenshot(str(show / f"{name}.png"))
+
+
+with tempfile.TemporaryDirectory() as folder:
+    served = pathlib.Path(folder, "site")
+    subprocess.run([source / "docs" / "site" / "build", "--without-pictures", served], check=True, stdout=subprocess.DEVNULL)
+    shutil.rmtree(served / "_static" / "zelcc", ignore_errors=True)
+    shutil.copytree(package, served / "_static" / "zelcc")
+    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), functools.partial(Quiet, directory=served))
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    options = webdriver.ChromeOptions()
+    for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage"):
+        options.add_argument(argument)
+    options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
+    browser = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
+    try:
+        browser.get(f"http://127.0.0.1:{server.server_port}/try.html#to=p010le&matrix=2020")
+        WebDriverWait(browser, 60).until(lambda _: "PSNR" in text("figures"))
+        expect(f"the address doesn't choose: {text('figures')}", text("figures").startswith("rgba → p010le → rgba: PSNR"))
+        expect(f"no matrix in the line of Python: {text('python')}", 'convert(image, "rgba", "p010le", matrix="2020")' in text("python"))
+        expect(f"no call of the video library: {text('c')}", "zelvConvert" in text("c"))
+
+        choose("matrix", "601")
+        choose("to", "yuv420p")
+        expect(f"no calls of functions: {text('c')}", "zeliRGBToYCrCb420_8u_AC4P3R" in text("c"))
+        expect(f"the address stays: {browser.current_url}", browser.current_url.endswith("#to=yuv420p"))
+        half = pixels()
+        browser.execute_script("const s = document.getElementById('try-slider'); s.value = 0; s.dispatchEvent(new Event('input'));")
+        expect("the slider shows no more of the result", pixels() != half)
+        choose("view", "difference")
+        expect("a difference is as light as a picture", pixels()[2] < half[2])
+        choose("view", "planes")
+        expect(f"planes of 4:2:0 are not below each other: {pixels()}", pixels()[1] == 320 + 160 + 160 + 3 * 4)
+
+        choose("view", "slider")
+        browser.find_element(By.ID, "try-stage").send_keys(Keys.ARROW_RIGHT, Keys.SHIFT, Keys.ARROW_DOWN)
+        expect(f"keys don't move the pixel: {text('pixel')}", text("pixel").startswith("pixel 1, 10\nsource "))
+        samples = text("pixel").splitlines()[2]
+        expect(f"no samples of the planes: {samples}", samples.startswith("yuv420p Y ") and "Cb" in samples and "Cr" in samples)
+
+        choose("to", "rgb24")
+        expect(f"RGB is lossless: {text('figures')}", "every byte as before" in text("figures"))
+        choose("to", "nv12")
+        choose("then", "rgb565le")
+        expect(f"a chain is refused: {text('figures')}", text("figures").startswith("rgba → nv12 → rgb565le → rgba: PSNR"))
+
+        for size, name in (((1300, 900), "wide"), ((390, 800), "narrow")):
+            for scheme in ("light", "dark"):
+                look(size, scheme, f"{name}-{scheme}")
+
+        picture = pathlib.Path(folder, "picture.ppm.png")
+        browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+        browser.save_screenshot(str(picture))
+        browser.find_element(By.ID, "try-file").send_keys(str(picture))
+        WebDriverWait(browser, 20).until(lambda _: " 480 x 320 " not in text("figures"))
+        expect(f"a picture of the reader's isn't taken: {text('figures')}", "PSNR" in text("figures") and pixels()[0] == 720)
+        for entry in browser.get_log("browser"):
+            expect(f"the console says {entry['message']}", False)
+    finally:
+        browser.quit()
+        server.shutdown()
+
+print("the page Try it:", *(faults or ["all as meant"]), sep="\n")
+sys.exit(bool(faults))
