@@ -24,6 +24,7 @@ html_title = f"zelCC {release}"
 html_static_path = ["static"]
 templates_path = ["templates"]
 html_css_files = ["site.css"]
+html_js_files = [("run.js", {"type": "module"})]
 html_copy_source = False
 html_show_sphinx = False
 html_show_copyright = False

@@ -1,7 +1,7 @@
 #!/usr/bin/python3 -B
 """try.py SOURCE PACKAGE: the page "Try it" of the site, which is built for this, with the package for JavaScript, in Chromium: a state by
-its address, another conversion, the slider, the difference, planes, the pixel by keys, and a picture of the reader's. --show FOLDER leaves
-pictures of the page there."""
+its address, another conversion, the slider, the difference, planes, the pixel by keys, and a picture of the reader's. Then "Run it" in the
+entries of functions. --show FOLDER leaves pictures of the page there."""
 
 import functools
 import http.server
@@ -66,6 +66,9 @@ def pixels():
         return [c.width, c.height, d.reduce((sum, byte) => sum + byte, 0)];""")
 
 
+WIDE, NARROW = (1300, 900), (390, 800)
+
+
 def look(size, scheme, name):
     width, height = size
     browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": width < 500})
@@ -120,7 +123,7 @@ with tempfile.TemporaryDirectory() as folder:
         choose("then", "rgb565le")
         expect(f"a chain is refused: {text('figures')}", text("figures").startswith("rgba → nv12 → rgb565le → rgba: PSNR"))
 
-        for size, name in (((1300, 900), "wide"), ((390, 800), "narrow")):
+        for size, name in ((WIDE, "wide"), (NARROW, "narrow")):
             for scheme in ("light", "dark"):
                 look(size, scheme, f"{name}-{scheme}")
 
@@ -130,6 +133,19 @@ with tempfile.TemporaryDirectory() as folder:
         browser.find_element(By.ID, "try-file").send_keys(str(picture))
         WebDriverWait(browser, 20).until(lambda _: " 480 x 320 " not in text("figures"))
         expect(f"a picture of the reader's isn't taken: {text('figures')}", "PSNR" in text("figures") and pixels()[0] == 720)
+        for page, name, results in (("lumachroma", "zeliRGBToYCbCr_8u_C3R", "82 90 240"), ("lumachroma", "zeliRGBToYCbCr420_8u_C3P3R", "Cr: 34"),
+                                    ("intensity", "zeliColorTwist32f_8u_C3R", "R G B: "), ("rawsensor", "zeliCFAToRGB_8u_C1C3R", "R G B: ")):
+            browser.get("about:blank")
+            browser.get(f"http://127.0.0.1:{server.server_port}/reference/{page}.html#c.{name}")
+            button = browser.find_element(By.CSS_SELECTOR, f"button[aria-label='Run {name}']")
+            browser.execute_script("arguments[0].click()", button)
+            WebDriverWait(browser, 20).until(lambda _: browser.find_elements(By.CSS_SELECTOR, ".run-output"))
+            output = browser.find_element(By.CSS_SELECTOR, ".run-output").text
+            expect(f"{name} run gives {output}", results in output)
+            look(WIDE, "light", name)
+        field = browser.find_element(By.CSS_SELECTOR, ".run input")
+        browser.execute_script("arguments[0].value = '7'; arguments[0].dispatchEvent(new Event('input'))", field)
+        expect("samples that are changed change nothing", browser.find_element(By.CSS_SELECTOR, ".run-output").text != output)
         for entry in browser.get_log("browser"):
             expect(f"the console says {entry['message']}", False)
     finally:
