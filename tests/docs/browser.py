@@ -101,6 +101,12 @@ def check_start():
     expect("ways from the start page", {"install", "the-program"} - ways, set())
 
 
+def check_try():
+    """From a disk it says that it needs a server; served, tests/docs/try.py has it."""
+    look("try.html")
+    expect("the hint to a server", "http.server" in browser.find_element(By.ID, "try-status").text, True)
+
+
 def check_width():
     """The matrix scrolls in its own place, and says so where it does."""
     for size in (WIDE, NARROW):
@@ -120,7 +126,7 @@ try:
         for query in sys.argv[sys.argv.index("--show") + 1:]:
             print(query, *(f"    {address}" for address, _ in search(query)[:5]), sep="\n")
         sys.exit(0)
-    for check in (check_search, check_start, check_width):
+    for check in (check_search, check_start, check_try, check_width):
         check()
         faults += [f"{check.__name__}: {line['message']}" for line in browser.get_log("browser") if line["level"] in ("SEVERE", "WARNING")]
 finally:

@@ -1,5 +1,6 @@
 // In the entries of functions: "Run it", with samples that the reader may change, by the package for JavaScript that lies beside this
-// script. What stands in the fields first is the worked pixel.
+// script. What stands in the fields first is the worked pixel. No module, which browsers don't take from a disk.
+(() => {
 const PACKAGE = './zelcc/index.js', FORMATS = './zelcc/formats.js', FUNCTIONS = './zelcc/functions.js';
 // Of what a function takes beside images, where that has no default: the identity, the weights of gray, a grid.
 const GIVEN = {
@@ -97,3 +98,4 @@ if (location.protocol !== 'file:')
     box.append(button);
     entry.append(box);
   }
+})();

@@ -1,4 +1,6 @@
-// The page "Try it": a picture through a chain of formats and back to RGBA, by the package for JavaScript that lies beside this script.
+// The page "Try it": a picture through a chain of formats and back to RGBA, by the package for JavaScript that lies beside this script. No
+// module, which browsers don't take from a disk, so that it can say so.
+(() => {
 const PACKAGE = './zelcc/index.js';
 const SIDE = 720;  // of the pictures, at most
 const METHODS = ['', 'filter', 'dither'];
@@ -284,3 +286,4 @@ function leads(name) {
 }
 
 start();
+})();
