@@ -1,5 +1,7 @@
 #include "threads.h"
 
+#include <sched.h>
+
 #include <algorithm>
 #include <barrier>
 #include <chrono>
@@ -23,12 +25,22 @@ Image rowsOf(Image image, int first, int end) {
     return image;
 }
 
+// On the processor of that number. Systems move threads to free ones only after some time, which is more than a slice has.
+void stayOn(size_t number) {
+    cpu_set_t set;
+    CPU_ZERO(&set);
+    CPU_SET(number, &set);
+    sched_setaffinity(0, sizeof set, &set);
+}
+
 // Threads that wait for work, as a program's pool does, each with a part of its own.
 class Team {
   public:
     explicit Team(std::vector<Call> parts) : parts_(std::move(parts)), start_(size()), end_(size()) {
+        stayOn(0);
         for (size_t i = 1; i < parts_.size(); ++i)
             threads_.emplace_back([this, i] {
+                stayOn(i);
                 for (;;) {
                     start_.arrive_and_wait();
                     if (isOver_) return;

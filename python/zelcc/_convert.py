@@ -5,8 +5,10 @@ from __future__ import annotations  # help shows the names of types, not all for
 import functools
 import inspect
 import math
+import os
+import threading
 from collections.abc import Callable, Sequence
-from concurrent.futures import ThreadPoolExecutor
+from concurrent.futures import ThreadPoolExecutor, wait
 from typing import Any, NamedTuple, cast, get_args, overload
 
 import numpy as np
@@ -285,6 +287,14 @@ def _run(step: Step, source: tuple[Plane, ...], target: tuple[Plane, ...], colou
     _finish_alpha(step, source, target)
 
 
+@functools.cache
+def _pool(threads: int) -> ThreadPoolExecutor:
+    """Kept, since threads take longer to start than a frame to convert; a process that is forked starts its own."""
+    return ThreadPoolExecutor(threads, "zelcc")
+
+
+os.register_at_fork(after_in_child=_pool.cache_clear)
+
 _Parts = list[tuple[tuple[Plane, ...], tuple[Plane, ...]]]
 
 
@@ -297,8 +307,24 @@ def _convert_parts(parts: _Parts, source: Packed | Planar, target: Packed | Plan
         for part in parts:
             run(part)
         return
-    with ThreadPoolExecutor(min(threads, len(parts))) as pool:
-        list(pool.map(run, parts))  # which raises what one of them does
+    remaining = iter(parts)  # a part at a time for each thread, of which the caller's is one
+    taking = threading.Lock()
+
+    def work() -> None:
+        while True:
+            with taking:
+                part = next(remaining, None)
+            if part is None:
+                return
+            run(part)
+
+    others = [_pool(threads - 1).submit(work) for _ in range(min(threads, len(parts)) - 1)]
+    try:
+        work()
+    finally:
+        wait(others)
+    for other in others:
+        other.result()  # which raises what one of them does
 
 
 _CACHE_BYTES = 1 << 22  # of the largest cache: shorter strips would spend more time on calls
