@@ -6,7 +6,6 @@ entries of functions. --show FOLDER leaves pictures of the page there."""
 import functools
 import http.server
 import pathlib
-import shutil
 import subprocess
 import sys
 import tempfile
@@ -82,9 +81,7 @@ def look(size, scheme, name):
 
 with tempfile.TemporaryDirectory() as folder:
     served = pathlib.Path(folder, "site")
-    subprocess.run([source / "docs" / "site" / "build", "--without-pictures", served], check=True, stdout=subprocess.DEVNULL)
-    shutil.rmtree(served / "_static" / "zelcc", ignore_errors=True)
-    shutil.copytree(package, served / "_static" / "zelcc")
+    subprocess.run([source / "docs" / "site" / "build", "--without-pictures", f"--package={package}", served], check=True, stdout=subprocess.DEVNULL)
     server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), functools.partial(Quiet, directory=served))
     threading.Thread(target=server.serve_forever, daemon=True).start()
     options = webdriver.ChromeOptions()
@@ -122,6 +119,15 @@ with tempfile.TemporaryDirectory() as folder:
         choose("to", "nv12")
         choose("then", "rgb565le")
         expect(f"a chain is refused: {text('figures')}", text("figures").startswith("rgba → nv12 → rgb565le → rgba: PSNR"))
+        expect(f"the shell goes another way: {text('shell')}", "--from nv12 --size 480x320 step1.raw step2.raw --to rgb565le" in text("shell"))
+        choose("method", "dither")
+        expect(f"the program's other dither is not told: {text('shell')}", text("shell").splitlines()[0].startswith("# the program dithers"))
+        expect(f"no dither by one function: {text('shell')}", "step2.raw --to rgb565le --matrix 601 --dither bayer" in text("shell"))
+        choose("method", "filter")
+        expect(f"a step is said to have a filter that it lacks: {text('python')}", "filter" in text("python").splitlines()[0]
+               and "filter" not in text("python").splitlines()[2])
+        expect(f"no filter in the shell: {text('shell')}", text("shell").splitlines()[0].endswith("--to nv12 --matrix 601 --filter"))
+        choose("method", "")
 
         for size, name in ((WIDE, "wide"), (NARROW, "narrow")):
             for scheme in ("light", "dark"):
