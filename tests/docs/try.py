@@ -6,6 +6,7 @@ entries of functions. --show FOLDER leaves pictures of the page there."""
 import functools
 import http.server
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -117,8 +118,18 @@ with tempfile.TemporaryDirectory() as folder:
         choose("to", "rgb24")
         expect(f"RGB is lossless: {text('figures')}", "every byte as before" in text("figures"))
         choose("to", "nv12")
+        choose("to", "v210")
+        choose("view", "planes")
+        expect(f"v210 has no planes of its own samples: {pixels()}", pixels()[1] == 3 * (320 + 4))
+        expect(f"v210 has no group of bytes: {text('pixel')}", re.search(r"v210 +bytes( \w\w){16}$", text("pixel"), re.MULTILINE))
+        choose("to", "nv12")
+        choose("view", "slider")
         choose("then", "rgb565le")
         expect(f"a chain is refused: {text('figures')}", text("figures").startswith("rgba → nv12 → rgb565le → rgba: PSNR"))
+        word = re.search(r"rgb565le bytes (\w\w) (\w\w)$", text("pixel"), re.MULTILINE)
+        result = [int(byte) for byte in text("pixel").splitlines()[-1].split()[1:4]]
+        bits = int(word[2] + word[1], 16) if word else 0
+        expect(f"the word isn't the pixel's: {text('pixel')}", [bits >> 11, bits >> 5 & 63, bits & 31] == [result[0] >> 3, result[1] >> 2, result[2] >> 3])
         expect(f"the shell goes another way: {text('shell')}", "--from nv12 --size 480x320 step1.raw step2.raw --to rgb565le" in text("shell"))
         choose("method", "dither")
         expect(f"the program's other dither is not told: {text('shell')}", text("shell").splitlines()[0].startswith("# the program dithers"))

@@ -160,8 +160,18 @@ function difference() {
   return made;
 }
 
+// Samples lie in parts of a word, or in groups as those of v210.
+const isPacked = ({form}) => form.planes.some(({bytes, channels}) => bytes !== channels.length * form.array.BYTES_PER_ELEMENT);
+const UNPACKED = {rgb: 'rgb24', gray: 'gray', ycbcr: 'yuv444p10le'};
+
 // Each channel of each plane as an image in gray.
 function drawPlanes(image) {
+  if (isPacked(image)) {
+    const unpacked = zelcc.convert(image, UNPACKED[image.form.model], {matrix: chosen('matrix')});
+    drawPlanes(unpacked);
+    unpacked.free();
+    return;
+  }
   const form = zelcc.formats[image.format];
   const tiles = image.planes.flatMap((plane, p) => plane.channels.map((channel, k) => {
     const {width} = form.planes[p], count = plane.channels.length, data = plane.data;
@@ -206,7 +216,11 @@ function showPixel() {
   const lines = [`pixel ${x}, ${y}`, `source  ${bytes(source)}`];
   for (const image of result ? images.slice(1, -1) : []) {
     const planes = image.planes.map((plane, p) => {
-      const {width, height} = zelcc.formats[image.format].planes[p], count = plane.channels.length;
+      const {width, height, bytes} = image.form.planes[p], count = plane.channels.length;
+      if (isPacked(image)) {
+        const group = Math.min(bytes, 16), begin = plane.offset + Math.floor(y / height) * plane.step + Math.floor(x / width * bytes / group) * group;
+        return `bytes ${[...image.view(Uint8Array, begin, group)].map(byte => byte.toString(16).padStart(2, '0')).join(' ')}`;
+      }
       const first = Math.floor(y / height) * plane.stride + Math.floor(x / width) * count;
       return plane.channels.map((channel, k) => `${channel} ${plane.data[first + k]}`).join(', ');
     });
