@@ -6,7 +6,7 @@ entries of functions. --show FOLDER leaves pictures of the page there."""
 import functools
 import http.server
 import pathlib
-import shutil
+import re
 import subprocess
 import sys
 import tempfile
@@ -82,9 +82,7 @@ def look(size, scheme, name):
 
 with tempfile.TemporaryDirectory() as folder:
     served = pathlib.Path(folder, "site")
-    subprocess.run([source / "docs" / "site" / "build", "--without-pictures", served], check=True, stdout=subprocess.DEVNULL)
-    shutil.rmtree(served / "_static" / "zelcc", ignore_errors=True)
-    shutil.copytree(package, served / "_static" / "zelcc")
+    subprocess.run([source / "docs" / "site" / "build", "--without-pictures", f"--package={package}", served], check=True, stdout=subprocess.DEVNULL)
     server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), functools.partial(Quiet, directory=served))
     threading.Thread(target=server.serve_forever, daemon=True).start()
     options = webdriver.ChromeOptions()
@@ -120,8 +118,27 @@ with tempfile.TemporaryDirectory() as folder:
         choose("to", "rgb24")
         expect(f"RGB is lossless: {text('figures')}", "every byte as before" in text("figures"))
         choose("to", "nv12")
+        choose("to", "v210")
+        choose("view", "planes")
+        expect(f"v210 has no planes of its own samples: {pixels()}", pixels()[1] == 3 * (320 + 4))
+        expect(f"v210 has no group of bytes: {text('pixel')}", re.search(r"v210 +bytes( \w\w){16}$", text("pixel"), re.MULTILINE))
+        choose("to", "nv12")
+        choose("view", "slider")
         choose("then", "rgb565le")
         expect(f"a chain is refused: {text('figures')}", text("figures").startswith("rgba → nv12 → rgb565le → rgba: PSNR"))
+        word = re.search(r"rgb565le bytes (\w\w) (\w\w)$", text("pixel"), re.MULTILINE)
+        result = [int(byte) for byte in text("pixel").splitlines()[-1].split()[1:4]]
+        bits = int(word[2] + word[1], 16) if word else 0
+        expect(f"the word isn't the pixel's: {text('pixel')}", [bits >> 11, bits >> 5 & 63, bits & 31] == [result[0] >> 3, result[1] >> 2, result[2] >> 3])
+        expect(f"the shell goes another way: {text('shell')}", "--from nv12 --size 480x320 step1.raw step2.raw --to rgb565le" in text("shell"))
+        choose("method", "dither")
+        expect(f"the program's other dither is not told: {text('shell')}", text("shell").splitlines()[0].startswith("# the program dithers"))
+        expect(f"no dither by one function: {text('shell')}", "step2.raw --to rgb565le --matrix 601 --dither bayer" in text("shell"))
+        choose("method", "filter")
+        expect(f"a step is said to have a filter that it lacks: {text('python')}", "filter" in text("python").splitlines()[0]
+               and "filter" not in text("python").splitlines()[2])
+        expect(f"no filter in the shell: {text('shell')}", text("shell").splitlines()[0].endswith("--to nv12 --matrix 601 --filter"))
+        choose("method", "")
 
         for size, name in ((WIDE, "wide"), (NARROW, "narrow")):
             for scheme in ("light", "dark"):

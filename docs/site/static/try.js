@@ -83,15 +83,18 @@ function options() {
 
 const chain = () => ['rgba', chosen('to'), chosen('then'), 'rgba'].filter((name, i, all) => name && name !== all[i - 1]);
 
-// A step without luma and chroma has no matrix, and not every step has the method.
-function convert(image, target) {
-  const {method, ...rest} = options();
-  try {
-    return zelcc.convert(image, target, options());
-  } catch (error) {
-    if (!method) throw error;
-    return zelcc.convert(image, target, rest);
-  }
+// Each step of the chain with what it is converted by: not every step has the method.
+function steps() {
+  const names = chain(), {method, ...rest} = options();
+  return names.slice(1).map((to, i) => {
+    const step = {from: names[i], to, options: options()};
+    try {
+      if (method) zelcc.way(step.from, to, step.options);
+    } catch {
+      step.options = rest;
+    }
+    return step;
+  });
 }
 
 function run() {
@@ -99,11 +102,11 @@ function run() {
   images = [];
   result = null;
   writeAddress();
-  const names = chain();
+  const names = chain(), all = steps();
   try {
     images.push(zelcc.from(source));
     const begin = performance.now();
-    for (const name of names.slice(1)) images.push(convert(images.at(-1), name));
+    for (const {to, options} of all) images.push(zelcc.convert(images.at(-1), to, options));
     const taken = performance.now() - begin;
     const {data, width, height} = images.at(-1).toImageData();
     result = new ImageData(new Uint8ClampedArray(data), width, height);
@@ -111,7 +114,7 @@ function run() {
   } catch (error) {
     at('figures').textContent = error.message;
   }
-  showCalls(names);
+  showCalls(all);
   draw();
 }
 
@@ -122,22 +125,29 @@ function quality() {
   return mean === 0 ? 'every byte as before' : `PSNR ${(10 * Math.log10(255 ** 2 / mean)).toFixed(1)} dB`;
 }
 
-function showCalls(names) {
+// The program reduces the source first, unless one function dithers.
+function isDitherOfProgram(from, to, options) {
+  const way = zelcc.way(from, to, options);
+  return way.length === 1 || (zelcc.formats[from].model === 'ycbcr' && way.at(-1).function?.includes('Dither_'));
+}
+
+function showCalls(all) {
   const calls = [], python = [], shell = [];
-  const said = Object.entries(options());
-  names.slice(1).forEach((target, i) => {
-    const from = names[i];
+  all.forEach(({from, to, options}, i) => {
     try {
-      for (const step of zelcc.way(from, target, options()))
+      for (const step of zelcc.way(from, to, options))
         calls.push(`${step.function ?? '(samples are moved)'}  /* ${step.source} to ${step.target} */`);
     } catch (error) {
       calls.push(`/* ${error.message} */`);
     }
-    python.push(`image = zelcc.convert(image, "${from}", "${target}"${said.map(([name, value]) => `, ${name}="${value}"`).join('')})`);
+    const said = Object.entries(options);
+    python.push(`image = zelcc.convert(image, "${from}", "${to}"${said.map(([name, value]) => `, ${name}="${value}"`).join('')})`);
+    const input = i ? `--from ${from} --size ${source.width}x${source.height} step${i}.raw` : 'picture.png';
+    const output = i + 1 < all.length ? `step${i + 1}.raw` : 'result.png';
+    const words = said.map(([name, value]) => name !== 'method' ? ` --${name} ${value}` : value === 'filter' ? ' --filter' : ' --dither bayer');
+    if (options.method === 'dither' && !isDitherOfProgram(from, to, options)) shell.push('# the program dithers this step in another way:');
+    shell.push(`zelcc convert ${input} ${output} --to ${to}${words.join('')}`);
   });
-  const {width, height} = source, option = said.filter(([name]) => name !== 'method').map(([name, value]) => ` --${name} ${value}`).join('');
-  shell.push(`zelcc convert picture.png there.raw --to ${chosen('to')}${option}`);
-  shell.push(`zelcc convert --from ${chosen('to')} --size ${width}x${height} there.raw back.png${option}`);
   at('c').textContent = calls.join('\n');
   at('python').textContent = python.join('\n');
   at('shell').textContent = shell.join('\n');
@@ -150,8 +160,18 @@ function difference() {
   return made;
 }
 
+// Samples lie in parts of a word, or in groups as those of v210.
+const isPacked = ({form}) => form.planes.some(({bytes, channels}) => bytes !== channels.length * form.array.BYTES_PER_ELEMENT);
+const UNPACKED = {rgb: 'rgb24', gray: 'gray', ycbcr: 'yuv444p10le'};
+
 // Each channel of each plane as an image in gray.
 function drawPlanes(image) {
+  if (isPacked(image)) {
+    const unpacked = zelcc.convert(image, UNPACKED[image.form.model], {matrix: chosen('matrix')});
+    drawPlanes(unpacked);
+    unpacked.free();
+    return;
+  }
   const form = zelcc.formats[image.format];
   const tiles = image.planes.flatMap((plane, p) => plane.channels.map((channel, k) => {
     const {width} = form.planes[p], count = plane.channels.length, data = plane.data;
@@ -196,7 +216,11 @@ function showPixel() {
   const lines = [`pixel ${x}, ${y}`, `source  ${bytes(source)}`];
   for (const image of result ? images.slice(1, -1) : []) {
     const planes = image.planes.map((plane, p) => {
-      const {width, height} = zelcc.formats[image.format].planes[p], count = plane.channels.length;
+      const {width, height, bytes} = image.form.planes[p], count = plane.channels.length;
+      if (isPacked(image)) {
+        const group = Math.min(bytes, 16), begin = plane.offset + Math.floor(y / height) * plane.step + Math.floor(x / width * bytes / group) * group;
+        return `bytes ${[...image.view(Uint8Array, begin, group)].map(byte => byte.toString(16).padStart(2, '0')).join(' ')}`;
+      }
       const first = Math.floor(y / height) * plane.stride + Math.floor(x / width) * count;
       return plane.channels.map((channel, k) => `${channel} ${plane.data[first + k]}`).join(', ');
     });
