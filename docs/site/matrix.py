@@ -68,7 +68,7 @@ def peers_page() -> str:
     called = collections.defaultdict(dict)
     for name, sizes in reference.speeds().items():
         for cells in sizes.values():
-            library, _, calls = re.sub(r"^(\w+),", r"\1", cells[-1]).partition(" ")
+            library, calls = re.fullmatch(r"(\w*)(?: [\d.]+)?,? ?(.*)", cells["Fastest peer"]).groups()
             if library not in ("none", ""):
                 called[library].setdefault(calls or "its conversion of this format", {})[name] = None
     lines = ["# Names elsewhere", "", "The fastest call of another library for the same task, from the [benchmarks](benchmarks.md). Where "

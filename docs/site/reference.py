@@ -17,7 +17,6 @@ TITLES = {
 }
 # In what the matrix of a name is known by.
 MATRICES = {"601": "BT.601, studio range", "709": "BT.709, studio range", "709-full": "BT.709, full range", "yuv": "analog YUV"}
-LEVELS = ("SSSE3", "AVX2", "AVX-512")
 
 
 @functools.cache
@@ -146,14 +145,17 @@ def formula(function: Function, header: Header) -> list[str]:
 
 
 @functools.cache
-def speeds() -> dict[str, dict[str, list[str]]]:
-    found: dict[str, dict[str, list[str]]] = collections.defaultdict(dict)
-    size = ""
+def speeds() -> dict[str, dict[str, dict[str, str]]]:
+    """By function and size, what stands in each column."""
+    found: dict[str, dict[str, dict[str, str]]] = collections.defaultdict(dict)
+    size, head = "", [""]
     for line in (ROOT / "docs" / "benchmarks.md").read_text().splitlines():
         if heading := re.fullmatch(r"## (\d+ x \d+)", line):
             size = heading[1]
+        elif size and line.startswith("| Export |"):
+            head = [cell.strip() for cell in line.split("|")[2:-1]]
         elif size and (row := re.match(r"\| `(zeli\w+)` \|(.*)\|$", line)):
-            found[row[1]][size] = [cell.strip() for cell in row[2].split("|")]
+            found[row[1]][size] = dict(zip(head, (cell.strip() for cell in row[2].split("|"))))
     return found
 
 
@@ -194,11 +196,12 @@ def fields(function: Function) -> list[tuple[str, str]]:
         result.append((f"Parts{way}", f"{cut_in_words(columns, 'column')}, {cut_in_words(rows, 'row')} "
                        "([more](../exactness.md#at-which-multiple-an-image-may-be-cut))"))
     for size, cells in speeds().get(function.name, {}).items():
-        values = [f"{level} {cell}" for level, cell in zip(LEVELS, cells) if cell]
-        peer = cells[-1]
-        ratios = [cell for cell in cells[3:6] if cell]
+        peer = cells["Fastest peer"]
+        ratios = [cell for name, cell in cells.items() if cell and name.endswith(" ratio")]
+        measured = {name: cell for name, cell in cells.items() if cell and f"{name} ratio" in cells}
+        values = [f"{level} {cell}" for level, cell in measured.items()]
         beside = f"; {', '.join(ratios)} times {escaped(peer)}" if ratios and peer not in ("none", "") else ""
-        unit = "GB/s (of copies)" if any("(" in cell for cell in cells[:3]) else "million calls a second"
+        unit = "GB/s (of copies)" if any("(" in cell for cell in measured.values()) else "million calls a second"
         result.append((f"Speed, {size}", f"{', '.join(values)} {unit}".rstrip() + beside))
     return result
 
