@@ -153,13 +153,21 @@ def _path(source: str, target: str, matrix: Matrices, range: Ranges, location: L
         raise ValueError(f"no functions lead from {source} to {target}{wish} with the matrix {matrix!r}{said}")
     taken = tuple(Step(*step) for step in found[0])
     return _Path(taken, found[1], found[2], _only_function(taken), colours, _types(source), _types(target),
-                 _arrays.axes(_format(source)), _rows_of_part(taken, found[2]))
+                 _arrays.axes(_format(source)), _rows_of_part(taken, found[2], method))
 
 
-def _rows_of_part(taken: tuple[Step, ...], site: int) -> int:
+def _rows_of_part(taken: tuple[Step, ...], site: int, method: str) -> int:
     if any(_format(step.source).grid >= 0 for step in taken):
         return 0  # pixels of a mosaic are made of rows around them
-    return math.lcm(site, *(_native._rows_of_part(step.function) if step.function else 1 for step in taken))
+    # The video library's pattern of dither has eight rows, and its filters look at those around.
+    of_video = 0 if method == "filter" else 8
+
+    def of_step(step: Step) -> int:
+        if step.function is None:
+            return 1
+        return of_video if step.function == _VIDEO else _native._rows_of_part(step.function)
+
+    return math.lcm(site, *(of_step(step) for step in taken))
 
 
 def _types(format: str) -> type | tuple[type, ...]:
