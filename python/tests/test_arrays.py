@@ -115,6 +115,15 @@ class Arrays(unittest.TestCase):
         with self.assertRaisesRegex(TypeError, "unexpected keyword"):
             zelcc.convert(self.rgb, "rgb24", "gray", threads=2, colour=1)
 
+    def test_a_chain_into_the_memory_of_its_image(self):
+        out = self.random.integers(16, 236, (16, 16, 3), np.uint8)
+        samples = out.reshape(-1)[-384:]  # behind the first pixels that are written
+        planes = zelcc.planes(samples, "yuv420p", 16, 16)
+        how = {"matrix": "709", "range": "limited"}
+        expected = zelcc.convert([plane.copy() for plane in planes], "yuv420p", "rgb24", **how)
+        zelcc.convert(planes, "yuv420p", "rgb24", out=out, **how)
+        self.assert_equal(out, expected)
+
     def test_stacked_planes(self):
         expected = zelcc.convert(self.rgb, "rgb24", "gbrp")
         stacked = np.zeros((3, 12, 16), np.uint8)

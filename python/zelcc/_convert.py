@@ -460,11 +460,13 @@ def convert(image: npt.ArrayLike | Sequence[Plane], source: Packed | Planar, tar
             raise ValueError("out shares memory with image")
     if not path.steps:
         final = tuple(plane.copy() for plane in arrays)
+    # A result in the memory of the image is written by the last step alone.
+    apart = result is None or not any(np.may_share_memory(a, b) for a in arrays for b in result)
     for number, (step, own_extras) in enumerate(zip(path.steps, _shared_out(path, extras))):
-        if number > 0 and _is_in_place(step):
+        if number > 0 and apart and _is_in_place(step):
             _run(step, arrays, arrays, path.colours, own_extras)
             continue
-        is_last = all(_is_in_place(later) for later in path.steps[number + 1:])
+        is_last = all(apart and _is_in_place(later) for later in path.steps[number + 1:])
         form = _format(step.target)
         own = result is not None and is_last and is_whole
         new = np.zeros if form.planes[0].width > 1 else np.empty  # what is behind the last pixel of an element is none
