@@ -8,11 +8,23 @@
 // Bytes that a call may read and write together and still finds in the caches, set once by the dispatch constructor.
 extern "C" [[gnu::visibility("hidden")]] int32_t zelCachedCallBytes;
 
+// The shortest row that the processor's own instruction moves at least as fast as vectors do, set with it.
+extern "C" [[gnu::visibility("hidden")]] int32_t zelMovedAtOnceBytes;
+
 namespace zel::ZEL_LEVEL {
 
 ZEL_INLINE bool exceedsCaches([[maybe_unused]] size_t bytes) {
     if constexpr (traits.bypasses)
         return bytes > size_t(zelCachedCallBytes);
+    else
+        return false;
+}
+
+// Whether a row is moved by one instruction. In and beyond the second cache it beats vectors, and stores that bypass the caches
+// as well until the rows alone fill these.
+ZEL_INLINE bool isMovedAtOnce([[maybe_unused]] size_t bytes) {
+    if constexpr (traits.bypasses)
+        return bytes >= size_t(zelMovedAtOnceBytes) && !exceedsCaches(2 * bytes);
     else
         return false;
 }

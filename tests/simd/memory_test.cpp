@@ -96,6 +96,17 @@ TEST(SimdMemory, StoresThatAlwaysBypassTheCaches) {
         EXPECT_EQ(memory[i], i / vectorBytes == 1 ? bytes[i % vectorBytes] : 0) << "streamVector, byte " << i;
 }
 
+TEST(SimdMemory, MovesOfAnyLength) {
+    uint8_t from[memoryBytes];
+    fill(from, 0);
+    for (const size_t bytes : {0, 1, 15, 64, 300}) {
+        uint8_t to[memoryBytes]{};
+        moveAtOnce(to + 3, from + 7, bytes);
+        for (size_t i = 0; i < memoryBytes; ++i)
+            EXPECT_EQ(to[i], i >= 3 && i - 3 < bytes ? from[i + 4] : 0) << bytes << " bytes, byte " << i;
+    }
+}
+
 TEST(SimdMemory, DestinationsMove) {
     uint8_t* const p = reinterpret_cast<uint8_t*>(uintptr_t{1} << 16);
     for (const bool bypassing : {false, true}) {

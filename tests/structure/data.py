@@ -7,7 +7,7 @@ from binaries import label, sections, symbols
 from verdict import conclude
 
 DISPATCH_SIZE = 12
-DISPATCH = {"zelDispatchIndex", "zelKernelLevel", "zelCachedCallBytes"}
+DISPATCH = {"zelDispatchIndex", "zelKernelLevel", "zelCachedCallBytes", "zelMovedAtOnceBytes"}
 
 
 def faults(path):

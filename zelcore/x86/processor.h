@@ -73,6 +73,9 @@ uint64_t processorFeatures() {
     return features;
 }
 
+// Whether the string instructions move long rows by whole lines.
+[[maybe_unused]] bool movesStringsFast() { return has(cpuid(7).ebx, 9); }
+
 // The largest cache of data in bytes, 0 where the processor reports none.
 [[maybe_unused]] int64_t largestCache() {
     constexpr uint32_t intelCaches = 4, amdCaches = 0x8000001d;  // one maker answers nothing to the other's

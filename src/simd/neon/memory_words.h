@@ -21,6 +21,8 @@ ZEL_INLINE Bytes loadLanesAt(const At& at) {
 ZEL_INLINE Bytes loadLanes(const uint8_t* p, ptrdiff_t) { return loadBytes(p); }
 ZEL_INLINE void storeLanes(Destination p, ptrdiff_t, Bytes v) { storeVector(static_cast<void*>(static_cast<uint8_t*>(p)), v); }
 ZEL_INLINE void streamVector(uint8_t* p, Bytes v) { storeVector(static_cast<void*>(p), v); }
+ZEL_INLINE void moveAtOnce(uint8_t* to, const uint8_t* from, size_t bytes) { __builtin_memcpy(to, from, bytes); }
+
 ZEL_INLINE void storeFence() {}
 
 template <class V>

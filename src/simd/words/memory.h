@@ -34,6 +34,9 @@ ZEL_INLINE void prefetch(const uint8_t* p, size_t bytes) {
     for (size_t i = 0; i < bytes + lineBytes - 1; i += lineBytes) __builtin_prefetch(p + i, use == Use::written);
 }
 
+// Moves bytes to where none of them come from, by the one operation that the processor has for it. It takes some time to begin.
+ZEL_INLINE void moveAtOnce(uint8_t* to, const uint8_t* from, size_t bytes);
+
 // Where vectors go, and whether they bypass the caches there. Only whole lines gain by that, so halves of vectors never do. A
 // level that has no such stores takes plain ones.
 class Destination {

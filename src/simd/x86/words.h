@@ -124,6 +124,10 @@ ZEL_INLINE Bytes loadLanes(const uint8_t* p, [[maybe_unused]] ptrdiff_t stride) 
     return loadLanesAt([&](int l) ZEL_INLINE_LAMBDA { return p + l * stride; });
 }
 
+ZEL_INLINE void moveAtOnce(uint8_t* to, const uint8_t* from, size_t bytes) {
+    asm volatile("rep movsb" : "+D"(to), "+S"(from), "+c"(bytes) : : "memory");
+}
+
 ZEL_INLINE void storeFence() { _mm_sfence(); }
 
 // Bits 13 and 14 of the control word are the mode, 0 to nearest.
