@@ -5,7 +5,7 @@
 
 #include <type_traits>
 
-#include "frame/driver.h"
+#include "frame/passes.h"
 #include "simd/vector.h"
 #include "zelcc/types.h"
 
@@ -161,6 +161,18 @@ ZEL_INLINE bool isOneRow(const C& c, const Images& images) {
         return false;
 }
 
+// Whether a pass has less than a block in a row: chroma may, where luma has not.
+template <class C>
+ZEL_INLINE bool hasShortPass(const C& c, int width) {
+    bool isShort = false;
+    if constexpr (std::is_base_of_v<Passes, C>)
+        for (int i = 0; i < c.count; ++i) {
+            const Conversion& pass = c.passes[i].conversion;
+            isShort |= width / pass.site.width < pass.block.sites;
+        }
+    return isShort;
+}
+
 // The public layer of a conversion: a function with the signature of its export.
 template <const auto& conversion, class Signature>
 struct Export;
@@ -183,7 +195,7 @@ struct Export<conversion, ZelStatus(A...)> {
             const ZelSize size = images.size;
             const auto& c = conversion;
             if constexpr (narrower != nullptr) {
-                if (size.width < vectorBytes && !isOneRow(c, images))
+                if ((size.width < vectorBytes || hasShortPass(c, size.width)) && !isOneRow(c, images))
                     return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
             }
             // Only what needs memory can fail from here on.
