@@ -13,6 +13,10 @@ struct alignas(64) FineLine {
     ZEL_INLINE const int32_t* at(int i) const { return memory + lineMargin + i; }
 };
 
+constexpr int dwords = vectorBytes / 4;
+ZEL_INLINE Dwords loadFine(const int32_t* p) { return (Dwords)loadBytes(p); }
+ZEL_INLINE void storeFine(int32_t* p, Dwords v) { storeVector(static_cast<void*>(p), v); }
+
 // Lines for sums: whole steps, and what is left of each, in parts of 2^15.
 struct Parts {
     const uint16_t *whole[4], *rest[4];
@@ -49,20 +53,32 @@ class Fine {
             int32_t *const sum = mixed_.at(0), *const result = across ? pixelRow_.line[0].at(0) : sum;
             const int first = -4, end = (sites << across) + 4;
             for (int i = 0; i < taken.count; ++i) {
-                const int weight = taken.weight[i];
-                const auto add = [&](const auto* from, int scale) ZEL_INLINE_LAMBDA {
-                    for (int x = first; x < end; ++x) sum[x] = (i == 0 ? 0 : sum[x]) + int32_t{from[x]} * scale;
+                const bool isDouble = taken.weight[i] == 2;
+                const auto add = [&](const auto& load) ZEL_INLINE_LAMBDA {
+                    for (int x = first; x < end; x += dwords) storeFine(sum + x, i == 0 ? load(x) : loadFine(sum + x) + load(x));
                 };
-                if (isRgb)
-                    add(reinterpret_cast<const int16_t*>(source_.pixels(taken.row[i]).channel[c].at(0)), 256 * weight);
-                else
-                    add(gridRow(taken.row[i]).line[c - 1].at(0), weight);
+                if (isRgb) {
+                    const auto* const row = reinterpret_cast<const uint8_t*>(source_.pixels(taken.row[i]).channel[c].at(0));
+                    const int back = isDouble ? 7 : 8;
+                    add([&](int x) ZEL_INLINE_LAMBDA { return (Dwords)loadWordsAsDwords(row + ptrdiff_t{x} * 2) << 16 >> back; });
+                } else {
+                    const int32_t* const row = gridRow(taken.row[i]).line[c - 1].at(0);
+                    add([&](int x) ZEL_INLINE_LAMBDA { return loadFine(row + x) << (isDouble ? 1 : 0); });
+                }
             }
             int bits = taken.count - 1;
             if (across == 1) {
                 bits += sited ? 2 : 1;
-                for (int i = 0; i < sites; ++i)
-                    result[i] = sited ? sum[2 * i - 1] + 2 * sum[2 * i] + sum[2 * i + 1] : sum[2 * i] + sum[2 * i + 1];
+                for (int i = 0; i < sites; i += dwords) {
+                    const auto columns = [&](int at) ZEL_INLINE_LAMBDA {
+                        const Dwords low = loadFine(sum + at), high = loadFine(sum + at + dwords);
+                        return Columns{evenDwords(low, high), oddDwords(low, high)};
+                    };
+                    const Columns own = columns(2 * i);
+                    Dwords mean = own.even + own.odd;
+                    if (sited) mean += own.even + columns(2 * i - 2).odd;
+                    storeFine(result + i, (Dwords)lowThenHighHalves((Bytes)mean));
+                }
             } else if (across == 2) {
                 bits += sited ? 4 : 2;
                 for (int i = 0; i < sites; ++i) {
@@ -82,6 +98,9 @@ class Fine {
   private:
     static constexpr int none = -8;
 
+    struct Columns {
+        Dwords even, odd;
+    };
     struct Row {
         FineLine line[2];
         int y;
@@ -89,10 +108,10 @@ class Fine {
 
     ZEL_INLINE void split(const int32_t* in, int bits, int count, int c, Parts& parts) {
         uint16_t *const whole = whole_[c].at(0), *const rest = rest_[c].at(0);
-        for (int i = 0; i < count; ++i) {
-            const int32_t v = in[i] >> bits;
-            whole[i] = uint16_t(v >> 8);
-            rest[i] = uint16_t((v & 255) << 7);
+        for (int i = 0; i < count; i += words) {
+            const Dwords low = loadFine(in + i) >> bits, high = loadFine(in + i + dwords) >> bits, below = splatDword(255);
+            storeLine(whole + i, (Words)lowThenHighHalves((Bytes)packWords(low >> 8, high >> 8)));
+            storeLine(rest + i, (Words)lowThenHighHalves((Bytes)(packWords(low & below, high & below) << 7)));
         }
         parts.whole[c] = whole;
         parts.rest[c] = rest;
@@ -120,22 +139,47 @@ class Fine {
         const ChromaRow &a = source_.siteRow(near), &b = source_.siteRow(other);
         const int pixels = piece_.pixels, sites = ((pixels - 1) >> across) + 9;
         for (int c = 0; c < 2; ++c) {
-            const auto* const p = reinterpret_cast<const int16_t*>((c == 0 ? a.u : a.v).at(0));
-            const auto* const q = reinterpret_cast<const int16_t*>((c == 0 ? b.u : b.v).at(0));
+            const uint16_t *const p = (c == 0 ? a.u : a.v).at(0), *const q = (c == 0 ? b.u : b.v).at(0);
             int32_t *const in = (across ? mixed_ : row.line[c]).at(0), *const out = row.line[c].at(0);
-            for (int i = first; i < sites; ++i) in[i] = 64 * ((4 - ofOther) * p[i] + ofOther * q[i]);
-            if (across == 0) continue;
-            // Column `i` of a site, and the site beside it with its eighths.
-            for (int i = 0; i < 1 << across; ++i) {
-                int place = side_.leftSited ? 2 * i : 2 * i + 1 - (1 << across);
-                if (!plan_.linear) place = 0;
-                const int beside = place < 0 ? -1 : 1, eighths = (place < 0 ? -place : place) << (2 - across);
-                for (int k = -2; k < sites - 4; ++k)
-                    out[(k << across) + i] = ((8 - eighths) * in[k] + eighths * in[k + beside]) >> 3;
+            const Words weights = splatWords(256 - 64 * ofOther, 64 * ofOther);
+            for (int i = first; i < sites; i += words) {
+                const Words v = (Words)spreadHalves((Bytes)loadLine(p + i)), w = (Words)spreadHalves((Bytes)loadLine(q + i));
+                storeFine(in + i, mulAddPairs(interleaveLow(v, w), weights));
+                storeFine(in + i + dwords, mulAddPairs(interleaveHigh(v, w), weights));
             }
+            if (across == 0) continue;
+            if (across == 1)
+                widenTwice(in, out, sites);
+            else
+                widenFourTimes(in, out, sites);
             // Filters that follow look beyond the piece, and the image.
             if (piece_.x == 0) extend(out, 0, pixels, true, false);
             if (piece_.x + pixels == call_.width) extend(out, 0, pixels, false, true);
+        }
+    }
+
+    // By columns, from two sites before the piece to four behind it.
+    ZEL_INLINE void widenTwice(const int32_t* in, int32_t* out, int sites) const {
+        for (int k = -2; k < sites - 4; k += dwords) {
+            const Dwords at = loadFine(in + k), after = loadFine(in + k + 1);
+            Dwords even = at, odd = at;
+            if (plan_.linear && side_.leftSited) {
+                odd = (at + after) >> 1;
+            } else if (plan_.linear) {
+                const Dwords three = at + at + at;
+                even = (three + loadFine(in + k - 1)) >> 2;
+                odd = (three + after) >> 2;
+            }
+            const Dwords e = (Dwords)spreadHalves((Bytes)even), o = (Dwords)spreadHalves((Bytes)odd);
+            storeFine(out + 2 * k, interleaveLow(e, o));
+            storeFine(out + 2 * k + dwords, interleaveHigh(e, o));
+        }
+    }
+    ZEL_INLINE void widenFourTimes(const int32_t* in, int32_t* out, int sites) const {
+        for (int i = 0; i < 4; ++i) {
+            const int place = !plan_.linear ? 0 : side_.leftSited ? 2 * i : 2 * i - 3;
+            const int beside = place < 0 ? -1 : 1, eighths = place * beside;
+            for (int k = -2; k < sites - 4; ++k) out[4 * k + i] = ((8 - eighths) * in[k] + eighths * in[k + beside]) >> 3;
         }
     }
 

@@ -1,5 +1,5 @@
-// Lines from one grid of chroma sites to another. All is exact but for the last rounding of each, halves up; docs/video.md has
-// the formulas.
+// Lines from one grid of chroma sites to another, where words hold all places that the weights of docs/video.md add. Others go by
+// fine.h.
 #pragma once
 
 #include "video/lines.h"
