@@ -37,10 +37,13 @@ void addWishes(CLI::App& app, ConvertOptions& options) {
     const auto names = [](auto... name) { return CLI::IsMember(std::vector<std::string>{name...}); };
     app.option_defaults()->group("How");
     const auto checkedBy = [](std::string (*refused)(const std::string&)) { return CLI::Validator(refused, ""); };
+    const CLI::Validator ownNames([](std::string& text) { return text = withOwnNames(text), std::string(); }, "");
     app.add_option("--matrix", options.matrix,
                    "Of luma and chroma: 601 (default), 709, 2020, 240m, fcc, ycgco, 709-full or yuv; of both sides as 709:2020")
+        ->transform(ownNames)
         ->check(checkedBy(refusedMatrix));
     app.add_option("--range", options.range, "Of luma and chroma, whatever the input says: limited or full, or a pair")
+        ->transform(ownNames)
         ->check(checkedBy(refusedRange));
     app.add_option("--location", options.location, "Of chroma, whatever the input says: left, center or topleft, or a pair")
         ->check(checkedBy(refusedLocation));

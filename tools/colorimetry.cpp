@@ -31,6 +31,12 @@ constexpr NamedLocation locations[] = {{"left", {Place::first, Place::centre}, z
                                        {"topleft", {Place::first, Place::first}, zelvTopLeft}};
 
 constexpr std::string_view ranges[] = {"limited", "full"};
+
+// As FFmpeg calls them.
+constexpr std::pair<std::string_view, std::string_view> everydayNames[] = {
+    {"bt709", "709"},     {"bt601", "601"},       {"smpte170m", "601"},  {"bt470bg", "601"},
+    {"bt2020nc", "2020"}, {"bt2020_ncl", "2020"}, {"smpte240m", "240m"}, {"tv", "limited"},
+    {"mpeg", "limited"},  {"pc", "full"},         {"jpeg", "full"}};
 std::string_view rangeName(bool isFull) { return ranges[isFull]; }
 
 bool hasChroma(const Format& f) { return f.model == Model::ycbcr; }
@@ -200,6 +206,15 @@ std::string refusal(const std::string& text, const Names& names) {
 }
 
 }  // namespace
+
+std::string withOwnNames(const std::string& option) {
+    const auto own = [](const std::string& word) {
+        const auto* const found = std::ranges::find(everydayNames, word, &std::pair<std::string_view, std::string_view>::first);
+        return found == std::end(everydayNames) ? word : std::string(found->second);
+    };
+    const Sides sides = sidesOf(option);
+    return sides.isPair ? own(sides.source) + ':' + own(sides.target) : own(option);
+}
 
 std::string refusedMatrix(const std::string& text) {
     std::vector<std::string> names;

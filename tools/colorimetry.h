@@ -23,6 +23,9 @@ struct Decision {
     std::string interlacing;
 };
 
+// Words of FFmpeg as those that are known here, such as bt2020nc and tv as 2020 and limited; others as they are.
+std::string withOwnNames(const std::string& option);
+
 // What is wrong with the word of an option, or two with a colon between them; empty if nothing is.
 std::string refusedMatrix(const std::string& text);
 std::string refusedRange(const std::string& text);

@@ -55,7 +55,19 @@ int list(const std::string& what, const std::vector<std::string>& words) {
     if (isAll || what == "formats") count += print(catalog::formats(), words);
     if (isAll || what == "conversions") count += print(catalog::conversions(), words);
     if (what == "functions") count += print(catalog::functions(), words);
-    if (count == 0) throw DataError("nothing in the list has all of these words; give fewer");
+    if (count == 0) {
+        // Those of libzelvideo lead from each to each.
+        const bool isDescribed = std::ranges::any_of(words, [](const std::string& w) {
+            return std::ranges::any_of(catalog::formats(), [&](const catalog::Format& f) {
+                return f.description.depth != 0 && f.name.find(lower(w)) != std::string_view::npos;
+            });
+        });
+        throw DataError(
+            std::string("nothing in the list has all of these words; give fewer") +
+            (what == "conversions" && isDescribed
+                 ? ", or ask convert --dry-run: what libzelvideo describes it converts to all the rest, and that isn't listed"
+                 : ""));
+    }
     return success;
 }
 

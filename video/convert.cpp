@@ -1,9 +1,9 @@
 // The conversion of some rows by a plan: piece by piece, so that all lines stay in the nearest cache.
 #include "call.h"
+#include "video/fine.h"
 #include "video/fused.h"
 #include "video/moved.h"
 #include "video/reordered.h"
-#include "video/source.h"
 #include "video/stores.h"
 #include "video/sums.h"
 #include "video/wide.h"
@@ -44,6 +44,12 @@ class Converter {
           source_(call),
           alphaResult_(Shift<0>{call.plan->sums.alphaShift}, to_.alphaDepth) {}
 
+    ZEL_NOINLINE void runFine() {
+        Fine fine(call_, source_);
+        fine_ = &fine;
+        run();
+    }
+
     ZEL_INLINE void run() {
         const int rowsTogether = plan_.in.sitesDown | to_.sitesDown ? 2 : 1;
         for (int64_t nextRow = call_.firstRow; nextRow < call_.endRow; nextRow += rowsTogether) {
@@ -53,6 +59,7 @@ class Converter {
                 const int x = int(next);
                 piece_ = {x, call_.width - x < pieceLength ? call_.width - x : pieceLength};
                 source_.start(piece_);
+                if (fine_) fine_->start(piece_);
                 for (int row = y; row < end; ++row) {
                     if (to_.model != Model::luma)
                         colours(row);
@@ -116,7 +123,9 @@ class Converter {
 
     // RGB has the same luma in all of its channels, and chroma none of luma.
     template <int first, int last>
-    ZEL_INLINE void matrix(const Rows& rows, const uint16_t* const (&in)[4], uint16_t* const (&out)[4], int count) const {
+    ZEL_INLINE void matrix(const Rows& rows, const Parts& parts, uint16_t* const (&out)[4], int count) const {
+        if (parts.rest[1]) return finely<first, last>(rows, parts, out, count);
+        const uint16_t* const(&in)[4] = parts.whole;
         if constexpr (last == 0) {
             matrixOf<First::own, first, last>(rows, in, out, count);
         } else if constexpr (first == 0) {
@@ -125,6 +134,12 @@ class Converter {
             plan_.in.model == Model::rgb ? matrixOf<First::own, first, last>(rows, in, out, count)
                                          : matrixOf<First::none, first, last>(rows, in, out, count);
         }
+    }
+
+    template <int first, int last>
+    ZEL_NOINLINE void finely(const Rows& rows, const Parts& in, uint16_t* const (&out)[4], int count) const {
+        const Shift<0> bits{plan_.sums.shift};
+        fineSums<first, last>(plan_.sums, rows, Result<Shift<0>>(bits, to_.depth), in.whole, in.rest, out, count);
     }
 
     template <First kind, int first, int last>
@@ -193,30 +208,33 @@ class Converter {
             for (int c = 0; c < to_.samples; ++c) storePlane(to_, done[c], address(to_.place[c], y), piece_.x, n);
     }
 
-    struct Lines {
-        const uint16_t* line[4];
-    };
-    ZEL_INLINE const uint16_t* const (&all(int y))[4] {
-        const PixelRow& in = source_.pixels(y);
-        for (int c = 0; c < 3; ++c) all_.line[c] = in.channel[c].at(0);
-        return all_.line;
+    // All channels of a row by pixels.
+    ZEL_INLINE const Parts& all(int y) {
+        if (fine_ && plan_.in.model == Model::luma) {
+            all_.whole[0] = source_.luma(y, own_);
+            fine_->pixels(y, all_);
+        } else {
+            const PixelRow& in = source_.pixels(y);
+            for (int c = 0; c < 3; ++c) all_.whole[c] = in.channel[c].at(0);
+            all_.rest[1] = nullptr;
+        }
+        all_.rest[0] = nullptr;
+        return all_;
     }
 
     ZEL_INLINE void floats(int y, const Rows& rows) {
         alignas(64) float lines[4][pieceLength + 2 * words];
         const float* done[4] = {lines[0], lines[1], lines[2], lines[3]};
-        const uint16_t* in[3];
-        if (plan_.combination == Combination::gray) {
-            in[0] = in[1] = in[2] = source_.luma(y, own_);
-        } else {
-            const PixelRow& found = source_.pixels(y);
-            for (int c = 0; c < 3; ++c) in[c] = found.channel[c].at(0);
-        }
-        for (int c = 0; c < 3; ++c) floatSums(plan_.sums, rows, c, in, lines[c], piece_.pixels);
+        Parts in{};
+        if (plan_.combination == Combination::gray)
+            in.whole[0] = in.whole[1] = in.whole[2] = source_.luma(y, own_);
+        else
+            in = all(y);
+        for (int c = 0; c < 3; ++c) floatSums(plan_.sums, rows, c, in.whole, in.rest, lines[c], piece_.pixels);
         if (copiesAlpha()) {
             const uint16_t* const a = source_.alpha(y, own_);
-            const uint16_t* const ones[3] = {a, a, a};
-            floatSums(plan_.sums, rows, zelv::alphaChannel, ones, lines[3], piece_.pixels);
+            const uint16_t* const ones[4] = {a, a, a, nullptr};
+            floatSums(plan_.sums, rows, zelv::alphaChannel, ones, {}, lines[3], piece_.pixels);
         } else if (hasAlpha()) {
             for (int i = 0; i < piece_.pixels; ++i) lines[3][i] = 1;
         }
@@ -268,13 +286,16 @@ class Converter {
             for (int c = 1; c < 3; ++c) fill(lines[c], 1 << (to_.depth - 1), sites);
             return;
         }
-        const uint16_t* in[4];
-        source_.onGrid(site, grid_, in);
-        const Rows rows = addedIn(site);
-        if (plan_.combination == Combination::channels)
-            for (int c = 1; c < 3; ++c) channel(rows, c, in[c], lines[c], sites);
+        Parts in{};
+        if (fine_)
+            fine_->onGrid(site, in);
         else
+            source_.onGrid(site, grid_, in.whole);
+        const Rows rows = addedIn(site);
+        if (fine_ || plan_.combination != Combination::channels)
             matrix<1, 2>(rows, in, lines, sites);
+        else
+            for (int c = 1; c < 3; ++c) channel(rows, c, in.whole[c], lines[c], sites);
     }
 
     const zelv::Call& call_;
@@ -283,7 +304,8 @@ class Converter {
     Source source_;
     Result<Shift<0>> alphaResult_;
     Piece piece_{};
-    Lines all_{};
+    Parts all_{};
+    Fine* fine_ = nullptr;
     Line own_, grid_[3], out_[4];  // one of the source, chroma on its grid, results
 };
 
@@ -292,6 +314,8 @@ void convert(const zelv::Call& call) {
         convertMoved(call);
     else if (reordered::serves(*call.plan))
         convertReordered(call);
+    else if (call.plan->isFine)
+        Converter(call).runFine();
     else
         Converter(call).run();
 }

@@ -200,15 +200,12 @@ ZEL_INLINE bool serves(const zelv::Plan& plan) {
     if (plan.combination != zelv::Combination::channels || plan.ordered || in.model != zelv::Model::luma || out.model != in.model)
         return false;
     if (in.layout > Layout::semiPlanar || out.layout > Layout::semiPlanar || out.alpha != zelv::Alpha::none) return false;
-    const bool sameSites = in.sitesAcross == out.sitesAcross && in.sitesDown == out.sitesDown &&
-                           (in.sitesAcross == 0 || in.leftSited == out.leftSited) &&
-                           (in.sitesDown == 0 || in.topSited == out.topSited);
     const zelv::Sums& sums = plan.sums;
     const bool sameSums =
         sums.high[1][1] == sums.high[2][2] && sums.low[1][1] == sums.low[2][2] && sums.offset[1] == sums.offset[2];
     // Pairs in the other order go the common way.
     const bool bothPaired = in.layout == Layout::semiPlanar && out.layout == Layout::semiPlanar;
-    return sameSites && sameSums && (!bothPaired || in.place[1] == out.place[1]);
+    return plan.sameAcross && plan.sameDown && sameSums && (!bothPaired || in.place[1] == out.place[1]);
 }
 
 // Whether no channel's sum is more than a shift.

@@ -366,6 +366,27 @@ class Numbers {
     int32_t c_[3][3];
 };
 
+// Binary places that chroma gets on the way to pixels and on to the other side's sites, in one direction. A filter's weights are
+// parts of a power of two; so is the distance of a pixel from a site, which is even where sites coincide with pixels.
+int placesUp(int bits, bool sited, bool linear) { return linear && bits > 0 ? bits + (sited ? 0 : 1) : 0; }
+int placesDown(int bits, bool sited, bool weighed) { return sited && weighed ? 2 * bits : bits; }
+
+void compareGrids(Plan& plan) {
+    const Side &in = plan.in, &out = plan.out;
+    const bool hasSites = in.model == Model::luma;
+    plan.sameAcross = hasSites ? in.sitesAcross == out.sitesAcross && (in.sitesAcross == 0 || in.leftSited == out.leftSited)
+                               : out.sitesAcross == 0;
+    plan.sameDown =
+        hasSites ? in.sitesDown == out.sitesDown && (in.sitesDown == 0 || in.topSited == out.topSited) : out.sitesDown == 0;
+    const int upAcross = hasSites ? placesUp(in.sitesAcross, in.leftSited, plan.linear) : 0;
+    const int upDown = hasSites ? placesUp(in.sitesDown, in.topSited, plan.linear) : 0;
+    const int across = plan.sameAcross ? 0 : upAcross + placesDown(out.sitesAcross, out.leftSited, plan.sited);
+    const int down = plan.sameDown ? 0 : upDown + placesDown(out.sitesDown, out.topSited, plan.sited);
+    const int ofPixels = plan.combination == Combination::matrix ? upAcross + upDown : 0;
+    const int ofSites = in.model != Model::gray && out.model == Model::luma ? across + down : 0;
+    plan.isFine = (in.isFloat ? 16 : in.depth) + std::max(ofPixels, ofSites) > 16;
+}
+
 constexpr bool isOneOf2(int32_t x) { return x == 0 || x == 1; }
 
 }  // namespace
@@ -384,6 +405,7 @@ ZelStatus zelvMakePlan(ZelvPlan* pPlan, const ZelvFormat* pSource, const ZelvFor
     plan.ordered = options.dither == zelvOrdered && !plan.out.isFloat;
     plan.identifier = zelv::planIdentifier;
     Numbers(*pSource, *pDestination, plan).write();
+    compareGrids(plan);
     std::memset(pPlan, 0, sizeof *pPlan);
     std::memcpy(pPlan, &plan, sizeof plan);
     return zelStsNoErr;

@@ -48,8 +48,10 @@ struct Plan {
     Sums sums;
     Combination combination;
     bool linear, sited, ordered;
-    bool firstIsWhole;  // the first term has no low part
-    bool allAreWhole;   // no term has
+    bool sameAcross, sameDown;  // chroma of both sides has the same sites, in that direction
+    bool isFine;                // chroma on another grid has places that its words don't hold
+    bool firstIsWhole;          // the first term has no low part
+    bool allAreWhole;           // no term has
 };
 
 }  // namespace zelv

@@ -1,5 +1,5 @@
-// Lines from one grid of chroma sites to another. All is exact but for the last rounding of each, halves up; docs/video.md has
-// the formulas.
+// Lines from one grid of chroma sites to another, where words hold all places that the weights of docs/video.md add. Others go by
+// fine.h.
 #pragma once
 
 #include "video/lines.h"
@@ -25,7 +25,8 @@ ZEL_INLINE void combineLines(const uint16_t* a, const uint16_t* b, uint16_t* out
 }
 
 // The samples beyond the ends, as many as the filters look at.
-ZEL_INLINE void extend(uint16_t* line, int from, int to, bool left, bool right) {
+template <class Number>
+ZEL_INLINE void extend(Number* line, int from, int to, bool left, bool right) {
     for (int i = 1; i <= 4; ++i) {
         if (left) line[from - i] = line[from];
         if (right) line[to - 1 + i] = line[to - 1];

@@ -75,36 +75,66 @@ class Source {
     // Chroma of a row of pixels by sites of two pixels, for sums that repeat it.
     ZEL_INLINE const ChromaRow& sites(int y) { return siteRow(side_.sitesDown ? y >> 1 : y); }
 
+    // Chroma as it is in memory, of a row of sites.
+    ZEL_NOINLINE const ChromaRow& siteRow(int y) {
+        ChromaRow& row = siteRows_[y % 4];
+        if (row.y == y) return row;
+        row.y = y;
+        const Span s = span(side_.sitesAcross);
+        switch (side_.layout) {
+            case Layout::planar:
+                readPlane(1, y, side_.sitesAcross, row.u);
+                readPlane(2, y, side_.sitesAcross, row.v);
+                return row;
+            case Layout::semiPlanar: {
+                const bool uFirst = side_.place[1] < side_.place[2];
+                loadPairs(side_, address(1, y), s.first, s.count, (uFirst ? row.u : row.v).at(s.at),
+                          (uFirst ? row.v : row.u).at(s.at));
+                break;
+            }
+            case Layout::paired:
+            case Layout::v210:
+                loadPairedChroma(side_, address(0, y), s.first, s.count, row.u.at(s.at), row.v.at(s.at));
+                break;
+            default: {
+                const PixelRow& all = pixels(y);
+                row.u = all.channel[1];
+                row.v = all.channel[2];
+                return row;
+            }
+        }
+        extendSpan(row.u, s);
+        extendSpan(row.v, s);
+        return row;
+    }
+
+    // The rows that a row of the destination's sites is made of, with their weights.
+    struct TakenRows {
+        int row[3], weight[3], count;
+    };
+    ZEL_INLINE TakenRows rowsOf(int y) const {
+        const zelv::Side& to = plan_.out;
+        if (plan_.sameDown || !to.sitesDown) return {{y}, {1}, 1};
+        const int last = call_.height - 1;
+        const auto bounded = [&](int i) { return i < 0 ? 0 : i > last ? last : i; };
+        if (plan_.sited && to.topSited) return {{bounded(2 * y - 1), bounded(2 * y), bounded(2 * y + 1)}, {1, 2, 1}, 3};
+        return {{bounded(2 * y), bounded(2 * y + 1)}, {1, 1}, 2};
+    }
+
     // The channels that chroma is made of, on the destination's grid, of its row `y`.
     ZEL_NOINLINE void onGrid(int y, Line (&own)[3], const uint16_t* (&out)[4]) {
         const zelv::Side& to = plan_.out;
-        const bool isRgb = side_.model == zelv::Model::rgb;
-        const bool sameDown =
-            isRgb ? !to.sitesDown : side_.sitesDown == to.sitesDown && (!to.sitesDown || side_.topSited == to.topSited);
-        const bool sameAcross =
-            isRgb ? !to.sitesAcross : side_.sitesAcross == to.sitesAcross && (!to.sitesAcross || side_.leftSited == to.leftSited);
-        int rows[3] = {y}, count = 1;
-        SiteRows lines{{}, {1, 1, 1}, 1};
-        if (to.sitesDown && !sameDown) {
-            const int last = call_.height - 1;
-            const auto bounded = [&](int i) { return i < 0 ? 0 : i > last ? last : i; };
-            if (plan_.sited && to.topSited) {
-                count = 3;
-                lines.weight[1] = 2;
-                for (int i = 0; i < 3; ++i) rows[i] = bounded(2 * y - 1 + i);
-            } else {
-                count = 2;
-                for (int i = 0; i < 2; ++i) rows[i] = bounded(2 * y + i);
-            }
-        }
-        lines.count = count;
+        const bool isRgb = side_.model == zelv::Model::rgb, sameDown = plan_.sameDown, sameAcross = plan_.sameAcross;
+        const TakenRows taken = rowsOf(y);
+        const int count = taken.count;
+        SiteRows lines{{}, {taken.weight[0], taken.weight[1], taken.weight[2]}, count};
         const uint16_t* found[3][3];
         for (int i = 0; i < count; ++i) {
             if (isRgb) {
-                const PixelRow& r = pixels(rows[i]);
+                const PixelRow& r = pixels(taken.row[i]);
                 for (int c = 0; c < 3; ++c) found[i][c] = r.channel[c].at(0);
             } else {
-                const ChromaRow& r = chroma(rows[i], sameDown, sameAcross);
+                const ChromaRow& r = chroma(taken.row[i], sameDown, sameAcross);
                 found[i][1] = r.u.at(0);
                 found[i][2] = r.v.at(0);
             }
@@ -164,39 +194,6 @@ class Source {
             loadPairedLuma(side_, address(0, y), s.first, s.count, line.at(s.at));
             extendSpan(line, s);
         }
-    }
-
-    // Chroma as it is in memory, of a row of sites.
-    ZEL_NOINLINE const ChromaRow& siteRow(int y) {
-        ChromaRow& row = siteRows_[y % 4];
-        if (row.y == y) return row;
-        row.y = y;
-        const Span s = span(side_.sitesAcross);
-        switch (side_.layout) {
-            case Layout::planar:
-                readPlane(1, y, side_.sitesAcross, row.u);
-                readPlane(2, y, side_.sitesAcross, row.v);
-                return row;
-            case Layout::semiPlanar: {
-                const bool uFirst = side_.place[1] < side_.place[2];
-                loadPairs(side_, address(1, y), s.first, s.count, (uFirst ? row.u : row.v).at(s.at),
-                          (uFirst ? row.v : row.u).at(s.at));
-                break;
-            }
-            case Layout::paired:
-            case Layout::v210:
-                loadPairedChroma(side_, address(0, y), s.first, s.count, row.u.at(s.at), row.v.at(s.at));
-                break;
-            default: {
-                const PixelRow& all = pixels(y);
-                row.u = all.channel[1];
-                row.v = all.channel[2];
-                return row;
-            }
-        }
-        extendSpan(row.u, s);
-        extendSpan(row.v, s);
-        return row;
     }
 
     // Of a row of sites or of pixels, by sites or by pixels.

@@ -144,6 +144,39 @@ ZEL_INLINE void matrixSums(const zelv::Sums& sums, const Rows& rows, const Resul
     }
 }
 
+// What the parts of steps add to the sums of one channel.
+struct PartsTerm {
+    ZEL_INLINE PartsTerm(const zelv::Sums& sums, int to)
+        : first(splatWords(sums.high[to][0], 0)), others(splatWords(sums.high[to][1], sums.high[to][2])) {}
+
+    ZEL_INLINE Dwords of(Words firstPairs, Words otherPairs) const {
+        return (mulAddPairs(firstPairs, first) + mulAddPairs(otherPairs, others)) >> 15;
+    }
+
+    Words first, others;
+};
+
+// Channels `first` to `last` of all three, which have parts of steps; the first channel may have none.
+template <int first, int last, class Bits>
+ZEL_INLINE void fineSums(const zelv::Sums& sums, const Rows& rows, const Result<Bits>& result, const uint16_t* const (&in)[4],
+                         const uint16_t* const (&rest)[4], uint16_t* const (&out)[4], int count) {
+    for (int c = first; c <= last; ++c) {
+        const Single one(sums.high[c][0], sums.low[c][0]);
+        const Term two(sums.high[c][1], sums.high[c][2], sums.low[c][1], sums.low[c][2]);
+        const PartsTerm parts(sums, c);
+        const Dwords added[2] = {(Dwords)everyLane(rows.added[c].of), (Dwords)everyLane(rows.added[c].of + 4)};
+        for (int i = 0; i < count; i += words) {
+            const Words y = loadLine(in[1] + i), z = loadLine(in[2] + i), none{};
+            const Words e = rest[0] ? loadLine(rest[0] + i) : none, g = loadLine(rest[1] + i), h = loadLine(rest[2] + i);
+            Dwords sum[2];
+            one.of<false>(loadLine(in[0] + i), sum);
+            sum[0] += added[0] + two.of<false>(interleaveLow(y, z)) + parts.of(interleaveLow(e, none), interleaveLow(g, h));
+            sum[1] += added[1] + two.of<false>(interleaveHigh(y, z)) + parts.of(interleaveHigh(e, none), interleaveHigh(g, h));
+            storeLine(out[c] + i, result.packed(sum[0], sum[1]));
+        }
+    }
+}
+
 // Luma of every column and chroma of every second one to three channels.
 template <bool firstIsWhole, bool fitsWords, class Bits>
 ZEL_INLINE void siteSums(const zelv::Sums& sums, const Rows& rows, const Result<Bits>& result, const uint16_t* const (&in)[4],
@@ -179,24 +212,27 @@ ZEL_INLINE void siteSums(const zelv::Sums& sums, const Rows& rows, const Result<
     }
 }
 
-// All three of three, as floats.
-ZEL_INLINE void floatSums(const zelv::Sums& sums, const Rows& rows, int to, const uint16_t* const (&in)[3], float* out,
-                          int count) {
+// All three of three, as floats. Chroma may have parts of steps.
+ZEL_INLINE void floatSums(const zelv::Sums& sums, const Rows& rows, int to, const uint16_t* const (&in)[4],
+                          const uint16_t* const (&rest)[4], float* out, int count) {
     constexpr int depth = 22;
+    const bool isAlpha = to == zelv::alphaChannel;
     const Term one(sums.high[to][0], 0, sums.low[to][0], 0);
-    const Term two =
-        to == zelv::alphaChannel ? Term(0, 0, 0, 0) : Term(sums.high[to][1], sums.high[to][2], sums.low[to][1], sums.low[to][2]);
-    const int shift = to == zelv::alphaChannel ? sums.alphaShift : sums.shift;
+    const Term two = isAlpha ? Term(0, 0, 0, 0) : Term(sums.high[to][1], sums.high[to][2], sums.low[to][1], sums.low[to][2]);
+    const PartsTerm parts(sums, isAlpha ? 0 : to);
+    const int shift = isAlpha ? sums.alphaShift : sums.shift;
     const Added& a = rows.added[to];
-    const auto results = [&](Words xs, Words yzs, int part) ZEL_INLINE_LAMBDA {
-        const Dwords sum = (Dwords)everyLane(a.of + 4 * part) + one.of<false>(xs) + two.of<false>(yzs);
+    const auto results = [&](Words xs, Words yzs, Words ghs, int part) ZEL_INLINE_LAMBDA {
+        Dwords sum = (Dwords)everyLane(a.of + 4 * part) + one.of<false>(xs) + two.of<false>(yzs);
+        if (rest[1]) sum += parts.of(Words{}, ghs);
         return (Bytes)(toFloats((sum >> shift) + splatDword(1 << (depth - 1))) * splatFloat(1.0f / (1 << depth)));
     };
     for (int i = 0; i < count; i += words) {
         const Words x = loadLine(in[0] + i), y = loadLine(in[1] + i), z = loadLine(in[2] + i), none{};
+        const Words g = rest[1] ? loadLine(rest[1] + i) : none, h = rest[1] ? loadLine(rest[2] + i) : none;
         auto* const p = reinterpret_cast<uint8_t*>(out + i);
-        storeLanes(p, 32, results(interleaveLow(x, none), interleaveLow(y, z), 0));
-        storeLanes(p + 16, 32, results(interleaveHigh(x, none), interleaveHigh(y, z), 1));
+        storeLanes(p, 32, results(interleaveLow(x, none), interleaveLow(y, z), interleaveLow(g, h), 0));
+        storeLanes(p + 16, 32, results(interleaveHigh(x, none), interleaveHigh(y, z), interleaveHigh(g, h), 1));
     }
 }
 

@@ -135,6 +135,7 @@ struct Interleaved {
             });
         });
     }
+    static constexpr bool hasWords = Load::itemBytes == 6;
     const uint8_t* row[2];
     bool isRedFirst;
     Load load;
@@ -146,6 +147,7 @@ struct RgbPlanes {
                 v[c][part] = place((Words)loadBytes(row[y][c] + ptrdiff_t{at} * 2 + part * vectorBytes));
         });
     }
+    static constexpr bool hasWords = true;
     const uint8_t* row[2][3];
     loads::Placed place;
 };
@@ -156,27 +158,40 @@ struct Triple {
     ZEL_INLINE Triple(const zelv::Plan& plan, Bits bits, int to)
         : first(plan.sums.high[to][0], plan.sums.low[to][0]),
           others(plan.sums.high[to][1], plan.sums.high[to][2], plan.sums.low[to][1], plan.sums.low[to][2]),
+          parts(plan.sums, to),
           added(splatDword(plan.sums.offset[to] + (1 << (plan.sums.shift - 1)))),
           result(bits, plan.out.depth),
           back(plan.out.shift) {}
 
     ZEL_INLINE Words of(Words x, Words y, Words z) const {
         Dwords sum[2];
-        first.of<false>(x, sum);
-        return result.packed(sum[0] + added + others.of<false>(interleaveLow(y, z)),
-                             sum[1] + added + others.of<false>(interleaveHigh(y, z)))
+        of(x, y, z, sum);
+        return result.packed(sum[0], sum[1]) << back;
+    }
+    ZEL_INLINE Words of(const Words (&v)[3], const Words (&rest)[3]) const {
+        const Words none{};
+        Dwords sum[2];
+        of(v[0], v[1], v[2], sum);
+        return result.packed(sum[0] + parts.of(interleaveLow(rest[0], none), interleaveLow(rest[1], rest[2])),
+                             sum[1] + parts.of(interleaveHigh(rest[0], none), interleaveHigh(rest[1], rest[2])))
                << back;
+    }
+    ZEL_INLINE void of(Words x, Words y, Words z, Dwords (&sum)[2]) const {
+        first.of<false>(x, sum);
+        sum[0] += added + others.of<false>(interleaveLow(y, z));
+        sum[1] += added + others.of<false>(interleaveHigh(y, z));
     }
 
     Single first;
     Term others;
+    PartsTerm parts;
     Dwords added;
     Result<Bits> result;
     int back;
 };
 
 // Sites of two pixels of all rows, or of a pixel in planes.
-template <int rows, class From, class Bits>
+template <int rows, bool isFine, class From, class Bits>
 ZEL_NOINLINE void encode(const zelv::Call& call, const From& source, int row, Bits bits, int count) {
     const From in = source;
     const zelv::Plan& plan = *call.plan;
@@ -188,7 +203,7 @@ ZEL_NOINLINE void encode(const zelv::Call& call, const From& source, int row, Bi
                                                                                            row >> out.sitesDown);
     const Triple<Bits> ofLuma(plan, bits, 0), ofU(plan, bits, reversed ? 2 : 1), ofV(plan, bits, reversed ? 1 : 2);
     const Words ones = splatWord(1);
-    const Dwords half = splatDword(rows);
+    const Dwords half = splatDword(isFine ? 0 : rows);
     const bool ofPixels = rows == 1 && out.sitesAcross == 0;
     for (int i = 0; i < count; i += blockPixels) {
         Dwords sum[3][2] = {{half, half}, {half, half}, {half, half}};
@@ -208,9 +223,17 @@ ZEL_NOINLINE void encode(const zelv::Call& call, const From& source, int row, Bi
             });
         });
         if (ofPixels) continue;
-        Words site[3];
-        unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { site[c] = packWords(sum[c][0] >> rows, sum[c][1] >> rows); });
-        const Words us = ofU.of(site[0], site[1], site[2]), vs = ofV.of(site[0], site[1], site[2]);
+        Words site[3], rest[3];
+        unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA {
+            site[c] = packWords(sum[c][0] >> rows, sum[c][1] >> rows);
+            const Dwords left = splatDword((1 << rows) - 1);
+            if constexpr (isFine) rest[c] = packWords(sum[c][0] & left, sum[c][1] & left) << (15 - rows);
+        });
+        const auto of = [&](const Triple<Bits>& result) ZEL_INLINE_LAMBDA {
+            if constexpr (isFine) return result.of(site, rest);
+            return result.of(site[0], site[1], site[2]);
+        };
+        const Words us = of(ofU), vs = of(ofV);
         if (isPaired) {
             storeVector(Destination(u + ptrdiff_t{i} * 2), interleaveLow(us, vs));
             storeVector(Destination(u + ptrdiff_t{i} * 2 + vectorBytes), interleaveHigh(us, vs));
@@ -283,7 +306,11 @@ ZEL_INLINE void encodeRows(const zelv::Call& call, int y, int rows, int count) {
     const zelv::Side& in = plan.in;
     const auto withSource = [&](const auto& source) ZEL_INLINE_LAMBDA {
         withBits(plan, [&](auto bits) ZEL_INLINE_LAMBDA {
-            rows == 2 ? encode<2>(call, source, y, bits, count) : encode<1>(call, source, y, bits, count);
+            if constexpr (std::remove_cvref_t<decltype(source)>::hasWords)
+                if (plan.isFine)
+                    return rows == 2 ? encode<2, true>(call, source, y, bits, count)
+                                     : encode<1, true>(call, source, y, bits, count);
+            rows == 2 ? encode<2, false>(call, source, y, bits, count) : encode<1, false>(call, source, y, bits, count);
         });
     };
     const int last = y + rows - 1;

@@ -173,7 +173,24 @@ class Progress(InDirectory):
         self.assertEqual(self.stderr_on_a_terminal("--quiet"), b"")
 
 
+class Words(unittest.TestCase):
+    def test_of_ffmpeg_mean_the_same(self) -> None:
+        frame = bytes(range(200, 224))
+        for theirs, ours in ((["--matrix", "bt2020nc", "--range", "tv"], ["--matrix", "2020", "--range", "limited"]),
+                             (["--matrix", "smpte240m", "--range", "jpeg"], ["--matrix", "240m", "--range", "full"])):
+            with self.subTest(theirs):
+                made = [zelcc("convert", "-", "-", "--from", "p010le", "--to", "rgb24", "--size", "4x2", *words, data=frame)
+                        for words in (theirs, ours, [])]
+                self.assertEqual(made[0], made[1])
+                self.assertNotEqual(made[0], made[2])
+        pair = zelcc("convert", "-", "-", "--from", "nv12", "--to", "nv21", "--size", "4x2", "--matrix", "smpte170m:bt709", "--dry-run", data=bytes(12))
+        self.assertIn(b"zelvConvert", pair)
+
+
 class Lists(unittest.TestCase):
+    def test_name_what_is_converted_without_one(self) -> None:
+        self.assertIn(b"libzelvideo", run(["list", "conversions", "p010"]).stderr)
+
     def test_are_filtered_by_all_words(self) -> None:
         lines = zelcc("list", "conversions", "nv12", "RGB24").decode().splitlines()
         self.assertEqual(len(lines), 2)

@@ -1,10 +1,12 @@
 // How far results are from the exact values of H.273, over all inputs of 8 bits and the corners of the cubes above.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
 #include "harness/random.h"
+#include "video/frames.h"
 #include "video/model.h"
 
 namespace video {
@@ -82,10 +84,13 @@ class Exactly {
         }
         middle_ = middle;
     }
-    double operator()(size_t i, const Pixel& p) const {
+    double of(size_t i, const std::array<double, 3>& samples) const {
         double sum = base_[i];
-        for (size_t j = 0; j < 3; ++j) sum += slope_[i][j] * (static_cast<double>(p[j]) - middle_);
+        for (size_t j = 0; j < 3; ++j) sum += slope_[i][j] * (samples[j] - middle_);
         return sum < 0 ? 0 : sum > most_ ? most_ : sum;
+    }
+    double operator()(size_t i, const Pixel& p) const {
+        return of(i, {static_cast<double>(p[0]), static_cast<double>(p[1]), static_cast<double>(p[2])});
     }
 
   private:
@@ -155,6 +160,105 @@ TEST(VideoAccuracy, IsKeptAtCornersAndRandomColours) {
             }
             std::printf("farthest of %d to %d bits: %.4f\n", sourceDepth, depth, most);
         }
+}
+
+// Weights of places in one direction.
+using Weights = std::vector<std::pair<int, double>>;
+
+// Of sites at a pixel: of the one that it lies in, or of both around it by their distances.
+Weights atPixel(int pixel, int width, bool sited, bool linear) {
+    if (!linear || width == 1) return {{pixel / width, 1}};
+    const double place = (pixel - (sited ? 0 : (width - 1) / 2.0)) / width, before = std::floor(place);
+    return {{static_cast<int>(before), 1 - (place - before)}, {static_cast<int>(before) + 1, place - before}};
+}
+// Of pixels at a site.
+Weights atSite(int site, int width, bool sited, bool weighed) {
+    Weights weights;
+    if (sited && weighed)
+        for (int k = 1 - width; k < width; ++k)
+            weights.emplace_back(site * width + k, (width - std::abs(k)) / double(width * width));
+    else
+        for (int k = 0; k < width; ++k) weights.emplace_back(site * width + k, 1.0 / width);
+    return weights;
+}
+
+// One direction of a format's chroma.
+struct Grid {
+    int width;
+    bool sited;
+    bool operator==(const Grid& g) const { return width == g.width && (width == 1 || sited == g.sited); }
+};
+Weights between(int site, const Grid& from, const Grid& to, const ZelvOptions& options, int pixels) {
+    if (from == to) return {{site, 1}};
+    Weights weights;
+    for (const auto& [pixel, part] : atSite(site, to.width, to.sited, options.down == zelvSited))
+        for (const auto& [at, weight] :
+             atPixel(std::clamp(pixel, 0, pixels - 1), from.width, from.sited, options.up == zelvLinear))
+            weights.emplace_back(at, part * weight);
+    return weights;
+}
+
+TEST(VideoAccuracy, IsKeptOnOtherGrids) {
+    harness::Random random(4);
+    const auto below = [&](int n) { return static_cast<int>(random.next() % static_cast<uint64_t>(n)); };
+    const auto drawn = [&](bool isRgb) {
+        ZelvFormat f = isRgb ? rgb(0, below(2)) : yuv(0, matrices[below(6)], below(2));
+        f.depth = std::array{8, 10, 12, 14, 16, 16}[static_cast<size_t>(below(6))];
+        if (!isRgb) f.sampling = below(5);
+        if (f.sampling != zelv444) f.location = below(3);
+        return f;
+    };
+    std::array<double, 17> most{};
+    for (int turn = 0; turn < 6000; ++turn) {
+        const bool decodes = turn % 3 == 0;
+        const ZelvFormat from = drawn(turn % 3 == 1), to = drawn(decodes);
+        const ZelvOptions options = {below(2), below(2), 0};
+        const ZelSize size = {1 + below(20), 1 + below(8)};
+        ZelvPlan plan;
+        ASSERT_EQ(zelvMakePlan(&plan, &from, &to, &options), zelStsNoErr);
+        const Frame source(from, size, 0, false, false, random), result(to, size, 0, false, false, random);
+        const auto subsampled = [](const ZelvFormat& f, int c) { return !isRgb(f) && c != 0; };
+        const auto grid = [&](const ZelvFormat& f, int c, bool isDown) -> Grid {
+            if (!subsampled(f, c)) return {1, false};
+            return isDown ? Grid{sitesDown(f), f.location == zelvTopLeft} : Grid{sitesAcross(f), f.location != zelvCentre};
+        };
+        const auto count = [](int pixels, const Grid& g) { return (pixels + g.width - 1) / g.width; };
+        // Samples at and near both ends are where roundings weigh most.
+        const uint32_t top = (1u << from.depth) - 1;
+        for (int c = 0; c < 3; ++c)
+            for (int y = 0; y < count(size.height, grid(from, c, true)); ++y)
+                for (int x = 0; x < count(size.width, grid(from, c, false)); ++x)
+                    setSample(source.picture(), Channel(c), x, y,
+                              std::array{0u, 1u, top, static_cast<uint32_t>(random.next()) & top}[static_cast<size_t>(below(4))]);
+        ASSERT_EQ(run(plan, source.picture(), result.picture()), zelStsNoErr);
+        const Exactly exactly(from, to);
+        for (int c = 0; c < 3; ++c)
+            for (int y = 0; y < count(size.height, grid(to, c, true)); ++y)
+                for (int x = 0; x < count(size.width, grid(to, c, false)); ++x) {
+                    std::array<double, 3> samples{};
+                    for (int j = 0; j < 3; ++j) {
+                        const Grid ours = grid(from, j, false), ofRows = grid(from, j, true);
+                        // Chroma that is made of chroma has no luma in it, and none is looked at.
+                        const bool isUnused = subsampled(to, c) && !isRgb(from) && j == 0;
+                        for (const auto& [column, across] :
+                             isUnused ? Weights{} : between(x, ours, grid(to, c, false), options, size.width))
+                            for (const auto& [row, down] : between(y, ofRows, grid(to, c, true), options, size.height))
+                                samples[static_cast<size_t>(j)] +=
+                                    across * down *
+                                    sample(source.picture(), Channel(j), std::clamp(column, 0, count(size.width, ours) - 1),
+                                           std::clamp(row, 0, count(size.height, ofRows) - 1));
+                    }
+                    const double off =
+                        std::abs(sample(result.picture(), Channel(c), x, y) - exactly.of(static_cast<size_t>(c), samples));
+                    auto& farthest = most[static_cast<size_t>(to.depth)];
+                    farthest = std::max(farthest, off);
+                    ASSERT_LE(off, limitOf(to.depth)) << from.components << from.sampling << from.depth << from.location << " to "
+                                                      << to.components << to.sampling << to.depth << to.location << ", up "
+                                                      << options.up << ", down " << options.down << ", channel " << c;
+                }
+    }
+    for (const int depth : {8, 10, 12, 14, 16})
+        std::printf("farthest of %d bits on other grids: %.4f\n", depth, most[static_cast<size_t>(depth)]);
 }
 
 TEST(VideoProperties, GrayStaysGrayAndBlackAndWhiteAreHit) {

@@ -1,5 +1,7 @@
 #include "video/model.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -235,40 +237,47 @@ class Conversion {
         return rounded(cut - rounded(cut, 65536), 128) - 32768;
     }
 
-    int site(Channel c, int x, int y) const {
+    // From here on in parts of 1/256, which hold every mean of weights exactly.
+    static int64_t part(int64_t sum, int64_t weights) {
+        EXPECT_EQ(sum % weights, 0) << "more than 8 places";
+        return sum / weights;
+    }
+
+    int64_t site(Channel c, int x, int y) const {
         const int across = sitesAcross(from_.format), down = sitesDown(from_.format);
-        return filled(c, std::clamp(x, 0, (from_.size.width - 1) / across), std::clamp(y, 0, (from_.size.height - 1) / down));
+        return 256 * int64_t{filled(c, std::clamp(x, 0, (from_.size.width - 1) / across),
+                                    std::clamp(y, 0, (from_.size.height - 1) / down))};
     }
 
     // Chroma at a column of sites and a row of pixels.
-    int atRow(Channel c, int x, int y) const {
+    int64_t atRow(Channel c, int x, int y) const {
         const ZelvFormat& f = from_.format;
         if (sitesDown(f) == 1) return site(c, x, y);
         if (options_.up == zelvRepeat) return site(c, x, y / 2);
-        const int near = site(c, x, y / 2);
-        if (f.location == zelvTopLeft) return y % 2 == 0 ? near : rounded(near + site(c, x, y / 2 + 1), 2);
-        return rounded(3 * near + site(c, x, y / 2 + (y % 2 == 0 ? -1 : 1)), 4);
+        const int64_t near = site(c, x, y / 2);
+        if (f.location == zelvTopLeft) return y % 2 == 0 ? near : part(near + site(c, x, y / 2 + 1), 2);
+        return part(3 * near + site(c, x, y / 2 + (y % 2 == 0 ? -1 : 1)), 4);
     }
 
     // At a pixel, or where `bySites` at a column of sites and a row of pixels.
-    int atPixel(Channel c, int x, int y) const {
+    int64_t atPixel(Channel c, int x, int y) const {
         const ZelvFormat& f = from_.format;
         const int across = sitesAcross(f);
-        if (!isChroma(f, c)) return filled(c, x, y);
+        if (!isChroma(f, c)) return 256 * int64_t{filled(c, x, y)};
         return across == 1 ? atRow(c, x, y) : atColumn(x, [&](int s) { return atRow(c, s, y); });
     }
 
     template <class At>
-    int atColumn(int x, const At& at) const {
+    int64_t atColumn(int x, const At& at) const {
         const int across = sitesAcross(from_.format);
         if (options_.up == zelvRepeat) return at(x / across);
         const int place = from_.format.location == zelvCentre ? 2 * (x % across) + 1 - across : 2 * (x % across);
         const int other = place < 0 ? -1 : 1;
-        return rounded((2 * across - std::abs(place)) * at(x / across) + std::abs(place) * at(x / across + other), 2 * across);
+        return part((2 * across - std::abs(place)) * at(x / across) + std::abs(place) * at(x / across + other), 2 * across);
     }
 
     // A channel of the source at a place of the destination's chroma.
-    int onGrid(Channel c, int x, int y) const {
+    int64_t onGrid(Channel c, int x, int y) const {
         const ZelvFormat &f = from_.format, &t = to_.format;
         const auto coincide = [&](int ours, int theirs, bool oursSited, bool theirsSited) {
             return ours == theirs && (ours == 1 || oursSited == theirsSited);
@@ -280,7 +289,8 @@ class Conversion {
         // At a column, as finely as the destination needs it, and a row likewise.
         const auto at = [&](int column, int row) {
             if (!isChroma(f, c))
-                return filled(c, std::clamp(column, 0, from_.size.width - 1), std::clamp(row, 0, from_.size.height - 1));
+                return 256 *
+                       int64_t{filled(c, std::clamp(column, 0, from_.size.width - 1), std::clamp(row, 0, from_.size.height - 1))};
             const auto inRow = [&](int s) {
                 return sameDown ? site(c, s, row) : atRow(c, s, std::clamp(row, 0, from_.size.height - 1));
             };
@@ -306,7 +316,7 @@ class Conversion {
                 sum += int64_t{weight} * ofRow * at(sameAcross ? x : x * across + k, sameDown ? y : y * down + n);
                 all += weight * ofRow;
             }
-        return rounded(sum, all);
+        return part(sum, all);
     }
 
     void put(Channel c, int x, int y) {
@@ -316,13 +326,17 @@ class Conversion {
             setSample(to_, c, x, y, 1u << (depth - 1));
             return;
         }
-        int64_t parts[3] = {};
-        for (int j = 0; j < (isGray(f) ? 1 : 3); ++j)
-            parts[j] = isChroma(t, c) && !(j == 0 && !isRgb(f)) ? onGrid(Channel(j), x, y)
-                       : isChroma(t, c)                         ? 0
-                                                                : atPixel(Channel(j), x, y);
+        int64_t parts[3] = {}, rest[3] = {};
+        for (int j = 0; j < (isGray(f) ? 1 : 3); ++j) {
+            const int64_t at = isChroma(t, c) && !(j == 0 && !isRgb(f)) ? onGrid(Channel(j), x, y)
+                               : isChroma(t, c)                         ? 0
+                                                                        : atPixel(Channel(j), x, y);
+            parts[j] = floorDivide(at, 256);
+            rest[j] = at - 256 * parts[j];
+        }
         const auto& terms = sums_.terms[c];
         int64_t sum = sums_.offset[c];
+        sum += floorDivide(terms[0].high * rest[0] + terms[1].high * rest[1] + terms[2].high * rest[2], 256);
         sum += terms[0].high * parts[0] + floorDivide(terms[0].low * parts[0], 32768);
         sum += terms[1].high * parts[1] + terms[2].high * parts[2] +
                floorDivide(terms[1].low * parts[1] + terms[2].low * parts[2], 32768);
