@@ -25,7 +25,7 @@ PAGE = "<!doctype html><meta charset=utf-8><title>zelcc</title>"
 # What a page does; each is an entry of what is found.
 CHECK = """
 const {load, ZelError} = await import('/package/index.js');
-const zelcc = await load({modules: ['lumachroma', 'chroma', 'video']});
+const zelcc = await load({modules: ['decode', 'encode', 'chroma', 'video']});
 const loaded = performance.getEntriesByType('resource').map(entry => new URL(entry.name).pathname.split('/').pop()).filter(name => /\\.(js|wasm)$/.test(name)).sort();
 const found = {loaded};
 const width = 64, height = 48;
@@ -84,7 +84,7 @@ if (hasOpenCV) {
   cv = window.cv instanceof Promise ? await window.cv : window.cv;
   if (!cv.Mat) await new Promise(done => { cv.onRuntimeInitialized = done; });
 }
-return {program: navigator.userAgent.match(/Chrom\\w+\\/[0-9]+/)[0], rows: await measure(await load({modules: ['lumachroma', 'chroma', 'video']}), cv)};
+return {program: navigator.userAgent.match(/Chrom\\w+\\/[0-9]+/)[0], rows: await measure(await load({modules: ['decode', 'encode', 'chroma', 'video']}), cv)};
 """
 WANTED_SUM = 2949505420
 
@@ -140,7 +140,7 @@ found, complaints = run(CHECK)
 yuv = ["limited"]
 wanted = {
     "loaded": sorted(["catalogue.js", "convert.js", "core.wasm", "error.js", "formats.js", "functions.js", "heap.js", "image.js", "index.js",
-                      "lumachroma.wasm", "chroma.wasm", "video.wasm"]),
+                      "decode.wasm", "encode.wasm", "chroma.wasm", "video.wasm"]),
     "canvas": True, "imageData": True, "isMemory": True, "shown": True,
     "nv12": ["NV12", 1000, True, "709", "limited"], "yuv420p": ["I420", 1000, True, "709", "limited"],
     "yuv444p": ["I444", 1000, True, "709", "limited"], "rgba": ["RGBA", 1000, True, None, None], "bgra": ["BGRA", 1000, True, None, None],
