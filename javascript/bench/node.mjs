@@ -6,7 +6,7 @@ import {measure} from './cases.js';
 
 const [folder, opencv] = process.argv.slice(2);
 const {load} = await import(pathToFileURL(resolve(folder, 'index.js')));
-const zelcc = await load({modules: ['lumachroma', 'chroma', 'video']});
+const zelcc = await load({modules: ['decode', 'encode', 'chroma', 'video']});
 let cv;
 if (opencv) {
   cv = createRequire(import.meta.url)(resolve(opencv));

@@ -3,29 +3,21 @@
 the bytes that it gives in Node, and what a page loads. With the folder of the benchmark, its times as JSON instead; a third argument is
 opencv.js."""
 
-import functools
-import http.server
 import json
 import pathlib
 import sys
-import threading
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests" / "browser"))
+import chromium  # noqa: E402
 
 package, *others = (pathlib.Path(argument).resolve() for argument in sys.argv[1:])
-try:
-    from selenium import webdriver
-    from selenium.webdriver.chrome.service import Service
-except ImportError:
-    print("Skipped: the package in a browser, for python3-selenium of Debian is not installed")
-    sys.exit(77)
-if not pathlib.Path("/usr/bin/chromedriver").exists():
-    print("Skipped: the package in a browser, for chromium-driver of Debian is not there")
-    sys.exit(77)
+chromium.need("the package in a browser")
 
 PAGE = "<!doctype html><meta charset=utf-8><title>zelcc</title>"
 # What a page does; each is an entry of what is found.
 CHECK = """
 const {load, ZelError} = await import('/package/index.js');
-const zelcc = await load({modules: ['lumachroma', 'chroma', 'video']});
+const zelcc = await load({modules: ['decode', 'encode', 'chroma', 'video']});
 const loaded = performance.getEntriesByType('resource').map(entry => new URL(entry.name).pathname.split('/').pop()).filter(name => /\\.(js|wasm)$/.test(name)).sort();
 const found = {loaded};
 const width = 64, height = 48;
@@ -84,14 +76,12 @@ if (hasOpenCV) {
   cv = window.cv instanceof Promise ? await window.cv : window.cv;
   if (!cv.Mat) await new Promise(done => { cv.onRuntimeInitialized = done; });
 }
-return {program: navigator.userAgent.match(/Chrom\\w+\\/[0-9]+/)[0], rows: await measure(await load({modules: ['lumachroma', 'chroma', 'video']}), cv)};
+return {program: navigator.userAgent.match(/Chrom\\w+\\/[0-9]+/)[0], rows: await measure(await load({modules: ['decode', 'encode', 'chroma', 'video']}), cv)};
 """
 WANTED_SUM = 2949505420
 
 
-class Handler(http.server.SimpleHTTPRequestHandler):
-    extensions_map = {".js": "text/javascript", ".wasm": "application/wasm", ".html": "text/html", "": "application/octet-stream"}
-
+class Handler(chromium.Handler):
     def translate_path(self, path):
         first, _, rest = path.lstrip("/").partition("/")
         if first == "package":
@@ -108,29 +98,15 @@ class Handler(http.server.SimpleHTTPRequestHandler):
         self.end_headers()
         self.wfile.write(PAGE.encode())
 
-    def log_message(self, *_):
-        pass
-
 
 def run(script):
-    server = http.server.ThreadingHTTPServer(("localhost", 0), Handler)
-    threading.Thread(target=server.serve_forever, daemon=True).start()
-    options = webdriver.ChromeOptions()
-    for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage"):
-        options.add_argument(argument)
-    options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
-    browser = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
-    try:
+    with chromium.served(Handler) as address, chromium.started() as browser:
         browser.set_script_timeout(100)
-        browser.get(f"http://localhost:{server.server_port}/")
+        browser.get(address)
         made = browser.execute_async_script(
             "const done = arguments[arguments.length - 1];"
             f"(async () => {{ {script} }})().then(done, error => done({{error: String(error.stack ?? error)}}))")
-        complaints = [line["message"] for line in browser.get_log("browser") if line["level"] == "SEVERE" and "favicon" not in line["message"]]
-        return made, complaints
-    finally:
-        browser.quit()
-        server.shutdown()
+        return made, chromium.complaints(browser, ("SEVERE",))
 
 
 if others:
@@ -140,7 +116,7 @@ found, complaints = run(CHECK)
 yuv = ["limited"]
 wanted = {
     "loaded": sorted(["catalogue.js", "convert.js", "core.wasm", "error.js", "formats.js", "functions.js", "heap.js", "image.js", "index.js",
-                      "lumachroma.wasm", "chroma.wasm", "video.wasm"]),
+                      "decode.wasm", "encode.wasm", "chroma.wasm", "video.wasm"]),
     "canvas": True, "imageData": True, "isMemory": True, "shown": True,
     "nv12": ["NV12", 1000, True, "709", "limited"], "yuv420p": ["I420", 1000, True, "709", "limited"],
     "yuv444p": ["I444", 1000, True, "709", "limited"], "rgba": ["RGBA", 1000, True, None, None], "bgra": ["BGRA", 1000, True, None, None],

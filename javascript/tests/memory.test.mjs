@@ -6,7 +6,7 @@ import {setTimeout} from 'node:timers/promises';
 import {folder, load} from './package.mjs';
 
 test('views show the memory that functions write, also after it has grown', async () => {
-  const zelcc = await load({modules: ['lumachroma']});
+  const zelcc = await load({modules: ['decode']});
   const image = zelcc.image('nv12', 64, 64);
   image.planes[0].data.fill(235);
   image.planes[1].data.fill(128);
@@ -32,7 +32,7 @@ test('the core, which functions call for memory, leaves their stack alone', asyn
 });
 
 test('freed memory is used again, whatever failed in between', async () => {
-  const zelcc = await load({modules: ['lumachroma', 'chroma', 'intensity', 'reducebits', 'video']});
+  const zelcc = await load({modules: ['decode', 'encode', 'chroma', 'intensity', 'reducebits', 'video']});
   const run = () => {
     const image = zelcc.image('nv12', 640, 360), wide = zelcc.image('rgb24', 641, 361);
     zelcc.convert(image, 'rgba', {matrix: '709'}).free();
@@ -102,8 +102,8 @@ test('modules come from where the caller says', async () => {
     const bytes = await readFile(new URL(name, folder));
     return name === 'core.wasm' ? WebAssembly.compile(bytes) : bytes;
   };
-  const zelcc = await load({modules: ['lumachroma'], locate});
-  assert.deepEqual(asked.sort(), ['core.wasm', 'lumachroma.wasm']);
+  const zelcc = await load({modules: ['encode'], locate});
+  assert.deepEqual(asked.sort(), ['core.wasm', 'encode.wasm']);
   assert.equal(zelcc.convert(zelcc.image('rgb24', 4, 4), 'nv12').bytes[0], 16);
   await assert.rejects(load({modules: [], locate: () => new URL('none.wasm', folder)}));
 });

@@ -7,19 +7,15 @@ import pathlib
 import sys
 import urllib.parse
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "browser"))
+import chromium  # noqa: E402
+from chromium import NARROW, WIDE  # noqa: E402
+
 site = pathlib.Path(sys.argv[1]).resolve()
-try:
-    from selenium import webdriver
-    from selenium.webdriver.chrome.service import Service
-    from selenium.webdriver.common.by import By
-    from selenium.webdriver.common.keys import Keys
-    from selenium.webdriver.support.ui import WebDriverWait
-except ImportError:
-    print("Skipped: the site in a browser, for python3-selenium of Debian is not installed")
-    sys.exit(77)
-if not pathlib.Path("/usr/bin/chromedriver").exists() or not (site / "index.html").exists():
-    print("Skipped: the site in a browser, for chromium-driver of Debian or the site is not there")
-    sys.exit(77)
+chromium.need("the site in a browser", {str(site / "index.html"): "the site, which needs python3-sphinx and furo,"})
+from selenium.webdriver.common.by import By  # noqa: E402
+from selenium.webdriver.common.keys import Keys  # noqa: E402
+from selenium.webdriver.support.ui import WebDriverWait  # noqa: E402
 
 # What readers type, and the first thing that they are led to.
 QUERIES = {
@@ -41,7 +37,6 @@ QUERIES = {
     "pkg-config install": "index.html#install",
     "p010": "video.html#a-frame",
 }
-WIDE, NARROW = (1300, 900), (390, 800)
 faults, checked = [], 0
 
 
@@ -52,19 +47,8 @@ def expect(what, found, wanted):
         faults.append(f"{what}: {found} instead of {wanted}")
 
 
-def start():
-    options = webdriver.ChromeOptions()
-    for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage"):
-        options.add_argument(argument)
-    options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
-    return webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
-
-
 def look(page, size=WIDE, scheme="light"):
-    width, height = size
-    browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
-                            {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": size == NARROW})
-    browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": [{"name": "prefers-color-scheme", "value": scheme}]})
+    chromium.screen(browser, size, scheme)
     browser.get(f"{site.as_uri()}/{page}")
 
 
@@ -120,17 +104,14 @@ def check_width():
         expect(f"the width of {page}", browser.execute_script("return document.documentElement.scrollWidth"), NARROW[0])
 
 
-browser = start()
-try:
+with chromium.started() as browser:
     if "--show" in sys.argv:
         for query in sys.argv[sys.argv.index("--show") + 1:]:
             print(query, *(f"    {address}" for address, _ in search(query)[:5]), sep="\n")
         sys.exit(0)
     for check in (check_search, check_start, check_try, check_width):
         check()
-        faults += [f"{check.__name__}: {line['message']}" for line in browser.get_log("browser") if line["level"] in ("SEVERE", "WARNING")]
-finally:
-    browser.quit()
+        faults += [f"{check.__name__}: {message}" for message in chromium.complaints(browser)]
 print("\n".join(faults))
 print(f"{checked} checks, {len(faults)} faults")
 sys.exit(1 if faults else 0)

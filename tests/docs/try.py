@@ -4,30 +4,23 @@ its address, another conversion, the slider, the difference, planes, the pixel b
 entries of functions. --show FOLDER leaves pictures of the page there."""
 
 import functools
-import http.server
 import pathlib
 import re
 import subprocess
 import sys
 import tempfile
-import threading
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "browser"))
+import chromium  # noqa: E402
+from chromium import NARROW, WIDE  # noqa: E402
 
 source, package = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
 show = pathlib.Path(sys.argv[4]) if sys.argv[3:4] == ["--show"] else None
-try:
-    from selenium import webdriver
-    from selenium.webdriver.chrome.service import Service
-    from selenium.webdriver.common.by import By
-    from selenium.webdriver.common.keys import Keys
-    from selenium.webdriver.support.ui import Select, WebDriverWait
-except ImportError:
-    print("Skipped: the page Try it, for python3-selenium of Debian is not installed")
-    sys.exit(77)
-for path, name in (("/usr/bin/chromedriver", "chromium-driver"), ("/usr/bin/sphinx-build", "python3-sphinx"),
-                   ("/usr/lib/python3/dist-packages/furo", "furo"), ("/usr/lib/python3/dist-packages/myst_parser", "python3-myst-parser")):
-    if not pathlib.Path(path).exists():
-        print(f"Skipped: the page Try it, for {name} of Debian is not installed")
-        sys.exit(77)
+chromium.need("the page Try it", {"/usr/bin/sphinx-build": "python3-sphinx", "/usr/lib/python3/dist-packages/furo": "furo",
+                                  "/usr/lib/python3/dist-packages/myst_parser": "python3-myst-parser"})
+from selenium.webdriver.common.by import By  # noqa: E402
+from selenium.webdriver.common.keys import Keys  # noqa: E402
+from selenium.webdriver.support.ui import Select, WebDriverWait  # noqa: E402
 
 faults = []
 
@@ -35,20 +28,6 @@ faults = []
 def expect(what, holds):
     if not holds:
         faults.append(what)
-
-
-class Quiet(http.server.SimpleHTTPRequestHandler):
-    extensions_map = {**http.server.SimpleHTTPRequestHandler.extensions_map, ".js": "text/javascript", ".wasm": "application/wasm"}
-
-    def do_GET(self):
-        if self.path == "/favicon.ico":  # which browsers ask for by themselves
-            self.send_response(204)
-            self.end_headers()
-        else:
-            super().do_GET()
-
-    def log_message(self, *_):
-        pass
 
 
 def text(name):
@@ -66,32 +45,20 @@ def pixels():
         return [c.width, c.height, d.reduce((sum, byte) => sum + byte, 0)];""")
 
 
-WIDE, NARROW = (1300, 900), (390, 800)
-
-
 def look(size, scheme, name):
-    width, height = size
-    browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": width < 500})
-    browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": [{"name": "prefers-color-scheme", "value": scheme}]})
+    chromium.screen(browser, size, scheme)
     wider = browser.execute_script("return document.documentElement.scrollWidth - document.documentElement.clientWidth")
-    expect(f"the page is {wider} pixels wider than the screen of {width}", wider <= 0)
+    expect(f"the page is {wider} pixels wider than the screen of {size[0]}", wider <= 0)
     if show:
         show.mkdir(parents=True, exist_ok=True)
         browser.save_screenshot(str(show / f"{name}.png"))
 
 
 with tempfile.TemporaryDirectory() as folder:
-    served = pathlib.Path(folder, "site")
-    subprocess.run([source / "docs" / "site" / "build", "--without-pictures", f"--package={package}", served], check=True, stdout=subprocess.DEVNULL)
-    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), functools.partial(Quiet, directory=served))
-    threading.Thread(target=server.serve_forever, daemon=True).start()
-    options = webdriver.ChromeOptions()
-    for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage"):
-        options.add_argument(argument)
-    options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
-    browser = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
-    try:
-        browser.get(f"http://127.0.0.1:{server.server_port}/try.html#to=p010le&matrix=2020")
+    site = pathlib.Path(folder, "site")
+    subprocess.run([source / "docs" / "site" / "build", "--without-pictures", f"--package={package}", site], check=True, stdout=subprocess.DEVNULL)
+    with chromium.served(functools.partial(chromium.Handler, directory=site)) as address, chromium.started() as browser:
+        browser.get(f"{address}/try.html#to=p010le&matrix=2020")
         WebDriverWait(browser, 60).until(lambda _: "PSNR" in text("figures"))
         expect(f"the address doesn't choose: {text('figures')}", text("figures").startswith("rgba → p010le → rgba: PSNR"))
         expect(f"no matrix in the line of Python: {text('python')}", 'convert(image, "rgba", "p010le", matrix="2020")' in text("python"))
@@ -153,7 +120,7 @@ with tempfile.TemporaryDirectory() as folder:
         for page, name, results in (("lumachroma", "zeliRGBToYCbCr_8u_C3R", "82 90 240"), ("lumachroma", "zeliRGBToYCbCr420_8u_C3P3R", "Cr: 34"),
                                     ("intensity", "zeliColorTwist32f_8u_C3R", "R G B: "), ("rawsensor", "zeliCFAToRGB_8u_C1C3R", "R G B: ")):
             browser.get("about:blank")
-            browser.get(f"http://127.0.0.1:{server.server_port}/reference/{page}.html#c.{name}")
+            browser.get(f"{address}/reference/{page}.html#c.{name}")
             button = browser.find_element(By.CSS_SELECTOR, f"button[aria-label='Run {name}']")
             browser.execute_script("arguments[0].click()", button)
             WebDriverWait(browser, 20).until(lambda _: browser.find_elements(By.CSS_SELECTOR, ".run-output"))
@@ -163,11 +130,8 @@ with tempfile.TemporaryDirectory() as folder:
         field = browser.find_element(By.CSS_SELECTOR, ".run input")
         browser.execute_script("arguments[0].value = '7'; arguments[0].dispatchEvent(new Event('input'))", field)
         expect("samples that are changed change nothing", browser.find_element(By.CSS_SELECTOR, ".run-output").text != output)
-        for entry in browser.get_log("browser"):
-            expect(f"the console says {entry['message']}", False)
-    finally:
-        browser.quit()
-        server.shutdown()
+        for message in chromium.complaints(browser):
+            expect(f"the console says {message}", False)
 
 print("the page Try it:", *(faults or ["all as meant"]), sep="\n")
 sys.exit(bool(faults))

@@ -27,9 +27,13 @@ namespace wasm {
 ZEL_INLINE v128_t upperWords(v128_t low, v128_t high) { return wasm_i16x8_shuffle(low, high, 1, 3, 5, 7, 9, 11, 13, 15); }
 }  // namespace wasm
 
+// Each by a multiply-add with a factor without the words beside it, for the high words of dwords then stand where they belong.
+// The factors are mostly constant.
 ZEL_INLINE Words mulHigh(Words a, Words b) {
     const v128_t x = (v128_t)a, y = (v128_t)b;
-    return (Words)wasm::upperWords(wasm_i32x4_extmul_low_i16x8(x, y), wasm_i32x4_extmul_high_i16x8(x, y));
+    const v128_t even = wasm_i32x4_dot_i16x8(x, wasm_v128_and(y, wasm_i32x4_const_splat(0xffff)));
+    const v128_t odd = wasm_i32x4_dot_i16x8(x, wasm_v128_andnot(y, wasm_i32x4_const_splat(0xffff)));
+    return (Words)wasm_i16x8_shuffle(wasm_u32x4_shr(even, 16), odd, 0, 9, 2, 11, 4, 13, 6, 15);
 }
 ZEL_INLINE UWords mulHigh(UWords a, UWords b) {
     const v128_t x = (v128_t)a, y = (v128_t)b;
@@ -72,7 +76,9 @@ ZEL_INLINE Bytes packShifted(Words a, Words b) {
 }
 template <int bits>
 ZEL_INLINE Bytes packRounded(Words a, Words b) {
-    return packBytes(mulRound(a, splatWord(1 << (15 - bits))), mulRound(b, splatWord(1 << (15 - bits))));
+    static_assert(bits <= 7, "what a sum loses by its limit must be beyond a byte");
+    const v128_t half = wasm_i16x8_const_splat(1 << (bits - 1));
+    return packShifted<bits>((Words)wasm_i16x8_add_sat((v128_t)a, half), (Words)wasm_i16x8_add_sat((v128_t)b, half));
 }
 
 ZEL_INLINE Words absolute(Words v) { return (Words)wasm_i16x8_abs((v128_t)v); }
