@@ -1,7 +1,7 @@
 # Builds for 64-bit Arm on another machine by clang and lld; a cross GCC is not needed. The headers and libraries are Debian's
 # libstdc++-12-dev-arm64-cross and libc6-dev-arm64-cross, or those of a system for arm64 in the folder -DCMAKE_SYSROOT=, which must
-# be a whole path; -DCMAKE_FIND_ROOT_PATH= adds folders to search. Tests run by qemu-aarch64, and read what is built by
-# binutils-aarch64-linux-gnu.
+# be a whole path; -DCMAKE_FIND_ROOT_PATH= adds folders to search. Tests run by qemu-aarch64; packages, and the tests that read what
+# is built, need binutils-aarch64-linux-gnu.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
 set(CMAKE_LIBRARY_ARCHITECTURE aarch64-linux-gnu)
@@ -12,6 +12,7 @@ endforeach()
 set(CMAKE_C_COMPILER clang)
 set(CMAKE_CXX_COMPILER clang++)
 set(CMAKE_OBJDUMP /usr/bin/aarch64-linux-gnu-objdump CACHE FILEPATH "What the checks of the library's form read it by")
+set(CMAKE_STRIP /usr/bin/aarch64-linux-gnu-strip CACHE FILEPATH "What makes the files of packages smaller")
 foreach(kind EXE SHARED MODULE)
     set(CMAKE_${kind}_LINKER_FLAGS_INIT -fuse-ld=lld)
 endforeach()

@@ -51,6 +51,8 @@ def faults_of(name, fields, root, machine, files, needs):
             yield f"{path} is of {machines}"
         if path.endswith(".a"):
             continue
+        if ".symtab" in output("readelf", "--section-headers", "--wide", root / path):
+            yield f"{path} is not stripped"
         dynamic = output("readelf", "--dynamic", "--version-info", "--wide", root / path)
         soname = re.findall(r"SONAME.*\[(.*)\]", dynamic)
         if name == "libzelcc8" and (len(soname) != 1 or not (root / path).with_name(soname[0]).is_symlink()):
