@@ -8,11 +8,12 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/remove_rpaths.cmake)
 if(CMAKE_CROSSCOMPILING AND processor STREQUAL aarch64)
-    # What looks for an architecture and for dependencies looks at the machine at hand. The newest function
-    # that is asked of the C library is pow as of 2.29.
+    # What looks for an architecture and for dependencies looks at the machine at hand. These are Debian 12's names; the newest
+    # functions that are asked of the C library are pow as of 2.29 and, by the program, those of threads as of 2.34.
     set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE arm64)
     set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS OFF)
-    set(libc_package "libc6 (>= 2.29)")
+    set(runtime_needs "libc6 (>= 2.29)")
+    set(tools_needs ", libc6 (>= 2.34), libgcc-s1, libjpeg62-turbo, libpng16-16 (>= 1.6.2), libstdc++6 (>= 12)")
 endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
@@ -64,10 +65,10 @@ function(add_package component name section summary)
     set(CPACK_COMPONENTS_ALL ${CPACK_COMPONENTS_ALL} ${component} PARENT_SCOPE)
 endfunction()
 
-add_package(runtime libzelcc8 libs "library" ${libc_package})
+add_package(runtime libzelcc8 libs "library" ${runtime_needs})
 add_package(development libzelcc-dev libdevel "development files" "libzelcc8 (= ${PROJECT_VERSION})")
 if(ZELCC_TOOLS)
-    add_package(tools zelcc graphics "converter for files and streams" "libzelcc8 (= ${PROJECT_VERSION})")
+    add_package(tools zelcc graphics "converter for files and streams" "libzelcc8 (= ${PROJECT_VERSION})${tools_needs}")
 endif()
 
 if(ZELCC_GSTREAMER)

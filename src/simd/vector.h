@@ -33,10 +33,6 @@ ZEL_INLINE Words highBytes(Bytes a) { return (Words)interleaveHigh(a, Bytes{}); 
 ZEL_INLINE Dwords lowWords(Words v) { return (Dwords)interleaveLow(v, v) >> 16; }
 ZEL_INLINE Dwords highWords(Words v) { return (Dwords)interleaveHigh(v, v) >> 16; }
 
-// Cross lanes: of two vectors' worth of consecutive bytes those at even places, and those at odd ones.
-ZEL_INLINE Bytes evenBytes(Bytes a, Bytes b) { return lowThenHighHalves(packBytes(evenBytes(a), evenBytes(b))); }
-ZEL_INLINE Bytes oddBytes(Bytes a, Bytes b) { return lowThenHighHalves(packBytes(oddBytes(a), oddBytes(b))); }
-
 // A quarter of a vector of consecutive bytes, each four times.
 ZEL_INLINE Bytes loadQuadrupled(const uint8_t* p) {
     alignas(16) constexpr uint8_t fourTimes[16] = {0, 0, 0, 0, 4, 4, 4, 4, 8, 8, 8, 8, 12, 12, 12, 12};

@@ -22,7 +22,7 @@ def tests_of_program():
 
 
 def tests_of_build():
-    for path in (root / "tests/CMakeLists.txt", root / "tests/emulation/emulation.cmake"):
+    for path in (root / "tests/CMakeLists.txt", root / "tests/tools/CMakeLists.txt", root / "tests/emulation/emulation.cmake"):
         text = path.read_text()
         yield from re.findall(r"add_test\(NAME ([\w.-]+) ", text)
         yield from (f"structure.{name}" for name in re.findall(r"^add_structure_test\((\w+) ", text, re.MULTILINE))

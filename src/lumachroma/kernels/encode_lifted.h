@@ -40,7 +40,7 @@ struct EncodeLifted {
             if constexpr (To::hasLumaStreams) storeVector(row.out[r] + block * blockPixels, y);
         });
         const auto sums = [](UWords x, UWords y) ZEL_INLINE_LAMBDA { return (Words)(From::pairMeans(x, y) >> shift); };
-        const ChromaPair pair = chroma(sums(first.a, second.a), sums(first.b, second.b), sums(first.c, second.c));
+        const ChromaPair pair = chroma(sums(first.a, second.a), sums(first.b, second.b), sums(first.c, second.c)).unscaled();
         To::store(row, rows, block, y, LiftedPair<From>{pair.first, pair.second});
     }
 

@@ -13,13 +13,26 @@ struct ChromaPair {
     ZEL_INLINE Bytes bounded() const { return packBytes(first, second); }
 };
 
+// The same before the last bits are dropped.
+template <int shift>
+struct ScaledPair {
+    Words first, second;
+
+    ZEL_INLINE Bytes bounded() const { return packShifted<shift>(first, second); }
+    ZEL_INLINE ChromaPair unscaled() const { return {first >> shift, second >> shift}; }
+};
+
 // Codes limited to 1 to 254: a digital video interface keeps 0 and 255 for its timing references.
 ZEL_INLINE Bytes limited(Bytes codes) { return atMost(atLeast(codes, splatByte(1)), splatByte(254)); }
 
-struct LimitedPair : ChromaPair {
-    ZEL_INLINE Bytes bounded() const { return limited(ChromaPair::bounded()); }
+template <class Pair>
+struct LimitedPair : Pair {
+    ZEL_INLINE Bytes bounded() const { return limited(Pair::bounded()); }
 };
-ZEL_INLINE LimitedPair limited(ChromaPair pair) { return {pair}; }
+template <class Pair>
+ZEL_INLINE LimitedPair<Pair> limited(Pair pair) {
+    return {pair};
+}
 
 // A rule for luma or for chroma whose codes are limited.
 template <class Rule>

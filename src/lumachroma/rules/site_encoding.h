@@ -18,9 +18,10 @@ class DifferenceChroma {
 
     ZEL_INLINE explicit DifferenceChroma(const Constants& k) : fromA_(k.fromA), fromC_(k.fromC) {}
 
-    ZEL_INLINE ChromaPair operator()(Words a, Words b, Words c) const {
-        const Words fromA = (Words)fromA_(a, c, b) >> shift, fromC = (Words)fromC_(c, a, b) >> shift;
-        return firstFrom == Outer::a ? ChromaPair{fromA, fromC} : ChromaPair{fromC, fromA};
+    ZEL_INLINE ScaledPair<shift> operator()(Words a, Words b, Words c) const {
+        const Words fromA = (Words)fromA_(a, c, b), fromC = (Words)fromC_(c, a, b);
+        if constexpr (firstFrom == Outer::a) return {fromA, fromC};
+        return {fromC, fromA};
     }
 
   private:

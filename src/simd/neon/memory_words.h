@@ -39,6 +39,8 @@ ZEL_INLINE Bytes joinHalves(Bytes a, Bytes b) {
     return joinQwords<ofA, ofB>(a, b);
 }
 ZEL_INLINE Dwords movedUp(Dwords v, Dwords before) { return (Dwords)vextq_u32(arm::u32(before), arm::u32(v), 3); }
+ZEL_INLINE Bytes evenBytes(Bytes a, Bytes b) { return (Bytes)vuzp1q_u8(arm::u8(a), arm::u8(b)); }
+ZEL_INLINE Bytes oddBytes(Bytes a, Bytes b) { return (Bytes)vuzp2q_u8(arm::u8(a), arm::u8(b)); }
 ZEL_INLINE Words evenWords(Dwords a, Dwords b) { return (Words)vuzp1q_u16(arm::u16(a), arm::u16(b)); }
 
 ZEL_INLINE Words loadWidened(const uint8_t* p) { return (Words)vmovl_u8(vld1_u8(p)); }

@@ -38,6 +38,12 @@ ZEL_INLINE Bytes joinHalves(Bytes a, Bytes b) {
     return joinQwords<ofA, ofB>(a, b);
 }
 ZEL_INLINE Dwords movedUp(Dwords v, Dwords before) { return __builtin_shufflevector(before, v, 3, 4, 5, 6); }
+ZEL_INLINE Bytes evenBytes(Bytes a, Bytes b) {
+    return __builtin_shufflevector(a, b, 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
+}
+ZEL_INLINE Bytes oddBytes(Bytes a, Bytes b) {
+    return __builtin_shufflevector(a, b, 1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29, 31);
+}
 
 ZEL_INLINE Words loadWidened(const uint8_t* p) { return (Words)wasm_u16x8_load8x8(p); }
 ZEL_INLINE UDwords loadBytesAsDwords(const uint8_t* p) {

@@ -17,6 +17,9 @@ template <int ofA, int ofB>
 ZEL_INLINE Bytes joinHalves(Bytes a, Bytes b);
 // Elements of v one place up; the lowest is the highest of `before`.
 ZEL_INLINE Dwords movedUp(Dwords v, Dwords before);
+// Of two vectors' worth of consecutive bytes those at even places, and those at odd ones.
+ZEL_INLINE Bytes evenBytes(Bytes a, Bytes b);
+ZEL_INLINE Bytes oddBytes(Bytes a, Bytes b);
 // The low words of two vectors' worth of consecutive dwords.
 ZEL_INLINE Words evenWords(Dwords a, Dwords b);
 

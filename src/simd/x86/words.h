@@ -28,6 +28,12 @@ ZEL_INLINE Words mulAddBytes(Bytes a, Bytes signedBytes) {
 ZEL_INLINE UWords mulHighOfBytes(UWords a, UWords b) { return mulHigh(a, b); }
 ZEL_INLINE Bytes packBytes(Words a, Words b) { return (Bytes)ZEL_MM(packus_epi16)((Register)a, (Register)b); }
 ZEL_INLINE Bytes packSignedBytes(Words a, Words b) { return (Bytes)ZEL_MM(packs_epi16)((Register)a, (Register)b); }
+ZEL_INLINE Bytes evenBytes(Bytes a, Bytes b) {
+    return lowThenHighHalves(packBytes((Words)a & splatWord(0x00ff), (Words)b & splatWord(0x00ff)));
+}
+ZEL_INLINE Bytes oddBytes(Bytes a, Bytes b) {
+    return lowThenHighHalves(packBytes((Words)((UWords)a >> 8), (Words)((UWords)b >> 8)));
+}
 ZEL_INLINE Words packWords(Dwords a, Dwords b) { return (Words)ZEL_MM(packs_epi32)((Register)a, (Register)b); }
 
 ZEL_INLINE Words mulTop(Words a, Words b) { return mulHigh(a, b); }
