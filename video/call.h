@@ -14,6 +14,7 @@ struct Call {
     uint8_t* const* to;
     const int32_t* toStep;
     int32_t width, height, firstRow, endRow;
+    bool bypassing = false;  // stores bypass the caches where rows begin with a line of them
 };
 
 using Convert = void (*)(const Call&);

@@ -309,12 +309,17 @@ class Converter {
     Line own_, grid_[3], out_[4];  // one of the source, chroma on its grid, results
 };
 
-void convert(const zelv::Call& call) {
-    if (moved::serves(*call.plan))
+void convert(const zelv::Call& given) {
+    const zelv::Plan& plan = *given.plan;
+    const bool isMoved = moved::serves(plan), isReordered = reordered::serves(plan);
+    zelv::Call call = given;
+    const Bypass bypass(gainsByBypass(call, traits.bypassesByWholeLines || isMoved || isReordered));
+    call.bypassing = bypass;
+    if (isMoved)
         convertMoved(call);
-    else if (reordered::serves(*call.plan))
+    else if (isReordered)
         convertReordered(call);
-    else if (call.plan->isFine)
+    else if (plan.isFine)
         Converter(call).runFine();
     else
         Converter(call).run();

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "call.h"
+#include "frame/cached_calls.h"
 #include "identifier.h"
 #include "processor.h"
 #include "zelvideo.h"
@@ -13,6 +14,8 @@ extern "C" {
 #include "levels.def"
 [[gnu::visibility("hidden")]] extern int32_t zelvKernelLevel;
 int32_t zelvKernelLevel = 0;
+[[gnu::visibility("hidden")]] extern int32_t zelCachedCallBytes;
+int32_t zelCachedCallBytes = INT32_MAX;  // see frame/bypass.h
 }
 
 namespace {
@@ -36,6 +39,7 @@ int32_t highestLevel(uint64_t features) {
 // The enabled features can lower the level, but never raise it beyond what the processor has.
 [[gnu::constructor]] void selectLevel() {
     zelvKernelLevel = std::min(highestLevel(zelGetEnabledCpuFeatures()), highestLevel(processorFeatures()));
+    zelCachedCallBytes = cachedCallBytes();
 }
 
 template <class Entry>

@@ -3,7 +3,7 @@
 // way.
 #pragma once
 
-#include "call.h"
+#include "video/destinations.h"
 #include "video/loads.h"
 #include "video/stores.h"
 #include "video/sums.h"
@@ -165,7 +165,7 @@ struct Numbers {
 
 // `rows` of luma share their sites. To bytes, luma's term has no low part.
 template <int rows, class From, class To>
-ZEL_NOINLINE void decode(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
+ZEL_NOINLINE void decode(const zelv::Plan& plan, const From& from, const To& to, const Destination (&out)[2], int count) {
     const Numbers n(plan);
     const zelv::Sums& sums = n.sums;
     const Term evens(sums.high[0][0], 0, sums.low[0][0], 0), odds(0, sums.high[0][0], 0, sums.low[0][0]);
@@ -199,7 +199,7 @@ ZEL_NOINLINE void decode(const zelv::Plan& plan, const From& from, const To& to,
 
 // Where luma is the result's own scale, the sum of chroma is cut off by itself, and all that is left are sums of bytes.
 template <int rows, class From, class To>
-ZEL_NOINLINE void decodeUnscaled(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
+ZEL_NOINLINE void decodeUnscaled(const zelv::Plan& plan, const From& from, const To& to, const Destination (&out)[2], int count) {
     const Numbers n(plan);
     const zelv::Sums& sums = n.sums;
     constexpr int shift = To::shift;
@@ -230,7 +230,7 @@ ZEL_NOINLINE void decodeUnscaled(const zelv::Plan& plan, const From& from, const
 
 // Where each pixel has chroma of its own: three planes of bytes to bytes.
 template <class To>
-ZEL_NOINLINE void decodePixels(const zelv::Plan& plan, const uint8_t* const (&in)[3], const To& to, uint8_t* out, int count) {
+ZEL_NOINLINE void decodePixels(const zelv::Plan& plan, const uint8_t* const (&in)[3], const To& to, Destination out, int count) {
     const Numbers n(plan);
     const Term terms[3] = {n.chroma(0), n.chroma(1), n.chroma(2)};
     const Words luma = splatWords(n.sums.high[0][0], 0);
@@ -304,8 +304,8 @@ struct ByteTerm {
 
 // Two rows of luma and one of chroma, in the order of memory.
 template <int samples, bool isPaired>
-ZEL_NOINLINE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], uint8_t* const (&luma)[2], uint8_t* u, uint8_t* v,
-                         int count) {
+ZEL_NOINLINE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], const Destination (&luma)[2], Destination u,
+                         Destination v, int count) {
     const bool reversed = isPaired && plan.out.place[1] > plan.out.place[2];
     const ByteTerm ofLuma(plan, 0, 0), ofU(plan, reversed ? 2 : 1, 2), ofV(plan, reversed ? 1 : 2, 2);
     constexpr int lumaShift = 15, siteShift = 17;
@@ -322,7 +322,7 @@ ZEL_NOINLINE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
                 evens[k] = row == 0 ? even : evens[k] + even;
                 odds[k] = row == 0 ? odd : odds[k] + odd;
             });
-            storeVector(Destination(luma[row] + i), inOrder<samples>(packBytes(packWords(y[0], y[1]), packWords(y[2], y[3]))));
+            storeVector(luma[row] + i, inOrder<samples>(packBytes(packWords(y[0], y[1]), packWords(y[2], y[3]))));
         });
         Dwords us[2], vs[2];
         unrolled<2>([&](auto k) ZEL_INLINE_LAMBDA {
@@ -337,14 +337,14 @@ ZEL_NOINLINE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
         const auto ordered = [](const Dwords(&x)[2]) { return (Words)inOrder<samples>((Bytes)packWords(x[0], x[1])); };
         const Bytes both = packBytes(ordered(us), ordered(vs));
         if constexpr (isPaired)
-            storeVector(Destination(u + i), interleaveLow(both, (Bytes)interleaveHigh64(both, both)));
+            storeVector(u + i, interleaveLow(both, (Bytes)interleaveHigh64(both, both)));
         else
             storeHalves(u + i / 2, v + i / 2, both);
     }
 }
 
 template <int rows, class From, class To>
-ZEL_INLINE void decodeRows(const zelv::Plan& plan, const From& from, const To& to, uint8_t* const (&out)[2], int count) {
+ZEL_INLINE void decodeRows(const zelv::Plan& plan, const From& from, const To& to, const Destination (&out)[2], int count) {
     if constexpr (From::hasLumaBytes && To::isLimited)
         if (plan.sums.high[0][0] * 256 == 1 << plan.sums.shift) return decodeUnscaled<rows>(plan, from, to, out, count);
     decode<rows>(plan, from, to, out, count);
@@ -353,8 +353,7 @@ ZEL_INLINE void decodeRows(const zelv::Plan& plan, const From& from, const To& t
 ZEL_INLINE void decodePaired(const zelv::Call& call, int y, int, int count) {
     const zelv::Plan& plan = *call.plan;
     const PairedSource from{call.from[0] + ptrdiff_t{call.fromStep[0]} * y, plan.in.place[0] == 0};
-    uint8_t* const row = call.to[0] + ptrdiff_t{call.toStep[0]} * y;
-    uint8_t* const to[2] = {row, row};
+    const Destination to[2] = {destination(call, 0, y), destination(call, 0, y)};
     if (plan.out.samples == 3)
         decodeRows<1>(plan, from, ByteSink<3>{}, to, count);
     else
@@ -371,7 +370,7 @@ ZEL_INLINE void decodeFrom(const zelv::Call& call, int y, int rows, int count) {
                                         row(isPaired ? 1 : in.place[1], site),
                                         row(isPaired ? 1 : in.place[2], site),
                                         loads::Placed(in)};
-    uint8_t* const to[2] = {call.to[0] + ptrdiff_t{call.toStep[0]} * y, call.to[0] + ptrdiff_t{call.toStep[0]} * next};
+    const Destination to[2] = {destination(call, 0, y), destination(call, 0, next)};
     const auto write = [&](const auto& sink) {
         rows > 1 ? decodeRows<2>(plan, from, sink, to, count) : decodeRows<1>(plan, from, sink, to, count);
     };
@@ -389,7 +388,7 @@ ZEL_INLINE void decodePlanes(const zelv::Call& call, int y, int count) {
         return call.from[plane] + ptrdiff_t{call.fromStep[plane]} * y;
     };
     const uint8_t* const in[3] = {row(0), row(1), row(2)};
-    uint8_t* const to = call.to[0] + ptrdiff_t{call.toStep[0]} * y;
+    const Destination to = destination(call, 0, y);
     plan.out.samples == 3 ? decodePixels(plan, in, ByteSink<3>{}, to, count) : decodePixels(plan, in, ByteSink<4>{}, to, count);
 }
 
@@ -444,11 +443,11 @@ ZEL_INLINE int convertFused(const zelv::Call& call, int y, int end) {
     }
     if (rows == 2 && fused::encodes(plan)) {
         const auto row = [&](int at) { return call.from[0] + ptrdiff_t{call.fromStep[0]} * at; };
-        const auto to = [&](int plane, int at) { return call.to[plane] + ptrdiff_t{call.toStep[plane]} * at; };
+        const auto to = [&](int plane, int at) { return destination(call, plane, at); };
         const uint8_t* const from[2] = {row(y), row(y + 1)};
-        uint8_t* const luma[2] = {to(out.place[0], y), to(out.place[0], y + 1)};
+        const Destination luma[2] = {to(out.place[0], y), to(out.place[0], y + 1)};
         const bool isPaired = out.layout == Layout::semiPlanar;
-        uint8_t *const u = to(isPaired ? 1 : out.place[1], y >> 1), *const v = to(isPaired ? 1 : out.place[2], y >> 1);
+        const Destination u = to(isPaired ? 1 : out.place[1], y >> 1), v = to(isPaired ? 1 : out.place[2], y >> 1);
         const auto encode = in.samples == 3 ? isPaired ? fused::encode<3, true> : fused::encode<3, false>
                             : isPaired ? fused::encode<4, true>
                                             : fused::encode<4, false>;

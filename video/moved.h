@@ -2,7 +2,7 @@
 // From memory to memory.
 #pragma once
 
-#include "call.h"
+#include "video/destinations.h"
 #include "video/loads.h"
 #include "video/stores.h"
 #include "video/sums.h"
@@ -95,22 +95,22 @@ template <bool fromWords, bool toWords>
 struct Plane {
     static constexpr int items = 2 * words, itemBytes = fromWords ? 2 : 1, resultBytes = toWords ? 2 : 1;
     template <class Rule>
-    ZEL_INLINE static void block(const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], ptrdiff_t i) {
+    ZEL_INLINE static void block(const Rule& rule, const uint8_t* const (&in)[2], const Destination (&out)[2], ptrdiff_t i) {
         const uint8_t* const p = in[0] + i * itemBytes;
         if constexpr (toWords) {
-            storeVector(Destination(out[0] + 2 * i), rule.template operator()<fromWords>(read<fromWords>(p)));
-            storeVector(Destination(out[0] + 2 * i + vectorBytes),
+            storeVector(out[0] + 2 * i, rule.template operator()<fromWords>(read<fromWords>(p)));
+            storeVector((out[0] + 2 * i + vectorBytes),
                         rule.template operator()<fromWords>(read<fromWords>(p + words * itemBytes)));
         } else if constexpr (fromWords) {
             const PackOrder v = loadInPackOrder(p);
-            storeVector(Destination(out[0] + i), packBytes(rule.template operator()<true>((Words)v.first),
-                                                           rule.template operator()<true>((Words)v.second)));
+            storeVector(out[0] + i, packBytes(rule.template operator()<true>((Words)v.first),
+                                              rule.template operator()<true>((Words)v.second)));
         } else if constexpr (Rule::keepsBytes) {
-            storeVector(Destination(out[0] + i), loadBytes(p));
+            storeVector(out[0] + i, loadBytes(p));
         } else {
             const Bytes v = loadBytes(p);
-            storeVector(Destination(out[0] + i), packBytes(rule.template operator()<false>((Words)interleaveLow(Bytes{}, v)),
-                                                           rule.template operator()<false>((Words)interleaveHigh(Bytes{}, v))));
+            storeVector(out[0] + i, packBytes(rule.template operator()<false>((Words)interleaveLow(Bytes{}, v)),
+                                              rule.template operator()<false>((Words)interleaveHigh(Bytes{}, v))));
         }
     }
 };
@@ -120,13 +120,13 @@ template <bool fromWords, bool toWords>
 struct Join {
     static constexpr int items = words, itemBytes = fromWords ? 2 : 1, resultBytes = toWords ? 4 : 2;
     template <class Rule>
-    ZEL_INLINE static void block(const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], ptrdiff_t i) {
+    ZEL_INLINE static void block(const Rule& rule, const uint8_t* const (&in)[2], const Destination (&out)[2], ptrdiff_t i) {
         const Words a = rule.template operator()<fromWords>(read<fromWords>(in[0] + i * itemBytes)),
                     b = rule.template operator()<fromWords>(read<fromWords>(in[1] + i * itemBytes));
         if constexpr (toWords)
             stores::storeInterleavedWords(out[0] + 4 * i, a, b);
         else
-            storeVector(Destination(out[0] + 2 * i), a | b << 8);
+            storeVector(out[0] + 2 * i, a | b << 8);
     }
 };
 
@@ -135,7 +135,7 @@ template <bool fromWords, bool toWords>
 struct Part {
     static constexpr int items = 2 * words, itemBytes = fromWords ? 4 : 2, resultBytes = toWords ? 2 : 1;
     template <class Rule>
-    ZEL_INLINE static void block(const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], ptrdiff_t i) {
+    ZEL_INLINE static void block(const Rule& rule, const uint8_t* const (&in)[2], const Destination (&out)[2], ptrdiff_t i) {
         Words a[2], b[2];
         for (int part = 0; part < 2; ++part) {
             const uint8_t* const p = in[0] + (i + part * words) * itemBytes;
@@ -153,22 +153,28 @@ struct Part {
         }
         if constexpr (toWords) {
             for (int part = 0; part < 2; ++part) {
-                storeVector(Destination(out[0] + 2 * i + part * vectorBytes), a[part]);
-                storeVector(Destination(out[1] + 2 * i + part * vectorBytes), b[part]);
+                storeVector(out[0] + 2 * i + part * vectorBytes, a[part]);
+                storeVector(out[1] + 2 * i + part * vectorBytes, b[part]);
             }
         } else {
-            storeVector(Destination(out[0] + i), lowThenHighHalves(packBytes(a[0], a[1])));
-            storeVector(Destination(out[1] + i), lowThenHighHalves(packBytes(b[0], b[1])));
+            storeVector(out[0] + i, lowThenHighHalves(packBytes(a[0], a[1])));
+            storeVector(out[1] + i, lowThenHighHalves(packBytes(b[0], b[1])));
         }
     }
 };
 
 // The last items by copies that end with the block.
 template <class Kind, class Rule>
-ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], uint8_t* const (&out)[2], ptrdiff_t count) {
+ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], const Destination (&out)[2], ptrdiff_t count) {
     const Rule rule = given;
     ptrdiff_t i = 0;
-    for (; i + Kind::items <= count; i += Kind::items) Kind::block(rule, in, out, i);
+    const auto blocks = [&](const Destination(&to)[2]) ZEL_INLINE_LAMBDA {
+        for (; i + Kind::items <= count; i += Kind::items) Kind::block(rule, in, to, i);
+    };
+    if (out[0].bypassing() || out[1].bypassing())
+        blocks(out);
+    else  // code of its own: to ask at each store would take longer than it
+        blocks({static_cast<uint8_t*>(out[0]), static_cast<uint8_t*>(out[1])});
     if (i == count) return;
     alignas(64) uint8_t from[2][Kind::items * Kind::itemBytes], to[2][Kind::items * Kind::resultBytes];
     const size_t read = size_t(count - i) * Kind::itemBytes, written = size_t(count - i) * Kind::resultBytes;
@@ -177,14 +183,14 @@ ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], uint8_t*
         if (in[k]) __builtin_memcpy(from[k], in[k] + i * Kind::itemBytes, read);
     }
     const uint8_t* const sources[2] = {from[0], from[1]};
-    uint8_t* const results[2] = {to[0], to[1]};
+    const Destination results[2] = {to[0], to[1]};
     Kind::block(rule, sources, results, 0);
     for (int k = 0; k < 2; ++k)
         if (out[k]) __builtin_memcpy(out[k] + i * Kind::resultBytes, to[k], written);
 }
 
 template <template <bool, bool> class Kind, class Rule>
-ZEL_INLINE void rowBy(const zelv::Plan& plan, const Rule& rule, const uint8_t* const (&in)[2], uint8_t* const (&out)[2],
+ZEL_INLINE void rowBy(const zelv::Plan& plan, const Rule& rule, const uint8_t* const (&in)[2], const Destination (&out)[2],
                       ptrdiff_t count) {
     if constexpr (std::is_same_v<Rule, ScaledBytes>) return row<Kind<false, false>, Rule>(rule, in, out, count);
     const bool fromWords = plan.in.depth > 8, toWords = plan.out.depth > 8;
@@ -221,8 +227,8 @@ ZEL_NOINLINE void convert(const zelv::Call& call) {
     const zelv::Side &in = plan.in, &out = plan.out;
     const Rule ofLuma(plan, 0), ofChroma(plan, 1);
     const auto from = [&](int plane, int y) { return call.from[plane] + ptrdiff_t{call.fromStep[plane]} * y; };
-    const auto to = [&](int plane, int y) { return call.to[plane] + ptrdiff_t{call.toStep[plane]} * y; };
-    const auto plane = [&](const Rule& rule, const uint8_t* source, uint8_t* result, ptrdiff_t count) {
+    const auto to = [&](int plane, int y) { return destination(call, plane, y); };
+    const auto plane = [&](const Rule& rule, const uint8_t* source, Destination result, ptrdiff_t count) {
         rowBy<Plane>(plan, rule, {source, nullptr}, {result, nullptr}, count);
     };
     const ptrdiff_t sites = ((call.width - 1) >> in.sitesAcross) + 1;

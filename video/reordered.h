@@ -24,7 +24,7 @@ struct Colours {
 };
 
 template <int from, int to>
-ZEL_INLINE void block(Colours order, const uint8_t* in, uint8_t* out) {
+ZEL_INLINE void block(Colours order, const uint8_t* in, Destination out) {
     Triple t;
     Bytes alpha = splatByte(0xff);
     if constexpr (from == 4) {
@@ -36,14 +36,14 @@ ZEL_INLINE void block(Colours order, const uint8_t* in, uint8_t* out) {
     }
     if (order.isReversed) t = {t.c, t.b, t.a};
     if constexpr (to == 4)
-        storeFour<1>(Destination(out), Channels<Bytes>{t.a, t.b, t.c}, alpha);
+        storeFour<1>(out, Channels<Bytes>{t.a, t.b, t.c}, alpha);
     else
         Interleaved3::store<Order::natural>(out, t);
 }
 
 // The last pixels by copies that end with the block.
 template <int from, int to>
-ZEL_NOINLINE void row(Colours order, const uint8_t* in, uint8_t* out, ptrdiff_t pixels) {
+ZEL_NOINLINE void row(Colours order, const uint8_t* in, Destination out, ptrdiff_t pixels) {
     ptrdiff_t i = 0;
     for (; i + blockPixels <= pixels; i += blockPixels) block<from, to>(order, in + i * from, out + i * to);
     if (i == pixels) return;
@@ -62,7 +62,7 @@ ZEL_INLINE void convertReordered(const zelv::Call& call) {
                                : out.samples == 3 ? reordered::row<4, 3>
                                                : reordered::row<4, 4>;
     for (int y = call.firstRow; y < call.endRow; ++y)
-        convertRow(order, call.from[0] + ptrdiff_t{call.fromStep[0]} * y, call.to[0] + ptrdiff_t{call.toStep[0]} * y, call.width);
+        convertRow(order, call.from[0] + ptrdiff_t{call.fromStep[0]} * y, destination(call, 0, y), call.width);
 }
 
 }  // namespace zel::ZEL_LEVEL::video

@@ -2,7 +2,7 @@
 // words, and RGB to planes of words with chroma averaged. Nothing is dithered. They give the same sums. Whole blocks only.
 #pragma once
 
-#include "call.h"
+#include "video/destinations.h"
 #include "video/loads.h"
 #include "video/stores.h"
 #include "video/sums.h"
@@ -17,7 +17,7 @@ constexpr int blockPixels = 2 * words;
 ZEL_INLINE const uint8_t* from(const zelv::Call& call, int plane, int y) {
     return call.from[plane] + ptrdiff_t{call.fromStep[plane]} * y;
 }
-ZEL_INLINE uint8_t* to(const zelv::Call& call, int plane, int y) { return call.to[plane] + ptrdiff_t{call.toStep[plane]} * y; }
+ZEL_INLINE Destination to(const zelv::Call& call, int plane, int y) { return destination(call, plane, y); }
 
 // Luma of two rows, and chroma of a vector of pixels as U and V in turn: of each pixel, two vectors, or of every second one.
 template <bool isPaired, bool ofPixels>
@@ -61,13 +61,13 @@ struct Pixels {
     ZEL_INLINE void write(int y, int at, const Words (&v)[3]) const {
         InterleavedThree<Depth16u>::store(row[y] + ptrdiff_t{at} * 6, {v[0], v[1], v[2]});
     }
-    uint8_t* row[2];
+    Destination row[2];
 };
 struct Planes {
     ZEL_INLINE void write(int y, int at, const Words (&v)[3]) const {
-        unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { storeVector(Destination(row[y][c] + ptrdiff_t{at} * 2), v[c]); });
+        unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { storeVector(row[y][c] + ptrdiff_t{at} * 2, v[c]); });
     }
-    uint8_t* row[2][3];
+    Destination row[2][3];
 };
 
 template <int rows, class From, class To, class Bits>
@@ -197,10 +197,9 @@ ZEL_NOINLINE void encode(const zelv::Call& call, const From& source, int row, Bi
     const zelv::Plan& plan = *call.plan;
     const zelv::Side& out = plan.out;
     const bool isPaired = out.layout == Layout::semiPlanar, reversed = isPaired && out.place[1] > out.place[2];
-    uint8_t* const luma[2] = {to(call, out.place[0], row), to(call, out.place[0], row + rows - 1)};
-    uint8_t *const u = to(call, isPaired ? 1 : out.place[1], row >> out.sitesDown), *const v =
-                                                                                        to(call, isPaired ? 1 : out.place[2],
-                                                                                           row >> out.sitesDown);
+    const Destination luma[2] = {to(call, out.place[0], row), to(call, out.place[0], row + rows - 1)};
+    const Destination u = to(call, isPaired ? 1 : out.place[1], row >> out.sitesDown),
+                      v = to(call, isPaired ? 1 : out.place[2], row >> out.sitesDown);
     const Triple<Bits> ofLuma(plan, bits, 0), ofU(plan, bits, reversed ? 2 : 1), ofV(plan, bits, reversed ? 1 : 2);
     const Words ones = splatWord(1);
     const Dwords half = splatDword(isFine ? 0 : rows);
@@ -211,12 +210,11 @@ ZEL_NOINLINE void encode(const zelv::Call& call, const From& source, int row, Bi
             Words x[3][2];
             in.read(y, i, x);
             unrolled<2>([&](auto part) ZEL_INLINE_LAMBDA {
-                storeVector(Destination(luma[y] + ptrdiff_t{i} * 2 + part * vectorBytes),
-                            ofLuma.of(x[0][part], x[1][part], x[2][part]));
+                storeVector(luma[y] + ptrdiff_t{i} * 2 + part * vectorBytes, ofLuma.of(x[0][part], x[1][part], x[2][part]));
                 if (ofPixels) {
                     const ptrdiff_t byte = ptrdiff_t{i} * 2 + part * vectorBytes;
-                    storeVector(Destination(u + byte), ofU.of(x[0][part], x[1][part], x[2][part]));
-                    storeVector(Destination(v + byte), ofV.of(x[0][part], x[1][part], x[2][part]));
+                    storeVector(u + byte, ofU.of(x[0][part], x[1][part], x[2][part]));
+                    storeVector(v + byte, ofV.of(x[0][part], x[1][part], x[2][part]));
                 } else {
                     unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA { sum[c][part] += mulAddPairs(x[c][part], ones); });
                 }
@@ -235,11 +233,11 @@ ZEL_NOINLINE void encode(const zelv::Call& call, const From& source, int row, Bi
         };
         const Words us = of(ofU), vs = of(ofV);
         if (isPaired) {
-            storeVector(Destination(u + ptrdiff_t{i} * 2), interleaveLow(us, vs));
-            storeVector(Destination(u + ptrdiff_t{i} * 2 + vectorBytes), interleaveHigh(us, vs));
+            storeVector(u + ptrdiff_t{i} * 2, interleaveLow(us, vs));
+            storeVector(u + ptrdiff_t{i} * 2 + vectorBytes, interleaveHigh(us, vs));
         } else {
-            storeVector(Destination(u + i), lowThenHighHalves((Bytes)us));
-            storeVector(Destination(v + i), lowThenHighHalves((Bytes)vs));
+            storeVector(u + i, lowThenHighHalves((Bytes)us));
+            storeVector(v + i, lowThenHighHalves((Bytes)vs));
         }
     }
 }

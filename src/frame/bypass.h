@@ -3,7 +3,10 @@
 // call that reads it next. No result depends on it.
 #pragma once
 
-#include "frame/conversion.h"
+#include <cstddef>
+#include <cstdint>
+
+#include "simd/vector.h"
 
 // Bytes that a call may read and write together and still finds in the caches, set once by the dispatch constructor.
 extern "C" [[gnu::visibility("hidden")]] int32_t zelCachedCallBytes;

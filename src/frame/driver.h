@@ -3,6 +3,7 @@
 #pragma once
 
 #include "frame/bypass.h"
+#include "frame/conversion.h"
 #include "simd/part.h"
 
 namespace zel::ZEL_LEVEL {

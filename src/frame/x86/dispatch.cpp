@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <iterator>
 
+#include "frame/cached_calls.h"
 #include "processor.h"
 #include "zelcore.h"
 
@@ -42,19 +43,6 @@ uint64_t presentFeatures() {
     if (features & zelCpuAvx2) return features | zelCpuAvx512;
 #endif
     return features;
-}
-
-// Five eighths of the largest cache: on a Zen 4 with 1 MiB of L2 and 32 MiB of L3, the latter shared with other virtual machines,
-// a copy that bypasses the caches overtakes the plain one where both images together have 20 to 22 MiB; at 16 MiB it still has
-// 0.8 of its speed, at 24 MiB 1.25 times, at 32 MiB 1.3 to 1.9 times. Of a cache that many cores share, one thread has no more
-// than that.
-int32_t cachedCallBytes() {
-#ifdef ZELCC_CACHED_CALL_BYTES
-    return ZELCC_CACHED_CALL_BYTES;
-#endif
-    constexpr int64_t usual = 32 << 20, most = 64 << 20;
-    const int64_t cache = largestCache();
-    return static_cast<int32_t>((cache == 0 ? usual : std::min(cache, most)) / 8 * 5);
 }
 
 // On a Zen 5, vectors are faster in its first cache of 48 KiB (1.3 to 1.8 times), as fast at 16 KiB a row in the second one, and
