@@ -315,6 +315,8 @@ ZEL_NOINLINE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
         unrolled<2>([&](auto row) ZEL_INLINE_LAMBDA {
             UDwords pixels[4];
             Dwords y[4];
+            // Pixels come faster than a processor foresees them.
+            prefetch<Use::read>(in[row] + ptrdiff_t{i} * samples + 2048, size_t{blockPixels} * samples - lineBytes);
             readPixels<samples>(in[row] + ptrdiff_t{i} * samples, pixels);
             unrolled<4>([&](auto k) ZEL_INLINE_LAMBDA {
                 const Words even = (Words)pixels[k] & low, odd = (Words)((UWords)pixels[k] >> 8);
