@@ -35,6 +35,7 @@ struct Source {
     template <bool deals>
     ZEL_INLINE void readLuma(int row, int at, Words (&v)[2]) const {
         const uint8_t* const p = luma[row] + ptrdiff_t{at} * bytes;
+        if constexpr (isWide) askAhead(p, 2 * vectorBytes);
         if constexpr (isWide && deals) {
             v[0] = place((Words)spreadHalves(loadBytes(p)));
             v[1] = place((Words)spreadHalves(loadBytes(p + vectorBytes)));
@@ -315,8 +316,7 @@ ZEL_NOINLINE void encode(const zelv::Plan& plan, const uint8_t* const (&in)[2], 
         unrolled<2>([&](auto row) ZEL_INLINE_LAMBDA {
             UDwords pixels[4];
             Dwords y[4];
-            // Pixels come faster than a processor foresees them.
-            prefetch<Use::read>(in[row] + ptrdiff_t{i} * samples + 2048, size_t{blockPixels} * samples - lineBytes);
+            askAhead(in[row] + ptrdiff_t{i} * samples, size_t{blockPixels} * samples);
             readPixels<samples>(in[row] + ptrdiff_t{i} * samples, pixels);
             unrolled<4>([&](auto k) ZEL_INLINE_LAMBDA {
                 const Words even = (Words)pixels[k] & low, odd = (Words)((UWords)pixels[k] >> 8);

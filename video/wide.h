@@ -30,7 +30,10 @@ struct LumaChroma {
         isUFirst = !isPaired || in.place[1] < in.place[2];
     }
 
-    ZEL_INLINE Words readLuma(int row, int at) const { return place((Words)loadBytes(luma[row] + ptrdiff_t{at} * 2)); }
+    ZEL_INLINE Words readLuma(int row, int at) const {
+        if (at % blockPixels == 0) askAhead(luma[row] + ptrdiff_t{at} * 2, 2 * vectorBytes);
+        return place((Words)loadBytes(luma[row] + ptrdiff_t{at} * 2));
+    }
     // Of a block.
     ZEL_INLINE void readChroma(int at, Words (&v)[2][groups]) const {
         const auto read = [&](int c, ptrdiff_t byte) ZEL_INLINE_LAMBDA { return place((Words)loadBytes(chroma[c] + byte)); };
@@ -124,9 +127,7 @@ struct Interleaved {
         constexpr int vectors = Load::items / words;
         unrolled<2 / vectors>([&](auto part) ZEL_INLINE_LAMBDA {
             Words read[4][2];
-            // Pixels of six bytes come faster than a processor foresees them.
-            prefetch<Use::read>(row[y] + ptrdiff_t{at + part * words} * Load::itemBytes + 2048,
-                                size_t(Load::items * Load::itemBytes));
+            askAhead(row[y] + ptrdiff_t{at + part * words} * Load::itemBytes, size_t(Load::items * Load::itemBytes));
             load.read(row[y] + ptrdiff_t{at + part * words} * Load::itemBytes, read);
             unrolled<vectors>([&](auto k) ZEL_INLINE_LAMBDA {
                 v[0][part + k] = isRedFirst ? read[0][k] : read[2][k];
@@ -143,6 +144,7 @@ struct Interleaved {
 struct RgbPlanes {
     ZEL_INLINE void read(int y, int at, Words (&v)[3][2]) const {
         unrolled<3>([&](auto c) ZEL_INLINE_LAMBDA {
+            askAhead(row[y][c] + ptrdiff_t{at} * 2, 2 * vectorBytes);
             for (int part = 0; part < 2; ++part)
                 v[c][part] = place((Words)loadBytes(row[y][c] + ptrdiff_t{at} * 2 + part * vectorBytes));
         });
