@@ -46,6 +46,8 @@ Site wholeSites(std::span<const Step> steps);
 
 // Whether the formats hold the same samples, but for an alpha that one of them lacks, at different places.
 bool canRearrange(const Format& source, const Format& target);
+// Of these it is libzelvideo that moves by vectors: RGB of whole numbers at one depth.
+bool isMovedByVideo(const Format& source, const Format& target);
 // An alpha that the source lacks is filled with opaque().
 void rearrange(const Format& source, const Side& from, const Format& target, const Side& to, ZelSize size);
 

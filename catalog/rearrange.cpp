@@ -137,19 +137,9 @@ class Mover {
 // Which has no kernels.
 bool moveByVideo(const Format&, const Side&, const Format&, const Side&, ZelSize) { return false; }
 #else
-// RGB of whole numbers at one depth, which libzelvideo moves by vectors. False where it doesn't have the formats.
 bool moveByVideo(const Format& source, const Side& from, const Format& target, const Side& to, ZelSize size) {
-    const auto isDescribed = [](const Format& f) {
-        return f.model == Model::rgb && f.description.depth >= 8 && f.description.depth <= 16;
-    };
-    // Which that library doesn't move.
-    const auto hasUnused = [](const Format& f) {
-        return std::string_view(f.description.components).find('X') != std::string_view::npos;
-    };
     ZelvPlan plan;
-    if (!isDescribed(source) || !isDescribed(target) || (hasUnused(source) && hasUnused(target)) ||
-        source.description.depth != target.description.depth || makePlan(&plan, source, target, {}, {}) != zelStsNoErr)
-        return false;
+    if (!isMovedByVideo(source, target) || makePlan(&plan, source, target, {}, {}) != zelStsNoErr) return false;
     const uint8_t* read[4];
     uint8_t* written[4];
     for (size_t i = 0; i < std::size(read); ++i) {
@@ -161,6 +151,18 @@ bool moveByVideo(const Format& source, const Side& from, const Format& target, c
 #endif
 
 }  // namespace
+
+bool isMovedByVideo(const Format& source, const Format& target) {
+    const auto isDescribed = [](const Format& f) {
+        return f.model == Model::rgb && f.description.depth >= 8 && f.description.depth <= 16;
+    };
+    // Which that library doesn't move.
+    const auto hasUnused = [](const Format& f) {
+        return std::string_view(f.description.components).find('X') != std::string_view::npos;
+    };
+    return isDescribed(source) && isDescribed(target) && !(hasUnused(source) && hasUnused(target)) &&
+           source.description.depth == target.description.depth;
+}
 
 void rearrange(const Format& source, const Side& from, const Format& target, const Side& to, ZelSize size) {
     if (moveByVideo(source, from, target, to, size)) return;

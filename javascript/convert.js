@@ -109,6 +109,7 @@ export class Converter {
     return {
       by: BY[by], f, function: f?.name ?? (BY[by] === 'video' ? VIDEO : undefined), source: formatList[source], target: formatList[target],
       module: f?.module ?? (BY[by] === 'video' ? 'video' : 'core'),
+      isMovedByVideo: BY[by] === 'move' && Boolean(this.#core.isMovedByVideo(source, target)),  // where that is loaded
     };
   }
 
@@ -149,11 +150,11 @@ export class Converter {
   }
 
   #run(step, way, source, target, extras) {
+    const video = step.by === 'video' || step.isMovedByVideo ? this.#load('video', step.by === 'video' && VIDEO) : undefined;
     if (step.by === 'function') {
       this.#functions[step.function](source, target, extras);
       this.#finishAlpha(step, source, target);
-    } else if (step.by === 'video') {
-      const video = this.#load('video', VIDEO);
+    } else if (video) {
       const plan = this.#plan(step, way, video);
       const at = this.#lay(source, target);
       const status = video.zelvConvert(plan, at.fromPlanes, at.fromSteps, at.toPlanes, at.toSteps, at.size);

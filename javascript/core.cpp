@@ -92,6 +92,10 @@ ZEL_MODULE(planBytes) int32_t planBytes() { return sizeof(ZelvPlan); }
 
 ZEL_MODULE(videoOptions) void videoOptions(const char* method, ZelvOptions* options) { *options = catalog::videoOptions(method); }
 
+ZEL_MODULE(isMovedByVideo) bool isMovedByVideo(int32_t source, int32_t target) {
+    return catalog::isMovedByVideo(catalog::formats()[source], catalog::formats()[target]);
+}
+
 ZEL_MODULE(rearrange)
 void rearrange(int32_t source, const catalog::Side* from, int32_t target, const catalog::Side* to, int32_t width,
                int32_t height) {

@@ -11,12 +11,12 @@ const OPAQUE = {'1u': 1, '8u': 255, '8s': 127, '16u': 65535, '16s': 32767, '32s'
 const digits = text => [...text].map(Number);
 const upTo = count => [...Array(count).keys()];
 
-function formatOf([name, title, element, planeRows, model, bits, grid, canonical, order], number) {
+function formatOf([name, title, element, planeRows, model, bits, grid, shift, canonical, order], number) {
   const planes = planeRows.map(([channels, bytes, width = 1, height = 1]) =>
     Object.freeze({channels: Object.freeze(channels.split(' ')), bytes, width, height}));
   const alphaPlane = planes.findIndex(plane => plane.channels.includes('A'));
   return {
-    name, title, element, model, bits, grid, number, alphaPlane, array: ELEMENTS[element], opaque: OPAQUE[element],
+    name, title, element, model, bits, grid, shift, number, alphaPlane, array: ELEMENTS[element], opaque: OPAQUE[element],
     planes: Object.freeze(planes), hasAlpha: alphaPlane >= 0, canonical: canonical ?? number,
     order: order ? digits(order) : upTo(planes.length),
     site: {width: Math.max(...planes.map(p => p.width)), height: Math.max(...planes.map(p => p.height))},

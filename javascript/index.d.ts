@@ -50,6 +50,8 @@ export interface Format {
   readonly model: 'rgb' | 'ycbcr' | 'gray' | 'ycocg' | 'mosaic' | 'other';
   /** Of the narrowest channel. */
   readonly bits: number;
+  /** Bits of a word below those of the sample. */
+  readonly shift: number;
   readonly hasAlpha: boolean;
 }
 

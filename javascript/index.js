@@ -59,9 +59,10 @@ class Zelcc {
     return exports;
   }
 
+  /** What isn't loaded is refused where somebody asks who needs it. */
   #exportsOf(module, asker) {
     const found = this.#exports[module];
-    if (!found) throw new ZelError(`the module '${module}' isn't loaded; load it by await zelcc.load('${module}')`, {function: asker});
+    if (!found && asker) throw new ZelError(`the module '${module}' isn't loaded; load it by await zelcc.load('${module}')`, {function: asker});
     return found;
   }
 

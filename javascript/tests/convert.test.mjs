@@ -53,6 +53,29 @@ test('a way of several steps is its functions one after the other', () => {
   assert.deepEqual(zelcc.convert(image, 'lab24').bytes, by.bytes);
 });
 
+test('moves are the same with and without the video library', async () => {
+  const alone = await load({modules: []});
+  const names = Object.values(zelcc.formats).filter(({model}) => model === 'rgb').map(({name}) => name);
+  const isMove = (from, to) => {
+    try {
+      return String(steps(from, to)) === 'move';
+    } catch {
+      return false;  // for want of a way
+    }
+  };
+  let moves = 0;
+  for (const from of names)
+    for (const to of names) {
+      if (!isMove(from, to)) continue;
+      const image = noise(from, 37, 3), copy = alone.image(from, 37, 3, image.bytes);
+      const made = zelcc.convert(image, to), wanted = alone.convert(copy, to);
+      assert.deepEqual(made.bytes, wanted.bytes, `${from} to ${to}`);
+      for (const one of [image, copy, made, wanted]) one.free();
+      ++moves;
+    }
+  assert.ok(moves > 100);
+});
+
 test('moves and ways back keep samples', () => {
   for (const [format, between] of [['rgba', 'bgra'], ['yuv420p', 'nv12'], ['nv12', 'nv21'], ['rgb24', 'gbrp'], ['rgb24', 'rgb48le']]) {
     const image = noise(format, 22, 6);

@@ -5,6 +5,7 @@
 #include <wasm_simd128.h>
 
 #define ZEL_WORDS "simd/wasm/words.h"
+#define ZEL_OWN_FIELDS "simd/wasm/fields.h"
 #define ZEL_OWN_PICKED "simd/wasm/picked.h"
 
 namespace zel::ZEL_LEVEL {
