@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "harness/random.h"
+#include "zelcc/lumachroma.h"
 #ifdef ZELCC_BENCH_LIBYUV
 #include <libyuv.h>
 #endif
@@ -25,6 +26,32 @@ bool isRgb(const ZelvFormat& f) { return std::strchr(f.components, 'R') != nullp
 int across(const ZelvFormat& f) { return f.sampling == zelv420 || f.sampling == zelv422 ? 1 : 0; }
 int down(const ZelvFormat& f) { return f.sampling == zelv420 ? 1 : 0; }
 int bytesOf(const ZelvFormat& f) { return f.depth > 8 ? 2 : 1; }
+
+// The function of libzelcc between the same layouts, which has a matrix of its own.
+void addFixed(const Task& task, const Frame& s, const Frame& d, std::vector<Peer>& peers) {
+    const std::string name = task.name;
+    const ZelSize size = s.size;
+    const auto is = [&](const char* from, const char* to) { return name.find(from) == 0 && name.find(to) != std::string::npos; };
+    const auto add = [&](const Call& call) { peers.push_back({"fixed", call}); };
+    if (is("I420", " to BGRA") || is("J420", " to BGRA"))
+        add([=, &s, &d] { zeliYCbCr420ToBGR_8u_P3C4R(s.readable(), s.steps, d.planes[0], d.steps[0], size, 255); });
+    else if (is("NV12", " to BGRA"))
+        add([=, &s, &d] {
+            zeliYCbCr420ToBGR_8u_P2C4R(s.planes[0], s.steps[0], s.planes[1], s.steps[1], d.planes[0], d.steps[0], size, 255);
+        });
+    else if (is("I420", " to RGB") || is("J420", " to RGB"))
+        add([=, &s, &d] { zeliYCbCr420ToBGR_709CSC_8u_P3C3R(s.readable(), s.steps, d.planes[0], d.steps[0], size); });
+    else if (is("I444", " to BGRA"))
+        add([=, &s, &d] { zeliYCbCrToBGR_709CSC_8u_P3C4R(s.readable(), s.steps[0], d.planes[0], d.steps[0], size, 255); });
+    else if (is("BGRA to", "420"))
+        add([=, &s, &d] { zeliBGRToYCbCr420_709CSC_8u_AC4P3R(s.planes[0], s.steps[0], d.planes, d.steps, size); });
+    else if (is("RGB to", "NV12"))
+        add([=, &s, &d] {
+            zeliBGRToYCbCr420_709CSC_8u_C3P2R(s.planes[0], s.steps[0], d.planes[0], d.steps[0], d.planes[1], d.steps[1], size);
+        });
+    else if (is("RGB to", "J420") || is("RGB to", "I420"))
+        add([=, &s, &d] { zeliBGRToYCbCr420_709CSC_8u_C3P3R(s.planes[0], s.steps[0], d.planes, d.steps, size); });
+}
 
 #ifdef ZELCC_BENCH_LIBYUV
 struct Constants {
@@ -224,9 +251,9 @@ Frame::Frame(const ZelvFormat& f, ZelSize area) : size(area) {
     }
 }
 
-std::vector<Peer> peersOf([[maybe_unused]] const Task& task, [[maybe_unused]] const Frame& source,
-                          [[maybe_unused]] const Frame& destination) {
+std::vector<Peer> peersOf(const Task& task, const Frame& source, const Frame& destination) {
     std::vector<Peer> peers;
+    addFixed(task, source, destination, peers);
 #ifdef ZELCC_BENCH_LIBYUV
     addLibyuv(task, source, destination, peers);
 #endif
