@@ -1,13 +1,13 @@
-"""data.py LEVELS OBJECTS: the object files of the library hold no data that is written after loading, but for the three integers
-of the dispatch, and run no code at load but the dispatch constructor. A processor with one level has no dispatch."""
+"""data.py LEVELS OBJECTS: the object files of the library hold no data that is written after loading, but for the integers of
+the dispatch, and run no code at load but the dispatch constructor. A processor with one level has no dispatch."""
 
 import sys
 
 from binaries import label, sections, symbols
 from verdict import conclude
 
-DISPATCH_SIZE = 12
 DISPATCH = {"zelDispatchIndex", "zelKernelLevel", "zelCachedCallBytes", "zelMovedAtOnceBytes"}
+DISPATCH_SIZE = 4 * len(DISPATCH)
 
 
 def faults(path):
