@@ -10,7 +10,7 @@ namespace zel::ZEL_LEVEL {
 // touch its line once more would read it from memory.
 ZEL_INLINE void copyRow(Destination to, const uint8_t* from, size_t bytes) {
     if (bytes < vectorBytes) return copyShort(to, from, bytes);
-    if (isMovedAtOnce(bytes)) return moveAtOnce(to, from, bytes);
+    if (isMovedAtOnce(to, from, bytes)) return moveAtOnce(to, from, bytes);
     const Bytes last = loadBytes(from + bytes - vectorBytes);
     storeVector(to, loadBytes(from));
     size_t i = vectorBytes - reinterpret_cast<uintptr_t>(static_cast<uint8_t*>(to)) % vectorBytes;

@@ -24,10 +24,13 @@ ZEL_INLINE bool exceedsCaches([[maybe_unused]] size_t bytes) {
 }
 
 // Whether a row is moved by one instruction. In and beyond the second cache it beats vectors, and stores that bypass the caches
-// as well until the rows alone fill these.
-ZEL_INLINE bool isMovedAtOnce([[maybe_unused]] size_t bytes) {
+// as well until the rows alone fill these. Rows that lie differently in lines aren't: some processors take many times as long for
+// them.
+ZEL_INLINE bool isMovedAtOnce([[maybe_unused]] const uint8_t* to, [[maybe_unused]] const uint8_t* from,
+                              [[maybe_unused]] size_t bytes) {
     if constexpr (traits.bypasses)
-        return bytes >= size_t(zelMovedAtOnceBytes) && !exceedsCaches(2 * bytes);
+        return bytes >= size_t(zelMovedAtOnceBytes) && !exceedsCaches(2 * bytes) &&
+               (reinterpret_cast<uintptr_t>(to) - reinterpret_cast<uintptr_t>(from)) % lineBytes == 0;
     else
         return false;
 }
