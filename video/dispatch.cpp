@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "call.h"
-#include "frame/cached_calls.h"
+#include "cached_calls.h"
 #include "identifier.h"
 #include "processor.h"
 #include "zelvideo.h"

@@ -171,7 +171,7 @@ ZEL_NOINLINE void row(const Rule& given, const uint8_t* const (&in)[2], const De
     const auto blocks = [&](const Destination(&to)[2]) ZEL_INLINE_LAMBDA {
         for (; i + Kind::items <= count; i += Kind::items) Kind::block(rule, in, to, i);
     };
-    if (out[0].bypassing() || out[1].bypassing())
+    if (traits.bypasses && (out[0].bypassing() || out[1].bypassing()))
         blocks(out);
     else  // code of its own: to ask at each store would take longer than it
         blocks({static_cast<uint8_t*>(out[0]), static_cast<uint8_t*>(out[1])});

@@ -305,11 +305,12 @@ ZEL_INLINE void encodeRows(const zelv::Call& call, int y, int rows, int count) {
     const zelv::Plan& plan = *call.plan;
     const zelv::Side& in = plan.in;
     const auto withSource = [&](const auto& source) ZEL_INLINE_LAMBDA {
+        if constexpr (std::remove_cvref_t<decltype(source)>::hasWords)
+            if (plan.isFine) {
+                const Shift<0> bits{plan.sums.shift};
+                return rows == 2 ? encode<2, true>(call, source, y, bits, count) : encode<1, true>(call, source, y, bits, count);
+            }
         withBits(plan, [&](auto bits) ZEL_INLINE_LAMBDA {
-            if constexpr (std::remove_cvref_t<decltype(source)>::hasWords)
-                if (plan.isFine)
-                    return rows == 2 ? encode<2, true>(call, source, y, bits, count)
-                                     : encode<1, true>(call, source, y, bits, count);
             rows == 2 ? encode<2, false>(call, source, y, bits, count) : encode<1, false>(call, source, y, bits, count);
         });
     };

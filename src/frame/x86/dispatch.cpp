@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <iterator>
 
-#include "frame/cached_calls.h"
+#include "cached_calls.h"
 #include "processor.h"
 #include "zelcore.h"
 

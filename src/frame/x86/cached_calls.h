@@ -10,7 +10,7 @@
 // a copy that bypasses the caches overtakes the plain one where both images together have 20 to 22 MiB; at 16 MiB it still has
 // 0.8 of its speed, at 24 MiB 1.25 times, at 32 MiB 1.3 to 1.9 times. Of a cache that many cores share, one thread has no more
 // than that.
-[[maybe_unused]] static int32_t cachedCallBytes() {
+static int32_t cachedCallBytes() {
 #ifdef ZELCC_CACHED_CALL_BYTES
     return ZELCC_CACHED_CALL_BYTES;
 #endif
