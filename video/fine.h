@@ -68,24 +68,11 @@ class Fine {
             }
             int bits = taken.count - 1;
             if (across == 1) {
+                narrowTwice(sum, result, sites, sited);
                 bits += sited ? 2 : 1;
-                for (int i = 0; i < sites; i += dwords) {
-                    const auto columns = [&](int at) ZEL_INLINE_LAMBDA {
-                        const Dwords low = loadFine(sum + at), high = loadFine(sum + at + dwords);
-                        return Columns{evenDwords(low, high), oddDwords(low, high)};
-                    };
-                    const Columns own = columns(2 * i);
-                    Dwords mean = own.even + own.odd;
-                    if (sited) mean += own.even + columns(2 * i - 2).odd;
-                    storeFine(result + i, (Dwords)lowThenHighHalves((Bytes)mean));
-                }
             } else if (across == 2) {
+                narrowFourTimes(sum, result, sites, sited);
                 bits += sited ? 4 : 2;
-                for (int i = 0; i < sites; ++i) {
-                    const int32_t* const p = sum + 4 * i;
-                    result[i] =
-                        sited ? p[-3] + p[3] + 2 * (p[-2] + p[2]) + 3 * (p[-1] + p[1]) + 4 * p[0] : p[0] + p[1] + p[2] + p[3];
-                }
             }
             split(result, bits, sites, c, parts);
         }
@@ -98,9 +85,6 @@ class Fine {
   private:
     static constexpr int none = -8;
 
-    struct Columns {
-        Dwords even, odd;
-    };
     struct Row {
         FineLine line[2];
         int y;
@@ -180,6 +164,30 @@ class Fine {
             const int place = !plan_.linear ? 0 : side_.leftSited ? 2 * i : 2 * i - 3;
             const int beside = place < 0 ? -1 : 1, eighths = place * beside;
             for (int k = -2; k < sites - 4; ++k) out[4 * k + i] = ((8 - eighths) * in[k] + eighths * in[k + beside]) >> 3;
+        }
+    }
+
+    // Sums of columns with their weights, 1 1 or 1 2 1 around the first one.
+    ZEL_INLINE static void narrowTwice(const int32_t* in, int32_t* out, int sites, bool sited) {
+        struct Columns {
+            Dwords even, odd;
+        };
+        const auto columns = [&](int at) ZEL_INLINE_LAMBDA {
+            const Dwords low = loadFine(in + at), high = loadFine(in + at + dwords);
+            return Columns{evenDwords(low, high), oddDwords(low, high)};
+        };
+        for (int i = 0; i < sites; i += dwords) {
+            const Columns own = columns(2 * i);
+            Dwords sum = own.even + own.odd;
+            if (sited) sum += own.even + columns(2 * i - 2).odd;
+            storeFine(out + i, (Dwords)lowThenHighHalves((Bytes)sum));
+        }
+    }
+    // 1 1 1 1, or 1 2 3 4 3 2 1 around the first one.
+    ZEL_INLINE static void narrowFourTimes(const int32_t* in, int32_t* out, int sites, bool sited) {
+        for (int i = 0; i < sites; ++i) {
+            const int32_t* const p = in + 4 * i;
+            out[i] = sited ? p[-3] + p[3] + 2 * (p[-2] + p[2]) + 3 * (p[-1] + p[1]) + 4 * p[0] : p[0] + p[1] + p[2] + p[3];
         }
     }
 
