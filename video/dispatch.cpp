@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <iterator>
 
-#include "call.h"
 #include "cached_calls.h"
+#include "call.h"
 #include "identifier.h"
 #include "processor.h"
 #include "zelvideo.h"
