@@ -33,7 +33,7 @@ constexpr NamedLocation locations[] = {{"left", {Place::first, Place::centre}, z
 constexpr std::string_view ranges[] = {"limited", "full"};
 
 // As FFmpeg calls them.
-constexpr std::pair<std::string_view, std::string_view> everydayNames[] = {
+constexpr std::pair<std::string_view, std::string_view> ffmpegNames[] = {
     {"bt709", "709"},     {"bt601", "601"},       {"smpte170m", "601"},  {"bt470bg", "601"},
     {"bt2020nc", "2020"}, {"bt2020_ncl", "2020"}, {"smpte240m", "240m"}, {"tv", "limited"},
     {"mpeg", "limited"},  {"pc", "full"},         {"jpeg", "full"}};
@@ -209,8 +209,8 @@ std::string refusal(const std::string& text, const Names& names) {
 
 std::string withOwnNames(const std::string& option) {
     const auto own = [](const std::string& word) {
-        const auto* const found = std::ranges::find(everydayNames, word, &std::pair<std::string_view, std::string_view>::first);
-        return found == std::end(everydayNames) ? word : std::string(found->second);
+        const auto* const found = std::ranges::find(ffmpegNames, word, &std::pair<std::string_view, std::string_view>::first);
+        return found == std::end(ffmpegNames) ? word : std::string(found->second);
     };
     const Sides sides = sidesOf(option);
     return sides.isPair ? own(sides.source) + ':' + own(sides.target) : own(option);

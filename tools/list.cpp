@@ -47,6 +47,17 @@ int print(const All& all, const std::vector<std::string>& words) {
     return count;
 }
 
+// Whether a word may mean a format of libzelvideo, which converts each of its formats to each.
+bool nameDescribed(const std::vector<std::string>& words) {
+    return std::ranges::any_of(words, [](const std::string& w) {
+        return std::ranges::any_of(catalog::formats(), [&](const catalog::Format& f) {
+            return f.description.depth != 0 && f.name.find(lower(w)) != std::string_view::npos;
+        });
+    });
+}
+constexpr const char* howDescribedAreConverted =
+    ", or ask convert --dry-run: what libzelvideo describes it converts to all the rest, and that isn't listed";
+
 }  // namespace
 
 int list(const std::string& what, const std::vector<std::string>& words) {
@@ -55,19 +66,9 @@ int list(const std::string& what, const std::vector<std::string>& words) {
     if (isAll || what == "formats") count += print(catalog::formats(), words);
     if (isAll || what == "conversions") count += print(catalog::conversions(), words);
     if (what == "functions") count += print(catalog::functions(), words);
-    if (count == 0) {
-        // Those of libzelvideo lead from each to each.
-        const bool isDescribed = std::ranges::any_of(words, [](const std::string& w) {
-            return std::ranges::any_of(catalog::formats(), [&](const catalog::Format& f) {
-                return f.description.depth != 0 && f.name.find(lower(w)) != std::string_view::npos;
-            });
-        });
-        throw DataError(
-            std::string("nothing in the list has all of these words; give fewer") +
-            (what == "conversions" && isDescribed
-                 ? ", or ask convert --dry-run: what libzelvideo describes it converts to all the rest, and that isn't listed"
-                 : ""));
-    }
+    if (count == 0)
+        throw DataError(std::string("nothing in the list has all of these words; give fewer") +
+                        (what == "conversions" && nameDescribed(words) ? howDescribedAreConverted : ""));
     return success;
 }
 

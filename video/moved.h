@@ -99,7 +99,7 @@ struct Plane {
         const uint8_t* const p = in[0] + i * itemBytes;
         if constexpr (toWords) {
             storeVector(out[0] + 2 * i, rule.template operator()<fromWords>(read<fromWords>(p)));
-            storeVector((out[0] + 2 * i + vectorBytes),
+            storeVector(out[0] + 2 * i + vectorBytes,
                         rule.template operator()<fromWords>(read<fromWords>(p + words * itemBytes)));
         } else if constexpr (fromWords) {
             const PackOrder v = loadInPackOrder(p);

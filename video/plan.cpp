@@ -373,11 +373,12 @@ int placesDown(int bits, bool sited, bool weighed) { return sited && weighed ? 2
 
 void compareGrids(Plan& plan) {
     const Side &in = plan.in, &out = plan.out;
-    const bool hasSites = in.model == Model::luma;
-    plan.sameAcross = hasSites ? in.sitesAcross == out.sitesAcross && (in.sitesAcross == 0 || in.leftSited == out.leftSited)
-                               : out.sitesAcross == 0;
-    plan.sameDown =
-        hasSites ? in.sitesDown == out.sitesDown && (in.sitesDown == 0 || in.topSited == out.topSited) : out.sitesDown == 0;
+    const bool hasSites = in.model == Model::luma;  // RGB has those of pixels
+    const auto same = [&](int bits, int otherBits, bool sited, bool otherSited) {
+        return hasSites ? bits == otherBits && (bits == 0 || sited == otherSited) : otherBits == 0;
+    };
+    plan.sameAcross = same(in.sitesAcross, out.sitesAcross, in.leftSited, out.leftSited);
+    plan.sameDown = same(in.sitesDown, out.sitesDown, in.topSited, out.topSited);
     const int upAcross = hasSites ? placesUp(in.sitesAcross, in.leftSited, plan.linear) : 0;
     const int upDown = hasSites ? placesUp(in.sitesDown, in.topSited, plan.linear) : 0;
     const int across = plan.sameAcross ? 0 : upAcross + placesDown(out.sitesAcross, out.leftSited, plan.sited);

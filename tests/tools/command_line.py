@@ -183,7 +183,8 @@ class Words(unittest.TestCase):
                         for words in (theirs, ours, [])]
                 self.assertEqual(made[0], made[1])
                 self.assertNotEqual(made[0], made[2])
-        pair = zelcc("convert", "-", "-", "--from", "nv12", "--to", "nv21", "--size", "4x2", "--matrix", "smpte170m:bt709", "--dry-run", data=bytes(12))
+        pair = zelcc("convert", "-", "-", "--from", "nv12", "--to", "nv21", "--size", "4x2", "--matrix", "smpte170m:bt709",
+                     "--dry-run", data=bytes(12))
         self.assertIn(b"zelvConvert", pair)
 
 
