@@ -18,9 +18,9 @@ extern "C" {
 enum {
     zelCpuSsse3 = 1 << 4,
     zelCpuInOrder = 1 << 5, /**< A small core that executes in program order. */
-    zelCpuAvx2 = 1 << 8,
-    zelCpuAvx512 = 1 << 9, /**< F, BW, DQ, VL and VBMI together. */
-    zelCpuNeon = 1 << 16,  /**< Advanced SIMD of AArch64. */
+    zelCpuAvx2 = 1 << 8,    /**< And FMA, which all but a few of these processors have. */
+    zelCpuAvx512 = 1 << 9,  /**< F, BW, DQ, VL and VBMI together. */
+    zelCpuNeon = 1 << 16,   /**< Advanced SIMD of AArch64. */
     zelCpuDotProduct = 1 << 17,
     zelCpuI8mm = 1 << 18, /**< Products of matrices of 8-bit integers. */
     zelCpuSve2 = 1 << 19

@@ -5,8 +5,8 @@
 #include <type_traits>
 
 #include "frame/passes.h"
-#include "simd/doubles.h"
 #include "simd/samples.h"
+#include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {
 

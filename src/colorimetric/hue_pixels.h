@@ -6,8 +6,8 @@
 
 #include "frame/layouts.h"
 #include "frame/passes.h"
-#include "simd/doubles.h"
 #include "simd/samples.h"
+#include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {
 

@@ -30,7 +30,7 @@ ZEL_INLINE Floats partOf(const Row& row, double white, const FloatPixel& p) {
 constexpr double whiteX = 242.366, whiteY = 255, whiteZ = 277.632;
 constexpr double linearLimit = 0.008856, kappa = 903.3;
 
-ZEL_INLINE Dwords isLinear(Floats v) { return ~(Dwords)(v > k(linearLimit)); }
+ZEL_INLINE Dwords isCurved(Floats v) { return (Dwords)(v > k(linearLimit)); }
 ZEL_INLINE Floats line(Floats v) { return v * k(7.787) + k(0.13793103); }
 
 struct Values {
@@ -42,64 +42,89 @@ struct ToBytes {
     static constexpr float margin = 1.5e-4f;
 
     ZEL_INLINE static FloatPixel above(const FloatPixel& p) {
-        const auto f = [](Floats v) { return select(isLinear(v), v * k(7.787) + k(0.13793103), cubeRoot(v).root); };
+        const auto f = [](Floats v) { return select(isCurved(v), cubeRoot(v).root, line(v)); };
         const Floats x = partOf(xRow, whiteX, p), y = partOf(yRow, whiteY, p), z = partOf(zRow, whiteZ, p), fy = f(y);
         const Floats l =
-            select(isLinear(y), y * k(kappa * 2.55) + k(0.5 + margin), fy * k(116 * 2.55) + k(0.5 + margin - 16 * 2.55));
+            select(isCurved(y), fy * k(116 * 2.55) + k(0.5 + margin - 16 * 2.55), y * k(kappa * 2.55) + k(0.5 + margin));
         return {l, (f(x) - fy) * k(500) + k(128.5 + margin), (fy - f(z)) * k(200) + k(128.5 + margin)};
     }
 
     ZEL_INLINE static FloatPixel exactly(const FloatPixel& p, unsigned which) {
         const auto f = [&](Floats v) {
-            return select(isLinear(v), line(v), withPowers(Floats{}, v, which & ~signBits(isLinear(v))));
+            return select(isCurved(v), withPowers(Floats{}, v, which & signBits(isCurved(v))), line(v));
         };
         const Floats x = sumOf(xRow, p) / k(whiteX), y = sumOf(yRow, p) / k(whiteY), z = sumOf(zRow, p) / k(whiteZ);
-        const Floats fy = f(y), l = select(isLinear(y), k(kappa) * y, k(116) * fy - k(16));
+        const Floats fy = f(y), l = select(isCurved(y), k(116) * fy - k(16), k(kappa) * y);
         return {(l * k(255)) / k(100) + k(0.5), (f(x) - fy) * k(500) + k(128.5), (fy - f(z)) * k(200) + k(128.5)};
     }
 };
 
-// Floats and words need the powers narrowed to single precision to the last bit: where both bounds of one are the same, that is
-// it.
-ZEL_INLINE Floats powerOf(Floats v, const CubeRootPower& power) {
-    const Floats low = power.root + (power.rest - power.margin), high = power.root + (power.rest + power.margin);
-    const auto isDoubtful = (Dwords)(low != high) | ~(Dwords)(v < k(0x1p60));
-    const unsigned which = signBits(isDoubtful & ~isLinear(v));
-    return __builtin_expect(which != 0, 0) ? withPowers(low, v, which) : low;
+// f of X, Y and Z for floats and words, which need the powers narrowed to single precision to the last bit: where both bounds of
+// one are the same, that is it.
+struct Exactly {
+    Floats fx, fy, fz;
+
+    ZEL_INLINE Exactly(const Channels<Floats>& v, const Channels<CubeRootPower>& powers) {
+        const auto low = [](const CubeRootPower& p) { return p.root + p.least; };
+        const auto isDoubtful = [](Floats x, const CubeRootPower& p) {
+            return (Dwords)(p.root + p.least != p.root + p.most) | (Dwords)(x >= k(0x1p60));
+        };
+        const auto doubtful = [&](Floats x, const CubeRootPower& p) { return isDoubtful(x, p) & isCurved(x); };
+        Channels<Floats> f{low(powers.a), low(powers.b), low(powers.c)};
+        const Channels<Dwords> which{doubtful(v.a, powers.a), doubtful(v.b, powers.b), doubtful(v.c, powers.c)};
+        if (__builtin_expect(signBits(which.a | which.b | which.c) != 0, 0)) {
+            f.a = withPowers(f.a, v.a, signBits(which.a));
+            f.b = withPowers(f.b, v.b, signBits(which.b));
+            f.c = withPowers(f.c, v.c, signBits(which.c));
+        }
+        fx = select(isCurved(v.a), f.a, line(v.a));
+        fy = select(isCurved(v.b), f.b, line(v.b));
+        fz = select(isCurved(v.c), f.c, line(v.c));
+    }
+};
+
+// A component of white in double precision, and its reciprocal: whole, and as two floats of which the lesser is a little short.
+// Both are positive, so that infinity remains one.
+struct White {
+    double value, reciprocal;
+    float greater, lesser;
+
+    constexpr explicit White(double x)
+        : value(x), reciprocal(1 / x), greater(float((1 - 0x1p-25) / x)), lesser(float((1 / x - greater) * (1 - 0x1p-22))) {}
+};
+constexpr White floatWhiteX(0.950456023), floatWhiteZ(1.08875394);
+
+// The quotient in double precision, narrowed. The product with the reciprocal narrows to the same number, and so does a fused one
+// with its two parts, whatever the 24 bits of v are; a test tries them all.
+ZEL_INLINE Floats partOfWhite(Floats v, const White& white) {
+    if constexpr (traits.fuses) return nearMulAdd(v, splatFloat(white.greater), v * splatFloat(white.lesser));
+    const Doubles reciprocal = splatDouble(white.reciprocal);
+    return narrowed(widened<0>(v) * reciprocal, widened<1>(v) * reciprocal);
 }
-ZEL_INLINE Floats exactly(Floats v, const CubeRootPower& power) { return select(isLinear(v), line(v), powerOf(v, power)); }
-ZEL_INLINE Floats exactly(Floats v) { return exactly(v, CubeRootPower(v)); }
 
 struct ToFloats {
     ZEL_INLINE static FloatPixel of(const FloatPixel& p) {
-        const Floats y = sumOf(yRow, p), fy = exactly(y);
-        const Floats fx = exactly(divided(sumOf(xRow, p), 0.950456023)), fz = exactly(divided(sumOf(zRow, p), 1.08875394));
-        return {select(isLinear(y), k(kappa) * y, k(116) * fy - k(16)), (fx - fy) * k(500), (fy - fz) * k(200)};
-    }
-
-  private:
-    // The quotient in double precision, narrowed. The product with the reciprocal narrows to the same number, whatever the 24
-    // bits of v are; a test tries them all.
-    ZEL_INLINE static Floats divided(Floats v, double white) {
-        const Doubles reciprocal = splatDouble(1 / white);
-        return narrowed(widened<0>(v) * reciprocal, widened<1>(v) * reciprocal);
+        const Floats x = partOfWhite(sumOf(xRow, p), floatWhiteX), y = sumOf(yRow, p),
+                     z = partOfWhite(sumOf(zRow, p), floatWhiteZ);
+        const Exactly f({x, y, z}, {CubeRootPower(x), CubeRootPower(y), CubeRootPower(z)});
+        return {select(isCurved(y), k(116) * f.fy - k(16), k(kappa) * y), (f.fx - f.fy) * k(500), (f.fy - f.fz) * k(200)};
     }
 };
 
 // Words of bytes, cut off. L comes of a power that was not narrowed.
 struct ToWords {
     ZEL_INLINE static FloatPixel of(const FloatPixel& p) {
-        const Floats y = sumOf(yRow, p) / k(whiteY);
+        const Floats x = sumOf(xRow, p) / k(whiteX), y = sumOf(yRow, p) / k(whiteY), z = sumOf(zRow, p) / k(whiteZ);
         const CubeRootPower power(y);
-        const Floats fy = exactly(y, power), fx = exactly(sumOf(xRow, p) / k(whiteX)), fz = exactly(sumOf(zRow, p) / k(whiteZ));
-        const Floats l = select(isLinear(y), k(kappa) * y, lightness(y, power));
-        return {(l * k(65535)) / k(100), ((fx - fy) * k(500) + k(128)) * k(255), ((fy - fz) * k(200) + k(128)) * k(255)};
+        const Exactly f({x, y, z}, {CubeRootPower(x), power, CubeRootPower(z)});
+        const Floats l = select(isCurved(y), lightness(y, power), k(kappa) * y);
+        return {(l * k(65535)) / k(100), ((f.fx - f.fy) * k(500) + k(128)) * k(255), ((f.fy - f.fz) * k(200) + k(128)) * k(255)};
     }
 
   private:
     ZEL_INLINE static Floats lightness(Floats y, const CubeRootPower& power) {
-        const Floats low = bound(power.root, power.rest - power.margin), high = bound(power.root, power.rest + power.margin);
-        const unsigned which = signBits((Dwords)(low != high) & ~isLinear(y));
+        const Floats low = bound(power.root, power.least), high = bound(power.root, power.most);
+        const unsigned which = signBits((Dwords)(low != high) & isCurved(y));
         return __builtin_expect(which != 0, 0) ? withLightness(low, y, which) : low;
     }
     ZEL_INLINE static Floats bound(Floats root, Floats rest) {

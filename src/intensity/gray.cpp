@@ -5,7 +5,7 @@
 // over the channels in the order in which they are stored. 8-bit images weigh in fixed point, the others in floats or doubles.
 #include "frame/parameters.h"
 #include "frame/passes.h"
-#include "simd/doubles.h"
+#include "simd/vector.h"
 #include "simd/lifted.h"
 #include "simd/samples.h"
 #include "zelcc/intensity.h"

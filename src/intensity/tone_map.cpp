@@ -1,7 +1,7 @@
 // Tone mapping: floats to bytes by a factor that the image itself gives, so that its maximum or twice its mean becomes white.
 #include "frame/driver.h"
 #include "intensity/fill.h"
-#include "simd/doubles.h"
+#include "simd/vector.h"
 #include "zelcc/intensity.h"
 
 namespace zel::ZEL_LEVEL {

@@ -3,7 +3,7 @@
 
 #include "frame/memory.h"
 #include "reducebits/noise_tables.h"
-#include "simd/doubles.h"
+#include "simd/vector.h"
 #include "simd/transposed.h"
 
 namespace zel::ZEL_LEVEL {

@@ -5,7 +5,7 @@
 // What is left to the caller is f(1 + z).
 #pragma once
 
-#include "simd/doubles.h"
+#include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {
 

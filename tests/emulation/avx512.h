@@ -56,6 +56,11 @@ namespace zel::ZEL_LEVEL {
 #define BINARY(bits, name) HALVES_2(I, bits, name)
 #define SHIFT(bits, name) HALVES_1_BY(I, bits, name)
 
+WORD F _mm512_fmadd_ps(F a, F b, F c) {
+    return of512::whole(_mm256_fmadd_ps(of512::low(a), of512::low(b), of512::low(c)),
+                        _mm256_fmadd_ps(of512::high(a), of512::high(b), of512::high(c)));
+}
+
 EACH(UNARY, 8, abs_epi8)
 EACH(UNARY, 16, abs_epi16)
 EACH(UNARY, 32, abs_epi32)

@@ -3,7 +3,7 @@ if(NOT CMAKE_CXX_COMPILER_ID STREQUAL GNU)
 endif()
 # Otherwise g++ 12 moves the stack in every turn of a loop that passes a vector in memory, and never back.
 set(stack -maccumulate-outgoing-args)
-set(emulation -mavx2 -Wno-psabi -include ${CMAKE_CURRENT_LIST_DIR}/avx512.h ${stack})
+set(emulation -mavx2 -mfma -Wno-psabi -include ${CMAKE_CURRENT_LIST_DIR}/avx512.h ${stack})
 add_kernels(zelcc_avx512_emulated avx512 ${emulation})
 set(emulated_kernels ${kernels})
 list(TRANSFORM emulated_kernels APPEND _emulated REGEX "_avx512$")

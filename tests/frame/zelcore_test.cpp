@@ -67,7 +67,7 @@ TEST_F(Zelcore, ReportsTheFeaturesOfTheProcessor) {
 #if defined(__x86_64__) || defined(__i386__)
     __builtin_cpu_init();
     EXPECT_EQ((features() & zelCpuSsse3) != 0, __builtin_cpu_supports("ssse3") != 0);
-    EXPECT_EQ((features() & zelCpuAvx2) != 0, __builtin_cpu_supports("avx2") != 0);
+    EXPECT_EQ((features() & zelCpuAvx2) != 0, __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"));
     EXPECT_EQ((features() & zelCpuAvx512) != 0, __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
                                                     __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl") &&
                                                     __builtin_cpu_supports("avx512vbmi"));

@@ -82,12 +82,15 @@ void compare(const Word<F>& word, Expected expected) {
     }
 }
 
-// Every element by itself, of one operand or two.
+// Every element by itself, of one to three operands.
 template <class V, class F, class Expected>
 void each(const Word<F>& word, Expected expected) {
     using E = Element<V>;
-    if constexpr (std::is_invocable_v<Expected, E, E>)
-        compare<V, 2>(word, [&](int i, const auto& x) { return expected(x[i], x[elements<V> + i]); });
+    constexpr int n = elements<V>;
+    if constexpr (std::is_invocable_v<Expected, E, E, E>)
+        compare<V, 3>(word, [&](int i, const auto& x) { return expected(x[i], x[n + i], x[2 * n + i]); });
+    else if constexpr (std::is_invocable_v<Expected, E, E>)
+        compare<V, 2>(word, [&](int i, const auto& x) { return expected(x[i], x[n + i]); });
     else
         compare<V, 1>(word, [&](int i, const auto& x) { return expected(x[i]); });
 }

@@ -1,39 +1,17 @@
 // Words of floats and doubles, in the caller's rounding modes.
 #include "simd/floats.h"
 
-#include <cfenv>
 #include <cmath>
 
 #include "model/reciprocal.h"
 #include "simd/check.h"
-#include "simd/doubles.h"
 #include "simd/expectations.h"
+#include "simd/modes.h"
+#include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {
 
-#ifdef FE_UPWARD
-constexpr int modes[] = {FE_TONEAREST, FE_DOWNWARD, FE_UPWARD, FE_TOWARDZERO};
-#else
-constexpr int modes[] = {FE_TONEAREST};
-#endif
-
-template <class F>
-void inAllModes(F f) {
-    for (int mode : modes) {
-        SCOPED_TRACE("rounding mode " + std::to_string(mode));
-        std::fesetround(mode);
-        f();
-        std::fesetround(FE_TONEAREST);
-    }
-}
-
-// Operations at run time, which the mode counts for, each by itself.
-double now(double x) {
-    volatile double v = x;
-    return v;
-}
-float toFloat(double x) { return float(now(x)); }
 int32_t roundedToDword(double x) { return dwordOf(std::nearbyint(now(x))); }
 int32_t truncatedToDword(double x) { return dwordOf(std::trunc(x)); }
 
@@ -67,7 +45,9 @@ TEST(SimdFloats, ElementByElement) {
             const float whole = std::trunc(ofDwords(x));
             return whole == 0 ? 0 : whole;
         });
-        each<Floats>(WORD(withoutCube), [](double v, double root) { return toFloat(v - now(now(root * root) * root)); });
+        each<Floats>(WORD(nearMulAdd), [](float a, float b, float c) {
+            return traits.fuses ? std::fma(a, b, c) : toFloat(toFloat(double{a} * b) + double{c});
+        });
     });
 }
 

@@ -75,7 +75,11 @@ std::vector<std::array<E, operands>> makeInputs() {
         }
         for (E x : some)
             for (E y : some) add(x, y);
-        for (int i = 0; i < perKind; ++i) add(anyOf<E>(random), anyOf<E>(random));
+        for (int i = 0; i < perKind; ++i) {
+            std::array<E, operands> x;
+            for (E& e : x) e = anyOf<E>(random);
+            all.push_back(x);
+        }
     }
     // What words make of neighbours: edges in any company, and the extremes together.
     for (int i = 0; i < perKind; ++i) {

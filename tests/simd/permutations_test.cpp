@@ -1,8 +1,8 @@
 // Words that only move what is in vectors: which byte of the operands comes where.
 #include "simd/check.h"
-#include "simd/doubles.h"
 #include "simd/pixel_dwords.h"
 #include "simd/transposed.h"
+#include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {

@@ -66,7 +66,8 @@ uint64_t processorFeatures() {
     const uint64_t saved = savedRegisterSets();
     const Registers leaf7 = cpuid(7);
     constexpr uint64_t ymmState = 0x06, zmmState = 0xe6;
-    if ((saved & ymmState) == ymmState && has(leaf7.ebx, 5)) features |= zelCpuAvx2;
+    const bool fma = has(leaf1.ecx, 12);
+    if ((saved & ymmState) == ymmState && has(leaf7.ebx, 5) && fma) features |= zelCpuAvx2;
     const bool f = has(leaf7.ebx, 16), dq = has(leaf7.ebx, 17), bw = has(leaf7.ebx, 30), vl = has(leaf7.ebx, 31);
     const bool vbmi = has(leaf7.ecx, 1);
     if ((saved & zmmState) == zmmState && f && dq && bw && vl && vbmi) features |= zelCpuAvx512;

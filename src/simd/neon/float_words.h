@@ -46,6 +46,7 @@ ZEL_INLINE Floats atLeast(Floats v, Floats limit) {
     return (Floats)vbslq_f32(isAbove, arm::f32(v), arm::f32(limit));
 }
 
+ZEL_INLINE Floats nearMulAdd(Floats a, Floats b, Floats c) { return vfmaq_f32(c, a, b); }
 ZEL_INLINE Floats approximateReciprocal(Floats v) { return 1.0f / v; }
 
 template <int place>

@@ -23,6 +23,7 @@ constexpr Traits traits{
     .selectsAtOnce = true,
     .packsUnsignedWords = true,
     .looksUpQuickly = true,
+    .fuses = true,
     .droppedBits = 15,
     .independentVectors = 4,
 };

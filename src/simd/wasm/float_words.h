@@ -40,6 +40,7 @@ ZEL_INLINE Floats wholePart(Floats v) { return (Floats)wasm_f32x4_trunc((v128_t)
 ZEL_INLINE Floats atMost(Floats v, Floats limit) { return (Floats)wasm_f32x4_pmin((v128_t)limit, (v128_t)v); }
 ZEL_INLINE Floats atLeast(Floats v, Floats limit) { return (Floats)wasm_f32x4_pmax((v128_t)limit, (v128_t)v); }
 
+ZEL_INLINE Floats nearMulAdd(Floats a, Floats b, Floats c) { return a * b + c; }
 ZEL_INLINE Floats approximateReciprocal(Floats v) { return 1.0f / v; }
 
 template <int place>

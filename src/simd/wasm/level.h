@@ -18,6 +18,7 @@ constexpr Traits traits{
     .selectsAtOnce = true,
     .packsUnsignedWords = true,
     .looksUpQuickly = false,
+    .fuses = false,
     .droppedBits = 16,
     .independentVectors = 4,
 };

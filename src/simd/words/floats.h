@@ -33,6 +33,10 @@ ZEL_INLINE Floats atLeast(Floats v, Floats limit);
 // A processor that has no such approximation takes 1 / v.
 ZEL_INLINE Floats approximateReciprocal(Floats v);
 
+// a b + c, rounded once by a level that fuses, as its traits say, and twice by others. So it is for what only has to come near a
+// result; what relies on the one rounding asks the traits.
+ZEL_INLINE Floats nearMulAdd(Floats a, Floats b, Floats c);
+
 // The float at one place of each lane, at all places of the lane.
 template <int place>
 ZEL_INLINE Floats everyOf(Floats v);

@@ -14,6 +14,7 @@ constexpr Traits traits{
     .selectsAtOnce = true,
     .packsUnsignedWords = true,
     .looksUpQuickly = false,
+    .fuses = true,
     .droppedBits = 16,
     .independentVectors = 2,
 };

@@ -108,6 +108,7 @@ ZEL_INLINE void storeLowBytes(uint8_t* p, Dwords v) {
 }
 
 ZEL_INLINE Floats wholePart(Floats v) { return (Floats)_mm256_round_ps((__m256)v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC); }
+ZEL_INLINE Floats nearMulAdd(Floats a, Floats b, Floats c) { return (Floats)_mm256_fmadd_ps((__m256)a, (__m256)b, (__m256)c); }
 ZEL_INLINE Floats approximateReciprocal(Floats v) { return (Floats)_mm256_rcp_ps((__m256)v); }
 template <int half>
 ZEL_INLINE Doubles widened(Floats v) {

@@ -25,6 +25,7 @@ constexpr Traits traits{
     .selectsAtOnce = true,
     .packsUnsignedWords = true,
     .looksUpQuickly = true,
+    .fuses = true,
     .droppedBits = 16,
     .independentVectors = 2,
 };

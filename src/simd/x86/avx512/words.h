@@ -188,6 +188,7 @@ ZEL_INLINE void storeLowWords(uint8_t* p, Dwords v) { x86::storeHalf(p, _mm512_c
 
 ZEL_INLINE Floats wholePart(Floats v) { return (Floats)_mm512_roundscale_ps((__m512)v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC); }
 // In halves, for the approximation of whole vectors has other values.
+ZEL_INLINE Floats nearMulAdd(Floats a, Floats b, Floats c) { return (Floats)_mm512_fmadd_ps((__m512)a, (__m512)b, (__m512)c); }
 ZEL_INLINE Floats approximateReciprocal(Floats v) {
     const __m512 wide = (__m512)v;
     const __m256 low = _mm256_rcp_ps(_mm512_castps512_ps256(wide)), high = _mm256_rcp_ps(_mm512_extractf32x8_ps(wide, 1));

@@ -13,6 +13,7 @@ constexpr Traits traits{
     .selectsAtOnce = false,
     .packsUnsignedWords = false,
     .looksUpQuickly = false,
+    .fuses = false,
     .droppedBits = 16,
     .independentVectors = 4,
 };

@@ -103,6 +103,7 @@ ZEL_INLINE void storeLowBytes(uint8_t* p, Dwords v) {
 }
 
 ZEL_INLINE Floats wholePart(Floats v) { return toFloats(truncated(v)); }
+ZEL_INLINE Floats nearMulAdd(Floats a, Floats b, Floats c) { return a * b + c; }
 ZEL_INLINE Floats approximateReciprocal(Floats v) { return (Floats)_mm_rcp_ps((__m128)v); }
 template <int half>
 ZEL_INLINE Doubles widened(Floats v) {
