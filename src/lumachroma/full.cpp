@@ -30,6 +30,24 @@ struct Encode {
 using EncodeWord = Encode<TruncatedLuma<8>, TruncatedChroma<7>>;
 using EncodeExact = Encode<ExactPixels, ExactPixels>;
 
+// Pixels that are lifted without being taken apart first.
+template <class From, class Rule, class To>
+struct EncodeLiftedPixels : FewOperations {
+    using Constants = typename Rule::Constants;
+    static constexpr int sites = blockPixels;
+
+    Rule rule;
+
+    ZEL_INLINE explicit EncodeLiftedPixels(const Constants& k) : rule(k) {}
+
+    ZEL_INLINE void operator()(const Row& row, size_t block) const {
+        const Lifted x = From::load(row.in[0] + block * blockPixels * From::bytes);
+        const auto sample = [&](const auto& sum)
+                                ZEL_INLINE_LAMBDA { return joinedInOrder<sum.shift, From>(sum.of(x.first), sum.of(x.second)); };
+        To::template store<Order::natural>(row, 0, block, {sample(rule.luma), sample(rule.cb), sample(rule.cr)});
+    }
+};
+
 // RGB alone: Cb is a difference from channel c, Cr one from channel a. Only 2 of the 32 that would round are added before the
 // shift, so this rule is one below the exact one for nearly half of all colours. Meant: rounded,
 // those would change.
@@ -171,8 +189,8 @@ constexpr Conversion keepingAlpha(Kernel rule) {
     return c;
 }
 
-template <class From, class To>
-constexpr Kernel encodeWord = kernel<PixelKernel<From, EncodeWord, To>>(rgbWord);
+template <class From>
+constexpr Kernel encodeWord = kernel<EncodeLiftedPixels<From, EncodeWord, ToPlanes>>(rgbWord);
 template <class From, class To>
 constexpr Kernel encodeExact = kernel<PixelKernel<From, EncodeExact, To>>(rgbExact);
 template <class To, Green green, const BiasedConstants& constants>
@@ -189,11 +207,12 @@ constexpr Conversion zeliRGBToYCbCr_8u_C3R =
                wholeBlocks<16>);
 constexpr Conversion zeliRGBToYCbCr_8u_AC4R = keepingAlpha(kernel<EncodeExactAlpha>(rgbExact));
 constexpr Conversion zeliRGBToYCbCr_8u_AC4P3R =
-    conversion(packed4, planes3, encodeWord<From4, ToPlanes>, encodeExact<From4, ToPlanes>, wholeBlocks<8>);
+    conversion(packed4, planes3, encodeWord<LiftedFour>, encodeExact<From4, ToPlanes>, wholeBlocks<8>);
 constexpr Conversion zeliRGBToYCbCr_8u_C3P3R =
-    conversion(packed3, planes3, encodeWord<From3, ToPlanes>, encodeExact<From3, ToPlanes>, wholeBlocks<8>);
+    conversion(packed3, planes3, encodeWord<LiftedThree>, encodeExact<From3, ToPlanes>, wholeBlocks<8>);
 constexpr Conversion zeliRGBToYCbCr_8u_P3R =
-    conversion(planes3, planes3, encodeWord<FromPlanes, ToPlanes>, encodeExact<FromPlanes, ToPlanes>, wholeBlocks<8>);
+    conversion(planes3, planes3, kernel<PixelKernel<FromPlanes, EncodeWord, ToPlanes>>(rgbWord),
+               encodeExact<FromPlanes, ToPlanes>, wholeBlocks<8>);
 
 constexpr Conversion zeliYCbCrToRGB_8u_C3R =
     conversion(packed3, packed3, kernel<PixelKernel<From3, DecodeCrossed<BiasedDecode<Green::adds, 4>>, ToPacked3>>(wordRgbA),

@@ -126,6 +126,13 @@ struct LiftedFour {
 
 namespace zel::ZEL_LEVEL {
 
+// Words below 2^(8 + shift) of both halves as bytes in the order of the pixels, without the last bits.
+template <int shift, class Pixels>
+ZEL_INLINE Bytes joinedInOrder(UWords first, UWords second) {
+    if constexpr (liftedOrder == Order::natural && Pixels::packsInOrder) return joined<shift>(first, second);
+    return Pixels::inOrder((Words)(first >> shift), (Words)(second >> shift));
+}
+
 // The numbers nearest to words / 2^bits, the higher one of two, which a byte can hold.
 template <int bits, class Pixels>
 ZEL_INLINE Bytes roundedInOrder(Words first, Words second) {
