@@ -10,6 +10,12 @@ namespace {
 // Columns and rows at the image's edges, where green is the mean.
 constexpr int edge = 2;
 
+// The samples of an edge are brought together for as many rows as fill the widest vectors.
+constexpr int edgeRows = 32;
+
+// The least number of blocks of a row for which it pays to store them to multiples of the vector.
+constexpr size_t alignedBlocks = 4;
+
 // Lanes alone are too short to bypass the caches.
 constexpr bool canBypass = traits.bypassesByParts;
 
@@ -89,7 +95,7 @@ ZEL_INLINE size_t firstAligned(const uint8_t* out) {
     return (0 - reinterpret_cast<uintptr_t>(out) / size) * inverseOf3 % block;
 }
 
-// The whole blocks of pixels `first` to end - 1 of the rows.
+// Pixels `first` to end - 1 of the rows, at least a block. The last block overlaps the one before it.
 template <class Depth, Green green, bool isRedRow, int count>
 ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<count>& out, size_t first, size_t end,
                                 bool firstHasColour) {
@@ -97,138 +103,154 @@ ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<c
     constexpr size_t block = vectorBytes / sizeof(typename Depth::Element);
     const SourceRows<count> from = rows;
     const PixelRows<count> to = out;
-    const auto convert = [&](const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
-        for (size_t at = first; at + block <= end; at += block) convertBlock<Depth, green, isRedRow, count>(from, to, at, sites);
+    const auto convert = [&](size_t at, const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
+        for (; at + block <= end; at += block) convertBlock<Depth, green, isRedRow, count>(from, to, at, sites);
     };
-    if constexpr (count == 1)
-        convert({RowSites(firstHasColour)});
-    else
-        convert({RowSites(firstHasColour), RowSites(!firstHasColour)});
+    for (size_t at = first;; at = end - block) {
+        const bool hasColour = firstHasColour == ((at - first) % 2 == 0);
+        if constexpr (count == 1)
+            convert(at, {RowSites(hasColour)});
+        else
+            convert(at, {RowSites(hasColour), RowSites(!hasColour)});
+        if ((end - at) % block == 0) break;
+    }
 }
 
-// Some pixels of the rows; `firstHasColour` tells the kind of the first one. Blocks are stored to multiples of the vector, but
-// for the first and the last one, which overlap those beside them.
+// Some pixels of the rows; `firstHasColour` tells the kind of the first one. In long rows blocks are stored to multiples of the
+// vector, but for the first and the last one, which overlap those beside them.
 template <class Depth, Green green, bool isRedRow, int count>
-ZEL_NOINLINE void convertRun(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixels, bool firstHasColour) {
+ZEL_INLINE void convertRun(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixels, bool firstHasColour) {
     constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size, margin = 2 * size;
-    constexpr size_t bufferBytes = 2 * vectorBytes;
-    alignas(64) uint8_t source[count + 4][bufferBytes], pixelBuffer[count][3 * vectorBytes];
-    SourceRows<count> from = rows;
-    PixelRows<count> to = out;
-    const bool isBuffered = pixels < block;
-    if (isBuffered) {
+    alignas(64) uint8_t pixelBuffer[count][3 * vectorBytes];
+    const auto convert = [&](const SourceRows<count>& from, const PixelRows<count>& to, size_t first, size_t end) {
+        convertBlocks<Depth, green, isRedRow, count>(from, to, first, end, firstHasColour == (first % 2 == 0));
+    };
+    if (pixels < block) {
+        constexpr size_t bufferBytes = 2 * vectorBytes;
+        alignas(64) uint8_t source[count + 4][bufferBytes];
+        SourceRows<count> from;
+        PixelRows<count> to;
         for (int i = 0; i < count + 4; ++i) {
             copyToBuffer(source[i], rows.at[i] - margin, pixels * size + 2 * margin, bufferBytes);
             from.at[i] = source[i] + margin;
         }
         for (int i = 0; i < count; ++i) to.at[i] = pixelBuffer[i];
+        convert(from, to, 0, block);
+        for (int i = 0; i < count; ++i) copyFromBuffer(out.at[i], pixelBuffer[i], pixels * 3 * size);
+        return;
     }
-    const auto convert = [&](const PixelRows<count>& pixelRows, size_t first, size_t end) {
-        convertBlocks<Depth, green, isRedRow, count>(from, pixelRows, first, end, firstHasColour == (first % 2 == 0));
-    };
     // Pixels first .. end - 1 of a block from `start` on. Nothing else is stored: the lines beside them bypass the caches.
     const auto convertPart = [&](size_t start, size_t first, size_t end) {
         PixelRows<count> buffer;
         for (int i = 0; i < count; ++i) buffer.at[i] = moved<uint8_t>(pixelBuffer[i], 0 - start * 3 * size);
-        convert(buffer, start, start + block);
+        convert(rows, buffer, start, start + block);
         for (int i = 0; i < count; ++i)
             copyBytes(out.at[i] + first * 3 * size, pixelBuffer[i] + (first - start) * 3 * size, (end - first) * 3 * size);
     };
-    if (pixels < 2 * block) {
-        convert(to, 0, block);
-        if (pixels > block) convert(to, pixels - block, pixels);
-    } else {
-        const size_t start = firstAligned<size, block>(to.at[0]), rest = (pixels - start) % block;
-        if (start != 0 && out.bypassing)
-            convertPart(0, 0, start);
-        else if (start != 0)
-            convert(to, 0, block);
-        convert(to, start, pixels);
-        if (rest != 0 && out.bypassing)
-            convertPart(pixels - block, pixels - rest, pixels);
-        else if (rest != 0)
-            convert(to, pixels - block, pixels);
+    if (pixels < alignedBlocks * block) return convert(rows, out, 0, pixels);
+    const size_t start = firstAligned<size, block>(out.at[0]), rest = (pixels - start) % block;
+    if (!out.bypassing) {
+        if (start != 0) convert(rows, out, 0, block);
+        return convert(rows, out, start, pixels);
     }
-    if (isBuffered)
-        for (int i = 0; i < count; ++i) copyFromBuffer(out.at[i], pixelBuffer[i], pixels * 3 * size);
+    if (start != 0) convertPart(0, 0, start);
+    convert(rows, out, start, pixels - rest);
+    if (rest != 0) convertPart(pixels - block, pixels - rest, pixels);
 }
 
-// A pixel at the left or right edge, where green is the mean.
+// The pixels of a call by the image's columns and rows.
 template <class Element>
-ZEL_INLINE void convertEdgePixel(const uint8_t* const* rows, int x, int width, bool hasColour, bool isRedRow, uint8_t* out) {
-    const auto at = [](const uint8_t* row, int column) {
-        Element e;
-        __builtin_memcpy(&e, row + column * ptrdiff_t{sizeof e}, sizeof e);
-        return unsigned(e);
-    };
-    const int left = reflected(x - 1, width), right = reflected(x + 1, width);
-    const uint8_t *const upper = rows[1], *const row = rows[2], *const lower = rows[3];
-    const unsigned here = at(row, x), beside = at(row, left) + at(row, right), above = at(upper, x) + at(lower, x);
-    unsigned own = (beside + 1) >> 1, green = here, other = (above + 1) >> 1;
-    if (hasColour) {
-        own = here;
-        green = (beside + above + 2) >> 2;
-        other = (at(upper, left) + at(upper, right) + at(lower, left) + at(lower, right) + 2) >> 2;
+struct Target {
+    uint8_t* origin;
+    size_t step;
+
+    ZEL_INLINE uint8_t* at(int x, int y) const { return moved(origin, size_t(y) * step + size_t(x) * 3 * sizeof(Element)); }
+};
+
+// The pixels of a part that stand in the two columns from `column` on, at the image's left or right edge. The four samples of a
+// row that they are made of stand right behind those of the row two above it, so that a block has the pixels of many rows, which
+// are of one kind.
+template <class Depth, class Element = typename Depth::Element>
+ZEL_NOINLINE void convertEdge(const Source<Element>& source, int column, const Part& part, const Target<Element>& target) {
+    constexpr int samples = edge + 2, block = vectorBytes / int(sizeof(Element)), pairSamples = edgeRows / 2 * samples;
+    const int left = greater(column, part.left), right = smaller(column + edge, part.right);
+    if (left >= right) return;
+    // Pairs begin with a red row. The first line has the row above, and an element more on either side.
+    const int top = part.top - !source.grid.isRedRow(part.top), rows = part.bottom - top;
+    alignas(64) Element lines[2][pairSamples + 3 * samples]{}, pixels[2][3 * pairSamples];
+    ptrdiff_t columns[samples];
+    for (int i = 0; i < samples; ++i)
+        columns[i] = reflected(int64_t{column} + i - 1, source.size.width) * ptrdiff_t{sizeof(Element)};
+    for (unsigned i = 0; i < unsigned(rows) + 2; ++i) {
+        const uint8_t* const row = source.row(reflected(int64_t{top} + i - 1, source.size.height));
+        Element* const line = lines[i % 2] + (i / 2 + 1) * samples;
+        unrolled<samples>([&](int j) ZEL_INLINE_LAMBDA { __builtin_memcpy(line + j, row + columns[j], sizeof(Element)); });
     }
-    const Element pixel[3] = {Element(isRedRow ? own : other), Element(green), Element(isRedRow ? other : own)};
-    __builtin_memcpy(out, pixel, sizeof pixel);
+    const auto lineAt = [&](int row) {
+        return reinterpret_cast<const uint8_t*>(lines[(row + 1) % 2] + ((row + 1) / 2 + 1) * samples);
+    };
+    const SourceRows<2> from{{lineAt(0), lineAt(-1), lineAt(0), lineAt(1), lineAt(2), lineAt(1)}};
+    const PixelRows<2> to{{reinterpret_cast<uint8_t*>(pixels[0]), reinterpret_cast<uint8_t*>(pixels[1])}};
+    const bool firstHasColour = ((column - 1) & 1) == source.grid.colourColumn(top);
+    using RowSites = Sites<typename Depth::Channel, typename Depth::V>;
+    const RowSites sites[2] = {RowSites(firstHasColour), RowSites(!firstHasColour)};
+    for (int i = 0; i < (rows + 1) / 2 * samples; i += block)
+        convertBlock<Depth, Green::byMean, true, 2>(from, to, size_t(i), sites);
+    const auto put = [&](auto count) ZEL_INLINE_LAMBDA {
+        uint8_t* out = target.at(left, part.top);
+        for (unsigned i = part.top - top; i < unsigned(rows); ++i, out = moved(out, target.step))
+            __builtin_memcpy(out, pixels[i % 2] + (i / 2 * samples + left - column + 1) * 3, 3 * count * sizeof(Element));
+    };
+    right - left == edge ? put(Constant<edge>{}) : put(Constant<1>{});
 }
 
-// Columns left .. right - 1 of the rows from y on.
-template <class Depth, Green green, int count>
-ZEL_NOINLINE void convertRows(const Source<typename Depth::Element>& source, int y, int left, int right,
-                              const PixelRows<count>& out) {
-    using Element = typename Depth::Element;
-    constexpr ptrdiff_t size = sizeof(Element);
-    const int width = source.size.width;
+// Rows from y on, between the columns at the edges.
+template <class Depth, Green green, bool isRedRow, int count, class Element = typename Depth::Element>
+ZEL_NOINLINE void convertRows(const Source<Element>& source, int y, int left, int right, const Target<Element>& target,
+                              bool bypassing) {
     SourceRows<count> rows;
-    for (int i = 0; i < count + 4; ++i) rows.at[i] = source.row(reflected(int64_t{y} + i - 2, source.size.height));
-    const int innerLeft = smaller(greater(left, edge), right), innerRight = greater(smaller(right, width - edge), innerLeft);
-    for (int r = 0; r < count; ++r) {
-        const bool isRedRow = source.grid.isRedRow(y + r);
-        for (int x = left; x < right; ++x) {
-            if (x == innerLeft) x = innerRight;
-            if (x == right) break;
-            convertEdgePixel<Element>(rows.at + r, x, width, (x & 1) == source.grid.colourColumn(y + r), isRedRow,
-                                      out.at[r] + (x - left) * 3 * size);
-        }
-    }
-    if (innerLeft == innerRight) return;
-    const SourceRows<count> inner = rows.movedBy(size_t(innerLeft * size));
-    PixelRows<count> innerOut = out;
-    for (uint8_t*& row : innerOut.at) row += (innerLeft - left) * 3 * size;
-    const auto convert = source.grid.isRedRow(y) ? convertRun<Depth, green, true, count> : convertRun<Depth, green, false, count>;
-    convert(inner, innerOut, size_t(innerRight - innerLeft), (innerLeft & 1) == source.grid.colourColumn(y));
+    for (int i = 0; i < count + 4; ++i)
+        rows.at[i] = source.row(reflected(int64_t{y} + i - 2, source.size.height)) + left * ptrdiff_t{sizeof(Element)};
+    PixelRows<count> out{{}, bypassing};
+    for (int i = 0; i < count; ++i) out.at[i] = target.at(left, y + i);
+    convertRun<Depth, green, isRedRow, count>(rows, out, size_t(right - left), (left & 1) == source.grid.colourColumn(y));
 }
 
 // The region is not moved where it begins outside the image: what is there is left out of the destination.
+ZEL_INLINE Part partOf(ZelRect roi, ZelSize size) {
+    return {greater(roi.x, 0), greater(roi.y, 0), endOf(roi.x, roi.width, size.width), endOf(roi.y, roi.height, size.height)};
+}
+
 template <class Depth, class Element = typename Depth::Element>
 ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t srcStep, Element* pDst, int32_t dstStep,
                       int32_t grid, int32_t) {
     if (const ZelStatus error = checked(pSrc, pDst, size, 2, grid); error != zelStsNoErr) return error;
-    const Part part{greater(roi.x, 0), greater(roi.y, 0), endOf(roi.x, roi.width, size.width),
-                    endOf(roi.y, roi.height, size.height)};
+    const Part part = partOf(roi, size);
     if (part.isEmpty()) return zelStsNoErr;
     const Source<Element> source{reinterpret_cast<const uint8_t*>(pSrc), stepOf<Element>(srcStep), size, Grid(grid)};
     const auto step = size_t(stepOf<Element>(dstStep));
-    uint8_t* out = moved(reinterpret_cast<uint8_t*>(pDst), (size_t(part.left) - size_t(roi.x)) * 3 * sizeof(Element));
-    out = moved(out, (size_t(part.top) - size_t(roi.y)) * step);
+    const Target<Element> target{
+        moved(reinterpret_cast<uint8_t*>(pDst), 0 - size_t(roi.y) * step - size_t(roi.x) * 3 * sizeof(Element)), step};
     const size_t pixels = size_t(part.right - part.left) * size_t(part.bottom - part.top);
     const Bypass bypassing(canBypass && exceedsCaches(pixels * 4 * sizeof(Element)));
-    for (int y = part.top; y < part.bottom;) {
-        uint8_t* const second = moved(out, step);
-        const int last = size.height - edge - 1;
-        if (y < edge || y > last) {
-            convertRows<Depth, Green::byMean, 1>(source, y, part.left, part.right, {{out}, bypassing});
-        } else if (y == last || y + 1 == part.bottom) {
-            convertRows<Depth, Green::byGradient, 1>(source, y, part.left, part.right, {{out}, bypassing});
-        } else {
-            convertRows<Depth, Green::byGradient, 2>(source, y, part.left, part.right, {{out, second}, bypassing});
-            ++y;
-            out = second;
+    const int left = greater(part.left, edge), right = smaller(part.right, size.width - edge);
+    Part rows = part;
+    for (; rows.top < part.bottom; rows.top = rows.bottom) {
+        // As many rows as the edges' are made of at once, from a red row on.
+        rows.bottom = rows.top + smaller(part.bottom - rows.top, edgeRows - (rows.top + source.grid.redRow) % edgeRows);
+        for (int y = rows.top, count; left < right && y < rows.bottom; y += count) {
+            const int last = size.height - edge - 1;
+            const bool isRed = source.grid.isRedRow(y), isInner = y >= edge && y <= last;
+            count = isInner && isRed && y < last && y + 1 < rows.bottom ? 2 : 1;
+            const auto convert =
+                count == 2 ? convertRows<Depth, Green::byGradient, true, 2>
+                : isInner
+                    ? (isRed ? convertRows<Depth, Green::byGradient, true, 1> : convertRows<Depth, Green::byGradient, false, 1>)
+                    : (isRed ? convertRows<Depth, Green::byMean, true, 1> : convertRows<Depth, Green::byMean, false, 1>);
+            convert(source, y, left, right, target, bypassing);
         }
-        ++y;
-        out = moved(out, step);
+        convertEdge<Depth>(source, 0, rows, target);
+        convertEdge<Depth>(source, size.width - edge, rows, target);
     }
     return zelStsNoErr;
 }
