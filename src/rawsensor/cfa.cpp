@@ -57,16 +57,15 @@ ZEL_INLINE V meanOf(const Mean<V>& ab, const Mean<V>& cd) {
 }
 
 // A block of the pixels of some rows, of which every other one has a sample of the row's colour. What rows have in common is
-// computed once.
-template <class Depth, Green green, bool isRedRow, int count>
-ZEL_INLINE void convertBlock(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixel,
+// computed once. at(row, columns) has the samples of a row beside the pixels, from two rows above the first one on.
+template <class Depth, Green green, bool isRedRow, int count, class At>
+ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, size_t pixel,
                              const Sites<typename Depth::Channel, typename Depth::V> (&sites)[count]) {
     using V = typename Depth::V;
-    constexpr ptrdiff_t size = sizeof(typename Depth::Element);
-    const auto at = [&](int row, int columns)
-                        ZEL_INLINE_LAMBDA { return computed((V)loadBytes(rows.at[row] + pixel * size + columns * size)); };
+    constexpr size_t size = sizeof(typename Depth::Element);
+    constexpr int reach = green == Green::byGradient ? 0 : 1;
     V column[count + 4];
-    unrolled<count + 4>([&](int r) ZEL_INLINE_LAMBDA { column[r] = at(r, 0); });
+    unrolled<count + 4 - reach, reach>([&](int r) ZEL_INLINE_LAMBDA { column[r] = at(r, 0); });
     Mean<V> beside[count + 2];
     unrolled<count + 2>([&](int r) ZEL_INLINE_LAMBDA { beside[r] = meanOf(at(r + 1, -1), at(r + 1, 1)); });
     unrolled<count>([&](auto r) ZEL_INLINE_LAMBDA {
@@ -100,11 +99,17 @@ template <class Depth, Green green, bool isRedRow, int count>
 ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<count>& out, size_t first, size_t end,
                                 bool firstHasColour) {
     using RowSites = Sites<typename Depth::Channel, typename Depth::V>;
-    constexpr size_t block = vectorBytes / sizeof(typename Depth::Element);
+    using V = typename Depth::V;
+    constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size;
     const SourceRows<count> from = rows;
     const PixelRows<count> to = out;
     const auto convert = [&](size_t at, const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
-        for (; at + block <= end; at += block) convertBlock<Depth, green, isRedRow, count>(from, to, at, sites);
+        for (; at + block <= end; at += block) {
+            const auto samples = [&](int row, int columns) ZEL_INLINE_LAMBDA {
+                return computed((V)loadBytes(from.at[row] + at * size + columns * ptrdiff_t{size}));
+            };
+            convertBlock<Depth, green, isRedRow, count>(samples, to, at, sites);
+        }
     };
     for (size_t at = first;; at = end - block) {
         const bool hasColour = firstHasColour == ((at - first) % 2 == 0);
@@ -167,39 +172,66 @@ struct Target {
     ZEL_INLINE uint8_t* at(int x, int y) const { return moved(origin, size_t(y) * step + size_t(x) * 3 * sizeof(Element)); }
 };
 
-// The pixels of a part that stand in the two columns from `column` on, at the image's left or right edge. The four samples of a
-// row that they are made of stand right behind those of the row two above it, so that a block has the pixels of many rows, which
-// are of one kind.
+enum class Side { left, right };
+
+// At a side of the image the samples of its four outermost columns, and of these the ones to the left of the two outermost
+// columns, in them, and to the right.
+template <class Element>
+struct EdgeSamples {
+    static constexpr int count = 4;
+    alignas(16) uint8_t of[2][3][16];  // [side][where]
+};
+template <class Element>
+inline constexpr EdgeSamples<Element> edgeSamples = [] {
+    constexpr int count = EdgeSamples<Element>::count, size = sizeof(Element);
+    EdgeSamples<Element> e{};
+    for (int side = 0; side < 2; ++side)
+        for (int where = 0; where < 3; ++where)
+            for (int i = 0; i < 16; ++i) {
+                const int column = (side == 0 ? 0 : count - edge) + i / size % edge + where - 1;
+                e.of[side][where][i] = uint8_t((i / size / count * count + reflected(column, count)) * size + i % size);
+            }
+    return e;
+}();
+
+// The pixels of a part in the two outermost columns at a side of the image. Rows are too many for one of them to be made at a
+// time: the samples of each stand behind those of the row two above it, so that a block has the pixels of many rows of one kind.
 template <class Depth, class Element = typename Depth::Element>
-ZEL_NOINLINE void convertEdge(const Source<Element>& source, int column, const Part& part, const Target<Element>& target) {
-    constexpr int samples = edge + 2, block = vectorBytes / int(sizeof(Element)), pairSamples = edgeRows / 2 * samples;
-    const int left = greater(column, part.left), right = smaller(column + edge, part.right);
+ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Part& part, const Target<Element>& target) {
+    using V = typename Depth::V;
+    using RowSites = Sites<typename Depth::Channel, V>;
+    constexpr int samples = EdgeSamples<Element>::count, block = vectorBytes / int(sizeof(Element));
+    const int width = source.size.width, first = side == Side::left ? 0 : width - edge;
+    const int left = greater(first, part.left), right = smaller(first + edge, part.right);
     if (left >= right) return;
-    // Pairs begin with a red row. The first line has the row above, and an element more on either side.
-    const int top = part.top - !source.grid.isRedRow(part.top), rows = part.bottom - top;
-    alignas(64) Element lines[2][pairSamples + 3 * samples]{}, pixels[2][3 * pairSamples];
-    ptrdiff_t columns[samples];
-    for (int i = 0; i < samples; ++i)
-        columns[i] = reflected(int64_t{column} + i - 1, source.size.width) * ptrdiff_t{sizeof(Element)};
-    for (unsigned i = 0; i < unsigned(rows) + 2; ++i) {
+    // Pairs begin with a red row, and the first line with the row above.
+    const int top = part.top - !source.grid.isRedRow(part.top), firstSample = side == Side::left ? 0 : width - samples;
+    const auto rows = unsigned(part.bottom - top);
+    alignas(64) Element lines[2][(edgeRows / 2 + 1) * samples], pixels[2][edgeRows / 2 * samples * 3];
+    for (unsigned i = 0; i < rows + 2; ++i) {
         const uint8_t* const row = source.row(reflected(int64_t{top} + i - 1, source.size.height));
-        Element* const line = lines[i % 2] + (i / 2 + 1) * samples;
-        unrolled<samples>([&](int j) ZEL_INLINE_LAMBDA { __builtin_memcpy(line + j, row + columns[j], sizeof(Element)); });
+        Element* const line = lines[i % 2] + i / 2 * samples;
+        if (width >= samples)
+            __builtin_memcpy(line, row + firstSample * ptrdiff_t{sizeof(Element)}, samples * sizeof(Element));
+        else
+            for (int j = 0; j < samples; ++j)
+                __builtin_memcpy(line + j, row + reflected(firstSample + j, width) * ptrdiff_t{sizeof(Element)}, sizeof(Element));
     }
-    const auto lineAt = [&](int row) {
-        return reinterpret_cast<const uint8_t*>(lines[(row + 1) % 2] + ((row + 1) / 2 + 1) * samples);
-    };
-    const SourceRows<2> from{{lineAt(0), lineAt(-1), lineAt(0), lineAt(1), lineAt(2), lineAt(1)}};
+    Bytes where[3];
+    unrolled<3>([&](int i) ZEL_INLINE_LAMBDA { where[i] = everyLane(edgeSamples<Element>.of[int(side)][i]); });
     const PixelRows<2> to{{reinterpret_cast<uint8_t*>(pixels[0]), reinterpret_cast<uint8_t*>(pixels[1])}};
-    const bool firstHasColour = ((column - 1) & 1) == source.grid.colourColumn(top);
-    using RowSites = Sites<typename Depth::Channel, typename Depth::V>;
+    const bool firstHasColour = (first & 1) == source.grid.colourColumn(top);
     const RowSites sites[2] = {RowSites(firstHasColour), RowSites(!firstHasColour)};
-    for (int i = 0; i < (rows + 1) / 2 * samples; i += block)
-        convertBlock<Depth, Green::byMean, true, 2>(from, to, size_t(i), sites);
+    for (unsigned i = 0; i < (rows + 1) / 2 * samples; i += block) {
+        const auto at = [&](int row, int columns) ZEL_INLINE_LAMBDA {
+            return (V)shuffle(loadBytes(lines[(row - 1) % 2] + (row - 1) / 2 * samples + i), where[columns + 1]);
+        };
+        convertBlock<Depth, Green::byMean, true, 2>(at, to, i, sites);
+    }
     const auto put = [&](auto count) ZEL_INLINE_LAMBDA {
         uint8_t* out = target.at(left, part.top);
-        for (unsigned i = part.top - top; i < unsigned(rows); ++i, out = moved(out, target.step))
-            __builtin_memcpy(out, pixels[i % 2] + (i / 2 * samples + left - column + 1) * 3, 3 * count * sizeof(Element));
+        for (auto i = unsigned(part.top - top); i < rows; ++i, out = moved(out, target.step))
+            __builtin_memcpy(out, pixels[i % 2] + (i / 2 * samples + left - first) * 3, 3 * count * sizeof(Element));
     };
     right - left == edge ? put(Constant<edge>{}) : put(Constant<1>{});
 }
@@ -238,6 +270,8 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
     for (; rows.top < part.bottom; rows.top = rows.bottom) {
         // As many rows as the edges' are made of at once, from a red row on.
         rows.bottom = rows.top + smaller(part.bottom - rows.top, edgeRows - (rows.top + source.grid.redRow) % edgeRows);
+        convertEdge<Depth>(source, Side::left, rows, target);
+        convertEdge<Depth>(source, Side::right, rows, target);
         for (int y = rows.top, count; left < right && y < rows.bottom; y += count) {
             const int last = size.height - edge - 1;
             const bool isRed = source.grid.isRedRow(y), isInner = y >= edge && y <= last;
@@ -249,8 +283,6 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
                     : (isRed ? convertRows<Depth, Green::byMean, true, 1> : convertRows<Depth, Green::byMean, false, 1>);
             convert(source, y, left, right, target, bypassing);
         }
-        convertEdge<Depth>(source, 0, rows, target);
-        convertEdge<Depth>(source, size.width - edge, rows, target);
     }
     return zelStsNoErr;
 }

@@ -74,7 +74,7 @@ ZEL_INLINE ZelStatus checked(const void* source, const void* destination, ZelSiz
 }
 
 // An index beyond the edges is reflected about the outermost samples, until it is inside.
-ZEL_INLINE int reflected(int64_t index, int64_t size) {
+ZEL_INLINE constexpr int reflected(int64_t index, int64_t size) {
     while (index < 0 || index >= size) index = index < 0 ? -index : 2 * (size - 1) - index;
     return int(index);
 }
