@@ -24,17 +24,21 @@ constexpr bool canBypass = traits.bypassesByParts;
 template <int count>
 struct SourceRows {
     const uint8_t* at[count + 4];
+    size_t step = 0;  // to as many rows further down
 
-    ZEL_INLINE SourceRows movedBy(size_t bytes) const {
-        SourceRows moved = *this;
-        for (const uint8_t*& row : moved.at) row += bytes;
-        return moved;
+    ZEL_INLINE void next() {
+        for (const uint8_t*& row : at) row = moved(row, step);
     }
 };
 template <int count>
 struct PixelRows {
     uint8_t* at[count];
+    size_t step = 0;
     bool bypassing = false;  // the caches, with what is stored to multiples of the vector
+
+    ZEL_INLINE void next() {
+        for (uint8_t*& row : at) row = moved(row, step);
+    }
 };
 
 // How green is found at a sample of red or blue.
@@ -94,15 +98,16 @@ ZEL_INLINE size_t firstAligned(const uint8_t* out) {
     return (0 - reinterpret_cast<uintptr_t>(out) / size) * inverseOf3 % block;
 }
 
-// Pixels `first` to end - 1 of the rows, at least a block. The last block overlaps the one before it.
+// Pixels `first` to end - 1 of the rows, at least a block, and of as many rows further down as there are groups. The last block
+// overlaps the one before it.
 template <class Depth, Green green, bool isRedRow, int count>
 ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<count>& out, size_t first, size_t end,
-                                bool firstHasColour) {
+                                bool firstHasColour, int groups) {
     using RowSites = Sites<typename Depth::Channel, typename Depth::V>;
     using V = typename Depth::V;
     constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size;
-    const SourceRows<count> from = rows;
-    const PixelRows<count> to = out;
+    SourceRows<count> from = rows;
+    PixelRows<count> to = out;
     const auto convert = [&](size_t at, const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
         for (; at + block <= end; at += block) {
             const auto samples = [&](int row, int columns) ZEL_INLINE_LAMBDA {
@@ -111,26 +116,27 @@ ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<c
             convertBlock<Depth, green, isRedRow, count>(samples, to, at, sites);
         }
     };
-    for (size_t at = first;; at = end - block) {
-        const bool hasColour = firstHasColour == ((at - first) % 2 == 0);
-        if constexpr (count == 1)
-            convert(at, {RowSites(hasColour)});
-        else
-            convert(at, {RowSites(hasColour), RowSites(!hasColour)});
-        if ((end - at) % block == 0) break;
-    }
+    for (; groups != 0; --groups, from.next(), to.next())
+        for (size_t at = first;; at = end - block) {
+            const bool hasColour = firstHasColour == ((at - first) % 2 == 0);
+            if constexpr (count == 1)
+                convert(at, {RowSites(hasColour)});
+            else
+                convert(at, {RowSites(hasColour), RowSites(!hasColour)});
+            if ((end - at) % block == 0) break;
+        }
 }
 
 // Some pixels of the rows; `firstHasColour` tells the kind of the first one. In long rows blocks are stored to multiples of the
 // vector, but for the first and the last one, which overlap those beside them.
 template <class Depth, Green green, bool isRedRow, int count>
-ZEL_INLINE void convertRun(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixels, bool firstHasColour) {
+ZEL_INLINE void convertRun(SourceRows<count> rows, PixelRows<count> out, size_t pixels, bool firstHasColour, int groups) {
     constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size, margin = 2 * size;
     alignas(64) uint8_t pixelBuffer[count][3 * vectorBytes];
     const auto convert = [&](const SourceRows<count>& from, const PixelRows<count>& to, size_t first, size_t end) {
-        convertBlocks<Depth, green, isRedRow, count>(from, to, first, end, firstHasColour == (first % 2 == 0));
+        convertBlocks<Depth, green, isRedRow, count>(from, to, first, end, firstHasColour == (first % 2 == 0), 1);
     };
-    if (pixels < block) {
+    const auto convertShort = [&] {
         constexpr size_t bufferBytes = 2 * vectorBytes;
         alignas(64) uint8_t source[count + 4][bufferBytes];
         SourceRows<count> from;
@@ -142,8 +148,7 @@ ZEL_INLINE void convertRun(const SourceRows<count>& rows, const PixelRows<count>
         for (int i = 0; i < count; ++i) to.at[i] = pixelBuffer[i];
         convert(from, to, 0, block);
         for (int i = 0; i < count; ++i) copyFromBuffer(out.at[i], pixelBuffer[i], pixels * 3 * size);
-        return;
-    }
+    };
     // Pixels first .. end - 1 of a block from `start` on. Nothing else is stored: the lines beside them bypass the caches.
     const auto convertPart = [&](size_t start, size_t first, size_t end) {
         PixelRows<count> buffer;
@@ -152,15 +157,19 @@ ZEL_INLINE void convertRun(const SourceRows<count>& rows, const PixelRows<count>
         for (int i = 0; i < count; ++i)
             copyBytes(out.at[i] + first * 3 * size, pixelBuffer[i] + (first - start) * 3 * size, (end - first) * 3 * size);
     };
-    if (pixels < alignedBlocks * block) return convert(rows, out, 0, pixels);
-    const size_t start = firstAligned<size, block>(out.at[0]), rest = (pixels - start) % block;
-    if (!out.bypassing) {
-        if (start != 0) convert(rows, out, 0, block);
-        return convert(rows, out, start, pixels);
-    }
-    if (start != 0) convertPart(0, 0, start);
-    convert(rows, out, start, pixels - rest);
-    if (rest != 0) convertPart(pixels - block, pixels - rest, pixels);
+    const auto convertLong = [&] {
+        const size_t start = firstAligned<size, block>(out.at[0]), rest = (pixels - start) % block;
+        if (!out.bypassing) {
+            if (start != 0) convert(rows, out, 0, block);
+            return convert(rows, out, start, pixels);
+        }
+        if (start != 0) convertPart(0, 0, start);
+        convert(rows, out, start, pixels - rest);
+        if (rest != 0) convertPart(pixels - block, pixels - rest, pixels);
+    };
+    if (pixels >= block && pixels < alignedBlocks * block)
+        return convertBlocks<Depth, green, isRedRow, count>(rows, out, 0, pixels, firstHasColour, groups);
+    for (; groups != 0; --groups, rows.next(), out.next()) pixels < block ? convertShort() : convertLong();
 }
 
 // The pixels of a call by the image's columns and rows.
@@ -206,46 +215,58 @@ ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Pa
     if (left >= right) return;
     // Pairs begin with a red row, and the first line with the row above.
     const int top = part.top - !source.grid.isRedRow(part.top), firstSample = side == Side::left ? 0 : width - samples;
-    const auto rows = unsigned(part.bottom - top);
+    const int rows = part.bottom - top;
     alignas(64) Element lines[2][(edgeRows / 2 + 1) * samples], pixels[2][edgeRows / 2 * samples * 3];
-    for (unsigned i = 0; i < rows + 2; ++i) {
-        const uint8_t* const row = source.row(reflected(int64_t{top} + i - 1, source.size.height));
-        Element* const line = lines[i % 2] + i / 2 * samples;
-        if (width >= samples)
+    const auto gather = [&](const auto& copy) ZEL_INLINE_LAMBDA {
+        for (int i = 0; i < 2; ++i) {
+            Element* line = lines[i];
+            for (int64_t y = int64_t{top} + i - 1; y <= part.bottom; y += 2, line += samples)
+                copy(line, source.row(reflected(y, source.size.height)));
+        }
+    };
+    if (width >= samples)
+        gather([&](Element* line, const uint8_t* row) ZEL_INLINE_LAMBDA {
             __builtin_memcpy(line, row + firstSample * ptrdiff_t{sizeof(Element)}, samples * sizeof(Element));
-        else
-            for (int j = 0; j < samples; ++j)
-                __builtin_memcpy(line + j, row + reflected(firstSample + j, width) * ptrdiff_t{sizeof(Element)}, sizeof(Element));
-    }
+        });
+    else
+        gather([&](Element* line, const uint8_t* row) {
+            for (int i = 0; i < samples; ++i)
+                __builtin_memcpy(line + i, row + reflected(firstSample + i, width) * ptrdiff_t{sizeof(Element)}, sizeof(Element));
+        });
     Bytes where[3];
     unrolled<3>([&](int i) ZEL_INLINE_LAMBDA { where[i] = everyLane(edgeSamples<Element>.of[int(side)][i]); });
     const PixelRows<2> to{{reinterpret_cast<uint8_t*>(pixels[0]), reinterpret_cast<uint8_t*>(pixels[1])}};
     const bool firstHasColour = (first & 1) == source.grid.colourColumn(top);
     const RowSites sites[2] = {RowSites(firstHasColour), RowSites(!firstHasColour)};
-    for (unsigned i = 0; i < (rows + 1) / 2 * samples; i += block) {
+    for (int i = 0; i < (rows + 1) / 2 * samples; i += block) {
         const auto at = [&](int row, int columns) ZEL_INLINE_LAMBDA {
             return (V)shuffle(loadBytes(lines[(row - 1) % 2] + (row - 1) / 2 * samples + i), where[columns + 1]);
         };
-        convertBlock<Depth, Green::byMean, true, 2>(at, to, i, sites);
+        convertBlock<Depth, Green::byMean, true, 2>(at, to, size_t(i), sites);
     }
     const auto put = [&](auto count) ZEL_INLINE_LAMBDA {
-        uint8_t* out = target.at(left, part.top);
-        for (auto i = unsigned(part.top - top); i < rows; ++i, out = moved(out, target.step))
-            __builtin_memcpy(out, pixels[i % 2] + (i / 2 * samples + left - first) * 3, 3 * count * sizeof(Element));
+        for (int i = 0; i < 2; ++i) {
+            const int skipped = i < part.top - top;
+            const Element* pixel = pixels[i] + (skipped * samples + left - first) * 3;
+            uint8_t* out = target.at(left, top + i + 2 * skipped);
+            for (int y = top + i + 2 * skipped; y < part.bottom; y += 2, pixel += 3 * samples, out = moved(out, 2 * target.step))
+                __builtin_memcpy(out, pixel, 3 * count * sizeof(Element));
+        }
     };
     right - left == edge ? put(Constant<edge>{}) : put(Constant<1>{});
 }
 
-// Rows from y on, between the columns at the edges.
+// Groups of rows from y on, between the columns at the edges.
 template <class Depth, Green green, bool isRedRow, int count, class Element = typename Depth::Element>
-ZEL_NOINLINE void convertRows(const Source<Element>& source, int y, int left, int right, const Target<Element>& target,
-                              bool bypassing) {
+ZEL_NOINLINE void convertRows(const Source<Element>& source, int y, int groups, int left, int right,
+                              const Target<Element>& target, bool bypassing) {
     SourceRows<count> rows;
     for (int i = 0; i < count + 4; ++i)
         rows.at[i] = source.row(reflected(int64_t{y} + i - 2, source.size.height)) + left * ptrdiff_t{sizeof(Element)};
-    PixelRows<count> out{{}, bypassing};
+    rows.step = count * size_t(source.step);
+    PixelRows<count> out{{}, count * target.step, bypassing};
     for (int i = 0; i < count; ++i) out.at[i] = target.at(left, y + i);
-    convertRun<Depth, green, isRedRow, count>(rows, out, size_t(right - left), (left & 1) == source.grid.colourColumn(y));
+    convertRun<Depth, green, isRedRow, count>(rows, out, size_t(right - left), (left & 1) == source.grid.colourColumn(y), groups);
 }
 
 // The region is not moved where it begins outside the image: what is there is left out of the destination.
@@ -272,16 +293,17 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
         rows.bottom = rows.top + smaller(part.bottom - rows.top, edgeRows - (rows.top + source.grid.redRow) % edgeRows);
         convertEdge<Depth>(source, Side::left, rows, target);
         convertEdge<Depth>(source, Side::right, rows, target);
-        for (int y = rows.top, count; left < right && y < rows.bottom; y += count) {
-            const int last = size.height - edge - 1;
-            const bool isRed = source.grid.isRedRow(y), isInner = y >= edge && y <= last;
-            count = isInner && isRed && y < last && y + 1 < rows.bottom ? 2 : 1;
+        for (int y = rows.top, groups, count; left < right && y < rows.bottom; y += groups * count) {
+            const int innerEnd = smaller(rows.bottom, size.height - edge);
+            const bool isRed = source.grid.isRedRow(y), isInner = y >= edge && y < innerEnd;
+            count = isInner && isRed && y + 1 < innerEnd ? 2 : 1;
+            groups = count == 2 ? (innerEnd - y) / 2 : 1;
             const auto convert =
                 count == 2 ? convertRows<Depth, Green::byGradient, true, 2>
                 : isInner
                     ? (isRed ? convertRows<Depth, Green::byGradient, true, 1> : convertRows<Depth, Green::byGradient, false, 1>)
                     : (isRed ? convertRows<Depth, Green::byMean, true, 1> : convertRows<Depth, Green::byMean, false, 1>);
-            convert(source, y, left, right, target, bypassing);
+            convert(source, y, groups, left, right, target, bypassing);
         }
     }
     return zelStsNoErr;
