@@ -13,8 +13,9 @@ constexpr int edge = 2;
 // The samples of an edge are brought together for as many rows as fill the widest vectors.
 constexpr int edgeRows = 32;
 
-// The least number of blocks of a row for which it pays to store them to multiples of the vector.
-constexpr size_t alignedBlocks = 4;
+// Stores to multiples of the vector pay where the image comes near to exceeding the caches. In rows shorter than this the calls
+// for each row cost more.
+constexpr size_t longRowBytes = 2048;
 
 // Lanes alone are too short to bypass the caches.
 constexpr bool canBypass = traits.bypassesByParts;
@@ -127,8 +128,8 @@ ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<c
         }
 }
 
-// Some pixels of the rows; `firstHasColour` tells the kind of the first one. In long rows blocks are stored to multiples of the
-// vector, but for the first and the last one, which overlap those beside them.
+// Some pixels of the groups of rows; `firstHasColour` tells the kind of the first one. In long rows blocks are stored to
+// multiples of the vector, but for the first and the last one, which overlap those beside them.
 template <class Depth, Green green, bool isRedRow, int count>
 ZEL_INLINE void convertRun(SourceRows<count> rows, PixelRows<count> out, size_t pixels, bool firstHasColour, int groups) {
     constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size, margin = 2 * size;
@@ -167,7 +168,7 @@ ZEL_INLINE void convertRun(SourceRows<count> rows, PixelRows<count> out, size_t 
         convert(rows, out, start, pixels - rest);
         if (rest != 0) convertPart(pixels - block, pixels - rest, pixels);
     };
-    if (pixels >= block && pixels < alignedBlocks * block)
+    if (pixels >= block && pixels * size < longRowBytes && !out.bypassing)
         return convertBlocks<Depth, green, isRedRow, count>(rows, out, 0, pixels, firstHasColour, groups);
     for (; groups != 0; --groups, rows.next(), out.next()) pixels < block ? convertShort() : convertLong();
 }
