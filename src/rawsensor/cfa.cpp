@@ -13,9 +13,9 @@ constexpr int edge = 2;
 // The samples of an edge are brought together for as many rows as fill the widest vectors.
 constexpr int edgeRows = 32;
 
-// Stores to multiples of the vector pay where the image comes near to exceeding the caches. In rows shorter than this the calls
-// for each row cost more.
-constexpr size_t longRowBytes = 2048;
+// Pixels of a vector.
+template <class Element>
+constexpr size_t blockOf = vectorBytes / sizeof(Element);
 
 // Lanes alone are too short to bypass the caches.
 constexpr bool canBypass = traits.bypassesByParts;
@@ -26,20 +26,12 @@ template <int count>
 struct SourceRows {
     const uint8_t* at[count + 4];
     size_t step = 0;  // to as many rows further down
-
-    ZEL_INLINE void next() {
-        for (const uint8_t*& row : at) row = moved(row, step);
-    }
 };
 template <int count>
 struct PixelRows {
     uint8_t* at[count];
     size_t step = 0;
     bool bypassing = false;  // the caches, with what is stored to multiples of the vector
-
-    ZEL_INLINE void next() {
-        for (uint8_t*& row : at) row = moved(row, step);
-    }
 };
 
 // How green is found at a sample of red or blue.
@@ -62,12 +54,12 @@ ZEL_INLINE V meanOf(const Mean<V>& ab, const Mean<V>& cd) {
 }
 
 // A block of the pixels of some rows, of which every other one has a sample of the row's colour. What rows have in common is
-// computed once. at(row, columns) has the samples of a row beside the pixels, from two rows above the first one on.
+// computed once. at(row, columns) has the samples of a row beside the pixels, from two rows above the first one on; the pixels go
+// to an offset in their rows.
 template <class Depth, Green green, bool isRedRow, int count, class At>
-ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, size_t pixel,
+ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, size_t offset,
                              const Sites<typename Depth::Channel, typename Depth::V> (&sites)[count]) {
     using V = typename Depth::V;
-    constexpr size_t size = sizeof(typename Depth::Element);
     constexpr int reach = green == Green::byGradient ? 0 : 1;
     V column[count + 4];
     unrolled<count + 4 - reach, reach>([&](int r) ZEL_INLINE_LAMBDA { column[r] = at(r, 0); });
@@ -87,7 +79,7 @@ ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, size_t p
         const auto inOrder = [](V own, V middle, V other) ZEL_INLINE_LAMBDA {
             return isRed ? Channels<V>{own, middle, other} : Channels<V>{other, middle, own};
         };
-        sites[r].store(Destination(out.at[r] + pixel * 3 * size, canBypass && out.bypassing), inOrder(here, between, diagonal),
+        sites[r].store(Destination(moved(out.at[r], offset), canBypass && out.bypassing), inOrder(here, between, diagonal),
                        inOrder(beside[r + 1].value, here, above.value));
     });
 }
@@ -106,71 +98,67 @@ ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<c
                                 bool firstHasColour, int groups) {
     using RowSites = Sites<typename Depth::Channel, typename Depth::V>;
     using V = typename Depth::V;
-    constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size;
-    SourceRows<count> from = rows;
-    PixelRows<count> to = out;
-    const auto convert = [&](size_t at, const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
-        for (; at + block <= end; at += block) {
-            const auto samples = [&](int row, int columns) ZEL_INLINE_LAMBDA {
-                return computed((V)loadBytes(from.at[row] + at * size + columns * ptrdiff_t{size}));
-            };
-            convertBlock<Depth, green, isRedRow, count>(samples, to, at, sites);
-        }
-    };
-    for (; groups != 0; --groups, from.next(), to.next())
-        for (size_t at = first;; at = end - block) {
+    constexpr size_t size = sizeof(typename Depth::Element), block = blockOf<typename Depth::Element>;
+    const SourceRows<count> from = rows;
+    const PixelRows<count> to = out;
+    for (size_t in = 0, past = 0; groups != 0; --groups, in += from.step, past += to.step)
+        for (size_t at = first;;) {
             const bool hasColour = firstHasColour == ((at - first) % 2 == 0);
+            const auto convert = [&](const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
+                for (; at + block <= end; at += block) {
+                    const auto samples = [&](int row, int columns) ZEL_INLINE_LAMBDA {
+                        return computed((V)loadBytes(moved(from.at[row], in + at * size) + columns * ptrdiff_t{size}));
+                    };
+                    convertBlock<Depth, green, isRedRow, count>(samples, to, past + at * 3 * size, sites);
+                }
+            };
             if constexpr (count == 1)
-                convert(at, {RowSites(hasColour)});
+                convert({RowSites(hasColour)});
             else
-                convert(at, {RowSites(hasColour), RowSites(!hasColour)});
-            if ((end - at) % block == 0) break;
+                convert({RowSites(hasColour), RowSites(!hasColour)});
+            if (at == end) break;
+            at = end - block;
         }
 }
 
-// Some pixels of the groups of rows; `firstHasColour` tells the kind of the first one. In long rows blocks are stored to
-// multiples of the vector, but for the first and the last one, which overlap those beside them.
+// Less than a block of pixels, through buffers; `firstHasColour` tells the kind of the first one.
 template <class Depth, Green green, bool isRedRow, int count>
-ZEL_INLINE void convertRun(SourceRows<count> rows, PixelRows<count> out, size_t pixels, bool firstHasColour, int groups) {
-    constexpr size_t size = sizeof(typename Depth::Element), block = vectorBytes / size, margin = 2 * size;
-    alignas(64) uint8_t pixelBuffer[count][3 * vectorBytes];
-    const auto convert = [&](const SourceRows<count>& from, const PixelRows<count>& to, size_t first, size_t end) {
-        convertBlocks<Depth, green, isRedRow, count>(from, to, first, end, firstHasColour == (first % 2 == 0), 1);
-    };
-    const auto convertShort = [&] {
-        constexpr size_t bufferBytes = 2 * vectorBytes;
-        alignas(64) uint8_t source[count + 4][bufferBytes];
-        SourceRows<count> from;
-        PixelRows<count> to;
-        for (int i = 0; i < count + 4; ++i) {
-            copyToBuffer(source[i], rows.at[i] - margin, pixels * size + 2 * margin, bufferBytes);
-            from.at[i] = source[i] + margin;
-        }
-        for (int i = 0; i < count; ++i) to.at[i] = pixelBuffer[i];
-        convert(from, to, 0, block);
-        for (int i = 0; i < count; ++i) copyFromBuffer(out.at[i], pixelBuffer[i], pixels * 3 * size);
+ZEL_INLINE void convertShort(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixels, bool firstHasColour) {
+    constexpr size_t size = sizeof(typename Depth::Element), block = blockOf<typename Depth::Element>, margin = 2 * size;
+    constexpr size_t bufferBytes = 2 * vectorBytes;
+    alignas(64) uint8_t source[count + 4][bufferBytes], pixelBuffer[count][3 * vectorBytes];
+    SourceRows<count> from;
+    PixelRows<count> to;
+    for (int i = 0; i < count + 4; ++i) {
+        copyToBuffer(source[i], rows.at[i] - margin, pixels * size + 2 * margin, bufferBytes);
+        from.at[i] = source[i] + margin;
+    }
+    for (int i = 0; i < count; ++i) to.at[i] = pixelBuffer[i];
+    convertBlocks<Depth, green, isRedRow, count>(from, to, 0, block, firstHasColour, 1);
+    for (int i = 0; i < count; ++i) copyFromBuffer(out.at[i], pixelBuffer[i], pixels * 3 * size);
+}
+
+// At least a block of pixels that bypass the caches, where they fill multiples of the vector.
+template <class Depth, Green green, bool isRedRow, int count>
+ZEL_INLINE void convertPastCaches(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixels,
+                                  bool firstHasColour) {
+    constexpr size_t size = sizeof(typename Depth::Element), block = blockOf<typename Depth::Element>;
+    const auto convert = [&](const PixelRows<count>& to, size_t first, size_t end) {
+        convertBlocks<Depth, green, isRedRow, count>(rows, to, first, end, firstHasColour == (first % 2 == 0), 1);
     };
     // Pixels first .. end - 1 of a block from `start` on. Nothing else is stored: the lines beside them bypass the caches.
     const auto convertPart = [&](size_t start, size_t first, size_t end) {
+        alignas(64) uint8_t pixelBuffer[count][3 * vectorBytes];
         PixelRows<count> buffer;
         for (int i = 0; i < count; ++i) buffer.at[i] = moved<uint8_t>(pixelBuffer[i], 0 - start * 3 * size);
-        convert(rows, buffer, start, start + block);
+        convert(buffer, start, start + block);
         for (int i = 0; i < count; ++i)
             copyBytes(out.at[i] + first * 3 * size, pixelBuffer[i] + (first - start) * 3 * size, (end - first) * 3 * size);
     };
-    const auto convertLong = [&] {
-        const size_t start = firstAligned<size, block>(out.at[0]), rest = (pixels - start) % block;
-        if (!out.bypassing) {
-            if (start != 0) convert(rows, out, 0, block);
-            return convert(rows, out, start, pixels);
-        }
-        if (start != 0) convertPart(0, 0, start);
-        convert(rows, out, start, pixels - rest);
-        if (rest != 0) convertPart(pixels - block, pixels - rest, pixels);
-    };
-    if (pixels >= block && pixels * size < longRowBytes && !out.bypassing)
-        return convertBlocks<Depth, green, isRedRow, count>(rows, out, 0, pixels, firstHasColour, groups);
-    for (; groups != 0; --groups, rows.next(), out.next()) pixels < block ? convertShort() : convertLong();
+    const size_t start = firstAligned<size, block>(out.at[0]), rest = (pixels - start) % block;
+    if (start != 0) convertPart(0, 0, start);
+    convert(out, start, pixels - rest);
+    if (rest != 0) convertPart(pixels - block, pixels - rest, pixels);
 }
 
 // The pixels of a call by the image's columns and rows.
@@ -210,7 +198,7 @@ template <class Depth, class Element = typename Depth::Element>
 ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Part& part, const Target<Element>& target) {
     using V = typename Depth::V;
     using RowSites = Sites<typename Depth::Channel, V>;
-    constexpr int samples = EdgeSamples<Element>::count, block = vectorBytes / int(sizeof(Element));
+    constexpr int samples = EdgeSamples<Element>::count, block = int(blockOf<Element>);
     const int width = source.size.width, first = side == Side::left ? 0 : width - edge;
     const int left = greater(first, part.left), right = smaller(first + edge, part.right);
     if (left >= right) return;
@@ -219,10 +207,10 @@ ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Pa
     const int rows = part.bottom - top;
     alignas(64) Element lines[2][(edgeRows / 2 + 1) * samples], pixels[2][edgeRows / 2 * samples * 3];
     const auto gather = [&](const auto& copy) ZEL_INLINE_LAMBDA {
-        for (int i = 0; i < 2; ++i) {
-            Element* line = lines[i];
-            for (int64_t y = int64_t{top} + i - 1; y <= part.bottom; y += 2, line += samples)
-                copy(line, source.row(reflected(y, source.size.height)));
+        Element *upper = lines[0], *lower = lines[1];
+        for (int64_t y = int64_t{top} - 1; y <= part.bottom; y += 2, upper += samples, lower += samples) {
+            copy(upper, source.row(reflected(y, source.size.height)));
+            copy(lower, source.row(reflected(y + 1, source.size.height)));
         }
     };
     if (width >= samples)
@@ -243,21 +231,17 @@ ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Pa
         const auto at = [&](int row, int columns) ZEL_INLINE_LAMBDA {
             return (V)shuffle(loadBytes(lines[(row - 1) % 2] + (row - 1) / 2 * samples + i), where[columns + 1]);
         };
-        convertBlock<Depth, Green::byMean, true, 2>(at, to, size_t(i), sites);
+        convertBlock<Depth, Green::byMean, true, 2>(at, to, size_t(i) * 3 * sizeof(Element), sites);
     }
     const auto put = [&](auto count) ZEL_INLINE_LAMBDA {
-        for (int i = 0; i < 2; ++i) {
-            const int skipped = i < part.top - top;
-            const Element* pixel = pixels[i] + (skipped * samples + left - first) * 3;
-            uint8_t* out = target.at(left, top + i + 2 * skipped);
-            for (int y = top + i + 2 * skipped; y < part.bottom; y += 2, pixel += 3 * samples, out = moved(out, 2 * target.step))
-                __builtin_memcpy(out, pixel, 3 * count * sizeof(Element));
-        }
+        uint8_t* out = target.at(left, part.top);
+        for (auto i = unsigned(part.top - top); i < unsigned(rows); ++i, out = moved(out, target.step))
+            __builtin_memcpy(out, pixels[i % 2] + (i / 2 * samples + unsigned(left - first)) * 3, 3 * count * sizeof(Element));
     };
     right - left == edge ? put(Constant<edge>{}) : put(Constant<1>{});
 }
 
-// Groups of rows from y on, between the columns at the edges.
+// Groups of rows from y on, between the columns at the edges. Several of them come neither through buffers nor past the caches.
 template <class Depth, Green green, bool isRedRow, int count, class Element = typename Depth::Element>
 ZEL_NOINLINE void convertRows(const Source<Element>& source, int y, int groups, int left, int right,
                               const Target<Element>& target, bool bypassing) {
@@ -267,7 +251,14 @@ ZEL_NOINLINE void convertRows(const Source<Element>& source, int y, int groups, 
     rows.step = count * size_t(source.step);
     PixelRows<count> out{{}, count * target.step, bypassing};
     for (int i = 0; i < count; ++i) out.at[i] = target.at(left, y + i);
-    convertRun<Depth, green, isRedRow, count>(rows, out, size_t(right - left), (left & 1) == source.grid.colourColumn(y), groups);
+    const auto pixels = size_t(right - left);
+    const bool firstHasColour = (left & 1) == source.grid.colourColumn(y);
+    if (pixels < blockOf<Element>)
+        convertShort<Depth, green, isRedRow>(rows, out, pixels, firstHasColour);
+    else if (bypassing)
+        convertPastCaches<Depth, green, isRedRow>(rows, out, pixels, firstHasColour);
+    else
+        convertBlocks<Depth, green, isRedRow>(rows, out, 0, pixels, firstHasColour, groups);
 }
 
 // The region is not moved where it begins outside the image: what is there is left out of the destination.
@@ -288,6 +279,7 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
     const size_t pixels = size_t(part.right - part.left) * size_t(part.bottom - part.top);
     const Bypass bypassing(canBypass && exceedsCaches(pixels * 4 * sizeof(Element)));
     const int left = greater(part.left, edge), right = smaller(part.right, size.width - edge);
+    const bool canGroup = !bypassing && right - left >= int(blockOf<Element>);
     Part rows = part;
     for (; rows.top < part.bottom; rows.top = rows.bottom) {
         // As many rows as the edges' are made of at once, from a red row on.
@@ -298,7 +290,7 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
             const int innerEnd = smaller(rows.bottom, size.height - edge);
             const bool isRed = source.grid.isRedRow(y), isInner = y >= edge && y < innerEnd;
             count = isInner && isRed && y + 1 < innerEnd ? 2 : 1;
-            groups = count == 2 ? (innerEnd - y) / 2 : 1;
+            groups = count == 2 && canGroup ? (innerEnd - y) / 2 : 1;
             const auto convert =
                 count == 2 ? convertRows<Depth, Green::byGradient, true, 2>
                 : isInner
