@@ -57,7 +57,7 @@ ZEL_INLINE V meanOf(const Mean<V>& ab, const Mean<V>& cd) {
 // computed once. at(row, columns) has the samples of a row beside the pixels, from two rows above the first one on; the pixels go
 // to an offset in their rows.
 template <class Depth, Green green, bool isRedRow, int count, class At>
-ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, size_t offset,
+ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, ptrdiff_t offset,
                              const Sites<typename Depth::Channel, typename Depth::V> (&sites)[count]) {
     using V = typename Depth::V;
     constexpr int reach = green == Green::byGradient ? 0 : 1;
@@ -79,7 +79,7 @@ ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, size_t o
         const auto inOrder = [](V own, V middle, V other) ZEL_INLINE_LAMBDA {
             return isRed ? Channels<V>{own, middle, other} : Channels<V>{other, middle, own};
         };
-        sites[r].store(Destination(moved(out.at[r], offset), canBypass && out.bypassing), inOrder(here, between, diagonal),
+        sites[r].store(Destination(out.at[r] + offset, canBypass && out.bypassing), inOrder(here, between, diagonal),
                        inOrder(beside[r + 1].value, here, above.value));
     });
 }
@@ -107,9 +107,9 @@ ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<c
             const auto convert = [&](const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
                 for (; at + block <= end; at += block) {
                     const auto samples = [&](int row, int columns) ZEL_INLINE_LAMBDA {
-                        return computed((V)loadBytes(moved(from.at[row], in + at * size) + columns * ptrdiff_t{size}));
+                        return computed((V)loadBytes(from.at[row] + ptrdiff_t(in + at * size) + columns * ptrdiff_t{size}));
                     };
-                    convertBlock<Depth, green, isRedRow, count>(samples, to, past + at * 3 * size, sites);
+                    convertBlock<Depth, green, isRedRow, count>(samples, to, ptrdiff_t(past + at * 3 * size), sites);
                 }
             };
             if constexpr (count == 1)
@@ -231,7 +231,7 @@ ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Pa
         const auto at = [&](int row, int columns) ZEL_INLINE_LAMBDA {
             return (V)shuffle(loadBytes(lines[(row - 1) % 2] + (row - 1) / 2 * samples + i), where[columns + 1]);
         };
-        convertBlock<Depth, Green::byMean, true, 2>(at, to, size_t(i) * 3 * sizeof(Element), sites);
+        convertBlock<Depth, Green::byMean, true, 2>(at, to, i * 3 * ptrdiff_t{sizeof(Element)}, sites);
     }
     const auto put = [&](auto count) ZEL_INLINE_LAMBDA {
         uint8_t* out = target.at(left, part.top);
