@@ -25,13 +25,19 @@ constexpr bool canBypass = traits.bypassesByParts;
 template <int count>
 struct SourceRows {
     const uint8_t* at[count + 4];
-    size_t step = 0;  // to as many rows further down
+
+    ZEL_INLINE void move(size_t bytes) {
+        for (const uint8_t*& row : at) row = moved(row, bytes);
+    }
 };
 template <int count>
 struct PixelRows {
     uint8_t* at[count];
-    size_t step = 0;
     bool bypassing = false;  // the caches, with what is stored to multiples of the vector
+
+    ZEL_INLINE void move(size_t bytes) {
+        for (uint8_t*& row : at) row = moved(row, bytes);
+    }
 };
 
 // How green is found at a sample of red or blue.
@@ -57,7 +63,7 @@ ZEL_INLINE V meanOf(const Mean<V>& ab, const Mean<V>& cd) {
 // computed once. at(row, columns) has the samples of a row beside the pixels, from two rows above the first one on; the pixels go
 // to an offset in their rows.
 template <class Depth, Green green, bool isRedRow, int count, class At>
-ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, ptrdiff_t offset,
+ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, size_t offset,
                              const Sites<typename Depth::Channel, typename Depth::V> (&sites)[count]) {
     using V = typename Depth::V;
     constexpr int reach = green == Green::byGradient ? 0 : 1;
@@ -91,34 +97,31 @@ ZEL_INLINE size_t firstAligned(const uint8_t* out) {
     return (0 - reinterpret_cast<uintptr_t>(out) / size) * inverseOf3 % block;
 }
 
-// Pixels `first` to end - 1 of the rows, at least a block, and of as many rows further down as there are groups. The last block
-// overlaps the one before it.
+// Pixels `first` to end - 1 of the rows, at least a block. The last block overlaps the one before it.
 template <class Depth, Green green, bool isRedRow, int count>
 ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<count>& out, size_t first, size_t end,
-                                bool firstHasColour, int groups) {
+                                bool firstHasColour) {
     using RowSites = Sites<typename Depth::Channel, typename Depth::V>;
     using V = typename Depth::V;
     constexpr size_t size = sizeof(typename Depth::Element), block = blockOf<typename Depth::Element>;
     const SourceRows<count> from = rows;
     const PixelRows<count> to = out;
-    for (size_t in = 0, past = 0; groups != 0; --groups, in += from.step, past += to.step)
-        for (size_t at = first;;) {
-            const bool hasColour = firstHasColour == ((at - first) % 2 == 0);
-            const auto convert = [&](const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
-                for (; at + block <= end; at += block) {
-                    const auto samples = [&](int row, int columns) ZEL_INLINE_LAMBDA {
-                        return computed((V)loadBytes(from.at[row] + ptrdiff_t(in + at * size) + columns * ptrdiff_t{size}));
-                    };
-                    convertBlock<Depth, green, isRedRow, count>(samples, to, ptrdiff_t(past + at * 3 * size), sites);
-                }
+    const auto convert = [&](size_t at, const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
+        for (; at + block <= end; at += block) {
+            const auto samples = [&](int row, int columns) ZEL_INLINE_LAMBDA {
+                return computed((V)loadBytes(from.at[row] + at * size + columns * ptrdiff_t{size}));
             };
-            if constexpr (count == 1)
-                convert({RowSites(hasColour)});
-            else
-                convert({RowSites(hasColour), RowSites(!hasColour)});
-            if (at == end) break;
-            at = end - block;
+            convertBlock<Depth, green, isRedRow, count>(samples, to, at * 3 * size, sites);
         }
+    };
+    for (size_t at = first;; at = end - block) {
+        const bool hasColour = firstHasColour == ((at - first) % 2 == 0);
+        if constexpr (count == 1)
+            convert(at, {RowSites(hasColour)});
+        else
+            convert(at, {RowSites(hasColour), RowSites(!hasColour)});
+        if ((end - at) % block == 0) break;
+    }
 }
 
 // Less than a block of pixels, through buffers; `firstHasColour` tells the kind of the first one.
@@ -134,7 +137,7 @@ ZEL_INLINE void convertShort(const SourceRows<count>& rows, const PixelRows<coun
         from.at[i] = source[i] + margin;
     }
     for (int i = 0; i < count; ++i) to.at[i] = pixelBuffer[i];
-    convertBlocks<Depth, green, isRedRow, count>(from, to, 0, block, firstHasColour, 1);
+    convertBlocks<Depth, green, isRedRow, count>(from, to, 0, block, firstHasColour);
     for (int i = 0; i < count; ++i) copyFromBuffer(out.at[i], pixelBuffer[i], pixels * 3 * size);
 }
 
@@ -144,7 +147,7 @@ ZEL_INLINE void convertPastCaches(const SourceRows<count>& rows, const PixelRows
                                   bool firstHasColour) {
     constexpr size_t size = sizeof(typename Depth::Element), block = blockOf<typename Depth::Element>;
     const auto convert = [&](const PixelRows<count>& to, size_t first, size_t end) {
-        convertBlocks<Depth, green, isRedRow, count>(rows, to, first, end, firstHasColour == (first % 2 == 0), 1);
+        convertBlocks<Depth, green, isRedRow, count>(rows, to, first, end, firstHasColour == (first % 2 == 0));
     };
     // Pixels first .. end - 1 of a block from `start` on. Nothing else is stored: the lines beside them bypass the caches.
     const auto convertPart = [&](size_t start, size_t first, size_t end) {
@@ -231,7 +234,7 @@ ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Pa
         const auto at = [&](int row, int columns) ZEL_INLINE_LAMBDA {
             return (V)shuffle(loadBytes(lines[(row - 1) % 2] + (row - 1) / 2 * samples + i), where[columns + 1]);
         };
-        convertBlock<Depth, Green::byMean, true, 2>(at, to, i * 3 * ptrdiff_t{sizeof(Element)}, sites);
+        convertBlock<Depth, Green::byMean, true, 2>(at, to, size_t(i) * 3 * sizeof(Element), sites);
     }
     const auto put = [&](auto count) ZEL_INLINE_LAMBDA {
         uint8_t* out = target.at(left, part.top);
@@ -241,24 +244,25 @@ ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Pa
     right - left == edge ? put(Constant<edge>{}) : put(Constant<1>{});
 }
 
-// Groups of rows from y on, between the columns at the edges. Several of them come neither through buffers nor past the caches.
+// Groups of rows from y on, between the columns at the edges.
 template <class Depth, Green green, bool isRedRow, int count, class Element = typename Depth::Element>
 ZEL_NOINLINE void convertRows(const Source<Element>& source, int y, int groups, int left, int right,
                               const Target<Element>& target, bool bypassing) {
     SourceRows<count> rows;
     for (int i = 0; i < count + 4; ++i)
         rows.at[i] = source.row(reflected(int64_t{y} + i - 2, source.size.height)) + left * ptrdiff_t{sizeof(Element)};
-    rows.step = count * size_t(source.step);
-    PixelRows<count> out{{}, count * target.step, bypassing};
+    PixelRows<count> out{{}, bypassing};
     for (int i = 0; i < count; ++i) out.at[i] = target.at(left, y + i);
     const auto pixels = size_t(right - left);
     const bool firstHasColour = (left & 1) == source.grid.colourColumn(y);
-    if (pixels < blockOf<Element>)
-        convertShort<Depth, green, isRedRow>(rows, out, pixels, firstHasColour);
-    else if (bypassing)
-        convertPastCaches<Depth, green, isRedRow>(rows, out, pixels, firstHasColour);
-    else
-        convertBlocks<Depth, green, isRedRow>(rows, out, 0, pixels, firstHasColour, groups);
+    for (; groups != 0; --groups, rows.move(count * size_t(source.step)), out.move(count * target.step)) {
+        if (pixels < blockOf<Element>)
+            convertShort<Depth, green, isRedRow>(rows, out, pixels, firstHasColour);
+        else if (bypassing)
+            convertPastCaches<Depth, green, isRedRow>(rows, out, pixels, firstHasColour);
+        else
+            convertBlocks<Depth, green, isRedRow>(rows, out, 0, pixels, firstHasColour);
+    }
 }
 
 // The region is not moved where it begins outside the image: what is there is left out of the destination.
@@ -279,7 +283,6 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
     const size_t pixels = size_t(part.right - part.left) * size_t(part.bottom - part.top);
     const Bypass bypassing(canBypass && exceedsCaches(pixels * 4 * sizeof(Element)));
     const int left = greater(part.left, edge), right = smaller(part.right, size.width - edge);
-    const bool canGroup = !bypassing && right - left >= int(blockOf<Element>);
     Part rows = part;
     for (; rows.top < part.bottom; rows.top = rows.bottom) {
         // As many rows as the edges' are made of at once, from a red row on.
@@ -290,7 +293,7 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
             const int innerEnd = smaller(rows.bottom, size.height - edge);
             const bool isRed = source.grid.isRedRow(y), isInner = y >= edge && y < innerEnd;
             count = isInner && isRed && y + 1 < innerEnd ? 2 : 1;
-            groups = count == 2 && canGroup ? (innerEnd - y) / 2 : 1;
+            groups = count == 2 ? (innerEnd - y) / 2 : 1;
             const auto convert =
                 count == 2 ? convertRows<Depth, Green::byGradient, true, 2>
                 : isInner
