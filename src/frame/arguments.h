@@ -173,6 +173,15 @@ ZEL_INLINE bool hasShortPass(const C& c, int width) {
     return isShort;
 }
 
+// A function with the signature of an export, and whether rows are shorter than a block for what it is given.
+template <class... A>
+struct ByLevel {
+    ZelStatus (*convert)(A...);
+    bool (*hasShortRows)(A...);
+};
+template <class... A>
+ByLevel(ZelStatus (*)(A...), bool (*)(A...)) -> ByLevel<A...>;
+
 // The public layer of a conversion: a function with the signature of its export.
 template <const auto& conversion, class Signature>
 struct Export;
@@ -186,6 +195,11 @@ struct Export<conversion, ZelStatus(A...)> {
         using C = std::remove_cvref_t<decltype(conversion)>;
         if constexpr (std::is_same_v<C, ZelStatus (*)(A...)>) {
             return conversion(a...);
+        } else if constexpr (std::is_same_v<C, ByLevel<A...>>) {
+            if constexpr (narrower != nullptr) {
+                if (conversion.hasShortRows(a...)) return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
+            }
+            return conversion.convert(a...);
         } else {
             using Extras = typename C::Extras;
             Arguments<readingOf(conversion)> arguments(a...);

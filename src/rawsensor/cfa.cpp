@@ -1,4 +1,5 @@
 // Bilinear interpolation of a mosaic, with green by gradients.
+#include "frame/arguments.h"
 #include "frame/bypass.h"
 #include "rawsensor/mosaic.h"
 #include "simd/part.h"
@@ -270,6 +271,21 @@ ZEL_INLINE Part partOf(ZelRect roi, ZelSize size) {
     return {greater(roi.x, 0), greater(roi.y, 0), endOf(roi.x, roi.width, size.width), endOf(roi.y, roi.height, size.height)};
 }
 
+// The columns of a part that are not at the image's edges.
+struct InnerColumns {
+    int left, right;
+
+    ZEL_INLINE InnerColumns(const Part& part, int width)
+        : left(greater(part.left, edge)), right(smaller(part.right, width - edge)) {}
+    ZEL_INLINE int64_t count() const { return int64_t{right} - left; }
+};
+
+// Of any arguments, which aren't checked yet.
+template <class Element>
+bool hasShortRows(const Element*, ZelRect roi, ZelSize size, int32_t, Element*, int32_t, int32_t, int32_t) {
+    return size.width < edge || InnerColumns(partOf(roi, size), size.width).count() < int64_t{blockOf<Element>};
+}
+
 template <class Depth, class Element = typename Depth::Element>
 ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t srcStep, Element* pDst, int32_t dstStep,
                       int32_t grid, int32_t) {
@@ -282,14 +298,14 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
         moved(reinterpret_cast<uint8_t*>(pDst), 0 - size_t(roi.y) * step - size_t(roi.x) * 3 * sizeof(Element)), step};
     const size_t pixels = size_t(part.right - part.left) * size_t(part.bottom - part.top);
     const Bypass bypassing(canBypass && exceedsCaches(pixels * 4 * sizeof(Element)));
-    const int left = greater(part.left, edge), right = smaller(part.right, size.width - edge);
+    const InnerColumns inner(part, size.width);
     Part rows = part;
     for (; rows.top < part.bottom; rows.top = rows.bottom) {
         // As many rows as the edges' are made of at once, from a red row on.
         rows.bottom = rows.top + smaller(part.bottom - rows.top, edgeRows - (rows.top + source.grid.redRow) % edgeRows);
         convertEdge<Depth>(source, Side::left, rows, target);
         convertEdge<Depth>(source, Side::right, rows, target);
-        for (int y = rows.top, groups, count; left < right && y < rows.bottom; y += groups * count) {
+        for (int y = rows.top, groups, count; inner.count() > 0 && y < rows.bottom; y += groups * count) {
             const int innerEnd = smaller(rows.bottom, size.height - edge);
             const bool isRed = source.grid.isRedRow(y), isInner = y >= edge && y < innerEnd;
             count = isInner && isRed && y + 1 < innerEnd ? 2 : 1;
@@ -299,7 +315,7 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
                 : isInner
                     ? (isRed ? convertRows<Depth, Green::byGradient, true, 1> : convertRows<Depth, Green::byGradient, false, 1>)
                     : (isRed ? convertRows<Depth, Green::byMean, true, 1> : convertRows<Depth, Green::byMean, false, 1>);
-            convert(source, y, groups, left, right, target, bypassing);
+            convert(source, y, groups, inner.left, inner.right, target, bypassing);
         }
     }
     return zelStsNoErr;
@@ -309,8 +325,8 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
 
 namespace rows {
 
-constexpr auto zeliCFAToRGB_8u_C1C3R = interpolate<Samples8>;
-constexpr auto zeliCFAToRGB_16u_C1C3R = interpolate<Samples16>;
+constexpr auto zeliCFAToRGB_8u_C1C3R = ByLevel{interpolate<Samples8>, hasShortRows<uint8_t>};
+constexpr auto zeliCFAToRGB_16u_C1C3R = ByLevel{interpolate<Samples16>, hasShortRows<uint16_t>};
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL
