@@ -26,20 +26,16 @@ constexpr bool canBypass = traits.bypassesByParts;
 template <int count>
 struct SourceRows {
     const uint8_t* at[count + 4];
-
-    ZEL_INLINE void move(size_t bytes) {
-        for (const uint8_t*& row : at) row = moved(row, bytes);
-    }
+    size_t step = 0;  // to as many rows further down
 };
 template <int count>
 struct PixelRows {
     uint8_t* at[count];
-    bool bypassing = false;  // the caches, with what is stored to multiples of the vector
-
-    ZEL_INLINE void move(size_t bytes) {
-        for (uint8_t*& row : at) row = moved(row, bytes);
-    }
+    size_t step = 0;
 };
+
+// Whether what is stored to multiples of the vector bypasses the caches.
+enum class Stores { cached, bypassing };
 
 // How green is found at a sample of red or blue.
 enum class Green { byGradient, byMean };
@@ -63,8 +59,8 @@ ZEL_INLINE V meanOf(const Mean<V>& ab, const Mean<V>& cd) {
 // A block of the pixels of some rows, of which every other one has a sample of the row's colour. What rows have in common is
 // computed once. at(row, columns) has the samples of a row beside the pixels, from two rows above the first one on; the pixels go
 // to an offset in their rows.
-template <class Depth, Green green, bool isRedRow, int count, class At>
-ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, size_t offset,
+template <class Depth, Green green, bool isRedRow, Stores stores = Stores::cached, int count, class At>
+ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, ptrdiff_t offset,
                              const Sites<typename Depth::Channel, typename Depth::V> (&sites)[count]) {
     using V = typename Depth::V;
     constexpr int reach = green == Green::byGradient ? 0 : 1;
@@ -86,7 +82,7 @@ ZEL_INLINE void convertBlock(const At& at, const PixelRows<count>& out, size_t o
         const auto inOrder = [](V own, V middle, V other) ZEL_INLINE_LAMBDA {
             return isRed ? Channels<V>{own, middle, other} : Channels<V>{other, middle, own};
         };
-        sites[r].store(Destination(out.at[r] + offset, canBypass && out.bypassing), inOrder(here, between, diagonal),
+        sites[r].store(Destination(out.at[r] + offset, stores == Stores::bypassing), inOrder(here, between, diagonal),
                        inOrder(beside[r + 1].value, here, above.value));
     });
 }
@@ -98,31 +94,33 @@ ZEL_INLINE size_t firstAligned(const uint8_t* out) {
     return (0 - reinterpret_cast<uintptr_t>(out) / size) * inverseOf3 % block;
 }
 
-// Pixels `first` to end - 1 of the rows, at least a block. The last block overlaps the one before it.
-template <class Depth, Green green, bool isRedRow, int count>
+// Pixels `first` to end - 1 of the rows, at least a block, and of as many rows further down as there are groups. The last block
+// overlaps the one before it.
+template <class Depth, Green green, bool isRedRow, Stores stores = Stores::cached, int count>
 ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<count>& out, size_t first, size_t end,
-                                bool firstHasColour) {
+                                bool firstHasColour, int groups = 1) {
     using RowSites = Sites<typename Depth::Channel, typename Depth::V>;
     using V = typename Depth::V;
     constexpr size_t size = sizeof(typename Depth::Element), block = blockOf<typename Depth::Element>;
     const SourceRows<count> from = rows;
     const PixelRows<count> to = out;
-    const auto convert = [&](size_t at, const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
-        for (; at + block <= end; at += block) {
-            const auto samples = [&](int row, int columns) ZEL_INLINE_LAMBDA {
-                return computed((V)loadBytes(from.at[row] + at * size + columns * ptrdiff_t{size}));
+    for (size_t in = 0, past = 0; groups != 0; --groups, in += from.step, past += to.step)
+        for (size_t at = first;; at = end - block) {
+            const bool hasColour = firstHasColour == ((at - first) % 2 == 0);
+            const auto convert = [&](const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
+                for (; at + block <= end; at += block) {
+                    const auto samples = [&](int row, int columns) ZEL_INLINE_LAMBDA {
+                        return computed((V)loadBytes(from.at[row] + ptrdiff_t(in + at * size) + columns * ptrdiff_t{size}));
+                    };
+                    convertBlock<Depth, green, isRedRow, stores>(samples, to, ptrdiff_t(past + at * 3 * size), sites);
+                }
             };
-            convertBlock<Depth, green, isRedRow, count>(samples, to, at * 3 * size, sites);
+            if constexpr (count == 1)
+                convert({RowSites(hasColour)});
+            else
+                convert({RowSites(hasColour), RowSites(!hasColour)});
+            if (at == end) break;
         }
-    };
-    for (size_t at = first;; at = end - block) {
-        const bool hasColour = firstHasColour == ((at - first) % 2 == 0);
-        if constexpr (count == 1)
-            convert(at, {RowSites(hasColour)});
-        else
-            convert(at, {RowSites(hasColour), RowSites(!hasColour)});
-        if ((end - at) % block == 0) break;
-    }
 }
 
 // Less than a block of pixels, through buffers; `firstHasColour` tells the kind of the first one.
@@ -138,7 +136,7 @@ ZEL_INLINE void convertShort(const SourceRows<count>& rows, const PixelRows<coun
         from.at[i] = source[i] + margin;
     }
     for (int i = 0; i < count; ++i) to.at[i] = pixelBuffer[i];
-    convertBlocks<Depth, green, isRedRow, count>(from, to, 0, block, firstHasColour);
+    convertBlocks<Depth, green, isRedRow>(from, to, 0, block, firstHasColour);
     for (int i = 0; i < count; ++i) copyFromBuffer(out.at[i], pixelBuffer[i], pixels * 3 * size);
 }
 
@@ -147,21 +145,19 @@ template <class Depth, Green green, bool isRedRow, int count>
 ZEL_INLINE void convertPastCaches(const SourceRows<count>& rows, const PixelRows<count>& out, size_t pixels,
                                   bool firstHasColour) {
     constexpr size_t size = sizeof(typename Depth::Element), block = blockOf<typename Depth::Element>;
-    const auto convert = [&](const PixelRows<count>& to, size_t first, size_t end) {
-        convertBlocks<Depth, green, isRedRow, count>(rows, to, first, end, firstHasColour == (first % 2 == 0));
-    };
+    const auto hasColour = [&](size_t pixel) { return firstHasColour == (pixel % 2 == 0); };
     // Pixels first .. end - 1 of a block from `start` on. Nothing else is stored: the lines beside them bypass the caches.
     const auto convertPart = [&](size_t start, size_t first, size_t end) {
         alignas(64) uint8_t pixelBuffer[count][3 * vectorBytes];
         PixelRows<count> buffer;
         for (int i = 0; i < count; ++i) buffer.at[i] = moved<uint8_t>(pixelBuffer[i], 0 - start * 3 * size);
-        convert(buffer, start, start + block);
+        convertBlocks<Depth, green, isRedRow>(rows, buffer, start, start + block, hasColour(start));
         for (int i = 0; i < count; ++i)
             copyBytes(out.at[i] + first * 3 * size, pixelBuffer[i] + (first - start) * 3 * size, (end - first) * 3 * size);
     };
     const size_t start = firstAligned<size, block>(out.at[0]), rest = (pixels - start) % block;
     if (start != 0) convertPart(0, 0, start);
-    convert(out, start, pixels - rest);
+    convertBlocks<Depth, green, isRedRow, Stores::bypassing>(rows, out, start, pixels - rest, hasColour(start));
     if (rest != 0) convertPart(pixels - block, pixels - rest, pixels);
 }
 
@@ -235,7 +231,7 @@ ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Pa
         const auto at = [&](int row, int columns) ZEL_INLINE_LAMBDA {
             return (V)shuffle(loadBytes(lines[(row - 1) % 2] + (row - 1) / 2 * samples + i), where[columns + 1]);
         };
-        convertBlock<Depth, Green::byMean, true, 2>(at, to, size_t(i) * 3 * sizeof(Element), sites);
+        convertBlock<Depth, Green::byMean, true>(at, to, i * 3 * ptrdiff_t{sizeof(Element)}, sites);
     }
     const auto put = [&](auto count) ZEL_INLINE_LAMBDA {
         uint8_t* out = target.at(left, part.top);
@@ -252,17 +248,23 @@ ZEL_NOINLINE void convertRows(const Source<Element>& source, int y, int groups, 
     SourceRows<count> rows;
     for (int i = 0; i < count + 4; ++i)
         rows.at[i] = source.row(reflected(int64_t{y} + i - 2, source.size.height)) + left * ptrdiff_t{sizeof(Element)};
-    PixelRows<count> out{{}, bypassing};
+    rows.step = count * size_t(source.step);
+    PixelRows<count> out;
     for (int i = 0; i < count; ++i) out.at[i] = target.at(left, y + i);
+    out.step = count * target.step;
     const auto pixels = size_t(right - left);
-    const bool firstHasColour = (left & 1) == source.grid.colourColumn(y);
-    for (; groups != 0; --groups, rows.move(count * size_t(source.step)), out.move(count * target.step)) {
-        if (pixels < blockOf<Element>)
+    const bool isShort = pixels < blockOf<Element>, firstHasColour = (left & 1) == source.grid.colourColumn(y);
+    // Single rows are too few to bypass the caches.
+    constexpr bool canPass = canBypass && count > 1;
+    if (!isShort && !(canPass && bypassing))
+        return convertBlocks<Depth, green, isRedRow>(rows, out, 0, pixels, firstHasColour, groups);
+    for (; groups != 0; --groups) {
+        if (isShort)
             convertShort<Depth, green, isRedRow>(rows, out, pixels, firstHasColour);
-        else if (bypassing)
+        else if constexpr (canPass)
             convertPastCaches<Depth, green, isRedRow>(rows, out, pixels, firstHasColour);
-        else
-            convertBlocks<Depth, green, isRedRow>(rows, out, 0, pixels, firstHasColour);
+        for (const uint8_t*& row : rows.at) row = moved(row, rows.step);
+        for (uint8_t*& row : out.at) row = moved(row, out.step);
     }
 }
 
