@@ -124,15 +124,16 @@ std::vector<ZelRect> regionsOf(ZelSize size) {
 }
 
 TEST_P(Mosaic, MatchesModelAtEverySizeAndPlacement) {
-    // Beyond the vectors of all levels; the largest ones are of several tiles.
+    // Beyond the vectors of all levels and the rows that they are filled with; the largest ones are of several tiles.
     std::vector<int> widths, heights;
     for (int w = tested().minimum(); w <= 22; ++w) widths.push_back(w);
     for (const int w : {31, 34, 63, 66, 70, 129, 144, 243, 250, 257, 491, 500}) widths.push_back(w);
     for (int h = tested().minimum(); h <= 14; ++h) heights.push_back(h);
+    for (const int h : {34, 67}) heights.push_back(h);
     int grid = 0, scene = 0;
     for (const int width : widths) {
         for (const int height : heights) {
-            if (width > 22 && height % 4 != width % 4) continue;
+            if ((width > 22 || height > 14) && height % 4 != width % 4) continue;
             const ZelSize size{width, height};
             for (int i = 0; i < 4; ++i, ++grid) {
                 const Scene& s = scenes[size_t(scene++) % std::size(scenes)];
