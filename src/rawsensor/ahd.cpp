@@ -17,13 +17,16 @@ enum Candidate { ofColumn, ofRow, candidates };
 constexpr int tileColumns = 256, leftMargin = 6, rightMargin = 5, margins = 12;
 constexpr int columnsOfTile = tileColumns - margins;
 
+// Columns on either side of a tile from which samples are loaded.
+constexpr int reach = 5;
+
 // Elements of a row, with room for what vectors reach beyond its ends.
 template <class Element, int count>
 struct Line {
-    static constexpr int reach = vectorBytes / int(sizeof(Element));
-    alignas(64) Element elements[count + 2 * reach];
+    static constexpr int room = vectorBytes / int(sizeof(Element));
+    alignas(64) Element elements[count + 2 * room];
 
-    ZEL_INLINE Element* at(ptrdiff_t i) { return elements + reach + i; }
+    ZEL_INLINE Element* at(ptrdiff_t i) { return elements + room + i; }
     ZEL_INLINE uint8_t* bytesAt(ptrdiff_t i) { return reinterpret_cast<uint8_t*>(at(i)); }
 };
 
@@ -71,7 +74,12 @@ class Tile {
           left_(left),
           right_(right),
           first_((left - leftMargin + 1) & ~1),
-          halfColumns_((right + rightMargin - first_ + 1) / 2) {}
+          halfColumns_((right + rightMargin - first_ + 1) / 2) {
+        for (int i = 0; i < reach; ++i) {
+            reflected_[0][i] = reflected(int64_t{left} - reach + i, source.size.width);
+            reflected_[1][i] = reflected(int64_t{source.size.width} + i, source.size.width);
+        }
+    }
 
     // Rows top .. bottom - 1.
     ZEL_INLINE void convert(int64_t top, int64_t bottom, uint8_t* out, size_t step, Ties ties) {
@@ -114,16 +122,15 @@ class Tile {
     // The columns that the tile looks at, those outside the image reflected.
     ZEL_NOINLINE void loadSamples(int64_t y) {
         const uint8_t* row = source_.row(reflected(y, source_.size.height));
-        const int from = left_ - 5, to = right_ + 5, inFrom = greater(from, 0), inTo = smaller(to, source_.size.width);
+        const int from = left_ - reach, to = right_ + reach, inFrom = greater(from, 0), inTo = smaller(to, source_.size.width);
         const auto sample = [&](int x) { return row + x * ptrdiff_t{sizeof(Element)}; };
         const auto place = [&](int x) { return row_.bytesAt(x - first_); };
-        const auto mirror = [&](int begin, int end) {
-            for (int x = begin; x < end; ++x)
-                __builtin_memcpy(place(x), sample(reflected(x, source_.size.width)), sizeof(Element));
+        const auto mirror = [&](int begin, int end, const int* columns) {
+            for (int x = begin; x < end; ++x) __builtin_memcpy(place(x), sample(columns[x - begin]), sizeof(Element));
         };
-        mirror(from, inFrom);
+        mirror(from, inFrom, reflected_[0]);
         copyBytes(place(inFrom), sample(inFrom), size_t(inTo - inFrom) * sizeof(Element));
-        mirror(inTo, to);
+        mirror(inTo, to, reflected_[1]);
         // Tiles are too narrow for the processor to foresee their rows.
         prefetch<Use::read>(moved(sample(inFrom), 2 * size_t(source_.step)), size_t(inTo - inFrom) * sizeof(Element));
 
@@ -305,6 +312,7 @@ class Tile {
     const Source<Element>& source_;
     const Starts& starts_;
     const int left_, right_, first_, halfColumns_;
+    int reflected_[2][reach];  // what is loaded for the columns to the left of the image and to its right
     Line<Element, tileColumns> row_;
     Ring<Halves<WideElement>, 5> samples_;
     Ring<Half<WideElement>, 3> belowSample_[candidates];  // at the row's colour, the sample less its green
