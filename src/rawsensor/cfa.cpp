@@ -11,7 +11,7 @@ namespace {
 // Columns and rows at the image's edges, where green is the mean.
 constexpr int edge = 2;
 
-// The samples of an edge are brought together for as many rows as fill the widest vectors.
+// The edges of as many rows as fill the widest vectors are made at once.
 constexpr int edgeRows = 32;
 
 // Pixels of a vector.
@@ -104,15 +104,15 @@ ZEL_NOINLINE void convertBlocks(const SourceRows<count>& rows, const PixelRows<c
     constexpr size_t size = sizeof(typename Depth::Element), block = blockOf<typename Depth::Element>;
     const SourceRows<count> from = rows;
     const PixelRows<count> to = out;
-    for (size_t in = 0, past = 0; groups != 0; --groups, in += from.step, past += to.step)
+    for (size_t read = 0, written = 0; groups != 0; --groups, read += from.step, written += to.step)
         for (size_t at = first;; at = end - block) {
             const bool hasColour = firstHasColour == ((at - first) % 2 == 0);
             const auto convert = [&](const RowSites(&sites)[count]) ZEL_INLINE_LAMBDA {
                 for (; at + block <= end; at += block) {
                     const auto samples = [&](int row, int columns) ZEL_INLINE_LAMBDA {
-                        return computed((V)loadBytes(from.at[row] + ptrdiff_t(in + at * size) + columns * ptrdiff_t{size}));
+                        return computed((V)loadBytes(from.at[row] + ptrdiff_t(read + at * size) + columns * ptrdiff_t{size}));
                     };
-                    convertBlock<Depth, green, isRedRow, stores>(samples, to, ptrdiff_t(past + at * 3 * size), sites);
+                    convertBlock<Depth, green, isRedRow, stores>(samples, to, ptrdiff_t(written + at * 3 * size), sites);
                 }
             };
             if constexpr (count == 1)
@@ -172,8 +172,8 @@ struct Target {
 
 enum class Side { left, right };
 
-// At a side of the image the samples of its four outermost columns, and of these the ones to the left of the two outermost
-// columns, in them, and to the right.
+// Of the samples of the four outermost columns at a side of the image, those to the left of the two outermost ones, in them and
+// to their right.
 template <class Element>
 struct EdgeSamples {
     static constexpr int count = 4;
@@ -192,8 +192,8 @@ inline constexpr EdgeSamples<Element> edgeSamples = [] {
     return e;
 }();
 
-// The pixels of a part in the two outermost columns at a side of the image. Rows are too many for one of them to be made at a
-// time: the samples of each stand behind those of the row two above it, so that a block has the pixels of many rows of one kind.
+// The pixels of a part in the two outermost columns at a side of the image. Two don't fill a vector, so those of many rows are
+// made at once: the samples of a row stand behind those of the row two above it, which is of the same kind.
 template <class Depth, class Element = typename Depth::Element>
 ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Part& part, const Target<Element>& target) {
     using V = typename Depth::V;
