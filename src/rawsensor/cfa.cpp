@@ -155,6 +155,8 @@ ZEL_INLINE void convertPastCaches(const SourceRows<count>& rows, const PixelRows
         for (int i = 0; i < count; ++i)
             copyBytes(out.at[i] + first * 3 * size, pixelBuffer[i] + (first - start) * 3 * size, (end - first) * 3 * size);
     };
+    // What the next rows add to the sources of these.
+    for (int i = 4; i < count + 4; ++i) prefetch<Use::read>(moved(rows.at[i], rows.step), pixels * size);
     const size_t start = firstAligned<size, block>(out.at[0]), rest = (pixels - start) % block;
     if (start != 0) convertPart(0, 0, start);
     convertBlocks<Depth, green, isRedRow, Stores::bypassing>(rows, out, start, pixels - rest, hasColour(start));
