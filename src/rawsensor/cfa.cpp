@@ -37,6 +37,11 @@ struct PixelRows {
 // Whether what is stored to multiples of the vector bypasses the caches.
 enum class Stores { cached, bypassing };
 
+// What exceeds the caches: what a call moves, and its source, too.
+struct Excess {
+    bool call, source;
+};
+
 // How green is found at a sample of red or blue.
 enum class Green { byGradient, byMean };
 
@@ -155,8 +160,6 @@ ZEL_INLINE void convertPastCaches(const SourceRows<count>& rows, const PixelRows
         for (int i = 0; i < count; ++i)
             copyBytes(out.at[i] + first * 3 * size, pixelBuffer[i] + (first - start) * 3 * size, (end - first) * 3 * size);
     };
-    // What the next rows add to the sources of these.
-    for (int i = 4; i < count + 4; ++i) prefetch<Use::read>(moved(rows.at[i], rows.step), pixels * size);
     const size_t start = firstAligned<size, block>(out.at[0]), rest = (pixels - start) % block;
     if (start != 0) convertPart(0, 0, start);
     convertBlocks<Depth, green, isRedRow, Stores::bypassing>(rows, out, start, pixels - rest, hasColour(start));
@@ -246,7 +249,7 @@ ZEL_NOINLINE void convertEdge(const Source<Element>& source, Side side, const Pa
 // Groups of rows from y on, between the columns at the edges.
 template <class Depth, Green green, bool isRedRow, int count, class Element = typename Depth::Element>
 ZEL_NOINLINE void convertRows(const Source<Element>& source, int y, int groups, int left, int right,
-                              const Target<Element>& target, bool bypassing) {
+                              const Target<Element>& target, Excess excess) {
     SourceRows<count> rows;
     for (int i = 0; i < count + 4; ++i)
         rows.at[i] = source.row(reflected(int64_t{y} + i - 2, source.size.height)) + left * ptrdiff_t{sizeof(Element)};
@@ -258,13 +261,17 @@ ZEL_NOINLINE void convertRows(const Source<Element>& source, int y, int groups, 
     const bool isShort = pixels < blockOf<Element>, firstHasColour = (left & 1) == source.grid.colourColumn(y);
     // Single rows are too few to bypass the caches.
     constexpr bool canPass = canBypass && count > 1;
-    if (!isShort && !(canPass && bypassing))
+    if (!isShort && !(canPass && excess.call))
         return convertBlocks<Depth, green, isRedRow>(rows, out, 0, pixels, firstHasColour, groups);
     for (; groups != 0; --groups) {
-        if (isShort)
+        if (isShort) {
             convertShort<Depth, green, isRedRow>(rows, out, pixels, firstHasColour);
-        else if constexpr (canPass)
+        } else if constexpr (canPass) {
+            // What the next rows add to the sources of these.
+            for (int i = 4; excess.source && i < count + 4; ++i)
+                prefetch<Use::read>(moved(rows.at[i], rows.step), pixels * sizeof(Element));
             convertPastCaches<Depth, green, isRedRow>(rows, out, pixels, firstHasColour);
+        }
         for (const uint8_t*& row : rows.at) row = moved(row, rows.step);
         for (uint8_t*& row : out.at) row = moved(row, out.step);
     }
@@ -302,6 +309,8 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
         moved(reinterpret_cast<uint8_t*>(pDst), 0 - size_t(roi.y) * step - size_t(roi.x) * 3 * sizeof(Element)), step};
     const size_t pixels = size_t(part.right - part.left) * size_t(part.bottom - part.top);
     const Bypass bypassing(canBypass && exceedsCaches(pixels * 4 * sizeof(Element)));
+    // The source stays in the caches that the pixels bypass, unless the call moves twice what they hold.
+    const Excess excess{bypassing, exceedsCaches(pixels * 2 * sizeof(Element))};
     const InnerColumns inner(part, size.width);
     Part rows = part;
     for (; rows.top < part.bottom; rows.top = rows.bottom) {
@@ -319,7 +328,7 @@ ZelStatus interpolate(const Element* pSrc, ZelRect roi, ZelSize size, int32_t sr
                 : isInner
                     ? (isRed ? convertRows<Depth, Green::byGradient, true, 1> : convertRows<Depth, Green::byGradient, false, 1>)
                     : (isRed ? convertRows<Depth, Green::byMean, true, 1> : convertRows<Depth, Green::byMean, false, 1>);
-            convert(source, y, groups, inner.left, inner.right, target, bypassing);
+            convert(source, y, groups, inner.left, inner.right, target, excess);
         }
     }
     return zelStsNoErr;
