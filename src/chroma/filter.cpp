@@ -229,10 +229,16 @@ constexpr Passes zeliYCbCr420ToYCbCr422_Filter_8u_P3R = passes({2, 8}, planesTo4
 constexpr Passes zeliYCrCb420ToYCbCr422_Filter_8u_P3R = passes({2, 8}, planesTo422<2>, {2, 8});
 constexpr Passes zeliYCbCr420ToYCbCr422_Filter_8u_P2P3R = passes({2, 8}, interleavedTo422, {2, 8});
 
-constexpr Sliced zeliYCbCr420ToYCbCr422_Filter_8u_P2C2R{inPairs(packedTopSlice), inPairs(packedMiddleSlice),
-                                                        inPairs(packedBottomSlice), inPairs(packedImage),
+constexpr Sliced zeliYCbCr420ToYCbCr422_Filter_8u_P2C2R{2,
+                                                        1,
+                                                        inPairs(packedTopSlice),
+                                                        inPairs(packedMiddleSlice),
+                                                        inPairs(packedBottomSlice),
+                                                        inPairs(packedImage),
                                                         inPairs(packedPairImage)};
-constexpr Sliced zeliYCbCr420ToYCrCb420_Filter_8u_P2P3R{inPairs(planesTopSlice),
+constexpr Sliced zeliYCbCr420ToYCrCb420_Filter_8u_P2P3R{2,
+                                                        3,
+                                                        inPairs(planesTopSlice),
                                                         inPairs(planesMiddleSlice),
                                                         inPairs(planesBottomSlice),
                                                         inPairs(planesImage),

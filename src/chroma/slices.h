@@ -13,6 +13,7 @@ struct Sliced {
         int32_t slice;
     };
 
+    int sources, destinations;  // planes
     Passes top, middle, bottom, whole, wholePair;
     Site site{2, 2};
     Minimum minimum{2, 2};
@@ -31,11 +32,11 @@ ZEL_NOINLINE inline void convert(const Sliced& s, Images& images, Sliced::Extras
     if (slice != zelSliceTop && slice != zelSliceMiddle && slice != zelSliceBottom) return;
     if (slice != zelSliceTop) {
         images.size.height += 2;
-        for (int plane = 0; plane < 4; ++plane) {
-            const size_t rows = plane == 0 ? 2 : 1;
-            images.source[plane] = moved(images.source[plane], -rows * size_t(images.sourceStep[plane]));
-            images.destination[plane] = moved(images.destination[plane], -rows * size_t(images.destinationStep[plane]));
-        }
+        const auto up = [](int planes, auto& plane, const ptrdiff_t* step) {
+            for (int i = 0; i < planes; ++i) plane[i] = moved(plane[i], -size_t(i == 0 ? 2 : 1) * size_t(step[i]));
+        };
+        up(s.sources, images.source, images.sourceStep);
+        up(s.destinations, images.destination, images.destinationStep);
     }
     if (slice != zelSliceBottom) images.size.height -= 2;
     if (images.size.height != 0) convert(slice == zelSliceTop ? s.top : slice == zelSliceMiddle ? s.middle : s.bottom, images);

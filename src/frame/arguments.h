@@ -126,7 +126,7 @@ class Arguments {
         return reading.cutsSteps ? rowBytes<Element>(step) : step;
     }
 
-    Images images_{};
+    Images images_;
     int sources_ = 0, destinations_ = 0;
     bool nullPointer_ = false, nullPlane_ = false, stepBelow1_ = false;
 };

@@ -273,8 +273,8 @@ constexpr int wholeBlocks(int width) {
     return width & -pixels;
 }
 
-// The images of a call. A conversion may cut them down for its passes.
-struct alignas(64) Images {
+// The images of a call, as many as it has. A conversion may cut them down for its passes.
+struct Images {
     const uint8_t* source[4];
     ptrdiff_t sourceStep[4];
     uint8_t* destination[4];

@@ -30,7 +30,7 @@ constexpr Passes passes(Site site, const Pass (&list)[count], Minimum minimum) {
     return {.site = site, .passes = list, .count = count, .minimum = minimum};
 }
 
-ZEL_INLINE bool isOneRow(const Passes& p, const Images& images) {
+ZEL_NOINLINE inline bool isOneRow(const Passes& p, const Images& images) {
     for (int i = 0; i < p.count; ++i)
         if (p.passes[i].lastSite || !isOneRow(p.passes[i].conversion, images)) return false;
     return true;
@@ -64,7 +64,8 @@ ZEL_NOINLINE inline void convertAroundLastSite(const Pass& pass, const Images& i
     }
 }
 
-ZEL_NOINLINE inline void convert(const Passes& p, Images& images, Call call) {
+ZEL_NOINLINE inline void convert(const Passes& p, Images& images, const Call& ofAll) {
+    Call call{.alpha = ofAll.alpha};
     images.size.width &= -int{p.site.width};
     images.size.height &= -int{p.site.height};
     // All passes count together.

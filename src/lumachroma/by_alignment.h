@@ -28,9 +28,13 @@ ZEL_INLINE bool isOneRow(const ByAlignment& c, const Images& images) {
 
 ZEL_INLINE void convert(const ByAlignment& c, const Images& images, Nothing) {
     uintptr_t bits = 0;
-    for (int i = 0; i < 4; ++i) {
-        bits |= reinterpret_cast<uintptr_t>(images.source[i]) | reinterpret_cast<uintptr_t>(images.destination[i]);
-        bits |= uintptr_t(images.sourceStep[i]) | uintptr_t(images.destinationStep[i]);
+    for (int i = 0; i < c.aligned.from.count; ++i) {
+        const int plane = c.aligned.from.streams[i].plane;
+        bits |= reinterpret_cast<uintptr_t>(images.source[plane]) | uintptr_t(images.sourceStep[plane]);
+    }
+    for (int i = 0; i < c.aligned.to.count; ++i) {
+        const int plane = c.aligned.to.streams[i].plane;
+        bits |= reinterpret_cast<uintptr_t>(images.destination[plane]) | uintptr_t(images.destinationStep[plane]);
     }
     convert(bits % 16 == 0 ? c.aligned : c.other, images);
 }
