@@ -48,15 +48,16 @@ constexpr Reading readingOf(const C& c) {
 template <Reading reading>
 class Arguments {
   public:
+    // The images are a record of their own, for it alone has to be in memory.
     template <class... A>
-    ZEL_INLINE explicit Arguments(A... a) {
+    ZEL_INLINE explicit Arguments(Images& images, A... a) : images_(images) {
         read(a...);
     }
 
     ZEL_INLINE bool hasNullPointer() const { return nullPointer_; }
     ZEL_INLINE bool hasNullPlane() const { return nullPlane_; }
     ZEL_INLINE bool hasStepBelow1() const { return stepBelow1_; }
-    ZEL_INLINE Images& images() { return images_; }
+    ZEL_INLINE ZelSize size() const { return images_.size; }
 
   private:
     template <class Argument>
@@ -126,7 +127,7 @@ class Arguments {
         return reading.cutsSteps ? rowBytes<Element>(step) : step;
     }
 
-    Images images_;
+    Images& images_;
     int sources_ = 0, destinations_ = 0;
     bool nullPointer_ = false, nullPlane_ = false, stepBelow1_ = false;
 };
@@ -182,6 +183,15 @@ struct ByLevel {
 template <class... A>
 ByLevel(ZelStatus (*)(A...), bool (*)(A...)) -> ByLevel<A...>;
 
+// A conversion as the table of the level has it.
+template <const auto& conversion>
+constexpr const auto& inTable() {
+    if constexpr (traits.drivesByShape)
+        return driven<conversion>;
+    else
+        return conversion;
+}
+
 // The public layer of a conversion: a function with the signature of its export.
 template <const auto& conversion, class Signature>
 struct Export;
@@ -202,12 +212,12 @@ struct Export<conversion, ZelStatus(A...)> {
             return conversion.convert(a...);
         } else {
             using Extras = typename C::Extras;
-            Arguments<readingOf(conversion)> arguments(a...);
+            Images images;
+            Arguments<readingOf(conversion)> arguments(images, a...);
             const Extras extras = extrasOf<Extras>(a...);
             if (const ZelStatus error = firstError<0>(arguments, extras); error != zelStsNoErr) return error;
-            Images& images = arguments.images();
-            const ZelSize size = images.size;
-            const auto& c = conversion;
+            const ZelSize size = arguments.size();
+            constexpr const auto& c = inTable<conversion>();
             if constexpr (narrower != nullptr) {
                 if ((size.width < vectorBytes || hasShortPass(c, size.width)) && !isOneRow(c, images))
                     return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
@@ -235,7 +245,7 @@ struct Export<conversion, ZelStatus(A...)> {
 
     template <Check check, Reading reading, class Extras>
     ZEL_INLINE static ZelStatus errorOf(Arguments<reading>& arguments, const Extras& extras) {
-        const ZelSize size = arguments.images().size;
+        const ZelSize size = arguments.size();
         if constexpr (check == Check::pointers) {
             bool isNull = arguments.hasNullPointer();
             if constexpr (requires { extras.hasNullPointer(); }) isNull |= extras.hasNullPointer();

@@ -243,6 +243,13 @@ struct Checks {
 inline constexpr Checks pointersFirst{Check::pointers, Check::size, Check::planes},
     planesFirst{Check::pointers, Check::planes, Check::size};
 
+struct Conversion;
+struct Images;
+struct Call;
+
+// Walks the rows of a conversion.
+using Driver = void (*)(const Conversion& c, const Images& images, const Call& call);
+
 struct Conversion {
     using Extras = Nothing;
 
@@ -256,6 +263,7 @@ struct Conversion {
     Checks checks = pointersFirst;
     OddPixel oddPixel{};
     bool keepsAlpha = false;
+    Driver driver = nullptr;  // one for its shape, where the table has given it one
 };
 
 // A conversion of any kind whose destination takes the caller's alpha.

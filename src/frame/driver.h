@@ -2,6 +2,8 @@
 // that overlaps the one before it or by way of a buffer.
 #pragma once
 
+#include <type_traits>
+
 #include "frame/bypass.h"
 #include "frame/conversion.h"
 #include "simd/part.h"
@@ -177,9 +179,16 @@ ZEL_NOINLINE inline void convertOddPixels(const Conversion& c, MovedRow end, con
 
 ZEL_INLINE bool hasOddPixel(const Conversion& c, ZelSize size) { return c.oddPixel.makeSite && size.width % 2 != 0; }
 
-// Whether the rows of a stream follow each other in memory.
-ZEL_INLINE bool isContiguous(const Stream& s, ptrdiff_t step, size_t columns) {
-    return s.rows == 1 && step == ptrdiff_t(columns * s.bytes);
+// Whether the rows of an image follow each other in memory.
+ZEL_INLINE bool isContiguous(const Layout& layout, const ptrdiff_t* steps, size_t columns) {
+    // The bound is one that is known, or loops stay where the count is known as well.
+#pragma GCC unroll 8
+    for (int i = 0; i < maxSources; ++i) {
+        if (i == layout.count) break;
+        const Stream& s = layout.streams[i];
+        if (s.rows != 1 || steps[s.plane] != ptrdiff_t(columns * s.bytes)) return false;
+    }
+    return true;
 }
 
 // Whether the rule looks at columns, or at rows.
@@ -195,11 +204,8 @@ ZEL_INLINE size_t blockSitesOf(const Conversion& c, int width, size_t columns) {
 // Whether all rows make up one.
 ZEL_INLINE bool isOneRow(const Conversion& c, const Images& images) {
     const size_t columns = quotient(unsigned(images.size.width), c.site.width);
-    for (int i = 0; i < c.from.count; ++i)
-        if (!isContiguous(c.from.streams[i], images.sourceStep[c.from.streams[i].plane], columns)) return false;
-    for (int i = 0; i < c.to.count; ++i)
-        if (!isContiguous(c.to.streams[i], images.destinationStep[c.to.streams[i].plane], columns)) return false;
-    return !dependsOnPlace(c, images.size, columns, blockSitesOf(c, images.size.width, columns));
+    return isContiguous(c.from, images.sourceStep, columns) && isContiguous(c.to, images.destinationStep, columns) &&
+           !dependsOnPlace(c, images.size, columns, blockSitesOf(c, images.size.width, columns));
 }
 
 // Whether a row is written over what an earlier one has left.
@@ -255,18 +261,22 @@ ZEL_NOINLINE inline void convertRuns(const Conversion& c, const Images& images, 
     }
 }
 
+// The groups of a call, counted from the first one. A height below 1 stays below 1, so that it has none.
+ZEL_INLINE Groups groupsOf(Site site, ZelSize size, Groups part) {
+    const int all = size.height >> __builtin_ctz(site.height);
+    return {part.first < 0 ? all + part.first : part.first, part.end > 0 ? part.end : all + part.end};
+}
+
 // Bytes that a conversion reads and writes.
-ZEL_INLINE size_t bytesOf(const Layout& layout) {
+ZEL_INLINE constexpr size_t bytesOf(const Layout& layout) {
     size_t bytes = 0;
     for (int i = 0; i < layout.count; ++i) bytes += layout.streams[i].bytes;
     return bytes;
 }
 ZEL_INLINE size_t bytesOf(const Conversion& c, ZelSize size, Groups part) {
-    const int allGroups = size.height >> __builtin_ctz(c.site.height);
-    const int firstGroup = part.first < 0 ? allGroups + part.first : part.first;
-    const int endGroup = part.end > 0 ? part.end : allGroups + part.end;
-    if (size.width < 1 || firstGroup >= endGroup) return 0;
-    return quotient(unsigned(size.width), c.site.width) * size_t(endGroup - firstGroup) * (bytesOf(c.from) + bytesOf(c.to));
+    const Groups groups = groupsOf(c.site, size, part);
+    if (size.width < 1 || groups.first >= groups.end) return 0;
+    return quotient(unsigned(size.width), c.site.width) * size_t(groups.end - groups.first) * (bytesOf(c.from) + bytesOf(c.to));
 }
 
 // Whether a large image gains. One that is its own source is in the caches when it is written, and so are lines of which a part
@@ -280,34 +290,36 @@ ZEL_NOINLINE inline bool gainsByBypass(const Conversion& c, const Images& images
 // Whether a source is asked for ahead of time: where more is read than written, and in more streams than a processor foresees.
 ZEL_INLINE bool isWorthAskingFor(const Conversion& c) { return c.from.count + c.to.count > 2 && bytesOf(c.from) > bytesOf(c.to); }
 
-ZEL_NOINLINE inline void convert(const Conversion& c, const Images& images, const Call& call) {
-    // A height below 1 stays below 1, so that it has no groups.
-    const int width = images.size.width, allGroups = images.size.height >> __builtin_ctz(c.site.height);
-    const int firstGroup = call.groups.first < 0 ? allGroups + call.groups.first : call.groups.first;
-    const int endGroup = call.groups.end > 0 ? call.groups.end : allGroups + call.groups.end;
+// Where the streams of an image begin, and how far it is to the next group.
+template <class Byte>
+ZEL_INLINE void setOut(Byte** places, size_t* steps, const Layout& layout, Byte* const* planes, const ptrdiff_t* planeSteps,
+                       int firstGroup) {
+#pragma GCC unroll 8
+    for (int i = 0; i < maxSources; ++i) {
+        if (i == layout.count) break;
+        const Stream& s = layout.streams[i];
+        const auto step = size_t(planeSteps[s.plane]);
+        steps[i] = step * s.rows;
+        places[i] = moved(planes[s.plane], steps[i] * size_t(firstGroup) + step * size_t(s.row) + s.offset);
+    }
+}
+
+ZEL_NOINLINE inline void convertAny(const Conversion& c, const Images& images, const Call& call) {
+    const int width = images.size.width;
+    const Groups groups = groupsOf(c.site, images.size, call.groups);
     const bool oddPixel = hasOddPixel(c, images.size);
     Rows rows;
     rows.columns = quotient(unsigned(width), c.site.width);
-    if (width < 1 || (rows.columns == 0 && !oddPixel) || firstGroup >= endGroup) return;
-    rows.groups = size_t(endGroup - firstGroup);
+    if (width < 1 || (rows.columns == 0 && !oddPixel) || groups.first >= groups.end) return;
+    rows.groups = size_t(groups.end - groups.first);
     rows.blockSites = blockSitesOf(c, width, rows.columns);
-    bool oneRow = !dependsOnPlace(c, images.size, rows.columns, rows.blockSites);
+    const bool oneRow = !dependsOnPlace(c, images.size, rows.columns, rows.blockSites) &&
+                        isContiguous(c.from, images.sourceStep, rows.columns) &&
+                        isContiguous(c.to, images.destinationStep, rows.columns);
     rows.first.alpha = call.alpha;
-    rows.first.place = {0, size_t(firstGroup)};
-    for (int i = 0; i < c.from.count; ++i) {
-        const Stream& s = c.from.streams[i];
-        const auto step = size_t(images.sourceStep[s.plane]);
-        oneRow &= isContiguous(s, ptrdiff_t(step), rows.columns);
-        rows.steps.in[i] = step * s.rows;
-        rows.first.in[i] = moved(images.source[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows) + s.offset);
-    }
-    for (int i = 0; i < c.to.count; ++i) {
-        const Stream& s = c.to.streams[i];
-        const auto step = size_t(images.destinationStep[s.plane]);
-        oneRow &= isContiguous(s, ptrdiff_t(step), rows.columns);
-        rows.steps.out[i] = step * s.rows;
-        rows.first.out[i] = moved(images.destination[s.plane], step * size_t(s.row + ptrdiff_t{firstGroup} * s.rows));
-    }
+    rows.first.place = {0, size_t(groups.first)};
+    setOut(rows.first.in, rows.steps.in, c.from, images.source, images.sourceStep, groups.first);
+    setOut(rows.first.out.places, rows.steps.out, c.to, images.destination, images.destinationStep, groups.first);
 
     bool large = call.stores == Stores::bypassing;
     if (call.stores == Stores::bySize && exceedsCaches(rows.columns * rows.groups * maxSiteBytes))
@@ -332,7 +344,61 @@ ZEL_NOINLINE inline void convert(const Conversion& c, const Images& images, cons
         convertBlocks(c, c.block, used, rows.first, rows.steps, rows.groups, blocks);
 }
 
-ZEL_INLINE void convert(const Conversion& c, const Images& images, Nothing = {}) { convert(c, images, Call{}); }
+// What of a conversion says how its rows lie.
+struct Shape {
+    Site site;
+    Layout from, to;
+    bool seesPlace, hasOddPixel;
+};
+
+constexpr Shape shapeOf(const Conversion& c) { return {c.site, c.from, c.to, c.block.seesPlace, c.oddPixel.makeSite != nullptr}; }
+
+// Whole blocks of one rule in an image that the caches hold, which is what calls for small images are: where the shape is known,
+// little is left to do. A kernel may be another one than the table's.
+template <Shape shape, int (*blockColumns)(int width)>
+ZEL_NOINLINE inline void convertShaped(const Conversion& c, const Images& images, const Call& call) {
+    static constexpr Shape known = shape;
+    const int width = images.size.width, columns = width >> __builtin_ctz(known.site.width);
+    const Groups part = groupsOf(known.site, images.size, call.groups);
+    size_t sites = size_t(columns), groups = size_t(part.end - part.first);
+    constexpr size_t siteBytes = bytesOf(shape.from) + bytesOf(shape.to);
+    bool isWhole =
+        columns > 0 && part.first < part.end && call.stores != Stores::bypassing && !exceedsCaches(sites * groups * siteBytes);
+    if constexpr (blockColumns != nullptr) isWhole = isWhole && blockColumns(width) == columns * known.site.width;
+    if constexpr (known.hasOddPixel) isWhole = isWhole && width % 2 == 0;
+    if (!known.seesPlace && isContiguous(known.from, images.sourceStep, sites) &&
+        isContiguous(known.to, images.destinationStep, sites)) {
+        sites *= groups;
+        groups = 1;
+    }
+    if (!isWhole || (sites & unsigned(c.block.sites - 1)) != 0) return convertAny(c, images, call);
+    Row first;
+    Steps steps;
+    first.alpha = call.alpha;
+    first.place.group = size_t(part.first);
+    setOut(first.in, steps.in, known.from, images.source, images.sourceStep, part.first);
+    setOut(first.out.places, steps.out, known.to, images.destination, images.destinationStep, part.first);
+    c.block.blocks(call.constants ? call.constants : c.block.constants, first, steps, groups, quotient(sites, c.block.sites));
+}
+
+// A conversion of any kind, with drivers for its shape.
+template <const auto& conversion>
+inline constexpr const auto& driven = conversion;
+template <const auto& conversion>
+requires std::is_base_of_v<Conversion, std::remove_cvref_t<decltype(conversion)>>
+inline constexpr auto driven<conversion> = [] {
+    auto c = conversion;
+    c.driver = convertShaped<shapeOf(conversion), conversion.blockColumns>;
+    return c;
+}();
+
+inline constexpr Call ofWholeImages{};
+
+ZEL_INLINE void convert(const Conversion& c, const Images& images, const Call& call, Driver driver) {
+    (driver ? driver : convertAny)(c, images, call);
+}
+ZEL_INLINE void convert(const Conversion& c, const Images& images, const Call& call) { convert(c, images, call, c.driver); }
+ZEL_INLINE void convert(const Conversion& c, const Images& images, Nothing = {}) { convert(c, images, ofWholeImages); }
 
 template <class C>
 ZEL_INLINE void convert(const WithAlpha<C>& c, Images& images, Alpha alpha) {

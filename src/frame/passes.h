@@ -2,6 +2,8 @@
 // rows at an edge that have a rule of their own. A pass is a conversion like any other.
 #pragma once
 
+#include <utility>
+
 #include "frame/driver.h"
 #include "simd/vector.h"
 
@@ -12,6 +14,7 @@ struct Pass {
     const Conversion& conversion;
     Groups groups{};
     const Conversion* lastSite = nullptr;
+    Driver driver = nullptr;  // as of a conversion
 };
 
 struct Passes {
@@ -81,9 +84,24 @@ ZEL_NOINLINE inline void convert(const Passes& p, Images& images, const Call& of
         if (pass.lastSite)
             convertAroundLastSite(pass, images, call);
         else
-            convert(pass.conversion, images, call);
+            convert(pass.conversion, images, call, pass.driver);
     }
 }
-ZEL_INLINE void convert(const Passes& p, Images& images, Nothing = {}) { convert(p, images, Call{}); }
+ZEL_INLINE void convert(const Passes& p, Images& images, Nothing = {}) { convert(p, images, ofWholeImages); }
+
+template <const auto& passes, class Places>
+inline constexpr Pass drivenPasses[] = {passes.passes[0]};
+template <const auto& passes, int... i>
+inline constexpr Pass drivenPasses<passes, std::integer_sequence<int, i...>>[] = {
+    {passes.passes[i].conversion, passes.passes[i].groups, passes.passes[i].lastSite,
+     convertShaped<shapeOf(passes.passes[i].conversion), passes.passes[i].conversion.blockColumns>}...};
+
+template <const auto& conversion>
+requires std::is_base_of_v<Passes, std::remove_cvref_t<decltype(conversion)>>
+inline constexpr auto driven<conversion> = [] {
+    auto p = conversion;
+    p.passes = drivenPasses<conversion, std::make_integer_sequence<int, conversion.count>>;
+    return p;
+}();
 
 }  // namespace zel::ZEL_LEVEL

@@ -24,6 +24,7 @@ constexpr Traits traits{
     .packsUnsignedWords = true,
     .looksUpQuickly = true,
     .fuses = true,
+    .drivesByShape = true,
     .droppedBits = 15,
     .independentVectors = 4,
 };

@@ -19,6 +19,7 @@ constexpr Traits traits{
     .packsUnsignedWords = true,
     .looksUpQuickly = false,
     .fuses = false,
+    .drivesByShape = false,
     .droppedBits = 16,
     .independentVectors = 4,
 };

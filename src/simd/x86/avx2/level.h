@@ -15,6 +15,7 @@ constexpr Traits traits{
     .packsUnsignedWords = true,
     .looksUpQuickly = false,
     .fuses = true,
+    .drivesByShape = true,
     .droppedBits = 16,
     .independentVectors = 2,
 };

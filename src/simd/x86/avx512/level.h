@@ -26,6 +26,7 @@ constexpr Traits traits{
     .packsUnsignedWords = true,
     .looksUpQuickly = true,
     .fuses = true,
+    .drivesByShape = true,
     .droppedBits = 16,
     .independentVectors = 2,
 };

@@ -14,6 +14,7 @@ constexpr Traits traits{
     .packsUnsignedWords = false,
     .looksUpQuickly = false,
     .fuses = false,
+    .drivesByShape = false,
     .droppedBits = 16,
     .independentVectors = 4,
 };
