@@ -353,32 +353,43 @@ struct Shape {
 
 constexpr Shape shapeOf(const Conversion& c) { return {c.site, c.from, c.to, c.block.seesPlace, c.oddPixel.makeSite != nullptr}; }
 
-// Whole blocks of one rule in an image that the caches hold, which is what calls for small images are: where the shape is known,
-// little is left to do. A kernel may be another one than the table's.
+// An image that the caches hold, which is what small ones are: where the shape is known, little is left to ask. The kernel is
+// that of the call, which may not be the table's.
 template <Shape shape, int (*blockColumns)(int width)>
 ZEL_NOINLINE inline void convertShaped(const Conversion& c, const Images& images, const Call& call) {
     static constexpr Shape known = shape;
+    constexpr size_t siteBytes = bytesOf(shape.from) + bytesOf(shape.to);
     const int width = images.size.width, columns = width >> __builtin_ctz(known.site.width);
     const Groups part = groupsOf(known.site, images.size, call.groups);
-    size_t sites = size_t(columns), groups = size_t(part.end - part.first);
-    constexpr size_t siteBytes = bytesOf(shape.from) + bytesOf(shape.to);
-    bool isWhole =
-        columns > 0 && part.first < part.end && call.stores != Stores::bypassing && !exceedsCaches(sites * groups * siteBytes);
-    if constexpr (blockColumns != nullptr) isWhole = isWhole && blockColumns(width) == columns * known.site.width;
-    if constexpr (known.hasOddPixel) isWhole = isWhole && width % 2 == 0;
-    if (!known.seesPlace && isContiguous(known.from, images.sourceStep, sites) &&
-        isContiguous(known.to, images.destinationStep, sites)) {
-        sites *= groups;
-        groups = 1;
+    const size_t groups = size_t(part.end - part.first), sites = size_t(columns) * groups;
+    if (columns < 1 || part.first >= part.end || call.stores == Stores::bypassing || exceedsCaches(sites * siteBytes))
+        return convertAny(c, images, call);
+
+    size_t blockSites = size_t(columns);
+    if constexpr (blockColumns != nullptr) blockSites = quotient(unsigned(blockColumns(width)), known.site.width);
+    const bool oddPixel = known.hasOddPixel && width % 2 != 0;
+    const bool oneRule = blockSites == size_t(columns) && !oddPixel;
+    Rows rows;
+    rows.first.alpha = call.alpha;
+    rows.first.place.group = size_t(part.first);
+    setOut(rows.first.in, rows.steps.in, known.from, images.source, images.sourceStep, part.first);
+    setOut(rows.first.out.places, rows.steps.out, known.to, images.destination, images.destinationStep, part.first);
+    rows.groups = groups;
+    rows.columns = size_t(columns);
+    if (!known.seesPlace && (oneRule || (blockSites == 0 && !oddPixel)) &&
+        isContiguous(known.from, images.sourceStep, size_t(columns)) &&
+        isContiguous(known.to, images.destinationStep, size_t(columns))) {
+        rows.groups = 1;
+        rows.columns = sites;
+        blockSites *= groups;
     }
-    if (!isWhole || (sites & unsigned(c.block.sites - 1)) != 0) return convertAny(c, images, call);
-    Row first;
-    Steps steps;
-    first.alpha = call.alpha;
-    first.place.group = size_t(part.first);
-    setOut(first.in, steps.in, known.from, images.source, images.sourceStep, part.first);
-    setOut(first.out.places, steps.out, known.to, images.destination, images.destinationStep, part.first);
-    c.block.blocks(call.constants ? call.constants : c.block.constants, first, steps, groups, quotient(sites, c.block.sites));
+    if (oneRule && (rows.columns & unsigned(c.block.sites - 1)) == 0) {
+        c.block.blocks(call.constants ? call.constants : c.block.constants, rows.first, rows.steps, rows.groups,
+                       quotient(rows.columns, c.block.sites));
+    } else {
+        rows.blockSites = blockSites;
+        convertRuns(c, images, rows, call.constants, false);
+    }
 }
 
 // A conversion of any kind, with drivers for its shape.
