@@ -89,18 +89,20 @@ ZEL_NOINLINE inline void convert(const Passes& p, Images& images, const Call& of
 }
 ZEL_INLINE void convert(const Passes& p, Images& images, Nothing = {}) { convert(p, images, ofWholeImages); }
 
-template <const auto& passes, class Places>
-inline constexpr Pass drivenPasses[] = {passes.passes[0]};
+template <const auto& passes, class Places = std::make_integer_sequence<int, passes.count>>
+struct DrivenPasses;
 template <const auto& passes, int... i>
-inline constexpr Pass drivenPasses<passes, std::integer_sequence<int, i...>>[] = {
-    {passes.passes[i].conversion, passes.passes[i].groups, passes.passes[i].lastSite,
-     convertShaped<shapeOf(passes.passes[i].conversion), passes.passes[i].conversion.blockColumns>}...};
+struct DrivenPasses<passes, std::integer_sequence<int, i...>> {
+    static constexpr Pass list[] = {
+        {passes.passes[i].conversion, passes.passes[i].groups, passes.passes[i].lastSite,
+         convertShaped<shapeOf(passes.passes[i].conversion), passes.passes[i].conversion.blockColumns>}...};
+};
 
 template <const auto& conversion>
 requires std::is_base_of_v<Passes, std::remove_cvref_t<decltype(conversion)>>
 inline constexpr auto driven<conversion> = [] {
     auto p = conversion;
-    p.passes = drivenPasses<conversion, std::make_integer_sequence<int, conversion.count>>;
+    p.passes = DrivenPasses<conversion>::list;
     return p;
 }();
 
