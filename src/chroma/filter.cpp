@@ -229,24 +229,24 @@ constexpr Passes zeliYCbCr420ToYCbCr422_Filter_8u_P3R = passes({2, 8}, planesTo4
 constexpr Passes zeliYCrCb420ToYCbCr422_Filter_8u_P3R = passes({2, 8}, planesTo422<2>, {2, 8});
 constexpr Passes zeliYCbCr420ToYCbCr422_Filter_8u_P2P3R = passes({2, 8}, interleavedTo422, {2, 8});
 
-constexpr Sliced zeliYCbCr420ToYCbCr422_Filter_8u_P2C2R{2,
-                                                        1,
-                                                        inPairs(packedTopSlice),
-                                                        inPairs(packedMiddleSlice),
-                                                        inPairs(packedBottomSlice),
-                                                        inPairs(packedImage),
-                                                        inPairs(packedPairImage)};
-constexpr Sliced zeliYCbCr420ToYCrCb420_Filter_8u_P2P3R{2,
-                                                        3,
-                                                        inPairs(planesTopSlice),
-                                                        inPairs(planesMiddleSlice),
-                                                        inPairs(planesBottomSlice),
-                                                        inPairs(planesImage),
-                                                        inPairs(planesPairImage),
-                                                        {2, 2},
-                                                        {2, 2},
-                                                        OddSize::accepted,
-                                                        {Check::empty, Check::pointers, Check::planes, Check::size}};
+constexpr Sliced zeliYCbCr420ToYCbCr422_Filter_8u_P2C2R{.sources = 2,
+                                                        .destinations = 1,
+                                                        .top = inPairs(packedTopSlice),
+                                                        .middle = inPairs(packedMiddleSlice),
+                                                        .bottom = inPairs(packedBottomSlice),
+                                                        .whole = inPairs(packedImage),
+                                                        .wholePair = inPairs(packedPairImage)};
+constexpr Sliced zeliYCbCr420ToYCrCb420_Filter_8u_P2P3R{.sources = 2,
+                                                        .destinations = 3,
+                                                        .top = inPairs(planesTopSlice),
+                                                        .middle = inPairs(planesMiddleSlice),
+                                                        .bottom = inPairs(planesBottomSlice),
+                                                        .whole = inPairs(planesImage),
+                                                        .wholePair = inPairs(planesPairImage),
+                                                        .site = {2, 2},
+                                                        .minimum = {2, 2},
+                                                        .oddSize = OddSize::accepted,
+                                                        .checks = {Check::empty, Check::pointers, Check::planes, Check::size}};
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL
