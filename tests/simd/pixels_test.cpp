@@ -182,6 +182,9 @@ void lifts() {
     // Both ends of what is nearest to a number.
     holds("roundedInOrder", [](Words a, Words b) { return roundedInOrder<7, Layout>(a * 128 - 64, b * 128 - 64); });
     holds("roundedInOrder", [](Words a, Words b) { return roundedInOrder<7, Layout>(a * 128 + 63, b * 128 + 63); });
+    holds("joinedInOrder",
+          [](Words a, Words b) { return joinedInOrder<8, Layout>((UWords)a << 8 | 0xff, (UWords)b << 8 | 0xff); });
+    holds("joinedInOrder", [](Words a, Words b) { return joinedInOrder<7, Layout>((UWords)a << 7, (UWords)b << 7); });
 }
 
 // Words of the halves of lifted bytes, in order.
