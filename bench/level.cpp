@@ -10,7 +10,6 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "frame/levels.h"
 #include "zelcore.h"
 
 namespace bench {
@@ -19,11 +18,9 @@ namespace {
 
 bool isPresent(const zel::Level& level) { return (level.needed & ~zel::processorFeatures()) == 0; }
 
-const char* wantedName() { return std::getenv("ZELCC_BENCH_LEVEL"); }
-
 // Null when the variable names no level that the processor has.
 const zel::Level* findLevel() {
-    const char* wanted = wantedName();
+    const char* wanted = wantedLevel();
     const zel::Level* found = nullptr;
     for (const zel::Level& level : zel::levels::all) {
         if (isPresent(level) && (!wanted || std::strcmp(level.name, wanted) == 0)) found = &level;
@@ -35,7 +32,7 @@ const zel::Level* findLevel() {
 
 std::string selectedLevel() {
     const zel::Level* level = findLevel();
-    if (!level) throw std::runtime_error(std::string("this processor has no level ") + wantedName());
+    if (!level) throw std::runtime_error(std::string("this processor has no level ") + wantedLevel());
     return std::string(level->name);
 }
 

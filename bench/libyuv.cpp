@@ -3,6 +3,7 @@
 #include <libyuv.h>
 
 #include "bind.h"
+#include "libyuv_level.h"
 #include "peers.h"
 
 namespace bench {
@@ -233,6 +234,7 @@ const Row table[] = {
 std::string libyuvVersion() { return "libyuv " + std::to_string(LIBYUV_VERSION); }
 
 void addLibyuv(const Task& task, std::vector<Peer>& peers) {
+    holdLibyuvToLevel();
     for (const Row& row : table) {
         if (row.task == task) peers.push_back({libyuvVersion() + " " + row.steps, row.bind});
     }

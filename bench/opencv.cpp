@@ -2,12 +2,22 @@
 #include <opencv2/core.hpp>
 #include <opencv2/core/version.hpp>
 #include <opencv2/imgproc.hpp>
+#include <stdexcept>
 
+#include "level.h"
 #include "peers.h"
 
 namespace bench {
 
 namespace {
+
+// OpenCV reads this variable in an initialiser of its own; before those of libraries run only the functions of this section.
+void holdToLevel() {
+    constexpr const char *avx512 = "AVX512-SKX,AVX512-ICL",
+                         *beyondSsse3 = "SSE4.1,SSE4.2,POPCNT,FP16,AVX,AVX2,FMA3,AVX512-SKX,AVX512-ICL";
+    if (const char* disabled = byLevel<const char*>(beyondSsse3, avx512, nullptr)) setenv("OPENCV_CPU_DISABLE", disabled, true);
+}
+[[gnu::section(".preinit_array"), gnu::used]] void (*const atStart)() = holdToLevel;
 
 using enum Depth;
 using enum Layout;
@@ -190,7 +200,12 @@ Call bindMosaic(const Image& source, const Image& destination) {
 
 }  // namespace
 
-std::string openCvVersion() { return "OpenCV " CV_VERSION; }
+std::string openCvVersion() {
+    const bool isHeld = byLevel(!cv::checkHardwareSupport(CV_CPU_SSE4_1) && !cv::checkHardwareSupport(CV_CPU_AVX2),
+                                !cv::checkHardwareSupport(CV_CPU_AVX512_SKX), true);
+    if (!isHeld) throw std::runtime_error("OpenCV is not held to the level");
+    return "OpenCV " CV_VERSION;
+}
 
 void addOpenCv(const Task& task, std::vector<Peer>& peers) {
     if (const int i = conversionOf(task); i >= 0) {

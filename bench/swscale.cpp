@@ -6,6 +6,7 @@ extern "C" {
 #include <stdexcept>
 
 #include "peers.h"
+#include "swscale_level.h"
 
 namespace bench {
 
@@ -108,6 +109,7 @@ std::string swscaleVersion() {
 }
 
 void addSwscale(const Task& task, std::vector<Peer>& peers) {
+    holdSwscaleToLevel();
     const AVPixelFormat source = formatOf(task.source), destination = formatOf(task.destination);
     if (source == AV_PIX_FMT_NONE || destination == AV_PIX_FMT_NONE) return;
     if (!sws_isSupportedInput(source) || !sws_isSupportedOutput(destination)) return;

@@ -1,6 +1,6 @@
 // libzelvideo beside libyuv, swscale and zimg where they have the task: medians of one process, in which the contenders take
 // turns in random order. --size=WxH, --turns=N, --task=PART of a name; --least takes the least instead, for a machine that is
-// shared; --plans measures the plans. ZELCC_TEST_FEATURES picks the level.
+// shared; --plans measures the plans. ZELCC_BENCH_LEVEL picks the level, for the peers as well.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>

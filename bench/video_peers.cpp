@@ -8,15 +8,20 @@
 #include "zelcc/lumachroma.h"
 #ifdef ZELCC_BENCH_LIBYUV
 #include <libyuv.h>
+
+#include "libyuv_level.h"
 #endif
 #ifdef ZELCC_BENCH_SWSCALE
 extern "C" {
 #include <libavutil/pixdesc.h>
 #include <libswscale/swscale.h>
 }
+#include "swscale_level.h"
 #endif
 #ifdef ZELCC_BENCH_ZIMG
 #include <zimg.h>
+
+#include "level.h"
 #endif
 
 namespace bench::video {
@@ -204,7 +209,7 @@ void addZimg(const Task& task, const Frame& s, const Frame& d, std::vector<Peer>
     const zimg_image_format from = formatOf(task.from), to = formatOf(task.to);
     zimg_graph_builder_params parameters;
     zimg_graph_builder_params_default(&parameters, ZIMG_API_VERSION);
-    parameters.cpu_type = ZIMG_CPU_AUTO_64B;
+    parameters.cpu_type = byLevel(ZIMG_CPU_X86_SSSE3, ZIMG_CPU_X86_AVX2, ZIMG_CPU_AUTO_64B);
     parameters.resample_filter = parameters.resample_filter_uv = ZIMG_RESIZE_POINT;
     const std::shared_ptr<zimg_filter_graph> graph(zimg_filter_graph_build(&from, &to, &parameters), zimg_filter_graph_free);
     size_t bytes = 0;
@@ -255,9 +260,11 @@ std::vector<Peer> peersOf(const Task& task, const Frame& source, const Frame& de
     std::vector<Peer> peers;
     addFixed(task, source, destination, peers);
 #ifdef ZELCC_BENCH_LIBYUV
+    holdLibyuvToLevel();
     addLibyuv(task, source, destination, peers);
 #endif
 #ifdef ZELCC_BENCH_SWSCALE
+    holdSwscaleToLevel();
     addSwscale(task, source, destination, peers);
 #endif
 #ifdef ZELCC_BENCH_ZIMG

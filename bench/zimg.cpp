@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "level.h"
 #include "peers.h"
 
 namespace bench {
@@ -44,7 +45,7 @@ Call bindGraph(const Image& source, const Image& destination, zimg_dither_type_e
     const zimg_image_format from = formatOf(source), to = formatOf(destination);
     zimg_graph_builder_params parameters;
     zimg_graph_builder_params_default(&parameters, ZIMG_API_VERSION);
-    parameters.cpu_type = ZIMG_CPU_AUTO_64B;
+    parameters.cpu_type = byLevel(ZIMG_CPU_X86_SSSE3, ZIMG_CPU_X86_AVX2, ZIMG_CPU_AUTO_64B);
     parameters.dither_type = dither;
     const std::shared_ptr<zimg_filter_graph> graph(zimg_filter_graph_build(&from, &to, &parameters), zimg_filter_graph_free);
     size_t scratchBytes = 0;
