@@ -1,4 +1,7 @@
+#include <unistd.h>
+
 #include <cmath>
+#include <cstdlib>
 #include <opencv2/core.hpp>
 #include <opencv2/core/version.hpp>
 #include <opencv2/imgproc.hpp>
@@ -11,13 +14,15 @@ namespace bench {
 
 namespace {
 
-// OpenCV reads this variable in an initialiser of its own; before those of libraries run only the functions of this section.
-void holdToLevel() {
-    constexpr const char *avx512 = "AVX512-SKX,AVX512-ICL",
+// OpenCV has read this variable before any function of the program runs, so the program begins once more with it.
+[[gnu::constructor]] void holdToLevel(int, char** arguments, char**) {
+    constexpr const char *name = "OPENCV_CPU_DISABLE", *avx512 = "AVX512-SKX,AVX512-ICL",
                          *beyondSsse3 = "SSE4.1,SSE4.2,POPCNT,FP16,AVX,AVX2,FMA3,AVX512-SKX,AVX512-ICL";
-    if (const char* disabled = byLevel<const char*>(beyondSsse3, avx512, nullptr)) setenv("OPENCV_CPU_DISABLE", disabled, true);
+    const char* const disabled = byLevel<const char*>(beyondSsse3, avx512, nullptr);
+    if (!disabled || std::getenv(name)) return;
+    setenv(name, disabled, true);
+    execv("/proc/self/exe", arguments);
 }
-[[gnu::section(".preinit_array"), gnu::used]] void (*const atStart)() = holdToLevel;
 
 using enum Depth;
 using enum Layout;
