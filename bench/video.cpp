@@ -6,12 +6,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "level.h"
 #include "video_peers.h"
 
 namespace bench::video {
@@ -101,6 +103,11 @@ int main(int argc, char** argv) {
             least = true;
         else
             return std::fprintf(stderr, "unknown option %s\n", argv[i]), 2;
+    }
+    try {
+        bench::selectedLevel();
+    } catch (const std::exception& error) {
+        return std::fprintf(stderr, "%s\n", error.what()), 2;
     }
     std::mt19937 random(std::random_device{}());
     for (const auto& task : bench::video::tasks) {
