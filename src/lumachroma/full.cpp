@@ -42,8 +42,8 @@ struct EncodeLiftedPixels : FewOperations {
 
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         const Lifted x = From::load(row.in[0] + block * blockPixels * From::bytes);
-        const auto sample = [&](const auto& sum)
-                                ZEL_INLINE_LAMBDA { return joinedInOrder<sum.shift, From>(sum.of(x.first), sum.of(x.second)); };
+        const auto sample = [&]<class Sum>(const Sum& sum)
+                                ZEL_INLINE_LAMBDA { return joinedInOrder<Sum::shift, From>(sum.of(x.first), sum.of(x.second)); };
         To::template store<Order::natural>(row, 0, block, {sample(rule.luma), sample(rule.cb), sample(rule.cr)});
     }
 };
