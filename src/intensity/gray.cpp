@@ -5,9 +5,9 @@
 // over the channels in the order in which they are stored. 8-bit images weigh in fixed point, the others in floats or doubles.
 #include "frame/parameters.h"
 #include "frame/passes.h"
-#include "simd/vector.h"
 #include "simd/lifted.h"
 #include "simd/samples.h"
+#include "simd/vector.h"
 #include "zelcc/intensity.h"
 
 namespace zel::ZEL_LEVEL {

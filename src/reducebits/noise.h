@@ -3,8 +3,8 @@
 
 #include "frame/memory.h"
 #include "reducebits/noise_tables.h"
-#include "simd/vector.h"
 #include "simd/transposed.h"
+#include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {
 
