@@ -30,7 +30,7 @@ struct Encode {
 using EncodeWord = Encode<TruncatedLuma<8>, TruncatedChroma<7>>;
 using EncodeExact = Encode<ExactPixels, ExactPixels>;
 
-// Pixels that are lifted without being taken apart first.
+// Packed pixels by rules in words, of channels that their layout lifts in its own way.
 template <class From, class Rule, class To>
 struct EncodeLiftedPixels : FewOperations {
     using Constants = typename Rule::Constants;
