@@ -1,5 +1,5 @@
 # The processor that is built for, and of the list of its levels: `levels`, of which some are `columns`, and for each its feature, its
-# flags and what its sources are to know.
+# flags and what its sources are to know. The lowest one has what all levels share, ZEL_FRAME; a column has its own.
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|amd64|AMD64|i[3-6]86)$")
     set(processor x86)
 elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
@@ -24,11 +24,16 @@ foreach(line ${lines})
     separate_arguments(level_flags_${level} UNIX_COMMAND "${CMAKE_MATCH_4}")
     if(CMAKE_MATCH_1 STREQUAL COLUMN)
         list(APPEND columns ${level})
-        set(level_definitions_${level} ZEL_IS_COLUMN=1)
+        set(level_definitions_${level} ZEL_IS_COLUMN=1 ZEL_FRAME=${level})
         list(APPEND level_flags_${level} -Wno-unused-const-variable)  # most exports have no implementation there
     else()
-        set(level_definitions_${level} ZEL_IS_COLUMN=0 ${narrower})
+        if(NOT narrower)
+            set(lowest_level ${level})
+        endif()
+        set(level_definitions_${level} ZEL_IS_COLUMN=0 ZEL_FRAME=${lowest_level} ${narrower})
         set(narrower ZEL_NARROWER_LEVEL=${level})
     endif()
 endforeach()
-list(GET levels 0 lowest_level)
+if(NOT narrower STREQUAL ZEL_NARROWER_LEVEL=${lowest_level})
+    list(APPEND level_definitions_${lowest_level} ZEL_IS_SHARED)
+endif()

@@ -1,7 +1,9 @@
 // Rows and planes that move unchanged.
 #pragma once
 
-#include "frame/driver.h"
+#include "frame/bypass.h"
+#include "frame/kernel.h"
+#include "simd/part.h"
 #include "simd/vector.h"
 
 namespace zel::ZEL_LEVEL {

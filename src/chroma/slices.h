@@ -5,7 +5,7 @@
 #include "frame/passes.h"
 #include "zelcc/chroma.h"
 
-namespace zel::ZEL_LEVEL {
+namespace zel::ZEL_FRAME {
 
 // An image, or the part of it that a slice owns, in passes. A whole image of one pair of rows has its own.
 struct Sliced {
@@ -20,7 +20,10 @@ struct Sliced {
     OddSize oddSize = OddSize::accepted;
     Checks checks = planesFirst;
 };
+template <>
+inline constexpr bool isData<Sliced> = true;
 
+constexpr int leastWidth(const Sliced& s) { return leastWidth(s.whole); }
 ZEL_INLINE bool isOneRow(const Sliced&, const Images&) { return false; }
 
 ZEL_NOINLINE inline void convert(const Sliced& s, Images& images, Sliced::Extras extras) {
@@ -42,4 +45,4 @@ ZEL_NOINLINE inline void convert(const Sliced& s, Images& images, Sliced::Extras
     if (images.size.height != 0) convert(slice == zelSliceTop ? s.top : slice == zelSliceMiddle ? s.middle : s.bottom, images);
 }
 
-}  // namespace zel::ZEL_LEVEL
+}  // namespace zel::ZEL_FRAME

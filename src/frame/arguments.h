@@ -10,10 +10,18 @@
 #include "zelcc/types.h"
 
 namespace zel {
-using Implementation = void (*)();
-}
 
-namespace zel::ZEL_LEVEL {
+using Implementation = void (*)();
+
+// What a level has in the place of an export: a conversion that is data, or a function of its own, by a pointer to it.
+struct OfLevel {
+    const void* it;
+    int leastWidth = 1;  // of images whose rows have a block
+};
+
+}  // namespace zel
+
+namespace zel::ZEL_FRAME {
 
 // An element of 2 or 4 bytes gives the step its grain: the bits below are lost, of negative steps too. With doubles, steps count
 // as given.
@@ -162,77 +170,35 @@ ZEL_INLINE bool isOneRow(const C& c, const Images& images) {
         return false;
 }
 
-// Whether a pass has less than a block in a row: chroma may, where luma has not.
-template <class C>
-ZEL_INLINE bool hasShortPass(const C& c, int width) {
-    bool isShort = false;
-    if constexpr (std::is_base_of_v<Passes, C>)
-        for (int i = 0; i < c.count; ++i) {
-            const Conversion& pass = c.passes[i].conversion;
-            isShort |= width / pass.site.width < pass.block.sites;
-        }
-    return isShort;
-}
-
-// A function with the signature of an export, and whether rows are shorter than a block for what it is given.
-template <class... A>
-struct ByLevel {
-    ZelStatus (*convert)(A...);
-    bool (*hasShortRows)(A...);
-};
-template <class... A>
-ByLevel(ZelStatus (*)(A...), bool (*)(A...)) -> ByLevel<A...>;
-
-// A conversion as the table of the level has it.
+// What all exports do with their arguments.
 template <const auto& conversion>
-constexpr const auto& inTable() {
-    if constexpr (traits.drivesByShape)
-        return driven<conversion>;
-    else
-        return conversion;
-}
+class Checked {
+    using C = std::remove_cvref_t<decltype(conversion)>;
+    using Extras = typename C::Extras;
 
-// The public layer of a conversion: a function with the signature of its export.
-template <const auto& conversion, class Signature>
-struct Export;
+  public:
+    // The status of convertThem(images, extras), which is called if nothing is wrong.
+    template <class Convert, class... A>
+    ZEL_INLINE static ZelStatus call(const Convert& convertThem, A... a) {
+        Images images;
+        Arguments<readingOf(conversion)> arguments(images, a...);
+        const Extras extras = extrasOf<Extras>(a...);
+        if (const ZelStatus error = firstError<0>(arguments, extras); error != zelStsNoErr) return error;
+        return convertThem(images, extras);
+    }
 
-template <const auto& conversion, class... A>
-struct Export<conversion, ZelStatus(A...)> {
-    // Images whose rows are shorter than a block are left to a level with shorter ones, which has them at the same place of its
-    // table.
-    template <const Implementation* narrower, int place>
-    static ZelStatus call(A... a) {
-        using C = std::remove_cvref_t<decltype(conversion)>;
-        if constexpr (std::is_same_v<C, ZelStatus (*)(A...)>) {
-            return conversion(a...);
-        } else if constexpr (std::is_same_v<C, ByLevel<A...>>) {
-            if constexpr (narrower != nullptr) {
-                if (conversion.hasShortRows(a...)) return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
-            }
-            return conversion.convert(a...);
-        } else {
-            using Extras = typename C::Extras;
-            Images images;
-            Arguments<readingOf(conversion)> arguments(images, a...);
-            const Extras extras = extrasOf<Extras>(a...);
-            if (const ZelStatus error = firstError<0>(arguments, extras); error != zelStsNoErr) return error;
-            const ZelSize size = arguments.size();
-            constexpr const auto& c = inTable<conversion>();
-            if constexpr (narrower != nullptr) {
-                if ((size.width < vectorBytes || hasShortPass(c, size.width)) && !isOneRow(c, images))
-                    return reinterpret_cast<ZelStatus (*)(A...)>(narrower[place])(a...);
-            }
-            // Only what needs memory can fail from here on.
-            if constexpr (std::is_same_v<decltype(convert(c, images, extras)), ZelStatus>)
-                return convert(c, images, extras);
-            else
-                convert(c, images, extras);
-            return c.oddSize == OddSize::warned && hasOddSize(c, size) ? zelStsOddSizeWarn : zelStsNoErr;
-        }
+    // The conversion is the one that is checked, of some level. Only what needs memory can fail.
+    ZEL_INLINE static ZelStatus converted(const C& c, Images& images, const Extras& extras) {
+        const ZelSize size = images.size;
+        if constexpr (std::is_same_v<decltype(convert(c, images, extras)), ZelStatus>)
+            return convert(c, images, extras);
+        else
+            convert(c, images, extras);
+        return conversion.oddSize == OddSize::warned && hasOddSize(conversion, size) ? zelStsOddSizeWarn : zelStsNoErr;
     }
 
   private:
-    template <int i, Reading reading, class Extras>
+    template <int i, Reading reading>
     ZEL_INLINE static ZelStatus firstError(Arguments<reading>& arguments, const Extras& extras) {
         constexpr Checks checks = conversion.checks;
         if constexpr (i < maxChecks && checks.list[i] != Check::none) {
@@ -243,7 +209,7 @@ struct Export<conversion, ZelStatus(A...)> {
         }
     }
 
-    template <Check check, Reading reading, class Extras>
+    template <Check check, Reading reading>
     ZEL_INLINE static ZelStatus errorOf(Arguments<reading>& arguments, const Extras& extras) {
         const ZelSize size = arguments.size();
         if constexpr (check == Check::pointers) {
@@ -263,5 +229,71 @@ struct Export<conversion, ZelStatus(A...)> {
         }
     }
 };
+
+}  // namespace zel::ZEL_FRAME
+
+namespace zel::ZEL_LEVEL {
+
+// A function with the signature of an export, and whether rows are shorter than a block for what it is given.
+template <class... A>
+struct ByLevel {
+    ZelStatus (*convert)(A...);
+    bool (*hasShortRows)(A...);
+};
+template <class... A>
+ByLevel(ZelStatus (*)(A...), bool (*)(A...)) -> ByLevel<A...>;
+
+// A conversion as the table of the level has it. The few of a column aren't worth drivers.
+template <const auto& conversion>
+constexpr const auto& inTable() {
+    if constexpr (traits.drivesByShape && !ZEL_IS_COLUMN)
+        return driven<conversion>;
+    else
+        return conversion;
+}
+
+// The public layer of what the level has in a way of its own. Images whose rows are shorter than a block are left to a level with
+// shorter ones.
+template <const auto& conversion, const OfLevel* narrower, int place, class Signature>
+struct Own;
+template <const auto& conversion, const OfLevel* narrower, int place, class... A>
+struct Own<conversion, narrower, place, ZelStatus(A...)> {
+    using Function = ZelStatus (*)(A...);
+
+    static ZelStatus call(A... a) {
+        using C = std::remove_cvref_t<decltype(conversion)>;
+        const auto byNarrower = [&]() ZEL_INLINE_LAMBDA { return (*static_cast<const Function*>(narrower[place].it))(a...); };
+        if constexpr (std::is_same_v<C, Function>) {
+            return conversion(a...);
+        } else if constexpr (std::is_same_v<C, ByLevel<A...>>) {
+            if constexpr (narrower != nullptr) {
+                if (conversion.hasShortRows(a...)) return byNarrower();
+            }
+            return conversion.convert(a...);
+        } else {
+            return Checked<conversion>::call(
+                [&](Images& images, const typename C::Extras& extras) ZEL_INLINE_LAMBDA {
+                    constexpr const auto& c = inTable<conversion>();
+                    if constexpr (narrower != nullptr) {
+                        if (images.size.width < vectorBytes && !isOneRow(c, images)) return byNarrower();
+                    }
+                    return Checked<conversion>::converted(c, images, extras);
+                },
+                a...);
+        }
+    }
+
+    static constexpr Function function = call;
+};
+
+template <const auto& conversion, const OfLevel* narrower, int place, class Signature>
+constexpr OfLevel ofLevel() {
+    if constexpr (isData<std::remove_cvref_t<decltype(conversion)>>)
+        return {&inTable<conversion>(), narrower == nullptr                    ? 1
+                                        : leastWidth(conversion) > vectorBytes ? leastWidth(conversion)
+                                                                               : vectorBytes};
+    else
+        return {&Own<conversion, narrower, place, Signature>::function};
+}
 
 }  // namespace zel::ZEL_LEVEL

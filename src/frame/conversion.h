@@ -4,14 +4,13 @@
 // sites; the driver (frame/driver.h) walks the rows.
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 
 #include "simd/vector.h"
 #include "zelcc/types.h"
 
-namespace zel::ZEL_LEVEL {
+namespace zel::ZEL_FRAME {
 
 constexpr int maxSources = 6;
 constexpr int maxDestinations = 6;
@@ -75,35 +74,6 @@ struct Steps {
     size_t out[maxDestinations];
 };
 
-// Rules of a few operations a sample keep up with memory where a vector is as long as a line. With shorter ones it is a matter of
-// a few operations more or less, and stores that bypass the caches lose up to a quarter where they are too many.
-constexpr bool fewOperationsKeepUp = traits.bypassesByWholeLines;
-
-// The base of kernels with such rules.
-struct FewOperations {
-    static constexpr bool keepsUp = fewOperationsKeepUp;
-};
-
-struct NoConstants {};
-template <class K>
-struct ConstantsOf {
-    using Type = NoConstants;
-};
-template <class K>
-requires requires { typename K::Constants; }
-struct ConstantsOf<K> {
-    using Type = typename K::Constants;
-};
-
-// A kernel of constants, where it has any.
-template <class K>
-ZEL_INLINE K made(const typename ConstantsOf<K>::Type& k) {
-    if constexpr (requires { typename K::Constants; })
-        return K(k);
-    else
-        return K();
-}
-
 // A rule bound to its layouts: converts `count` blocks from the left edge of each of some groups of rows. It reads a whole block
 // before it writes it, so a row may be converted over itself.
 struct Kernel {
@@ -114,69 +84,6 @@ struct Kernel {
     int blocksAtOnce = 1;    // that are stored so soon after each other that their parts of a line meet before it goes to memory
     bool keepsUp = false;    // blocks are done as fast as memory takes them
 };
-
-// Kernels and destinations that look at a row's place say so by a member of this name.
-template <class K>
-constexpr bool looksAtPlace = requires {
-    requires K::seesPlace;
-};
-
-// Calls convert(row). Moves are so short that a question at each store, whether it bypasses the caches, costs half of their
-// speed: they have code of its own for rows whose stores don't.
-template <bool isMove, class Convert>
-ZEL_INLINE void askOnce(const Row& first, const Convert& convert) {
-    if (isMove && first.out.bypassing == 0) {
-        Row row = first;
-        row.out.bypassing = 0;
-        convert(row);
-    } else {
-        convert(first);
-    }
-}
-
-// The row is a copy that no store can reach, so its pointers stay in registers.
-template <class K>
-ZEL_INLINE void convertBlocks(const typename ConstantsOf<K>::Type& k, Row row, const Steps& steps, size_t groups, size_t count) {
-    // Written out, or the pointers go through memory.
-    const auto next = [&]() ZEL_INLINE_LAMBDA {
-#pragma GCC unroll 8
-        for (int i = 0; i < maxSources; ++i) row.in[i] = moved(row.in[i], steps.in[i]);
-#pragma GCC unroll 8
-        for (int i = 0; i < maxDestinations; ++i) row.out[i] = moved(row.out[i], steps.out[i]);
-        ++row.place.group;
-    };
-    if constexpr (requires { K::blocks(k, row, count); }) {
-        for (; groups != 0; --groups, next()) K::blocks(k, row, count);
-    } else {
-        const K convertBlock = made<K>(k);
-        for (; groups != 0; --groups, next())
-            for (size_t i = 0; i < count; ++i) convertBlock(row, i);
-    }
-}
-
-// The kernel K, a type made from its `Constants`, if it has any, that converts one block of a row by its call operator, or some
-// blocks by `blocks`. The constants must outlive the calls.
-template <class K>
-constexpr Kernel kernel(const typename ConstantsOf<K>::Type* constants) {
-    static_assert(std::has_single_bit(unsigned{K::sites}));
-    constexpr auto blocks = [](const void* c, const Row& first, const Steps& steps, size_t groups, size_t count) {
-        const auto& k = *static_cast<const typename ConstantsOf<K>::Type*>(c);
-        constexpr bool isMove = requires { K::blocksAtOnce; };
-        askOnce<isMove>(first, [&](const Row& row) ZEL_INLINE_LAMBDA { convertBlocks<K>(k, row, steps, groups, count); });
-    };
-    Kernel result{blocks, constants, K::sites, looksAtPlace<K>};
-    if constexpr (requires { K::blocksAtOnce; }) result.blocksAtOnce = K::blocksAtOnce;
-    if constexpr (requires { K::keepsUp; }) result.keepsUp = K::keepsUp;
-    return result;
-}
-template <class K>
-constexpr Kernel kernel(const typename ConstantsOf<K>::Type& constants) {
-    return kernel<K>(&constants);
-}
-
-inline constexpr NoConstants noConstants{};
-template <class K>
-inline constexpr Kernel withoutConstants = kernel<K>(noConstants);
 
 struct Site {
     uint8_t width, height;  // in pixels, powers of two
@@ -266,19 +173,22 @@ struct Conversion {
     Driver driver = nullptr;  // one for its shape, where the table has given it one
 };
 
+// Kinds of conversions that are data and nothing else, so that levels share what walks over their images.
+template <class C>
+inline constexpr bool isData = false;
+template <>
+inline constexpr bool isData<Conversion> = true;
+
 // A conversion of any kind whose destination takes the caller's alpha.
 template <class C>
 struct WithAlpha : C {
     using Extras = Alpha;
 };
 template <class C>
+inline constexpr bool isData<WithAlpha<C>> = isData<C>;
+template <class C>
 constexpr WithAlpha<C> withAlpha(const C& c) {
     return {c};
-}
-
-template <int pixels>
-constexpr int wholeBlocks(int width) {
-    return width & -pixels;
 }
 
 // The images of a call, as many as it has. A conversion may cut them down for its passes.
@@ -307,4 +217,4 @@ struct Call {
     const void* constants = nullptr;  // made at the call, in place of the kernels' own
 };
 
-}  // namespace zel::ZEL_LEVEL
+}  // namespace zel::ZEL_FRAME

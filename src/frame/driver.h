@@ -1,181 +1,15 @@
-// The driver of conversions: it walks the rows and puts what is left at a row's end through the same kernel once more, by a block
-// that overlaps the one before it or by way of a buffer.
+// The way from a conversion to its kernels. What walks over images is the same at all levels and stands in the lowest one; the
+// others refer to it.
 #pragma once
 
 #include <type_traits>
 
-#include "frame/bypass.h"
-#include "frame/conversion.h"
-#include "simd/part.h"
+#include "frame/kernel.h"
 
-namespace zel::ZEL_LEVEL {
-
-// Fewer sites than a block.
-ZEL_NOINLINE inline void convertPart(const Conversion& c, const Kernel& kernel, const void* constants, const Row& row,
-                                     size_t sites) {
-    alignas(64) uint8_t source[maxSources][maxStreamBlock];
-    alignas(64) uint8_t destination[maxDestinations][maxStreamBlock];
-    Row buffer;
-    buffer.alpha = row.alpha;
-    buffer.place = row.place;
-    const auto load = [&](uint8_t* to, const uint8_t* from, const Stream& s) {
-        copyToBuffer(to, from, sites * s.bytes, unsigned(kernel.sites) * s.bytes);
-    };
-    for (int i = 0; i < c.from.count; ++i) {
-        load(source[i], row.in[i], c.from.streams[i]);
-        buffer.in[i] = source[i];
-    }
-    for (int i = 0; i < c.to.count; ++i) {
-        if (c.keepsAlpha) load(destination[i], row.out[i], c.to.streams[i]);
-        buffer.out[i] = destination[i];
-    }
-    kernel.blocks(constants, buffer, {}, 1, 1);
-    for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], sites * c.to.streams[i].bytes);
-}
-
-ZEL_NOINLINE inline void convertOddPixel(const Conversion& c, const Row& row, bool alone) {
-    const Kernel& kernel = alone ? c.oddPixel.ruleAlone : c.oddPixel.rule;
-    if (!kernel.blocks) return;
-    alignas(64) uint8_t source[maxSources][maxStreamBlock];
-    alignas(64) uint8_t destination[maxDestinations][maxStreamBlock];
-    Row buffer;
-    buffer.alpha = row.alpha;
-    buffer.place = row.place;
-    for (int i = 0; i < c.from.count; ++i) {
-        c.oddPixel.makeSite(source[i], row.in[i], c.from.streams[i].bytes, alone);
-        buffer.in[i] = source[i];
-    }
-    for (int i = 0; i < c.to.count; ++i) buffer.out[i] = destination[i];
-    kernel.blocks(kernel.constants, buffer, {}, 1, 1);
-    for (int i = 0; i < c.to.count; ++i) copyFromBuffer(row.out[i], destination[i], (c.to.streams[i].bytes + 1u) / 2);
-}
-
-// The row some sites further on. Field by field: a copy of the whole record would wait for the pointers that were just written.
-struct MovedRow : Row {
-    ZEL_INLINE MovedRow(const Conversion& c, const Row& row, size_t sites) {
-        for (int i = 0; i < c.from.count; ++i) in[i] = row.in[i] + sites * c.from.streams[i].bytes;
-        for (int i = 0; i < c.to.count; ++i) out[i] = row.out[i] + sites * c.to.streams[i].bytes;
-        alpha = row.alpha;
-        place = {row.place.column + sites, row.place.group};
-        isFarAway = row.isFarAway;
-    }
-    ZEL_INLINE void next(const Conversion& c, const Steps& steps, size_t groups = 1) {
-        for (int i = 0; i < c.from.count; ++i) in[i] = moved(in[i], steps.in[i] * groups);
-        for (int i = 0; i < c.to.count; ++i) out[i] = moved(out[i], steps.out[i] * groups);
-        place.group += groups;
-    }
-};
+namespace zel::ZEL_FRAME {
 
 // n / k, for a power of two.
 ZEL_INLINE size_t quotient(size_t n, int k) { return n >> __builtin_ctz(unsigned(k)); }
-
-// Whether a block may start some sites from the left edge. A rule may tie a few columns together, and then counts whole ones.
-ZEL_INLINE bool canStartAt(const Conversion& c, size_t sites) {
-    const int columns = int(sites) * c.site.width;
-    return columns == 0 || !c.blockColumns || c.blockColumns(columns) == columns;
-}
-
-// Whole blocks of a source that is far away: while a piece of a row is converted, the next one is on its way.
-ZEL_NOINLINE inline void convertByPieces(const Conversion& c, const Kernel& kernel, const void* constants, const Row& first,
-                                         const Steps& steps, size_t groups, size_t blocks) {
-    constexpr unsigned pieceBytes = 2048;
-    unsigned widest = 0;
-    for (int i = 0; i < c.from.count; ++i)
-        if (c.from.streams[i].bytes > widest) widest = c.from.streams[i].bytes;
-    const unsigned least = unsigned(kernel.sites * kernel.blocksAtOnce), most = pieceBytes / widest & -least;
-    const size_t sites = most != 0 ? most : least, piece = quotient(sites, kernel.sites);
-    for (MovedRow row(c, first, 0); groups != 0; --groups, row.next(c, steps)) {
-        for (size_t done = 0; done < blocks; done += piece) {
-            MovedRow part(c, row, done * unsigned(kernel.sites));
-            part.out.bypassing = first.out.bypassing;
-            const bool endsRow = blocks - done <= piece;
-            for (int i = 0; i < c.from.count; ++i) {
-                const size_t bytes = sites * c.from.streams[i].bytes;
-                prefetch<Use::read>(endsRow ? moved(row.in[i], steps.in[i]) : part.in[i] + bytes, bytes);
-            }
-            kernel.blocks(constants, part, steps, 1, endsRow ? blocks - done : piece);
-        }
-    }
-}
-
-ZEL_INLINE void convertBlocks(const Conversion& c, const Kernel& kernel, const void* constants, const Row& first,
-                              const Steps& steps, size_t groups, size_t blocks) {
-    if (__builtin_expect(first.isFarAway, false))
-        convertByPieces(c, kernel, constants, first, steps, groups, blocks);
-    else
-        kernel.blocks(constants, first, steps, groups, blocks);
-}
-
-// Whole blocks, by stores that bypass the caches in those streams that a block extends by whole lines. The run begins with blocks
-// that reach beyond the first boundary of a line, and a block that overlaps the one before it ends it, so the source must not
-// lie in the destination.
-ZEL_NOINLINE inline void convertByLines(const Conversion& c, const Kernel& kernel, const void* constants, const Row& first,
-                                        const Steps& steps, size_t groups, size_t blocks) {
-    size_t allSteps = 0;
-    for (int i = 0; i < c.to.count; ++i) allSteps |= steps.out[i];
-    // Groups whose rows lie alike in lines go together.
-    const size_t together = allSteps % lineBytes == 0 ? groups : 1, sites = blocks * unsigned(kernel.sites);
-    const unsigned sitesAtOnce = unsigned(kernel.sites * kernel.blocksAtOnce);
-    int widest = 0;
-    for (int i = 1; i < c.to.count; ++i)
-        if (c.to.streams[i].bytes > c.to.streams[widest].bytes) widest = i;
-    for (MovedRow start(c, first, 0); groups != 0; groups -= together, start.next(c, steps, together)) {
-        const ptrdiff_t before = sitesToLine(start.out[widest], c.to.streams[widest].bytes);
-        if (before < 0 || size_t(before) + sitesAtOnce > sites || !canStartAt(c, size_t(before))) {
-            convertBlocks(c, kernel, constants, start, steps, together, blocks);
-            continue;
-        }
-        MovedRow lines(c, start, size_t(before));
-        for (int i = 0; i < c.to.count; ++i)
-            if (isMultiple(lines.out[i], lineBytes) && c.to.streams[i].bytes * sitesAtOnce >= lineBytes)
-                lines.out.bypassing |= uint8_t(1 << i);
-        const size_t left = sites - size_t(before), rest = left & unsigned(kernel.sites - 1);
-        if (before != 0)
-            kernel.blocks(constants, start, steps, together, quotient(size_t(before) + unsigned(kernel.sites - 1), kernel.sites));
-        convertBlocks(c, kernel, constants, lines, steps, together, quotient(left, kernel.sites));
-        if (rest != 0) kernel.blocks(constants, MovedRow(c, start, sites - unsigned(kernel.sites)), steps, together, 1);
-    }
-}
-
-// The consecutive sites of a row that follow one rule, with as many sites before them that are converted later.
-struct Run {
-    const Kernel& kernel;
-    const void* constants;
-    size_t before, sites, blocks, rest;
-    ptrdiff_t lastBlock;  // where one more block ends with the last site; negative where the row has no room for it
-    bool bypassing;
-
-    ZEL_INLINE Run(const Kernel& k, const void* constantsOfCall, size_t before, size_t sites, bool overlapping, bool bypassing)
-        : kernel(k),
-          constants(constantsOfCall ? constantsOfCall : k.constants),
-          before(before),
-          sites(sites),
-          blocks(quotient(sites, k.sites)),
-          rest(sites & unsigned(k.sites - 1)),
-          lastBlock(overlapping ? ptrdiff_t(before + sites) - k.sites : -1),
-          bypassing(bypassing) {}
-
-    ZEL_INLINE void operator()(const Conversion& c, const Row& start, const Steps& steps, size_t groups) const {
-        if (blocks != 0 && bypassing)
-            convertByLines(c, kernel, constants, start, steps, groups, blocks);
-        else if (blocks != 0 && before == 0)
-            convertBlocks(c, kernel, constants, start, steps, groups, blocks);
-        else if (blocks != 0)
-            convertBlocks(c, kernel, constants, MovedRow(c, start, before), steps, groups, blocks);
-        if (rest == 0) return;
-        if (lastBlock >= 0) {
-            kernel.blocks(constants, MovedRow(c, start, size_t(lastBlock)), steps, groups, 1);
-        } else {
-            MovedRow part(c, start, before + sites - rest);
-            for (; groups != 0; --groups, part.next(c, steps)) convertPart(c, kernel, constants, part, rest);
-        }
-    }
-};
-
-// The odd pixels behind the runs of some rows.
-ZEL_NOINLINE inline void convertOddPixels(const Conversion& c, MovedRow end, const Steps& steps, size_t groups, bool alone) {
-    for (; groups != 0; --groups, end.next(c, steps)) convertOddPixel(c, end, alone);
-}
 
 ZEL_INLINE bool hasOddPixel(const Conversion& c, ZelSize size) { return c.oddPixel.makeSite && size.width % 2 != 0; }
 
@@ -208,200 +42,26 @@ ZEL_INLINE bool isOneRow(const Conversion& c, const Images& images) {
            !dependsOnPlace(c, images.size, columns, blockSitesOf(c, images.size.width, columns));
 }
 
-// Whether a row is written over what an earlier one has left.
-ZEL_INLINE bool rowsOverlap(const Conversion& c, const Images& images, size_t columns) {
-    bool overlap = false;
-    for (int i = 0; i < c.to.count; ++i) {
-        const Stream& s = c.to.streams[i];
-        const ptrdiff_t step = images.destinationStep[s.plane];
-        overlap |= size_t(step < 0 ? -step : step) < columns * s.bytes;
-    }
-    return overlap;
-}
-
-// Whether an image is source and destination.
-ZEL_INLINE bool sharesImages(const Conversion& c, const Row& first) {
-    bool shared = false;
-    for (int i = 0; i < c.from.count; ++i)
-        for (int k = 0; k < c.to.count; ++k) shared |= first.in[i] == first.out[k];
-    return shared;
-}
-
-// The rows of some groups, of which the block rule owns the sites up to blockSites.
-struct Rows {
-    Row first;
-    Steps steps;
-    size_t groups, columns, blockSites;
-};
-
-constexpr int rowsAtOnce = 16;
-
-// Rows that are more than whole blocks of one rule.
-ZEL_NOINLINE inline void convertRuns(const Conversion& c, const Images& images, const Rows& rows, const void* constants,
-                                     bool bypassing) {
-    // The last block of a run may cover sites once more, as long as the source is still there, and a block of the tail may cover
-    // sites of the block rule, which comes after it.
-    const bool inPlace = sharesImages(c, rows.first);
-    const size_t sites = rows.columns;
-    const Run block(c.block, constants, 0, rows.blockSites, !inPlace, bypassing),
-        tail(c.tail, constants, rows.blockSites, sites - rows.blockSites, !inPlace, false);
-
-    // A few rows at a time, so that they are still in the cache for the next run, unless each row has to be done before the next
-    // one.
-    const bool oddPixel = hasOddPixel(c, images.size);
-    const size_t band = rowsOverlap(c, images, rows.columns) ? 1 : size_t{rowsAtOnce};
-    size_t groups = rows.groups;
-    for (MovedRow start(c, rows.first, 0);; start.next(c, rows.steps, band)) {
-        const size_t now = groups < band ? groups : band;
-        if (tail.sites != 0) tail(c, start, rows.steps, now);
-        if (block.sites != 0) block(c, start, rows.steps, now);
-        if (oddPixel) convertOddPixels(c, MovedRow(c, start, sites), rows.steps, now, images.size.width == 1);
-        groups -= now;
-        if (groups == 0) return;
-    }
-}
-
-// The groups of a call, counted from the first one. A height below 1 stays below 1, so that it has none.
-ZEL_INLINE Groups groupsOf(Site site, ZelSize size, Groups part) {
-    const int all = size.height >> __builtin_ctz(site.height);
-    return {part.first < 0 ? all + part.first : part.first, part.end > 0 ? part.end : all + part.end};
-}
-
-// Bytes that a conversion reads and writes.
-ZEL_INLINE constexpr size_t bytesOf(const Layout& layout) {
-    size_t bytes = 0;
-    for (int i = 0; i < layout.count; ++i) bytes += layout.streams[i].bytes;
-    return bytes;
-}
-ZEL_INLINE size_t bytesOf(const Conversion& c, ZelSize size, Groups part) {
-    const Groups groups = groupsOf(c.site, size, part);
-    if (size.width < 1 || groups.first >= groups.end) return 0;
-    return quotient(unsigned(size.width), c.site.width) * size_t(groups.end - groups.first) * (bytesOf(c.from) + bytesOf(c.to));
-}
-
-// Whether a large image gains. One that is its own source is in the caches when it is written, and so are lines of which a part
-// is kept. Where arithmetic takes longer than memory, stores that wait in the caches are the ones that hold nothing up, unless
-// there are more of them than loads.
-ZEL_NOINLINE inline bool gainsByBypass(const Conversion& c, const Images& images, const Rows& rows) {
-    return (c.block.keepsUp || bytesOf(c.to) > bytesOf(c.from)) && !c.keepsAlpha && !sharesImages(c, rows.first) &&
-           !rowsOverlap(c, images, rows.columns);
-}
-
-// Whether a source is asked for ahead of time: where more is read than written, and in more streams than a processor foresees.
-ZEL_INLINE bool isWorthAskingFor(const Conversion& c) { return c.from.count + c.to.count > 2 && bytesOf(c.from) > bytesOf(c.to); }
-
-// Where the streams of an image begin, and how far it is to the next group.
-template <class Byte>
-ZEL_INLINE void setOut(Byte** places, size_t* steps, const Layout& layout, Byte* const* planes, const ptrdiff_t* planeSteps,
-                       int firstGroup) {
-#pragma GCC unroll 8
-    for (int i = 0; i < maxSources; ++i) {
-        if (i == layout.count) break;
-        const Stream& s = layout.streams[i];
-        const auto step = size_t(planeSteps[s.plane]);
-        steps[i] = step * s.rows;
-        places[i] = moved(planes[s.plane], steps[i] * size_t(firstGroup) + step * size_t(s.row) + s.offset);
-    }
-}
-
-ZEL_NOINLINE inline void convertAny(const Conversion& c, const Images& images, const Call& call) {
-    const int width = images.size.width;
-    const Groups groups = groupsOf(c.site, images.size, call.groups);
-    const bool oddPixel = hasOddPixel(c, images.size);
-    Rows rows;
-    rows.columns = quotient(unsigned(width), c.site.width);
-    if (width < 1 || (rows.columns == 0 && !oddPixel) || groups.first >= groups.end) return;
-    rows.groups = size_t(groups.end - groups.first);
-    rows.blockSites = blockSitesOf(c, width, rows.columns);
-    const bool oneRow = !dependsOnPlace(c, images.size, rows.columns, rows.blockSites) &&
-                        isContiguous(c.from, images.sourceStep, rows.columns) &&
-                        isContiguous(c.to, images.destinationStep, rows.columns);
-    rows.first.alpha = call.alpha;
-    rows.first.place = {0, size_t(groups.first)};
-    setOut(rows.first.in, rows.steps.in, c.from, images.source, images.sourceStep, groups.first);
-    setOut(rows.first.out.places, rows.steps.out, c.to, images.destination, images.destinationStep, groups.first);
-
-    bool large = call.stores == Stores::bypassing;
-    if (call.stores == Stores::bySize && exceedsCaches(rows.columns * rows.groups * maxSiteBytes))
-        large = exceedsCaches(rows.columns * rows.groups * (bytesOf(c.from) + bytesOf(c.to)));
-    const Bypass bypassing(large && gainsByBypass(c, images, rows));
-    rows.first.isFarAway = large && isWorthAskingFor(c);
-
-    if (oneRow) {
-        rows.columns *= rows.groups;
-        rows.blockSites *= rows.groups;
-        rows.groups = 1;
-    }
-
-    const bool blocksOnly = rows.blockSites == rows.columns && (rows.columns & unsigned(c.block.sites - 1)) == 0 && !oddPixel;
-    const void* const used = call.constants ? call.constants : c.block.constants;
-    const size_t blocks = quotient(rows.columns, c.block.sites);
-    if (!blocksOnly)
-        convertRuns(c, images, rows, call.constants, bypassing);
-    else if (bypassing)
-        convertByLines(c, c.block, used, rows.first, rows.steps, rows.groups, blocks);
-    else
-        convertBlocks(c, c.block, used, rows.first, rows.steps, rows.groups, blocks);
-}
+// The pixels from which on a row has a block.
+constexpr int leastWidth(const Conversion& c) { return c.block.sites * c.site.width; }
 
 // What of a conversion says how its rows lie.
 struct Shape {
     Site site;
     Layout from, to;
-    bool seesPlace, hasOddPixel;
+    bool seesPlace, hasOddPixel, hasTail;
 };
 
-constexpr Shape shapeOf(const Conversion& c) { return {c.site, c.from, c.to, c.block.seesPlace, c.oddPixel.makeSite != nullptr}; }
-
-// An image that the caches hold, which is what small ones are: where the shape is known, little is left to ask. The kernel is
-// that of the call, which may not be the table's.
-template <Shape shape, int (*blockColumns)(int width)>
-ZEL_NOINLINE inline void convertShaped(const Conversion& c, const Images& images, const Call& call) {
-    static constexpr Shape known = shape;
-    constexpr size_t siteBytes = bytesOf(shape.from) + bytesOf(shape.to);
-    const int width = images.size.width, columns = width >> __builtin_ctz(known.site.width);
-    const Groups part = groupsOf(known.site, images.size, call.groups);
-    const size_t groups = size_t(part.end - part.first), sites = size_t(columns) * groups;
-    if (columns < 1 || part.first >= part.end || call.stores == Stores::bypassing || exceedsCaches(sites * siteBytes))
-        return convertAny(c, images, call);
-
-    size_t blockSites = size_t(columns);
-    if constexpr (blockColumns != nullptr) blockSites = quotient(unsigned(blockColumns(width)), known.site.width);
-    const bool oddPixel = known.hasOddPixel && width % 2 != 0;
-    const bool oneRule = blockSites == size_t(columns) && !oddPixel;
-    Rows rows;
-    rows.first.alpha = call.alpha;
-    rows.first.place.group = size_t(part.first);
-    setOut(rows.first.in, rows.steps.in, known.from, images.source, images.sourceStep, part.first);
-    setOut(rows.first.out.places, rows.steps.out, known.to, images.destination, images.destinationStep, part.first);
-    rows.groups = groups;
-    rows.columns = size_t(columns);
-    if (!known.seesPlace && (oneRule || (blockSites == 0 && !oddPixel)) &&
-        isContiguous(known.from, images.sourceStep, size_t(columns)) &&
-        isContiguous(known.to, images.destinationStep, size_t(columns))) {
-        rows.groups = 1;
-        rows.columns = sites;
-        blockSites *= groups;
-    }
-    if (oneRule && (rows.columns & unsigned(c.block.sites - 1)) == 0) {
-        c.block.blocks(call.constants ? call.constants : c.block.constants, rows.first, rows.steps, rows.groups,
-                       quotient(rows.columns, c.block.sites));
-    } else {
-        rows.blockSites = blockSites;
-        convertRuns(c, images, rows, call.constants, false);
-    }
+constexpr Shape shapeOf(const Conversion& c) {
+    return {c.site, c.from, c.to, c.block.seesPlace, c.oddPixel.makeSite != nullptr, c.blockColumns != nullptr};
 }
 
-// A conversion of any kind, with drivers for its shape.
-template <const auto& conversion>
-inline constexpr const auto& driven = conversion;
-template <const auto& conversion>
-requires std::is_base_of_v<Conversion, std::remove_cvref_t<decltype(conversion)>>
-inline constexpr auto driven<conversion> = [] {
-    auto c = conversion;
-    c.driver = convertShaped<shapeOf(conversion), conversion.blockColumns>;
-    return c;
-}();
+// Walks any image, by the conversion's own data.
+void convertAny(const Conversion& c, const Images& images, const Call& call);
+
+// Walks images of one shape. Those that the caches hold, which small ones are, have little left to be asked.
+template <Shape shape>
+void convertShaped(const Conversion& c, const Images& images, const Call& call);
 
 inline constexpr Call ofWholeImages{};
 
@@ -415,5 +75,20 @@ template <class C>
 ZEL_INLINE void convert(const WithAlpha<C>& c, Images& images, Alpha alpha) {
     convert(static_cast<const C&>(c), images, Call{.alpha = alpha});
 }
+
+}  // namespace zel::ZEL_FRAME
+
+namespace zel::ZEL_LEVEL {
+
+// A conversion of any kind, with drivers for its shape.
+template <const auto& conversion>
+inline constexpr const auto& driven = conversion;
+template <const auto& conversion>
+requires std::is_base_of_v<Conversion, std::remove_cvref_t<decltype(conversion)>>
+inline constexpr auto driven<conversion> = [] {
+    auto c = conversion;
+    c.driver = convertShaped<shapeOf(conversion)>;
+    return c;
+}();
 
 }  // namespace zel::ZEL_LEVEL

@@ -1,7 +1,7 @@
 // Pixel layouts on the streams of a row: where a kernel's blocks come from and go to.
 #pragma once
 
-#include "frame/conversion.h"
+#include "frame/kernel.h"
 #include "simd/pixels.h"
 
 namespace zel::ZEL_LEVEL {

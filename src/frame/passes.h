@@ -7,7 +7,7 @@
 #include "frame/driver.h"
 #include "simd/vector.h"
 
-namespace zel::ZEL_LEVEL {
+namespace zel::ZEL_FRAME {
 
 // Streams with an offset reach into the next site. A row's last site has none, and is left to a conversion of its own.
 struct Pass {
@@ -27,75 +27,38 @@ struct Passes {
     OddSize oddSize = OddSize::accepted;
     Checks checks = planesFirst;
 };
+template <>
+inline constexpr bool isData<Passes> = true;
 
 template <int count>
 constexpr Passes passes(Site site, const Pass (&list)[count], Minimum minimum) {
     return {.site = site, .passes = list, .count = count, .minimum = minimum};
 }
 
-ZEL_NOINLINE inline bool isOneRow(const Passes& p, const Images& images) {
-    for (int i = 0; i < p.count; ++i)
-        if (p.passes[i].lastSite || !isOneRow(p.passes[i].conversion, images)) return false;
-    return true;
-}
+bool isOneRow(const Passes& p, const Images& images);
 
-// All sites of a row but the last one, and that one, so that a row is done before one that overlaps it.
-ZEL_NOINLINE inline void convertAroundLastSite(const Pass& pass, const Images& images, const Call& call) {
-    const Conversion& c = pass.conversion;
-    const int sites = images.size.width / c.site.width - 1, all = images.size.height / c.site.height;
-    if (sites < 0) return;
-    Images others = images, last = images;
-    others.size.width = sites * c.site.width;
-    last.size.width = c.site.width;
-    for (int i = 0; i < c.from.count; ++i) {
-        const Stream& s = c.from.streams[i];
-        last.source[s.plane] = moved(images.source[s.plane], size_t(sites) * s.bytes);
-    }
-    for (int i = 0; i < c.to.count; ++i) {
-        const Stream& s = c.to.streams[i];
-        last.destination[s.plane] = moved(images.destination[s.plane], size_t(sites) * s.bytes);
-    }
-    const int first = call.groups.first < 0 ? all + call.groups.first : call.groups.first;
-    const int end = call.groups.end > 0 ? call.groups.end : all + call.groups.end;
-    const int band = rowsOverlap(c, images, size_t(sites) + 1) ? 1 : rowsAtOnce;
-    for (int group = first; group < end; group += band) {
-        Call part = call;
-        part.groups = {group, end - group < band ? end : group + band};
-        convert(c, others, part);
-        part.stores = Stores::cached;
-        convert(*pass.lastSite, last, part);
-    }
-}
-
-ZEL_NOINLINE inline void convert(const Passes& p, Images& images, const Call& ofAll) {
-    Call call{.alpha = ofAll.alpha};
-    images.size.width &= -int{p.site.width};
-    images.size.height &= -int{p.site.height};
-    // All passes count together.
-    call.stores = Stores::cached;
-    if (exceedsCaches(size_t(images.size.width) * size_t(images.size.height) * maxSiteBytes)) {
-        size_t bytes = 0;
-        for (int i = 0; i < p.count; ++i) bytes += bytesOf(p.passes[i].conversion, images.size, p.passes[i].groups);
-        if (exceedsCaches(bytes)) call.stores = Stores::bypassing;
-    }
+constexpr int leastWidth(const Passes& p) {
+    int least = 1;
     for (int i = 0; i < p.count; ++i) {
-        const Pass& pass = p.passes[i];
-        call.groups = pass.groups;
-        if (pass.lastSite)
-            convertAroundLastSite(pass, images, call);
-        else
-            convert(pass.conversion, images, call, pass.driver);
+        const int ofPass = leastWidth(p.passes[i].conversion);
+        least = ofPass > least ? ofPass : least;
     }
+    return least;
 }
+
+void convert(const Passes& p, Images& images, const Call& ofAll);
 ZEL_INLINE void convert(const Passes& p, Images& images, Nothing = {}) { convert(p, images, ofWholeImages); }
+
+}  // namespace zel::ZEL_FRAME
+
+namespace zel::ZEL_LEVEL {
 
 template <const auto& passes, class Places = std::make_integer_sequence<int, passes.count>>
 struct DrivenPasses;
 template <const auto& passes, int... i>
 struct DrivenPasses<passes, std::integer_sequence<int, i...>> {
-    static constexpr Pass list[] = {
-        {passes.passes[i].conversion, passes.passes[i].groups, passes.passes[i].lastSite,
-         convertShaped<shapeOf(passes.passes[i].conversion), passes.passes[i].conversion.blockColumns>}...};
+    static constexpr Pass list[] = {{passes.passes[i].conversion, passes.passes[i].groups, passes.passes[i].lastSite,
+                                     convertShaped<shapeOf(passes.passes[i].conversion)>}...};
 };
 
 template <const auto& conversion>

@@ -9,14 +9,9 @@
 
 #define ZEL_JOIN_(a, b) a##b
 #define ZEL_JOIN(a, b) ZEL_JOIN_(a, b)
-#define ZEL_TABLE_(level, group) zel_##level##_##group
-#define ZEL_TABLE(level, group) ZEL_TABLE_(level, group)
-
-#ifdef ZEL_NARROWER_LEVEL
-#define ZEL_NARROWER ZEL_TABLE(ZEL_NARROWER_LEVEL, ZEL_GROUP)
-#else
-#define ZEL_NARROWER nullptr
-#endif
+#define ZEL_TABLE_(of, group) zel_##of##_##group
+#define ZEL_TABLE(of, group) ZEL_TABLE_(of, group)
+#define ZEL_CONVERSIONS(level) ZEL_TABLE(ZEL_JOIN(level, _conversions), ZEL_GROUP)
 
 // A column beside the levels has only the exports with two implementations.
 #define ZEL_IN_COLUMN_0(columns) 1
@@ -42,18 +37,49 @@ enum Place {
 }  // namespace zel::ZEL_LEVEL::places
 #undef ZEL_EXPORT
 
-#define ZEL_IMPLEMENTATION_0(name)
-#define ZEL_IMPLEMENTATION_1(name)                                                                \
-    reinterpret_cast<zel::Implementation>(                                                        \
-        &zel::ZEL_LEVEL::Export<zel::ZEL_LEVEL::rows::name, decltype(::name)>::call<ZEL_NARROWER, \
-                                                                                    zel::ZEL_LEVEL::places::name>),
-#define ZEL_EXPORT(name, group, columns) ZEL_JOIN(ZEL_IMPLEMENTATION_, ZEL_IS_ROW(group, columns))(name)
+// What this level has, and the one that is narrower.
+#ifdef ZEL_NARROWER_LEVEL
+#define ZEL_NARROWER ZEL_CONVERSIONS(ZEL_NARROWER_LEVEL)
+#else
+#define ZEL_NARROWER nullptr
+#endif
+#define ZEL_OF_LEVEL_0(name)
+#define ZEL_OF_LEVEL_1(name) \
+    zel::ZEL_LEVEL::ofLevel<zel::ZEL_LEVEL::rows::name, ZEL_NARROWER, zel::ZEL_LEVEL::places::name, decltype(::name)>(),
+#define ZEL_EXPORT(name, group, columns) ZEL_JOIN(ZEL_OF_LEVEL_, ZEL_IS_ROW(group, columns))(name)
 extern "C" {
 #ifdef ZEL_NARROWER_LEVEL
-extern const zel::Implementation ZEL_NARROWER[];
+extern const zel::OfLevel ZEL_NARROWER[];
 #endif
+extern const zel::OfLevel ZEL_CONVERSIONS(ZEL_LEVEL)[];
+constexpr zel::OfLevel ZEL_CONVERSIONS(ZEL_LEVEL)[] = {
+#include "frame/exports.def"
+};
+}
+#undef ZEL_EXPORT
+
+// The functions that the entries jump to.
+#ifndef ZEL_NARROWER_LEVEL
+#include "frame/shared.h"
+
+#ifdef ZEL_IS_SHARED
+#define ZEL_LEVELS ZEL_TABLE(levels, ZEL_GROUP)
+extern "C" [[gnu::visibility("hidden")]] const zel::OfLevel* const ZEL_LEVELS[];
+#else
+#define ZEL_LEVELS zel::ZEL_LEVEL::onlyLevel
+namespace zel::ZEL_LEVEL {
+constexpr const OfLevel* onlyLevel[] = {ZEL_CONVERSIONS(ZEL_LEVEL)};
+}
+#endif
+#define ZEL_FUNCTION_0(name)
+#define ZEL_FUNCTION_1(name)               \
+    reinterpret_cast<zel::Implementation>( \
+        &zel::ZEL_LEVEL::Export<zel::ZEL_LEVEL::rows::name, ZEL_LEVELS, zel::ZEL_LEVEL::places::name, decltype(::name)>::call),
+#define ZEL_EXPORT(name, group, columns) ZEL_JOIN(ZEL_FUNCTION_, ZEL_IS_ROW(group, columns))(name)
+extern "C" {
 extern const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[];
 const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[] = {
 #include "frame/exports.def"
 };
 }
+#endif

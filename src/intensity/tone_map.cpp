@@ -1,6 +1,8 @@
 // Tone mapping: floats to bytes by a factor that the image itself gives, so that its maximum or twice its mean becomes white.
+#include "frame/bypass.h"
 #include "frame/driver.h"
 #include "intensity/fill.h"
+#include "simd/part.h"
 #include "simd/vector.h"
 #include "zelcc/intensity.h"
 

@@ -3,7 +3,7 @@
 
 #include "frame/driver.h"
 
-namespace zel::ZEL_LEVEL {
+namespace zel::ZEL_FRAME {
 
 // A pair of conversions of the same layouts, of which the images' alignment picks one: all addresses and steps multiples of 16,
 // or not.
@@ -17,11 +17,14 @@ struct ByAlignment {
     OddSize oddSize;
     Checks checks;
 };
+template <>
+inline constexpr bool isData<ByAlignment> = true;
 
 constexpr ByAlignment byAlignment(const Conversion& aligned, const Conversion& other) {
     return {aligned, other, aligned.site, aligned.minimum, aligned.oddSize, aligned.checks};
 }
 
+constexpr int leastWidth(const ByAlignment& c) { return leastWidth(c.other); }
 ZEL_INLINE bool isOneRow(const ByAlignment& c, const Images& images) {
     return isOneRow(c.aligned, images) && isOneRow(c.other, images);
 }
@@ -39,4 +42,4 @@ ZEL_INLINE void convert(const ByAlignment& c, const Images& images, Nothing) {
     convert(bits % 16 == 0 ? c.aligned : c.other, images);
 }
 
-}  // namespace zel::ZEL_LEVEL
+}  // namespace zel::ZEL_FRAME

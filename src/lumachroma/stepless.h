@@ -6,7 +6,7 @@
 #include "frame/arguments.h"
 #include "lumachroma/by_alignment.h"
 
-namespace zel::ZEL_LEVEL {
+namespace zel::ZEL_FRAME {
 
 constexpr int never = INT32_MAX;
 
@@ -21,6 +21,8 @@ struct Stepless {
     OddSize oddSize{};
     Checks checks{};
 };
+template <class C>
+inline constexpr bool isData<Stepless<C>> = isData<C>;
 
 template <class C>
 constexpr Stepless<C> stepless(const C& c, int longRowFrom = never) {
@@ -36,6 +38,11 @@ ZEL_INLINE uint64_t pixelsOf(ZelSize size) { return uint64_t(unsigned(size.width
 template <class C>
 ZEL_INLINE bool isLongRow(const Stepless<C>& s, ZelSize size) {
     return s.longRowFrom != never && size.width % 2 == 0 && pixelsOf(size) >= unsigned(s.longRowFrom);
+}
+
+template <class C>
+constexpr int leastWidth(const Stepless<C>& s) {
+    return leastWidth(s.stepped);
 }
 
 template <class C>
@@ -76,4 +83,4 @@ ZEL_INLINE void convert(const Stepless<C>& s, Images& images, typename C::Extras
     convert(s.stepped, images, extras);
 }
 
-}  // namespace zel::ZEL_LEVEL
+}  // namespace zel::ZEL_FRAME

@@ -3,18 +3,17 @@
 
 #include "frame/driver.h"
 
-namespace zel::ZEL_LEVEL {
+namespace zel::ZEL_FRAME {
 
-// The end of a row that is written of a region of some size.
+// The end of a row that is written of a region of some size; null where that is the region's own.
 using ColumnsWritten = int (*)(ZelSize size);
-constexpr int itsColumns(ZelSize size) { return size.width; }
 
 // Planar 4:2:0 to words: pairs of rows, and the last row of an odd height by itself. A row may be written beyond the region.
 struct RowPairs {
     using Extras = Nothing;
 
     Conversion pairs, lastRow;
-    ColumnsWritten ofPairs = itsColumns, ofLastRow = itsColumns;
+    ColumnsWritten ofPairs = nullptr, ofLastRow = nullptr;
     Minimum converted{1, 1};  // a smaller region stays as it is
 
     Site site{1, 1};
@@ -22,9 +21,14 @@ struct RowPairs {
     OddSize oddSize = OddSize::accepted;
     Checks checks = pointersFirst;
 };
+template <>
+inline constexpr bool isData<RowPairs> = true;
+
+constexpr int leastWidth(const RowPairs& p) { return leastWidth(p.pairs); }
 
 // What is written beyond the region, and some columns before it, so that blocks need not be cut.
 ZEL_NOINLINE inline void convertBeyond(const Conversion& c, const Images& images, ColumnsWritten columnsWritten, Groups rows) {
+    if (!columnsWritten) return;
     const int written = columnsWritten(images.size), block = c.block.sites * c.site.width;
     if (written <= images.size.width) return;
     const int first = written > block ? (written - block) & ~3 : 0;  // at which the pattern of a dither begins anew
@@ -61,7 +65,10 @@ struct PackedPairs {
     OddSize oddSize = OddSize::accepted;
     Checks checks = pointersFirst;
 };
+template <>
+inline constexpr bool isData<PackedPairs> = true;
 
+constexpr int leastWidth(const PackedPairs& p) { return leastWidth(p.rows); }
 ZEL_INLINE bool isOneRow(const PackedPairs& p, const Images& images) { return isOneRow(p.rows, images); }
 
 ZEL_NOINLINE inline void convert(const PackedPairs& p, Images& images, Nothing) {
@@ -74,6 +81,8 @@ ZEL_NOINLINE inline void convert(const PackedPairs& p, Images& images, Nothing) 
 struct Quads : Conversion {
     Conversion restOfRow;
 };
+template <>
+inline constexpr bool isData<Quads> = true;
 
 ZEL_INLINE void convert(const Quads& q, Images& images, Nothing) {
     convert(static_cast<const Conversion&>(q), images);
@@ -90,4 +99,4 @@ ZEL_INLINE void convert(const Quads& q, Images& images, Nothing) {
     }
 }
 
-}  // namespace zel::ZEL_LEVEL
+}  // namespace zel::ZEL_FRAME

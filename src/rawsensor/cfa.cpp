@@ -34,9 +34,6 @@ struct PixelRows {
     size_t step = 0;
 };
 
-// Whether what is stored to multiples of the vector bypasses the caches.
-enum class Stores { cached, bypassing };
-
 // What exceeds the caches: what a call moves, and its source, too.
 struct Excess {
     bool call, source;

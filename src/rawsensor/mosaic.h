@@ -1,7 +1,7 @@
 // The mosaic of a raw sensor: which sample has which colour, and the part of it that a call converts.
 #pragma once
 
-#include "frame/conversion.h"
+#include "frame/kernel.h"
 #include "simd/samples.h"
 #include "zelcc/rawsensor.h"
 

@@ -2,10 +2,12 @@
 // place.
 #pragma once
 
+#include "frame/bypass.h"
 #include "frame/driver.h"
 #include "reducebits/noise.h"
 #include "reducebits/samples.h"
 #include "simd/byte_table.h"
+#include "simd/part.h"
 #include "simd/samples.h"
 
 namespace zel::ZEL_LEVEL {

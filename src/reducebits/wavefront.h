@@ -15,7 +15,7 @@
 // Between rows there is a margin for the neighbours of their first and last pixels; it leaves nothing over.
 #pragma once
 
-#include "frame/conversion.h"
+#include "frame/kernel.h"
 #include "simd/floats.h"
 #include "simd/transposed.h"
 

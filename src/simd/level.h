@@ -13,11 +13,20 @@
 #error "kernel sources are compiled with ZEL_LEVEL, see CMakeLists.txt"
 #endif
 
+// The level whose code has what no level does in another way, the walk over images, for those above it as well.
+#ifndef ZEL_FRAME
+#define ZEL_FRAME ZEL_LEVEL
+#endif
+
 #define ZEL_INLINE [[gnu::always_inline]] inline
 #define ZEL_NOINLINE [[gnu::noinline]]
 #define ZEL_INLINE_LAMBDA __attribute__((always_inline))
 
+namespace zel::ZEL_FRAME {}
+
 namespace zel::ZEL_LEVEL {
+
+using namespace zel::ZEL_FRAME;
 
 // What a level tells of itself. No result depends on it, only which of several ways is taken.
 struct Traits {

@@ -2,8 +2,8 @@
 // touches no argument, adds no frame and checks nothing.
 //
 //   zeliX  ->  row of zelDispatchTable [dispatch index]
-//   column 0: the level stub, which jumps through the table of the kernel level chosen at load
-//   column 1: the implementation tuned for small in-order cores, or the level stub again where there is none
+//   column 0: the function of the lowest level, which finds what the level chosen at load has
+//   column 1: the one tuned for small in-order cores, or that of column 0 again where there is none
 
 #if defined(__x86_64__)
 #define WORD .quad
@@ -15,15 +15,18 @@
 
         .altmacro
 
-// hiddenTables group, levelTables group: the tables of a group at each level.
+// hiddenTables group: the tables of a group. levelTables group: what each level has.
         .macro hiddenTables group
-#define ZEL_LEVEL(name, feature, flags) .hidden zel_##name##_&group
+        .hidden zel_ssse3_&group
+#define ZEL_LEVEL(name, feature, flags) .hidden zel_##name##_conversions_&group
 #define ZEL_COLUMN(name, feature, flags) .hidden zel_##name##_&group
 #include "levels.def"
         .endm
         .macro levelTables group
-levels_&group:
-#define ZEL_LEVEL(name, feature, flags) WORD zel_##name##_&group
+        .globl  zel_levels_&group
+        .hidden zel_levels_&group
+zel_levels_&group:
+#define ZEL_LEVEL(name, feature, flags) WORD zel_##name##_conversions_&group
 #include "levels.def"
         .endm
 
@@ -35,32 +38,20 @@ levels_&group:
 #define ZEL_CLASS(name, cpu, text) .hidden zel_##name##_version
 #include "levels.def"
         .hidden zelDispatchIndex
-        .hidden zelKernelLevel
 
         .section .data.rel.ro, "aw", @progbits
         .balign 16
 #define ZEL_GROUP(group) levelTables group;
 #include "frame/groups.def"
 #undef ZEL_GROUP
-// The version query does not depend on the level.
-levels_version:
-#define ZEL_LEVEL(name, feature, flags) WORD zel_ssse3_version
-#include "levels.def"
 
 // jumpIndexed index, table: continues at the entry of the table that the 32-bit variable names.
-// levelJump group, offset: continues at the entry of the group's table for the level.
 // tableJump table, offset: continues at the entry of a table.
 #if defined(__x86_64__)
         .macro jumpIndexed index table
         mov     index(%rip), %eax
         lea     table(%rip), %r11
         jmp     *(%r11, %rax, 8)
-        .endm
-        .macro levelJump group offset
-        mov     zelKernelLevel(%rip), %eax
-        lea     levels_&group(%rip), %r11
-        mov     (%r11, %rax, 8), %r11
-        jmp     *offset(%r11)
         .endm
         .macro tableJump table offset
         jmp     *table+offset(%rip)
@@ -71,12 +62,6 @@ levels_version:
         call    programCounter
         mov     index-.(%ecx), %eax
         jmp     *table-.+6(%ecx, %eax, 4)
-        .endm
-        .macro levelJump group offset
-        call    programCounter
-        mov     zelKernelLevel-.(%ecx), %eax
-        mov     levels_&group-.+6(%ecx, %eax, 4), %eax
-        jmp     *offset(%eax)
         .endm
         .macro tableJump table offset
         call    programCounter
@@ -92,8 +77,8 @@ programCounter:
         .macro define name group columns offset offsetS8
         .text
         .balign 16
-level_&name:
-        levelJump group, offset
+ssse3_&name:
+        tableJump zel_ssse3_&group, offset
         .if columns - 1
         .balign 16
 s8_&name:
@@ -107,12 +92,12 @@ name:
         .size   name, . - name
         .section .data.rel.ro
 row_&name:
-        WORD    level_&name
+        WORD    ssse3_&name
         .if columns - 1
         WORD    s8_&name
         .set    rowsS8_&group, rowsS8_&group + 1
         .else
-        WORD    level_&name
+        WORD    ssse3_&name
         .endif
         .set    rows_&group, rows_&group + 1
         .endm

@@ -37,6 +37,10 @@ ZEL_INLINE void prefetch(const uint8_t* p, size_t bytes) {
 // Moves bytes to where none of them come from, by the one operation that the processor has for it. It takes some time to begin.
 ZEL_INLINE void moveAtOnce(uint8_t* to, const uint8_t* from, size_t bytes);
 
+}  // namespace zel::ZEL_LEVEL
+
+namespace zel::ZEL_FRAME {
+
 // Where vectors go, and whether they bypass the caches there. Only whole lines gain by that, so halves of vectors never do. A
 // level that has no such stores takes plain ones.
 class Destination {
@@ -54,6 +58,10 @@ class Destination {
     uint8_t* p_;
     bool bypassing_;
 };
+
+}  // namespace zel::ZEL_FRAME
+
+namespace zel::ZEL_LEVEL {
 
 ZEL_INLINE bool isMultiple(const uint8_t* p, size_t bytes) { return reinterpret_cast<uintptr_t>(p) % bytes == 0; }
 

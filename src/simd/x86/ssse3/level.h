@@ -14,7 +14,7 @@ constexpr Traits traits{
     .packsUnsignedWords = false,
     .looksUpQuickly = false,
     .fuses = false,
-    .drivesByShape = false,
+    .drivesByShape = true,
     .droppedBits = 16,
     .independentVectors = 4,
 };
