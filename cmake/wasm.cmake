@@ -1,5 +1,5 @@
-# Builds for WebAssembly with Debian's clang-19, lld-19, wasi-libc, libc++-19-dev-wasm32 and libclang-rt-19-dev-wasm32; what is
-# built runs in Node.
+# Builds for WebAssembly with Debian's clang-19, lld-19, wasi-libc, libc++-19-dev-wasm32 and libclang-rt-19-dev-wasm32, and binaryen,
+# whose wasm-opt clang runs where it finds it; what is built runs in Node.
 set(CMAKE_SYSTEM_NAME Generic)
 set(CMAKE_SYSTEM_PROCESSOR wasm32)
 foreach(language C CXX ASM)
