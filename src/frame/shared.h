@@ -2,21 +2,12 @@
 #pragma once
 
 #include "frame/arguments.h"
-#include "frame/shaped.h"
 
-#ifdef ZEL_IS_SHARED
 extern "C" [[gnu::visibility("hidden")]] int32_t zelKernelLevel;
-#endif
 
 namespace zel::ZEL_FRAME {
 
-ZEL_INLINE unsigned levelInUse() {
-#ifdef ZEL_IS_SHARED
-    return unsigned(zelKernelLevel);
-#else
-    return 0;
-#endif
-}
+ZEL_INLINE unsigned levelInUse() { return unsigned(zelKernelLevel); }
 
 // Rows that are shorter than a block are left to a level with shorter ones, unless they make up a long one.
 template <class C>

@@ -37,49 +37,50 @@ enum Place {
 }  // namespace zel::ZEL_LEVEL::places
 #undef ZEL_EXPORT
 
-// What this level has, and the one that is narrower.
+// What this level has, where others have it in another way.
 #ifdef ZEL_NARROWER_LEVEL
 #define ZEL_NARROWER ZEL_CONVERSIONS(ZEL_NARROWER_LEVEL)
+extern "C" const zel::OfLevel ZEL_NARROWER[];
 #else
 #define ZEL_NARROWER nullptr
 #endif
+#if defined(ZEL_NARROWER_LEVEL) || defined(ZEL_IS_SHARED)
 #define ZEL_OF_LEVEL_0(name)
-#define ZEL_OF_LEVEL_1(name) \
-    zel::ZEL_LEVEL::ofLevel<zel::ZEL_LEVEL::rows::name, ZEL_NARROWER, zel::ZEL_LEVEL::places::name, decltype(::name)>(),
+#define ZEL_OF_LEVEL_1(name) ofLevel<rows::name, ZEL_NARROWER, places::name, decltype(::name)>(),
 #define ZEL_EXPORT(name, group, columns) ZEL_JOIN(ZEL_OF_LEVEL_, ZEL_IS_ROW(group, columns))(name)
+namespace zel::ZEL_LEVEL {
 extern "C" {
-#ifdef ZEL_NARROWER_LEVEL
-extern const zel::OfLevel ZEL_NARROWER[];
-#endif
-extern const zel::OfLevel ZEL_CONVERSIONS(ZEL_LEVEL)[];
-constexpr zel::OfLevel ZEL_CONVERSIONS(ZEL_LEVEL)[] = {
+extern const OfLevel ZEL_CONVERSIONS(ZEL_LEVEL)[];
+constexpr OfLevel ZEL_CONVERSIONS(ZEL_LEVEL)[] = {
 #include "frame/exports.def"
 };
 }
+}  // namespace zel::ZEL_LEVEL
 #undef ZEL_EXPORT
+#endif
 
-// The functions that the entries jump to.
+// The functions that the entries jump to, for all levels.
 #ifndef ZEL_NARROWER_LEVEL
-#include "frame/shared.h"
+#include "frame/shaped.h"
 
 #ifdef ZEL_IS_SHARED
+#include "frame/shared.h"
+
 #define ZEL_LEVELS ZEL_TABLE(levels, ZEL_GROUP)
 extern "C" [[gnu::visibility("hidden")]] const zel::OfLevel* const ZEL_LEVELS[];
+#define ZEL_EXPORTED(name) Export<rows::name, ZEL_LEVELS, places::name, decltype(::name)>
 #else
-#define ZEL_LEVELS zel::ZEL_LEVEL::onlyLevel
-namespace zel::ZEL_LEVEL {
-constexpr const OfLevel* onlyLevel[] = {ZEL_CONVERSIONS(ZEL_LEVEL)};
-}
+#define ZEL_EXPORTED(name) Own<rows::name, nullptr, places::name, decltype(::name)>
 #endif
 #define ZEL_FUNCTION_0(name)
-#define ZEL_FUNCTION_1(name)               \
-    reinterpret_cast<zel::Implementation>( \
-        &zel::ZEL_LEVEL::Export<zel::ZEL_LEVEL::rows::name, ZEL_LEVELS, zel::ZEL_LEVEL::places::name, decltype(::name)>::call),
+#define ZEL_FUNCTION_1(name) reinterpret_cast<Implementation>(&ZEL_EXPORTED(name)::call),
 #define ZEL_EXPORT(name, group, columns) ZEL_JOIN(ZEL_FUNCTION_, ZEL_IS_ROW(group, columns))(name)
+namespace zel::ZEL_LEVEL {
 extern "C" {
-extern const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[];
-const zel::Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[] = {
+extern const Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[];
+const Implementation ZEL_TABLE(ZEL_LEVEL, ZEL_GROUP)[] = {
 #include "frame/exports.def"
 };
 }
+}  // namespace zel::ZEL_LEVEL
 #endif
