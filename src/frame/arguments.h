@@ -243,7 +243,7 @@ struct ByLevel {
 template <class... A>
 ByLevel(ZelStatus (*)(A...), bool (*)(A...)) -> ByLevel<A...>;
 
-// A conversion as the table of the level has it. The few of a column aren't worth drivers.
+// A conversion as the level's table has it. The few of a column aren't worth drivers.
 template <const auto& conversion>
 constexpr const auto& inTable() {
     if constexpr (traits.drivesByShape && !ZEL_IS_COLUMN)
@@ -288,12 +288,12 @@ struct Own<conversion, narrower, place, ZelStatus(A...)> {
 
 template <const auto& conversion, const OfLevel* narrower, int place, class Signature>
 constexpr OfLevel ofLevel() {
-    if constexpr (isData<std::remove_cvref_t<decltype(conversion)>>)
-        return {&inTable<conversion>(), narrower == nullptr                    ? 1
-                                        : leastWidth(conversion) > vectorBytes ? leastWidth(conversion)
-                                                                               : vectorBytes};
-    else
+    if constexpr (isData<std::remove_cvref_t<decltype(conversion)>>) {
+        constexpr int ofBlock = leastWidth(conversion), least = ofBlock > vectorBytes ? ofBlock : vectorBytes;
+        return {&inTable<conversion>(), narrower == nullptr ? 1 : least};
+    } else {
         return {&Own<conversion, narrower, place, Signature>::function};
+    }
 }
 
 }  // namespace zel::ZEL_LEVEL

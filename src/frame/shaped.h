@@ -28,6 +28,7 @@ ZEL_INLINE constexpr size_t bytesOf(const Layout& layout) {
     for (int i = 0; i < layout.count; ++i) bytes += layout.streams[i].bytes;
     return bytes;
 }
+
 // Where the streams of an image begin, and how far it is to the next group.
 template <class Byte>
 ZEL_INLINE void setOut(Byte** places, size_t* steps, const Layout& layout, Byte* const* planes, const ptrdiff_t* planeSteps,
