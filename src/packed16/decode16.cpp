@@ -23,13 +23,12 @@ class ExactWords : ExactDecode {
     };
 
     ZEL_INLINE explicit ExactWords(const Constants& k, ChromaOrder order = ChromaOrder::pFirst)
-        : ExactDecode(k.decode, order), fields_(k.fields), crossed_(splatByte(k.isCrossed ? 0xff : 0)) {}
+        : ExactDecode(k.decode, order), fields_(k.fields), isCrossed_(k.isCrossed) {}
 
     using ExactDecode::chroma, ExactDecode::order;
     ZEL_INLINE Triple pixels(Bytes luma, const Chroma& pair) const { return words(ExactDecode::pixels(luma, pair)); }
     ZEL_INLINE Triple pixels(Bytes luma, Bytes p, Bytes q) const {
-        const Bytes exchanged = (p ^ q) & crossed_;
-        return words(ExactDecode::pixels(luma, p ^ exchanged, q ^ exchanged));
+        return words(ExactDecode::pixels(luma, isCrossed_ ? q : p, isCrossed_ ? p : q));
     }
 
   private:
@@ -41,7 +40,7 @@ class ExactWords : ExactDecode {
     }
 
     Fields fields_;
-    Bytes crossed_;
+    bool isCrossed_;
 };
 
 struct ToReadyWords {
