@@ -20,11 +20,10 @@ class ByteGamma {
   public:
     using Constants = NoConstants;
     using Element = uint8_t;
-    static constexpr bool inBatches = true;
 
     ZEL_INLINE explicit ByteGamma(const Constants&) {}
 
-    template <Pixels, int count>
+    template <int count>
     ZEL_INLINE void replace(Bytes (&samples)[count]) const {
         results_.replace(samples);
     }
@@ -74,18 +73,15 @@ class WordGamma {
   public:
     using Constants = NoConstants;
     using Element = uint16_t;
-    static constexpr bool inBatches = false;
 
     ZEL_INLINE explicit WordGamma(const Constants&) : curve_(65535, 0.5) {}
 
-    template <Pixels>
-    ZEL_INLINE void replace(Bytes (&samples)[1]) const {
-        Bytes& x = samples[0];
+    ZEL_INLINE Bytes replaced(Bytes x, Pixels) const {
         const auto words = (UWords)x;
         const Results low = half((Dwords)interleaveLow((Words)x, Words{})),
                       high = half((Dwords)interleaveHigh((Words)x, Words{}));
-        x = (Bytes)packWords(low.words << 16 >> 16, high.words << 16 >> 16);
-        if ((low.doubtful | high.doubtful) != 0) x = (Bytes)bySingles(words);
+        if ((low.doubtful | high.doubtful) != 0) return (Bytes)bySingles(words);
+        return (Bytes)packWords(low.words << 16 >> 16, high.words << 16 >> 16);
     }
 
   private:
@@ -114,7 +110,6 @@ class FloatGamma {
   public:
     using Constants = GammaRange;
     using Element = float;
-    static constexpr bool inBatches = false;
 
     ZEL_INLINE explicit FloatGamma(const GammaRange& range)
         : range_(range),
@@ -122,16 +117,13 @@ class FloatGamma {
           perWidth_(splatDouble(1.0 / double(range.width))),
           curve_(range.width, range.bottom) {}
 
-    template <Pixels pixels>
-    ZEL_INLINE void replace(Bytes (&samples)[1]) const {
-        Bytes& x = samples[0];
+    ZEL_INLINE Bytes replaced(Bytes x, Pixels pixels) const {
         const auto floats = (Floats)x;
         const Floats d = floats - bottom_;
         const Bounds a = half(widened<0>(d)), b = half(widened<1>(d));
         const Floats low = narrowed(a.low, b.low), high = narrowed(a.high, b.high);
-        x = (Bytes)low;
         const unsigned doubtful = differing(low, high) & (pixels == Pixels::withAlpha ? 0x7777 : 0xffff);
-        if (doubtful != 0) x = (Bytes)withSingles(low, floats, doubtful, range_);
+        return (Bytes)(doubtful == 0 ? low : withSingles(low, floats, doubtful, range_));
     }
 
   private:
@@ -156,35 +148,65 @@ struct Form {
 };
 constexpr Form packed3{1, 3, 3, Pixels::withoutAlpha}, packed4{1, 4, 2, Pixels::withAlpha}, planes{3, 1, 1, Pixels::withoutAlpha};
 
+template <class Element, const Form& form>
+constexpr int sitesOf = form.vectors* vectorBytes / (form.samples * int{sizeof(Element)});
+
+template <Pixels pixels, class Element>
+ZEL_INLINE void storeSamples(Destination to, Bytes samples) {
+    if constexpr (pixels == Pixels::withAlpha)
+        storeThreeOfFour<sizeof(Element)>(to, samples);
+    else
+        storeVector(to, samples);
+}
+
+// All vectors of a block at a time.
 template <class Rule, const Form& form>
-class GammaKernel {
+class BlockKernel {
   public:
     using Constants = typename Rule::Constants;
     using Element = typename Rule::Element;
-    static constexpr int sites = form.vectors * vectorBytes / (form.samples * int{sizeof(Element)});
+    static constexpr int sites = sitesOf<Element, form>;
 
-    ZEL_INLINE explicit GammaKernel(const Constants& k) : rule_(k) {}
+    ZEL_INLINE explicit BlockKernel(const Constants& k) : rule_(k) {}
 
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
-        constexpr int count = form.streams * form.vectors, batch = Rule::inBatches ? count : 1;
-        for (int first = 0; first < count; first += batch) {
-            const auto start = [&](int i) { return (block * form.vectors + unsigned((first + i) % form.vectors)) * vectorBytes; };
-            const auto stream = [&](int i) { return (first + i) / form.vectors; };
-            Bytes samples[batch];
-            unrolled<batch>([&](int i) ZEL_INLINE_LAMBDA { samples[i] = loadBytes(row.in[stream(i)] + start(i)); });
-            rule_.template replace<form.pixels>(samples);
-            unrolled<batch>([&](int i) ZEL_INLINE_LAMBDA {
-                const Destination to = row.out[stream(i)] + start(i);
-                if constexpr (form.pixels == Pixels::withAlpha)
-                    storeThreeOfFour<sizeof(Element)>(to, samples[i]);
-                else
-                    storeVector(to, samples[i]);
-            });
-        }
+        constexpr int count = form.streams * form.vectors;
+        const auto start = [&](int i) { return (block * form.vectors + unsigned(i % form.vectors)) * vectorBytes; };
+        Bytes samples[count];
+        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA { samples[i] = loadBytes(row.in[i / form.vectors] + start(i)); });
+        rule_.replace(samples);
+        unrolled<count>([&](int i) ZEL_INLINE_LAMBDA {
+            storeSamples<form.pixels, Element>(row.out[i / form.vectors] + start(i), samples[i]);
+        });
     }
 
   private:
     Rule rule_;
+};
+
+// Rules of so many operations that one code serves all forms: a question at each vector costs nothing beside them.
+template <class Rule>
+ZEL_NOINLINE void replaceVectors(const typename Rule::Constants& k, const uint8_t* from, Destination to, size_t vectors,
+                                 Pixels pixels) {
+    using Element = typename Rule::Element;
+    const Rule rule(k);
+    for (size_t i = 0; i < vectors; ++i) {
+        const Bytes samples = rule.replaced(loadBytes(from + i * vectorBytes), pixels);
+        if (pixels == Pixels::withAlpha)
+            storeSamples<Pixels::withAlpha, Element>(to + i * vectorBytes, samples);
+        else
+            storeSamples<Pixels::withoutAlpha, Element>(to + i * vectorBytes, samples);
+    }
+}
+
+template <class Rule, const Form& form>
+struct StreamKernel {
+    using Constants = typename Rule::Constants;
+    static constexpr int sites = sitesOf<typename Rule::Element, form>;
+
+    static void blocks(const Constants& k, const Row& row, size_t count) {
+        for (int i = 0; i < form.streams; ++i) replaceVectors<Rule>(k, row.in[i], row.out[i], count * form.vectors, form.pixels);
+    }
 };
 
 // Words by a table of all results, four at a time.
@@ -235,7 +257,7 @@ constexpr Conversion conversion(Kernel kernel, Checks checks = stepsLast) {
 
 template <class Curve, const Form& form>
 constexpr Conversion bytes() {
-    return conversion<uint8_t, form>(withoutConstants<GammaKernel<ByteGamma<Curve>, form>>);
+    return conversion<uint8_t, form>(withoutConstants<BlockKernel<ByteGamma<Curve>, form>>);
 }
 
 // Large images of words take a table of all results, in memory of the call.
@@ -249,12 +271,9 @@ constexpr uint64_t directSamples = 65536;  // at most
 
 template <class Curve>
 void replaceAll(uint16_t* words, size_t count) {
-    const WordGamma<Curve> rule(noConstants);
-    for (size_t i = 0; i < count; i += vectorBytes / 2) {
-        Bytes samples[1] = {loadBytes(words + i)};
-        rule.template replace<Pixels::withoutAlpha>(samples);
-        storeVector(words + i, samples[0]);
-    }
+    const auto bytes = reinterpret_cast<uint8_t*>(words);
+    replaceVectors<WordGamma<Curve>>(noConstants, bytes, Destination{bytes, false}, count * 2 / vectorBytes,
+                                     Pixels::withoutAlpha);
 }
 
 [[maybe_unused]] ZEL_INLINE ZelStatus convert(const WordConversion& c, const Images& images, Nothing) {
@@ -276,7 +295,7 @@ void replaceAll(uint16_t* words, size_t count) {
 
 template <class Curve, const Form& form>
 constexpr WordConversion words() {
-    return {conversion<uint16_t, form>(withoutConstants<GammaKernel<WordGamma<Curve>, form>>), parametric<TableKernel<form>>,
+    return {conversion<uint16_t, form>(withoutConstants<StreamKernel<WordGamma<Curve>, form>>), parametric<TableKernel<form>>,
             replaceAll<Curve>};
 }
 
@@ -290,7 +309,7 @@ constexpr GammaRange rangeOf(const RangeExtras& extras) { return {extras.bottom,
 
 template <class Curve, const Form& form>
 constexpr Parametric<GammaRange, RangeExtras> floats() {
-    return {conversion<float, form>(parametric<GammaKernel<FloatGamma<Curve>, form>>,
+    return {conversion<float, form>(parametric<StreamKernel<FloatGamma<Curve>, form>>,
                                     {Check::extras, Check::pointers, Check::planes, Check::size, Check::steps}),
             rangeOf};
 }

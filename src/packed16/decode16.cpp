@@ -11,15 +11,72 @@ constexpr Kernel alone = fromPackedPairs<ChannelOrder::rgb, ToPacked3, ExactDeco
 // callers have room for them, and would find these pixels unwritten.
 constexpr int yuvColumns(ZelSize size) { return size.width / 2 % 4 == 2 ? size.width / 2 * 2 + 2 : size.width; }
 
+// The exact rule is for a few pixels of a row, so that one code serves all formats: what it gives for a pixel are the bytes of
+// its word.
+class ExactWords : ExactDecode {
+  public:
+    enum class Fields { of444, of555, of565 };
+    struct Constants {
+        ExactDecodeConstants decode;
+        Fields fields;
+        bool isCrossed = false;  // p and q of single pixels come in each other's place
+    };
+
+    ZEL_INLINE explicit ExactWords(const Constants& k, ChromaOrder order = ChromaOrder::pFirst)
+        : ExactDecode(k.decode, order), fields_(k.fields), isCrossed_(k.isCrossed) {}
+
+    using ExactDecode::chroma, ExactDecode::order;
+    ZEL_INLINE Triple pixels(Bytes luma, const Chroma& pair) const { return words(ExactDecode::pixels(luma, pair)); }
+    ZEL_INLINE Triple pixels(Bytes luma, Bytes p, Bytes q) const {
+        return words(ExactDecode::pixels(luma, isCrossed_ ? q : p, isCrossed_ ? p : q));
+    }
+
+  private:
+    ZEL_INLINE Triple words(Triple t) const {
+        const WordBytes bytes = fields_ == Fields::of444   ? cutDown<Format444>(t)
+                                : fields_ == Fields::of555 ? cutDown<Format555>(t)
+                                                           : cutDown<Format565>(t);
+        return {bytes.low, bytes.high, Bytes{}};
+    }
+
+    Fields fields_;
+    bool isCrossed_;
+};
+
+struct ToReadyWords {
+    template <Order order>
+    ZEL_INLINE static void store(const Row& row, int r, size_t block, Triple t) {
+        storeWords<order>(row, r, block, {t.a, t.b});
+    }
+};
+
+template <class F, ExactDecodeConstants (*exact)(ChannelOrder)>
+constexpr ExactWords::Constants wordsOf(ChannelOrder channels) {
+    using Fields = ExactWords::Fields;
+    return {exact(channels), F::middle == 6 ? Fields::of565 : F::middle == 5 ? Fields::of555 : Fields::of444};
+}
+template <class F>
+constexpr ExactWords::Constants wordsOfTriples(ChannelOrder channels) {
+    ExactWords::Constants k = wordsOf<F, exactA<0>>(channels);
+    k.isCrossed = channels == ChannelOrder::rgb;
+    return k;
+}
+
 template <ChannelOrder channels, class F>
 struct To {
     using Words = ToWords<F>;
+    static constexpr Kernel exactTriples =
+        kernel<PixelKernel<From3, Decode<ExactWords>, ToReadyWords>>(constantsOf<ExactWords, wordsOfTriples<F>, channels>);
+    template <ExactDecodeConstants (*exact)(ChannelOrder)>
+    static constexpr Kernel exactPackedPairs = fromPackedPairs<channels, ToReadyWords, ExactWords, wordsOf<F, exact>>;
+    template <int rows>
+    static constexpr Kernel exactAnalogPairs = fromPlanarPairs<channels, rows, ToReadyWords, ExactWords, wordsOf<F, exactAnalog>>;
 
     static constexpr Conversion fromInterleaved{.site = {1, 1},
                                                 .from = packedTriples,
                                                 .to = wordPixels,
                                                 .block = fromTriples<channels, Words, WordRule, truncatedWord>,
-                                                .tail = fromTriples<channels, Words, ExactDecode, exactA<0>>,
+                                                .tail = exactTriples,
                                                 .blockColumns = wholeBlocks<8>};
     static constexpr Conversion from444 = planar444<channels, Words>;
     // A single pixel is odd and has no pair before it: it is left as it is. Meant: a rule for it
@@ -31,9 +88,9 @@ struct To {
                  .from = packed422,
                  .to = wordPairs,
                  .block = fromPackedPairs<channels, Words, WordRule, truncatedWord>,
-                 .tail = fromPackedPairs<channels, Words, ExactDecode, exactPacked>,
+                 .tail = exactPackedPairs<exactPacked>,
                  .blockColumns = wholeBlocks<8>,
-                 .oddPixel = {borrowChroma<Packed::lumaFirst>, fromPackedPairs<channels, Words, ExactDecode, exactA<0>>}},
+                 .oddPixel = {borrowChroma<Packed::lumaFirst>, exactPackedPairs<exactA<0>>}},
         .alone = {.site = {2, 1},
                   .from = packed422,
                   .to = rgb24Pair,
@@ -42,9 +99,8 @@ struct To {
     static constexpr RowPairs from420 = planar420OfOneRule<channels, Words, WordRule, truncatedWord>;
 
     static constexpr RowPairs fromYuv420 = [] {
-        RowPairs p = planar420(channels, fromPlanarPairs<channels, 2, Words, AnalogRule, analogWord>,
-                               fromPlanarPairs<channels, 2, Words, ExactDecode, exactAnalog>,
-                               fromPlanarPairs<channels, 1, Words, ExactDecode, exactAnalog>);
+        RowPairs p = planar420(channels, fromPlanarPairs<channels, 2, Words, AnalogRule, analogWord>, exactAnalogPairs<2>,
+                               exactAnalogPairs<1>);
         p.ofPairs = yuvColumns;
         p.converted = {2, 2};
         return p;
@@ -64,7 +120,7 @@ constexpr Quads bgrFrom411 = [] {
     q.restOfRow = {.site = {1, 1},
                    .from = planes444,
                    .to = wordPixels,
-                   .block = fromPlanes<ChannelOrder::bgr, ToWords<F>, ExactDecode, exactA<32768>>};
+                   .block = fromPlanes<ChannelOrder::bgr, ToReadyWords, ExactWords, wordsOf<F, exactA<32768>>>};
     return q;
 }();
 
