@@ -83,7 +83,7 @@ struct ToHlsOfWords {
 
 // Floats, with true divisions: L = s / 2, S = d / s or d / (2 - s) above L = 0.5, H = hf / 360. Nothing is limited.
 struct ToHlsOfFloats {
-    static constexpr bool isShort = true;
+    static constexpr bool prefersRegisters = true;
 
     ZEL_INLINE static FloatPixel of(const FloatPixel& x) {
         const Floats highest = highestOf(x), lowest = lowestOf(x), d = highest - lowest, s = highest + lowest;
@@ -138,7 +138,7 @@ ZEL_INLINE FloatPixel fromHlsWithinCircle(Floats h, Floats l, Floats s) {
 // Any hue.
 template <class Form>
 struct FromHlsOfFloats {
-    static constexpr bool isShort = true;
+    static constexpr bool prefersRegisters = true;
 
     ZEL_INLINE static FloatPixel of(const FloatPixel& x) {
         const Floats h = x.a * splatFloat(360), l = x.b, s = x.c;
@@ -159,7 +159,7 @@ struct FromHlsOfFloats {
 
 // Bytes, cut off. Gray pixels come out as their lightness.
 struct FromHls {
-    static constexpr bool isShort = true;
+    static constexpr bool prefersRegisters = true;
 
     ZEL_INLINE static Triple of(const Triple& x) {
         Dwords r[4], g[4], b[4];

@@ -87,7 +87,7 @@ struct SixthOfHue {
 };
 
 struct FromHsv {
-    static constexpr bool isShort = true;
+    static constexpr bool prefersRegisters = true;
 
     ZEL_INLINE static Triple of(const Triple& x) {
         const Bytes h = x.a == splatByte(255) ? Bytes{} : x.a;

@@ -14,7 +14,7 @@ struct AnyStep : Conversion {
 using FromBytes = NearlyThenExactly<lab::FromSamples<lab::ofBytes>>;
 using FromWords = NearlyThenExactly<lab::FromSamples<lab::ofWords>>;
 
-template <class Rule, ChannelOrder from = inOrder, ChannelOrder to = inOrder>
+template <class Rule, OuterChannels from = inOrder, OuterChannels to = inOrder>
 constexpr AnyStep floatsBy{floatConversion<FloatSamples, ThreeSamples, Rule, Rule, from, to>};
 
 constexpr Layout packedBytes = layoutOf({{0, 3}}), packedWords = layoutOf({{0, 6}});
@@ -66,7 +66,7 @@ struct FromWordsKernel {
     }
 };
 
-template <class Rule, ChannelOrder from = inOrder, ChannelOrder to = inOrder>
+template <class Rule, OuterChannels from = inOrder, OuterChannels to = inOrder>
 constexpr AnyStep bytesBy{byteConversion<Packed3, Packed3, BytesRule<Rule>, BytesRule<Rule>, from, to>()};
 
 template <class K>

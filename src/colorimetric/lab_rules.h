@@ -147,7 +147,7 @@ ZEL_INLINE FloatPixel rgbOf(const Values& v, double x, double y, double z) {
 }
 
 struct FromFloats {
-    static constexpr bool isShort = true;
+    static constexpr bool prefersRegisters = true;
 
     ZEL_INLINE static FloatPixel of(const FloatPixel& p) {
         const Floats fy = (p.a + k(16)) / k(116);

@@ -13,10 +13,10 @@ using FromWordsOfTail = luv::FromSamples<luv::ofWords, luv::ByDivision>;
 using Words16u = WordSamples<false, CutOff>;
 using Words16s = WordSamples<true, CutOff>;
 
-template <class Layout, ChannelOrder from = inOrder>
+template <class Layout, OuterChannels from = inOrder>
 constexpr Conversion bytesToLuv = byteConversion<Layout, Layout, BytesRule<NearlyThenExactly<luv::ToBytes>>,
                                                  BytesRule<NearlyThenExactly<luv::ToBytes>>, from>();
-template <class Layout, ChannelOrder to = inOrder>
+template <class Layout, OuterChannels to = inOrder>
 constexpr Conversion bytesFromLuv = byteConversion<Layout, Layout, BytesRule<CutOffBytes<FromBytes>>,
                                                    BytesRule<CutOffBytes<FromBytesOfTail>>, inOrder, to>(wholeBlocks<8>);
 
@@ -25,9 +25,9 @@ constexpr Conversion wordsToLuv = floatConversion<Samples, Pixels, luv::ToWords<
 template <class Samples, template <class> class Pixels>
 constexpr Conversion wordsFromLuv = floatConversion<Samples, Pixels, FromWords, FromWordsOfTail>;
 
-template <template <class> class Pixels, ChannelOrder from = inOrder>
+template <template <class> class Pixels, OuterChannels from = inOrder>
 constexpr Conversion floatsToLuv = floatConversion<FloatSamples, Pixels, luv::ToFloats<false>, luv::ToFloats<true>, from>;
-template <template <class> class Pixels, ChannelOrder to = inOrder>
+template <template <class> class Pixels, OuterChannels to = inOrder>
 constexpr Conversion floatsFromLuv = floatConversion<FloatSamples, Pixels, luv::FromFloats, luv::FromFloats, inOrder, to>;
 
 }  // namespace

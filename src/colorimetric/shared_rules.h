@@ -32,17 +32,11 @@ ZEL_NOINLINE void applyShared(SourceChannels& from, ResultChannels& to, size_t v
     apply<Rule, Pixel>(from, to, vectors);
 }
 
-// Rules whose pixels are better left in registers, where there are enough of them for the constants too.
-template <class Rule>
-constexpr bool staysInline = traits.holdsConstants&& requires {
-    requires Rule::isShort;
-};
-
 // Where an image has the first and the last channel of a rule.
-struct ChannelOrder {
+struct OuterChannels {
     int first = 0, last = 2;
 };
-constexpr ChannelOrder inOrder{}, reversed{2, 0};
+constexpr OuterChannels inOrder{}, reversed{2, 0};
 
 template <class Byte>
 struct ChannelPointers {
@@ -64,7 +58,7 @@ struct Batch {
 };
 
 template <class From, class To, class Rule>
-ZEL_INLINE void convertBatch(const Row& row, Batch& batch, ChannelOrder in, ChannelOrder out, const Rule& rule) {
+ZEL_INLINE void convertBatch(const Row& row, Batch& batch, OuterChannels in, OuterChannels out, const Rule& rule) {
     const Sources from = From::load(row, batch);
     const Results to = To::results(row, batch);
     rule({from.of[in.first], from.of[1], from.of[in.last]}, {to.of[out.first], to.of[1], to.of[out.last]},
@@ -76,7 +70,7 @@ template <class From, class To>
 struct SharedKernel {
     struct Constants {
         SharedRule rule;
-        ChannelOrder from, to;
+        OuterChannels from, to;
     };
     static constexpr int sites = From::sites;
 
@@ -89,7 +83,7 @@ struct SharedKernel {
     }
 };
 
-template <class From, class To, class Rule, class Pixel, ChannelOrder from, ChannelOrder to>
+template <class From, class To, class Rule, class Pixel, OuterChannels from, OuterChannels to>
 struct InlineKernel {
     static constexpr int sites = From::sites;
 
@@ -223,22 +217,30 @@ struct SamplePixels {
     }
 };
 
-template <class K, class Rule, class Pixel, ChannelOrder from, ChannelOrder to>
+template <class K, class Rule, class Pixel, OuterChannels from, OuterChannels to>
 constexpr typename K::Constants sharedConstants{applyShared<Rule, Pixel>, from, to};
-template <class From, class To, class Rule, class Pixel, ChannelOrder from, ChannelOrder to>
+template <class From, class To, class Rule, class Pixel, OuterChannels from, OuterChannels to>
+constexpr Kernel sharedKernel = kernel<SharedKernel<From, To>>(sharedConstants<SharedKernel<From, To>, Rule, Pixel, from, to>);
+
+// Pixels of some rules are better left in registers where there are enough of them for the constants too, and a fourth plane is
+// best moved while the others are worked on.
+template <class Rule>
+constexpr bool prefersRegisters = requires {
+    requires Rule::prefersRegisters;
+};
+template <class From, class To, class Rule, class Pixel, OuterChannels from, OuterChannels to>
 constexpr Kernel ruleKernel = [] {
-    using K = SharedKernel<From, To>;
-    if constexpr (staysInline<Rule>)
+    if constexpr ((traits.holdsConstants && prefersRegisters<Rule>) || std::is_same_v<From, Planes4>)
         return withoutConstants<InlineKernel<From, To, Rule, Pixel, from, to>>;
     else
-        return kernel<K>(sharedConstants<K, Rule, Pixel, from, to>);
+        return sharedKernel<From, To, Rule, Pixel, from, to>;
 }();
-template <class Samples, template <class> class Pixels, class Rule, ChannelOrder from = inOrder, ChannelOrder to = inOrder>
+template <class Samples, template <class> class Pixels, class Rule, OuterChannels from = inOrder, OuterChannels to = inOrder>
 constexpr Kernel floatKernel =
     ruleKernel<SamplePixels<Samples, Pixels>, SamplePixels<Samples, Pixels>, Rule, FloatPixel, from, to>;
 
 // A rule of the columns up to a multiple, and one of the others.
-template <class From, class To, class Block, class Tail = Block, ChannelOrder from = inOrder, ChannelOrder to = inOrder>
+template <class From, class To, class Block, class Tail = Block, OuterChannels from = inOrder, OuterChannels to = inOrder>
 constexpr Conversion byteConversion(int (*blockColumns)(int width) = nullptr) {
     Conversion c{.site = {1, 1},
                  .from = From::layout,
@@ -246,14 +248,14 @@ constexpr Conversion byteConversion(int (*blockColumns)(int width) = nullptr) {
                  .block = ruleKernel<From, To, Block, Triple, from, to>,
                  .keepsAlpha = std::is_same_v<To, ColoursOf4>};
     if (!std::is_same_v<Block, Tail>) {
-        c.tail = ruleKernel<From, To, Tail, Triple, from, to>;
+        c.tail = sharedKernel<From, To, Tail, Triple, from, to>;
         c.blockColumns = blockColumns;
     }
     return c;
 }
 
-template <class Samples, template <class> class Pixels, class Block, class Tail = Block, ChannelOrder from = inOrder,
-          ChannelOrder to = inOrder>
+template <class Samples, template <class> class Pixels, class Block, class Tail = Block, OuterChannels from = inOrder,
+          OuterChannels to = inOrder>
 constexpr Conversion floatConversion = sampleConversion<Samples, Pixels>(floatKernel<Samples, Pixels, Block, from, to>,
                                                                          std::is_same_v<Block, Tail>
                                                                              ? Kernel{}
