@@ -1,8 +1,7 @@
 // Rules that compute bytes in single precision and cut the results off.
 #pragma once
 
-#include "colorimetric/float_pixels.h"
-#include "frame/layouts.h"
+#include "colorimetric/shared_rules.h"
 
 namespace zel::ZEL_LEVEL {
 
@@ -13,11 +12,7 @@ struct DwordPixel {
 // Rule::bytes gives the results of a pixel as dwords, which saturate.
 template <class Rule>
 struct BytesRule {
-    using Constants = NoConstants;
-    static constexpr Order order = Order::natural;
-
-    ZEL_INLINE explicit BytesRule(Constants) {}
-    ZEL_INLINE Triple operator()(const Triple& t) const {
+    ZEL_INLINE static Triple of(const Triple& t) {
         Dwords a[4], b[4], c[4];
         unrolled<4>([&](auto part) ZEL_INLINE_LAMBDA {
             const DwordPixel p =
@@ -63,33 +58,6 @@ struct NearlyThenExactly {
             whole.c[i] = exact.c[i];
         }
         return whole;
-    }
-};
-
-// A rule of the columns up to a multiple, and one of the others.
-template <class From, class To, class Block, class Tail = Block>
-constexpr Conversion bytesByFloats = [] {
-    constexpr bool keepsAlpha = std::is_same_v<From, From4>;
-    using BlockKernel = PixelKernel<From, BytesRule<Block>, To>;
-    using TailKernel = PixelKernel<From, BytesRule<Tail>, To>;
-    Conversion c = packedConversion(keepsAlpha ? 4 : 3, keepsAlpha, withoutConstants<BlockKernel>);
-    if (!std::is_same_v<Block, Tail>) {
-        c.tail = withoutConstants<TailKernel>;
-        c.blockColumns = wholeBlocks<8>;
-    }
-    return c;
-}();
-
-// Rules from or to colours that stand in the order blue, green, red.
-template <class Rule>
-struct FromBgr {
-    ZEL_INLINE static FloatPixel of(const FloatPixel& p) { return Rule::of({p.c, p.b, p.a}); }
-};
-template <class Rule>
-struct ToBgr {
-    ZEL_INLINE static FloatPixel of(const FloatPixel& p) {
-        const FloatPixel rgb = Rule::of(p);
-        return {rgb.c, rgb.b, rgb.a};
     }
 };
 

@@ -103,17 +103,14 @@ constexpr Conversion packedConversion(int bytes, bool keepsAlpha, Kernel block, 
             .keepsAlpha = keepsAlpha};
 }
 
-// A rule of one depth in pixels of three or four samples.
-template <class Samples, template <class> class Pixels, class Block, class Tail = Block>
-constexpr Conversion floatPixels = [] {
-    constexpr int bytes = Pixels<typename Samples::Depth>::bytes;
-    constexpr bool keepsAlpha = bytes % 4 == 0 && bytes / 4 == int{sizeof(typename Samples::Depth::Element)};
-    Conversion c = packedConversion(bytes, keepsAlpha, withoutConstants<FloatPixelKernel<Samples, Pixels, Block>>);
-    if (!std::is_same_v<Block, Tail>) {
-        c.tail = withoutConstants<FloatPixelKernel<Samples, Pixels, Tail>>;
-        c.blockColumns = wholeBlocks<4>;
-    }
-    return c;
-}();
+// Rules of one depth in pixels of three or four samples.
+template <class Samples, template <class> class Pixels>
+constexpr Conversion sampleConversion(Kernel block, Kernel tail = {}) {
+    constexpr int element = sizeof(typename Samples::Depth::Element), bytes = Pixels<typename Samples::Depth>::bytes;
+    return packedConversion(bytes, bytes == 4 * element, block, tail, tail.blocks != nullptr ? wholeBlocks<4> : nullptr);
+}
+
+template <class Samples, template <class> class Pixels, class Rule>
+constexpr Conversion floatPixels = sampleConversion<Samples, Pixels>(withoutConstants<FloatPixelKernel<Samples, Pixels, Rule>>);
 
 }  // namespace zel::ZEL_LEVEL

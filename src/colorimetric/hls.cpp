@@ -2,6 +2,7 @@
 #include "zelcc/hls.h"
 
 #include "colorimetric/hls_rules.h"
+#include "colorimetric/shared_rules.h"
 
 namespace zel::ZEL_LEVEL {
 namespace {
@@ -12,17 +13,13 @@ using SignedNearest = WordSamples<true, ToNearest>;
 
 // In the leading columns the reciprocals of bytes are those of the processor.
 template <class Layout, int pixels>
-constexpr Conversion toHls = hueConversion<Layout, Layout, ToHls<Bare>, ToHls<Refined>>(wholeBlocks<pixels>);
+constexpr Conversion toHls = byteConversion<Layout, Layout, ToHls<Bare>, ToHls<Refined>>(wholeBlocks<pixels>);
 template <class Layout>
-constexpr Conversion fromHls = hueConversion<Layout, Layout, FromHls>();
+constexpr Conversion fromHls = byteConversion<Layout, Layout, FromHls>();
 
 template <template <class> class Pixels>
-constexpr Conversion fromHlsOfSigned = [] {
-    Conversion c = floatPixels<SignedNearest, Pixels, FromHlsOfSigned<Multiplying>>;
-    c.tail = floatPixels<Signed, Pixels, FromHlsOfSigned<Dividing>>.block;
-    c.blockColumns = wholeBlocks<4>;
-    return c;
-}();
+constexpr Conversion fromHlsOfSigned = sampleConversion<SignedNearest, Pixels>(
+    floatKernel<SignedNearest, Pixels, FromHlsOfSigned<Multiplying>>, floatKernel<Signed, Pixels, FromHlsOfSigned<Dividing>>);
 
 // Blue first. These look at the steps, and all but one before the size.
 constexpr Conversion checkingSteps(Conversion c, Checks checks = {Check::pointers, Check::planes, Check::steps, Check::size}) {
@@ -30,10 +27,9 @@ constexpr Conversion checkingSteps(Conversion c, Checks checks = {Check::pointer
     return c;
 }
 template <class From, class To>
-constexpr Conversion bgrToHls =
-    checkingSteps(hueConversion<From, To, HueOfBgr<ToHls<Bare>>, HueOfBgr<ToHls<Refined>>>(wholeBlocks<4>));
+constexpr Conversion bgrToHls = checkingSteps(byteConversion<From, To, ToHls<Bare>, ToHls<Refined>, reversed>(wholeBlocks<4>));
 template <class From, class To>
-constexpr Conversion hlsToBgr = checkingSteps(hueConversion<From, To, HueToBgr<FromHls>>());
+constexpr Conversion hlsToBgr = checkingSteps(byteConversion<From, To, FromHls, FromHls, inOrder, reversed>());
 
 }  // namespace
 
@@ -41,12 +37,12 @@ namespace rows {
 
 constexpr auto zeliRGBToHLS_8u_C3R = toHls<Packed3, 8>;
 constexpr auto zeliRGBToHLS_8u_AC4R = toHls<ColoursOf4, 4>;
-constexpr auto zeliRGBToHLS_16u_C3R = floatPixels<Unsigned, ThreeSamples, ToHlsOfWords>;
-constexpr auto zeliRGBToHLS_16u_AC4R = floatPixels<Unsigned, FourSamples, ToHlsOfWords>;
-constexpr auto zeliRGBToHLS_16s_C3R = floatPixels<Signed, ThreeSamples, ToHlsOfWords>;
-constexpr auto zeliRGBToHLS_16s_AC4R = floatPixels<Signed, FourSamples, ToHlsOfWords>;
-constexpr auto zeliRGBToHLS_32f_C3R = floatPixels<FloatSamples, ThreeSamples, ToHlsOfFloats>;
-constexpr auto zeliRGBToHLS_32f_AC4R = floatPixels<FloatSamples, FourSamples, ToHlsOfFloats>;
+constexpr auto zeliRGBToHLS_16u_C3R = floatConversion<Unsigned, ThreeSamples, ToHlsOfWords>;
+constexpr auto zeliRGBToHLS_16u_AC4R = floatConversion<Unsigned, FourSamples, ToHlsOfWords>;
+constexpr auto zeliRGBToHLS_16s_C3R = floatConversion<Signed, ThreeSamples, ToHlsOfWords>;
+constexpr auto zeliRGBToHLS_16s_AC4R = floatConversion<Signed, FourSamples, ToHlsOfWords>;
+constexpr auto zeliRGBToHLS_32f_C3R = floatConversion<FloatSamples, ThreeSamples, ToHlsOfFloats>;
+constexpr auto zeliRGBToHLS_32f_AC4R = floatConversion<FloatSamples, FourSamples, ToHlsOfFloats>;
 
 constexpr auto zeliBGRToHLS_8u_AC4R =
     checkingSteps(bgrToHls<ColoursOf4, ColoursOf4>, {Check::pointers, Check::size, Check::steps});
@@ -59,14 +55,14 @@ constexpr auto zeliBGRToHLS_8u_AP4R = bgrToHls<Planes4, Planes4>;
 
 constexpr auto zeliHLSToRGB_8u_C3R = fromHls<Packed3>;
 constexpr auto zeliHLSToRGB_8u_AC4R = fromHls<ColoursOf4>;
-constexpr auto zeliHLSToRGB_16u_C3R = floatPixels<Unsigned, ThreeSamples, FromHlsOfUnsigned<false>, FromHlsOfUnsigned<true>>;
-constexpr auto zeliHLSToRGB_16u_AC4R = floatPixels<Unsigned, FourSamples, FromHlsOfUnsigned<false>, FromHlsOfUnsigned<true>>;
+constexpr auto zeliHLSToRGB_16u_C3R = floatConversion<Unsigned, ThreeSamples, FromHlsOfUnsigned<false>, FromHlsOfUnsigned<true>>;
+constexpr auto zeliHLSToRGB_16u_AC4R = floatConversion<Unsigned, FourSamples, FromHlsOfUnsigned<false>, FromHlsOfUnsigned<true>>;
 constexpr auto zeliHLSToRGB_16s_C3R = fromHlsOfSigned<ThreeSamples>;
 constexpr auto zeliHLSToRGB_16s_AC4R = fromHlsOfSigned<FourSamples>;
 constexpr auto zeliHLSToRGB_32f_C3R =
-    floatPixels<FloatSamples, ThreeSamples, FromHlsOfFloats<Multiplying>, FromHlsOfFloats<Dividing>>;
+    floatConversion<FloatSamples, ThreeSamples, FromHlsOfFloats<Multiplying>, FromHlsOfFloats<Dividing>>;
 constexpr auto zeliHLSToRGB_32f_AC4R =
-    floatPixels<FloatSamples, FourSamples, FromHlsOfFloats<Multiplying>, FromHlsOfFloats<Dividing>>;
+    floatConversion<FloatSamples, FourSamples, FromHlsOfFloats<Multiplying>, FromHlsOfFloats<Dividing>>;
 
 constexpr auto zeliHLSToBGR_8u_C3P3R = hlsToBgr<Packed3, Planes3>;
 constexpr auto zeliHLSToBGR_8u_P3C3R = hlsToBgr<Planes3, Packed3>;

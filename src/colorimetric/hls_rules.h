@@ -83,6 +83,8 @@ struct ToHlsOfWords {
 
 // Floats, with true divisions: L = s / 2, S = d / s or d / (2 - s) above L = 0.5, H = hf / 360. Nothing is limited.
 struct ToHlsOfFloats {
+    static constexpr bool prefersRegisters = true;
+
     ZEL_INLINE static FloatPixel of(const FloatPixel& x) {
         const Floats highest = highestOf(x), lowest = lowestOf(x), d = highest - lowest, s = highest + lowest;
         const HueOfMaximum hue(x, highest);
@@ -136,6 +138,8 @@ ZEL_INLINE FloatPixel fromHlsWithinCircle(Floats h, Floats l, Floats s) {
 // Any hue.
 template <class Form>
 struct FromHlsOfFloats {
+    static constexpr bool prefersRegisters = true;
+
     ZEL_INLINE static FloatPixel of(const FloatPixel& x) {
         const Floats h = x.a * splatFloat(360), l = x.b, s = x.c;
         const LightnessRange<Form> range(l, s);
@@ -155,6 +159,8 @@ struct FromHlsOfFloats {
 
 // Bytes, cut off. Gray pixels come out as their lightness.
 struct FromHls {
+    static constexpr bool prefersRegisters = true;
+
     ZEL_INLINE static Triple of(const Triple& x) {
         Dwords r[4], g[4], b[4];
         unrolled<4>([&](auto part) ZEL_INLINE_LAMBDA {
@@ -206,19 +212,6 @@ struct FromHlsOfSigned {
             return std::is_same_v<Form, Dividing> ? whole + splatFloat(0.49998998641967773f) : whole;
         };
         return {scaled(p.a), scaled(p.b), scaled(p.c)};
-    }
-};
-
-// The same rules with the channels of the colour in the order blue, green, red.
-template <class Rule>
-struct HueOfBgr {
-    ZEL_INLINE static Triple of(const Triple& p) { return Rule::of({p.c, p.b, p.a}); }
-};
-template <class Rule>
-struct HueToBgr {
-    ZEL_INLINE static Triple of(const Triple& p) {
-        const Triple t = Rule::of(p);
-        return {t.c, t.b, t.a};
     }
 };
 

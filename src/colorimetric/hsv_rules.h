@@ -87,6 +87,8 @@ struct SixthOfHue {
 };
 
 struct FromHsv {
+    static constexpr bool prefersRegisters = true;
+
     ZEL_INLINE static Triple of(const Triple& x) {
         const Bytes h = x.a == splatByte(255) ? Bytes{} : x.a;
         Dwords sixth[4], p[4], between[4];

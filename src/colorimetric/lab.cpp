@@ -14,8 +14,8 @@ struct AnyStep : Conversion {
 using FromBytes = NearlyThenExactly<lab::FromSamples<lab::ofBytes>>;
 using FromWords = NearlyThenExactly<lab::FromSamples<lab::ofWords>>;
 
-template <class Rule>
-constexpr AnyStep floatsBy{floatPixels<FloatSamples, ThreeSamples, Rule>};
+template <class Rule, OuterChannels from = inOrder, OuterChannels to = inOrder>
+constexpr AnyStep floatsBy{floatConversion<FloatSamples, ThreeSamples, Rule, Rule, from, to>};
 
 constexpr Layout packedBytes = layoutOf({{0, 3}}), packedWords = layoutOf({{0, 6}});
 
@@ -66,8 +66,8 @@ struct FromWordsKernel {
     }
 };
 
-template <class From, class To, class Rule>
-constexpr AnyStep bytesBy{bytesByFloats<From, To, Rule>};
+template <class Rule, OuterChannels from = inOrder, OuterChannels to = inOrder>
+constexpr AnyStep bytesBy{byteConversion<Packed3, Packed3, BytesRule<Rule>, BytesRule<Rule>, from, to>()};
 
 template <class K>
 constexpr AnyStep between(const Layout& from, const Layout& to) {
@@ -78,17 +78,17 @@ constexpr AnyStep between(const Layout& from, const Layout& to) {
 
 namespace rows {
 
-constexpr auto zeliRGBToLab_8u_C3R = bytesBy<From3, ToPacked3, NearlyThenExactly<lab::ToBytes>>;
-constexpr auto zeliBGRToLab_8u_C3R = bytesBy<FromReversed<From3>, ToPacked3, NearlyThenExactly<lab::ToBytes>>;
+constexpr auto zeliRGBToLab_8u_C3R = bytesBy<NearlyThenExactly<lab::ToBytes>>;
+constexpr auto zeliBGRToLab_8u_C3R = bytesBy<NearlyThenExactly<lab::ToBytes>, reversed>;
 constexpr auto zeliBGRToLab_8u16u_C3R = between<ToWordsKernel>(packedBytes, packedWords);
 constexpr auto zeliRGBToLab_32f_C3R = floatsBy<lab::ToFloats>;
-constexpr auto zeliBGRToLab_32f_C3R = floatsBy<FromBgr<lab::ToFloats>>;
+constexpr auto zeliBGRToLab_32f_C3R = floatsBy<lab::ToFloats, reversed>;
 
-constexpr auto zeliLabToRGB_8u_C3R = bytesBy<From3, ToPacked3, FromBytes>;
-constexpr auto zeliLabToBGR_8u_C3R = bytesBy<From3, ToReversed<ToPacked3>, FromBytes>;
+constexpr auto zeliLabToRGB_8u_C3R = bytesBy<FromBytes>;
+constexpr auto zeliLabToBGR_8u_C3R = bytesBy<FromBytes, inOrder, reversed>;
 constexpr auto zeliLabToBGR_16u8u_C3R = between<FromWordsKernel>(packedWords, packedBytes);
 constexpr auto zeliLabToRGB_32f_C3R = floatsBy<lab::FromFloats>;
-constexpr auto zeliLabToBGR_32f_C3R = floatsBy<ToBgr<lab::FromFloats>>;
+constexpr auto zeliLabToBGR_32f_C3R = floatsBy<lab::FromFloats, inOrder, reversed>;
 
 }  // namespace rows
 }  // namespace zel::ZEL_LEVEL

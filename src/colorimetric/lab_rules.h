@@ -147,6 +147,8 @@ ZEL_INLINE FloatPixel rgbOf(const Values& v, double x, double y, double z) {
 }
 
 struct FromFloats {
+    static constexpr bool prefersRegisters = true;
+
     ZEL_INLINE static FloatPixel of(const FloatPixel& p) {
         const Floats fy = (p.a + k(16)) / k(116);
         return rgbOf({p.b / k(500) + fy, fy, fy - p.c / k(200)}, 0.950456, 1, 1.0887539);

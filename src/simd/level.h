@@ -39,6 +39,7 @@ struct Traits {
     bool looksUpQuickly;        // a vector of bytes by a table that is made at the call takes a few operations
     bool fuses;                 // nearMulAdd rounds once
     bool drivesByShape;         // the way to a kernel is worth code of its own for each shape of images
+    bool holdsConstants;        // registers are so many that a rule of some operations has its constants in them
     int droppedBits;            // that the signed high product drops in one operation, 15 or 16
     int independentVectors;     // that are best worked on in turn where each step waits for the one before
 };

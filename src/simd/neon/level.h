@@ -25,6 +25,7 @@ constexpr Traits traits{
     .looksUpQuickly = true,
     .fuses = true,
     .drivesByShape = true,
+    .holdsConstants = true,
     .droppedBits = 15,
     .independentVectors = 4,
 };

@@ -20,6 +20,7 @@ constexpr Traits traits{
     .looksUpQuickly = false,
     .fuses = false,
     .drivesByShape = false,
+    .holdsConstants = false,
     .droppedBits = 16,
     .independentVectors = 4,
 };

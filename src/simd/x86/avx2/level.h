@@ -16,6 +16,7 @@ constexpr Traits traits{
     .looksUpQuickly = false,
     .fuses = true,
     .drivesByShape = true,
+    .holdsConstants = false,
     .droppedBits = 16,
     .independentVectors = 2,
 };

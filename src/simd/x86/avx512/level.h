@@ -27,6 +27,7 @@ constexpr Traits traits{
     .looksUpQuickly = true,
     .fuses = true,
     .drivesByShape = true,
+    .holdsConstants = true,
     .droppedBits = 16,
     .independentVectors = 2,
 };

@@ -15,6 +15,7 @@ constexpr Traits traits{
     .looksUpQuickly = false,
     .fuses = false,
     .drivesByShape = true,
+    .holdsConstants = false,
     .droppedBits = 16,
     .independentVectors = 4,
 };
