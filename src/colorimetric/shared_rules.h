@@ -82,9 +82,11 @@ struct SharedKernel : FewOperations {
         for (batch.block = 0; batch.block < count; batch.block += blocksOfBatch) {
             batch.count = count - batch.block < blocksOfBatch ? count - batch.block : blocksOfBatch;
             // The next ones are on their way while these are worked on.
-            const size_t next = (batch.block + batch.count) * sites;
-            for (int i = 0; i < From::streams; ++i) prefetch<Use::read>(row.in[i] + next * From::bytes, bytesOfBatch<From>);
-            if constexpr (To::keepsFourth) prefetch<Use::written>(row.out.places[0] + next * To::bytes, bytesOfBatch<To>);
+            if (batch.block + batch.count < count) {
+                const size_t next = (batch.block + batch.count) * sites;
+                for (int i = 0; i < From::streams; ++i) prefetch<Use::read>(row.in[i] + next * From::bytes, bytesOfBatch<From>);
+                if constexpr (To::keepsFourth) prefetch<Use::written>(row.out.places[0] + next * To::bytes, bytesOfBatch<To>);
+            }
             convertBatch<From, To>(row, batch, k.from, k.to, k.rule);
         }
     }
