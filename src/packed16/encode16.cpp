@@ -18,77 +18,15 @@ constexpr Conversion silently(Conversion c) {
     return c;
 }
 
-// Exact rules are for the ends of rows, so that one code serves all words: what these are is a constant.
-enum class WordFormat { of555, of565, of555Reversed, of565Reversed };
 template <class From>
-constexpr WordFormat formatOf = WordFormat::of555;
-template <>
-constexpr WordFormat formatOf<FromWords<Fields565>> = WordFormat::of565;
-template <>
-constexpr WordFormat formatOf<FromReversed<FromWords<Fields555>>> = WordFormat::of555Reversed;
-template <>
-constexpr WordFormat formatOf<FromReversed<FromWords<Fields565>>> = WordFormat::of565Reversed;
-
-struct FromUnexpanded {
-    ZEL_INLINE static Triple load(const Row& row, size_t block, int r) {
-        const Parted words = loadParted(row.in[r] + block * blockPixels * 2);
-        return {words.even, words.odd, Bytes{}};
-    }
-};
-
-template <class Rule>
-class Expanding : Rule {
-  public:
-    struct Constants {
-        typename Rule::Constants rule;
-        WordFormat format;
-    };
-    using Rule::chromaOf;
-    using typename Rule::Sums;
-
-    ZEL_INLINE explicit Expanding(const Constants& k) : Rule(k.rule), format_(k.format) {}
-
-    ZEL_INLINE Bytes lumaOf(Triple words, Sums& sums) const { return Rule::lumaOf(expanded({words.a, words.b}), sums); }
-
-  private:
-    ZEL_INLINE Triple expanded(Parted words) const {
-        switch (format_) {
-            case WordFormat::of555:
-                return Fields555::expand(words);
-            case WordFormat::of565:
-                return Fields565::expand(words);
-            case WordFormat::of555Reversed:
-                return reversed(Fields555::expand(words));
-            default:
-                return reversed(Fields565::expand(words));
-        }
-    }
-    ZEL_INLINE static Triple reversed(Triple t) { return {t.c, t.b, t.a}; }
-
-    WordFormat format_;
-};
-
-template <class From, class Rule, const typename Rule::Constants& constants>
-constexpr typename Expanding<Rule>::Constants expanding{constants, formatOf<From>};
-template <int rows, class From, class To, class Luma, class Chroma, const EncodeConstants<Luma, Chroma>& constants>
-constexpr Kernel exactPairs = kernel<EncodePairs<rows, FromUnexpanded, Expanding<SiteMatrix<Luma, Chroma>>, To>>(
-    expanding<From, SiteMatrix<Luma, Chroma>, constants>);
-
-template <class From>
-constexpr Rules rulesOfSquares{pairKernel<2, From, ToChromaPlanes>(word420Bgr),
-                               exactPairs<2, From, ToChromaPlanes, ExactPixels, Exact420<Outer::a>, exact420Bgr>};
-template <class From, class To>
-constexpr Rules rulesOfPairs{pairKernel<1, From, To>(word422Bgr),
-                             exactPairs<1, From, To, ExactPixels, Exact422<Outer::a>, exact422Bgr>};
-
-template <class From>
-constexpr Conversion toYCbCr420 = silently(encode420(wordsTwo, planes420, rulesOfSquares<From>, columns420));
+constexpr Conversion toYCbCr420 = silently(encode420(wordsTwo, planes420, rules420<From, ToChromaPlanes>(word420Bgr, exact420Bgr),
+                                                     columns420));
 template <class From>
 constexpr Conversion toYCrCb420 = withChromaExchanged(toYCbCr420<From>);
 
 template <class From, class To>
 constexpr Conversion toYCbCr422(Layout layout) {
-    return silently(encode422(wordsPair, layout, rulesOfPairs<From, To>));
+    return silently(encode422(wordsPair, layout, rules422<From, To>(word422Bgr, exact422Bgr)));
 }
 
 // Sites of four pixels, and luma of the up to three pixels that are none.
@@ -190,7 +128,8 @@ constexpr Conversion toYuv(Minimum minimum, Checks checks) {
             .from = rows == 2 ? wordsTwo : wordsPair,
             .to = rows == 2 ? planes420 : planes422,
             .block = kernel<EncodePairs<rows, From, FlooredDifferences<rows>, ToChromaPlanes>>(flooredConstants<rows, u>),
-            .tail = exactPairs<rows, From, ToChromaPlanes, ExactLuma, ExactSiteDifferences<shift>, tailConstants<shift, luma>>,
+            .tail = kernel<EncodePairs<rows, From, SiteMatrix<ExactLuma, ExactSiteDifferences<shift>>, ToChromaPlanes>>(
+                tailConstants<shift, luma>),
             .blockColumns = rows == 2 ? columns420 : columns422,
             .minimum = minimum,
             .oddSize = OddSize::warned,
