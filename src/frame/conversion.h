@@ -1,7 +1,7 @@
 // What an export of most families is made of, as constant data. A conversion goes over chroma sites (a site is one pixel at full
 // resolution). Each of its streams is a run of bytes through memory with a fixed number of bytes a site: a row of packed pixels,
 // a row of a plane, or one of the two rows under a row of 4:2:0 chroma. A kernel moves along all streams by whole blocks of
-// sites; the driver (frame/driver.h) walks the rows.
+// sites; a driver walks the rows.
 #pragma once
 
 #include <cstddef>

@@ -13,7 +13,8 @@
 #error "kernel sources are compiled with ZEL_LEVEL, see CMakeLists.txt"
 #endif
 
-// The level whose code has what no level does in another way, the walk over images, for those above it as well.
+// The level whose code has what no level does in another way, the walk over images, for those above it as well. In its namespace
+// these find types and what is always inlined; the rest is defined at that level alone.
 #ifndef ZEL_FRAME
 #define ZEL_FRAME ZEL_LEVEL
 #endif
