@@ -63,7 +63,7 @@ void convertAny(const Conversion& c, const Images& images, const Call& call);
 template <Shape shape>
 void convertShaped(const Conversion& c, const Images& images, const Call& call);
 
-inline constexpr Call ofWholeImages{};
+extern const Call ofWholeImages;
 
 ZEL_INLINE void convert(const Conversion& c, const Images& images, const Call& call, Driver driver) {
     (driver ? driver : convertAny)(c, images, call);

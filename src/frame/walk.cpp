@@ -238,6 +238,8 @@ ZEL_NOINLINE void convertAroundLastSite(const Pass& pass, const Images& images, 
 
 }  // namespace
 
+constexpr Call ofWholeImages{};
+
 void convertRuns(const Conversion& c, const Images& images, const Rows& rows, const void* constants, bool bypassing) {
     // The last block of a run may cover sites once more, as long as the source is still there, and a block of the tail may cover
     // sites of the block rule, which comes after it.
