@@ -53,7 +53,7 @@ ZEL_INLINE bool isOneRow(const Stepless<C>& s, const Images& images) {
 // A sample that an odd pixel has for itself counts.
 ZEL_INLINE ptrdiff_t packedRowBytes(const Conversion& c, const Stream& s, int width) {
     const int added = c.oddPixel.makeSite ? c.site.width - 1 : 0;
-    return ptrdiff_t((int64_t{width} * s.bytes + added) / c.site.width);
+    return ptrdiff_t((int64_t{width} * s.bytes + added) >> __builtin_ctz(c.site.width));
 }
 
 template <class C>
@@ -76,7 +76,7 @@ ZEL_INLINE void convert(const Stepless<C>& s, Images& images, typename C::Extras
         images.size = {int(atOnce), 1};
         convert(s.stepped, images, extras);
         forEachPlane([&](const Stream& stream, auto& planes, auto&) {
-            planes[stream.plane] = moved(planes[stream.plane], atOnce / any.site.width * stream.bytes);
+            planes[stream.plane] = moved(planes[stream.plane], quotient(atOnce, any.site.width) * stream.bytes);
         });
     }
     images.size = {int(rest), 1};

@@ -3,11 +3,11 @@ limit."""
 
 import sys
 
-from binaries import level_of, sections
+from binaries import level_of, output, sections
 from export_list import exports
 from verdict import conclude
 
-LIMIT = 4608
+LIMITS = {"ELF64": 4608, "ELF32": 5376}
 
 
 def code_size(paths):
@@ -27,4 +27,5 @@ print(f"{'level':8}{'code':>10}{'an export':>12}   bytes")
 for level, size in sizes.items():
     print(f"{level:8}{size:>10}{size / count:>12.0f}")
 mean = sizes["all"] / count
-conclude([f"{mean:.0f} bytes an export, the limit is {LIMIT}"] if mean > LIMIT else [], f"{count} exports")
+limit = next(limit for form, limit in LIMITS.items() if form in output("readelf", "--file-header", sys.argv[2]))
+conclude([f"{mean:.0f} bytes an export, the limit is {limit}"] if mean > limit else [], f"{count} exports")
