@@ -70,12 +70,13 @@ template <class Pixels>
 constexpr size_t bytesOfBatch = blocksOfBatch* Pixels::sites* Pixels::bytes;
 
 template <class From, class To>
-struct SharedKernel : FewOperations {
+struct SharedKernel {
     struct Constants {
         SharedRule rule;
         OuterChannels from, to;
     };
     static constexpr int sites = From::sites;
+    static constexpr bool keepsUp = fewOperationsKeepUp;  // a batch is stored at once
 
     ZEL_INLINE static void blocks(const Constants& k, const Row& row, size_t count) {
         Batch batch;
@@ -93,8 +94,9 @@ struct SharedKernel : FewOperations {
 };
 
 template <class From, class To, class Rule, class Pixel, OuterChannels from, OuterChannels to>
-struct InlineKernel : FewOperations {
+struct InlineKernel {
     static constexpr int sites = From::sites;
+    static constexpr bool keepsUp = fewOperationsKeepUp;
 
     ZEL_INLINE void operator()(const Row& row, size_t block) const {
         Batch batch;

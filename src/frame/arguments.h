@@ -15,7 +15,7 @@ using Implementation = void (*)();
 
 // What a level has in the place of an export: a conversion that is data, or a function of its own, by a pointer to it.
 struct OfLevel {
-    const void* it;
+    const void* conversionOrFunction;
     int leastWidth = 1;  // of images whose rows have a block
 };
 
@@ -262,7 +262,9 @@ struct Own<conversion, narrower, place, ZelStatus(A...)> {
 
     static ZelStatus call(A... a) {
         using C = std::remove_cvref_t<decltype(conversion)>;
-        const auto byNarrower = [&]() ZEL_INLINE_LAMBDA { return (*static_cast<const Function*>(narrower[place].it))(a...); };
+        const auto byNarrower = [&]() ZEL_INLINE_LAMBDA {
+            return (*static_cast<const Function*>(narrower[place].conversionOrFunction))(a...);
+        };
         if constexpr (std::is_same_v<C, Function>) {
             return conversion(a...);
         } else if constexpr (std::is_same_v<C, ByLevel<A...>>) {

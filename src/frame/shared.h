@@ -41,11 +41,11 @@ struct Export<conversion, levels, place, ZelStatus(A...)> {
     static ZelStatus call(A... a) {
         using C = std::remove_cvref_t<decltype(conversion)>;
         if constexpr (!isData<C>) {
-            return (*static_cast<ZelStatus (*const*)(A...)>(levels[unsigned(zelKernelLevel)][place].it))(a...);
+            return (*static_cast<ZelStatus (*const*)(A...)>(levels[unsigned(zelKernelLevel)][place].conversionOrFunction))(a...);
         } else {
             return Checked<conversion>::call(
                 [](Images& images, const typename C::Extras& extras) ZEL_INLINE_LAMBDA {
-                    const C& c = *static_cast<const C*>(withBlocks<conversion, levels, place>(images).it);
+                    const C& c = *static_cast<const C*>(withBlocks<conversion, levels, place>(images).conversionOrFunction);
                     return Checked<conversion>::converted(c, images, extras);
                 },
                 a...);
